@@ -1,0 +1,109 @@
+// SPDX-License-Identifier: MIT
+#include <sys/ioctl.h>
+#include <unistd.h>
+
+#include <clocale>
+#include <cstdlib>
+#include <fstream>
+#include <iostream>
+#include <iterator>
+
+#include "options.h"
+#include "terminal.h"
+
+namespace vemo::cli {
+
+namespace {
+
+constexpr int unusable = 2;
+
+// The offset of the first byte that is not UTF-8, or nothing.
+std::optional<std::size_t> firstInvalidByte(const std::string& text) {
+    for (std::size_t i = 0; i < text.size();) {
+        const auto byte = static_cast<unsigned char>(text[i]);
+        const std::size_t length = byte < 0x80 ? 1 : byte < 0xc2 ? 0 : byte < 0xe0 ? 2 : byte < 0xf0 ? 3 : byte < 0xf5 ? 4 : 0;
+        if (length == 0 || i + length > text.size()) return i;
+        for (std::size_t k = 1; k < length; ++k)
+            if ((static_cast<unsigned char>(text[i + k]) & 0xc0) != 0x80) return i;
+        const auto second = length > 1 ? static_cast<unsigned char>(text[i + 1]) : 0;
+        // Overlong forms, surrogates and code points past U+10FFFF.
+        if ((byte == 0xe0 && second < 0xa0) || (byte == 0xed && second > 0x9f) || (byte == 0xf0 && second < 0x90) ||
+            (byte == 0xf4 && second > 0x8f))
+            return i;
+        i += length;
+    }
+    return std::nullopt;
+}
+
+// The document; nothing when it can't be read, which has been said.
+std::optional<std::string> readDocument(const Options& options) {
+    std::string text;
+    if (!options.expressions.empty()) {
+        for (const std::string& line : options.expressions) text += line + "\n";
+    } else if (options.file.empty() || options.file == "-") {
+        text.assign(std::istreambuf_iterator<char>(std::cin), std::istreambuf_iterator<char>());
+    } else {
+        std::ifstream file(options.file, std::ios::binary);
+        if (file) text.assign(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>());
+        if (!file || file.bad()) {
+            std::cerr << "vemo: " << options.file << ": cannot be read\n";
+            return std::nullopt;
+        }
+    }
+    if (const auto offset = firstInvalidByte(text)) {
+        const bool input = options.file.empty() || options.file == "-";
+        std::cerr << "vemo: " << (input ? "standard input" : options.file) << ": not UTF-8 at byte " << *offset << '\n';
+        return std::nullopt;
+    }
+    return text;
+}
+
+Layout layoutFor(const Options& options) {
+    Layout layout;
+    layout.shortTexts = options.shortTexts;
+    winsize size{};
+    const bool terminal = isatty(STDOUT_FILENO) != 0;
+    if (terminal && ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 0) layout.width = size.ws_col;
+    const char* noColor = std::getenv("NO_COLOR");
+    layout.color = options.color == Options::Color::always ||
+                   (options.color == Options::Color::automatic && terminal && !(noColor && *noColor));
+    return layout;
+}
+
+int run(const Options& options) {
+    const auto text = readDocument(options);
+    if (!text) return unusable;
+    Environment environment;
+    environment.locale = options.locale;
+    environment.language = options.language;
+    environment.timeZone = options.timeZone;
+    if (options.now) environment.clock = [now = *options.now] { return now; };
+    environment.log = [&](std::string_view message) {
+        if (options.debug) std::cerr << message << '\n';
+    };
+    if (options.json) environment.trace = [](std::string_view line) { std::cerr << line << '\n'; };
+
+    VemoEngine engine(std::move(environment));
+    VemoEngine::Config config;
+    config.testMode = true;  // the process ends before a timer would matter
+    config.debug = options.debug;
+    engine.buildVemoWorker(config);
+    Context context;
+    context.setPrecision(options.precision);
+    const auto result = engine.calculateSync(utf16(*text), context);
+    if (options.json) printJson(std::cout, *result, "");
+    else printResult(std::cout, *result, layoutFor(options));
+    return 0;
+}
+
+}  // namespace
+
+}  // namespace vemo::cli
+
+int main(int argc, char** argv) {
+    // The widths of characters are those of the terminal's character set.
+    if (!std::setlocale(LC_CTYPE, "") || MB_CUR_MAX == 1) std::setlocale(LC_CTYPE, "C.UTF-8");
+    const auto options = vemo::cli::parseOptions(argc, argv);
+    if (const int* status = std::get_if<int>(&options)) return *status;
+    return vemo::cli::run(std::get<vemo::cli::Options>(options));
+}

@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <variant>
+#include <vector>
+
+#include "vemo/time.h"
+
+namespace vemo::cli {
+
+struct Options {
+    enum class Color { automatic, always, never };
+
+    std::vector<std::string> expressions;
+    std::string file;  // empty or "-": standard input
+    bool json = false;
+    bool shortTexts = false;
+    std::string locale;
+    std::string language;
+    std::string timeZone;
+    std::optional<Date> now;
+    std::optional<std::int64_t> precision;
+    bool debug = false;
+    Color color = Color::automatic;
+};
+
+// The options, or the exit status of a command line that asks for help or is wrong (what there is to say has
+// been printed).
+std::variant<Options, int> parseOptions(int argc, char** argv);
+
+// An instant in RFC 3339, such as 2026-11-24T13:16:00Z; nothing when it is none.
+std::optional<Date> parseInstant(const std::string& text);
+
+}  // namespace vemo::cli

@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <ostream>
+#include <string>
+#include <string_view>
+
+#include "vemo/engine.h"
+
+namespace vemo::cli {
+
+// How plain output looks.
+struct Layout {
+    std::size_t width = 80;  // columns of the terminal
+    bool color = false;
+    bool shortTexts = false;
+};
+
+// Columns that a text takes on a terminal.
+std::size_t displayWidth(std::string_view utf8);
+
+// Each line with its result at the right, then the grand total.
+void printResult(std::ostream& out, const VemoEngine::Result& result, const Layout& layout);
+
+// One JSON object.
+void printJson(std::ostream& out, const VemoEngine::Result& result, std::string_view log);
+
+}  // namespace vemo::cli

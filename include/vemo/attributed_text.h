@@ -1,0 +1,79 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace vemo {
+
+// What a run of text is, for colouring.
+enum class RunType : std::uint8_t {
+    none,
+    variable,
+    parenthesis,
+    number,
+    comment,
+    unit,
+    header,
+    label,
+    function,
+    operatorWord,
+    operatorSymbol,
+};
+
+// The code an application receives: "var", "prnth", "num", "cmnt", "unit", "hdr", "lbl", "fn",
+// "oprtr", "oprtrsmb"; empty for none.
+std::u16string_view runTypeCode(RunType type);
+std::optional<RunType> runTypeFromCode(std::u16string_view code);
+
+struct AttributedTextElement {
+    std::u16string text;
+    RunType type = RunType::none;
+
+    friend bool operator==(const AttributedTextElement&, const AttributedTextElement&) = default;
+};
+
+// A text cut into consecutive typed runs. Runs are neither merged nor normalised; ranges are in UTF-16
+// units. Not synchronised.
+class AttributedText {
+public:
+    struct Run {
+        std::uint32_t length;
+        RunType type;
+        friend bool operator==(const Run&, const Run&) = default;
+    };
+
+    AttributedText() = default;
+    explicit AttributedText(std::u16string_view text, RunType type = RunType::none);
+
+    std::size_t elementsCount() const { return runs_.size(); }
+    AttributedTextElement elementAt(std::size_t index) const;
+    const std::u16string& compoundString() const { return text_; }
+    bool hasAttributeOf(RunType type) const;
+    std::vector<RunType> usedAttributes() const;  // distinct, without none, in order of appearance
+    const std::vector<Run>& runs() const { return runs_; }
+    // Calls `visit(text, type, location)` once per run, in order.
+    void enumerate(const std::function<void(std::u16string_view, RunType, std::size_t)>& visit) const;
+    void append(const AttributedText& other);
+
+    std::u16string description() const;
+    friend bool operator==(const AttributedText&, const AttributedText&) = default;
+
+private:
+    std::u16string text_;
+    std::vector<Run> runs_;
+};
+
+// The result text of a line: in full, and abbreviated where a formatter provides that.
+struct FormattedValue {
+    std::optional<std::u16string> regular;
+    std::optional<std::u16string> shortText;
+
+    friend bool operator==(const FormattedValue&, const FormattedValue&) = default;
+};
+
+}  // namespace vemo

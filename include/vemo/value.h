@@ -1,0 +1,114 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "vemo/decimal_number.h"
+#include "vemo/time.h"
+
+namespace vemo {
+
+// The attributes a value can carry. Each key has one type of value, given here.
+enum class Attribute : std::uint8_t {
+    decimal,      // number: the magnitude
+    unit,         // text: id of the unit, "percent" for a percentage
+    date,         // date: an instant
+    timeZone,     // time zone
+    nsystem,      // text: "hex", "oct", "bin" or "sci"; absent means decimal notation
+    scale,        // text: id of a scale word
+    operation,    // text: id of an operator
+    function,     // text: id of a function
+    opPriority,   // number: priority override of an operator
+    type,         // text: an element type code
+    parenthesis,  // text: "(" or ")"
+    assignment,   // number: 1 on an assignment sign
+    error,        // text: present, and empty, on what could not be reduced
+};
+inline constexpr std::size_t attributeCount = 13;
+
+// The key's text in descriptions: "decimal", "time_zone", "fn"…
+std::u16string_view attributeName(Attribute key);
+
+// An immutable set of attributes. Copying shares; a plain number needs no allocation, and changing
+// the number of a quantity allocates nothing either. Safe to read from several threads.
+class Value {
+public:
+    Value() = default;
+    explicit Value(const DecimalNumber& decimal);
+    Value(Attribute key, std::u16string_view text);
+    Value(Attribute key, const DecimalNumber& number);
+    explicit Value(Date date);
+    explicit Value(TimeZone zone);
+
+    bool isEmpty() const { return mask_ == 0; }
+    bool has(Attribute key) const { return (mask_ & bit(key)) != 0; }
+    // One bit per attribute present, in the order of `Attribute`.
+    std::uint16_t mask() const { return mask_; }
+
+    // Nothing when the key is absent or of another type. A text stays valid as long as this value.
+    std::optional<std::u16string_view> string(Attribute key) const;
+    std::optional<DecimalNumber> decimal(Attribute key = Attribute::decimal) const;
+    std::optional<Date> date() const;
+    const TimeZone* timeZone() const;
+    // True when the key holds exactly this text.
+    bool is(Attribute key, std::u16string_view text) const;
+
+    Value with(const DecimalNumber& number, Attribute key = Attribute::decimal) const;
+    Value with(std::u16string_view text, Attribute key) const;
+    Value with(Date date) const;
+    Value with(TimeZone zone) const;
+    Value without(Attribute key) const;
+    // This value's attributes, then every attribute of `other`, which wins where both have one.
+    Value merging(const Value& other) const;
+
+    bool isEqual(const Value& other) const;
+    friend bool operator==(const Value& a, const Value& b) { return a.isEqual(b); }
+    std::size_t hash() const;  // equal values hash equal
+    std::u16string description() const;
+    std::u16string shortDescription() const;
+
+private:
+    struct Marks;  // every attribute but the number
+
+    static constexpr std::uint16_t bit(Attribute key) { return static_cast<std::uint16_t>(1u << static_cast<unsigned>(key)); }
+    Marks& ownMarks();
+
+    DecimalNumber decimal_;
+    std::shared_ptr<const Marks> marks_;
+    std::uint16_t mask_ = 0;
+};
+
+// An immutable list of values, oldest first. Appending is O(1) and shares the older part; lists with
+// a common beginning compare in time proportional to the rest. Safe to read from several threads.
+class ValuesList {
+public:
+    struct Node {
+        Value value;
+        std::shared_ptr<const Node> previous;
+        std::size_t count;  // values up to this one
+        std::size_t hash;   // of all values up to this one
+        Node(Value v, std::shared_ptr<const Node> before);
+        Node(const Node&) = delete;
+        Node& operator=(const Node&) = delete;
+        ~Node();
+    };
+
+    ValuesList() = default;
+    [[nodiscard]] ValuesList appending(Value value) const;
+    std::size_t size() const { return last_ ? last_->count : 0; }
+    // The newest value's node, from which the older ones are reached; null when empty.
+    const std::shared_ptr<const Node>& last() const { return last_; }
+
+    bool isEqual(const ValuesList& other) const;
+    friend bool operator==(const ValuesList& a, const ValuesList& b) { return a.isEqual(b); }
+
+private:
+    std::shared_ptr<const Node> last_;
+};
+
+}  // namespace vemo

@@ -1,0 +1,60 @@
+// SPDX-License-Identifier: MIT
+#include <cmath>
+
+#include "decimal/decimal_series.h"
+
+namespace vemo {
+
+namespace {
+
+bool isInUnitInterval(const DecimalNumber& value) {
+    const auto order = DecimalNumber::compare(mxAbsoluteValue(value), smallInteger(1));
+    return order && *order <= 0;
+}
+
+}  // namespace
+
+DecimalNumber mxSinh(const DecimalNumber& value) {
+    if (value.notANumber()) return value;
+    return sumSeries(value, value, 3, 51, SeriesSign::same, SeriesStop::never, seriesFactorial);
+}
+
+DecimalNumber mxCosh(const DecimalNumber& value) {
+    if (value.notANumber()) return value;
+    return sumSeries(smallInteger(1), value, 2, 20, SeriesSign::same, SeriesStop::never, seriesFactorial);
+}
+
+DecimalNumber mxTanh(const DecimalNumber& value) { return mxDivide(mxSinh(value), mxCosh(value)); }
+DecimalNumber mxCsch(const DecimalNumber& value) { return mxInverse(mxSinh(value)); }
+DecimalNumber mxSech(const DecimalNumber& value) { return mxInverse(mxCosh(value)); }
+DecimalNumber mxCoth(const DecimalNumber& value) { return mxInverse(mxTanh(value)); }
+
+DecimalNumber mxAsinh(const DecimalNumber& value) {
+    if (!isInUnitInterval(value)) return DecimalNumber::notANumberValue();
+    DecimalNumber sum = value;
+    DecimalNumber coefficient = smallInteger(1);
+    PowerSequence powers(value, 3);
+    for (unsigned n = 1; n <= 17; n += 2) {
+        coefficient = mxDivide(mxMultiply(coefficient, smallInteger(n)), smallInteger(n + 1));
+        const DecimalNumber term =
+            mxDivide(mxMultiply(coefficient, powers.current(mxBehavior)), smallInteger(n + 2));
+        sum = n % 4 == 1 ? mxSubtract(sum, term) : mxAdd(sum, term);
+        powers.advance();
+    }
+    return sum;
+}
+
+DecimalNumber mxAcosh(const DecimalNumber& value) {
+    return DecimalNumber::fromDouble(std::acosh(value.toDouble()));
+}
+
+DecimalNumber mxAtanh(const DecimalNumber& value) {
+    if (!isInUnitInterval(value)) return DecimalNumber::notANumberValue();
+    return sumSeries(value, value, 3, 19, SeriesSign::same, SeriesStop::never, smallInteger);
+}
+
+DecimalNumber mxAcsch(const DecimalNumber& value) { return mxAsinh(mxInverse(value)); }
+DecimalNumber mxAsech(const DecimalNumber& value) { return mxAcosh(mxInverse(value)); }
+DecimalNumber mxAcoth(const DecimalNumber& value) { return mxAtanh(mxInverse(value)); }
+
+}  // namespace vemo

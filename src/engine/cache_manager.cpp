@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: MIT
+#include "engine/cache_manager.h"
+
+namespace vemo {
+
+namespace {
+
+// What was seen as present must be there unchanged; what was seen as absent must still be absent.
+bool holds(const ContextMap& dependencies, const Context& context) {
+    return dependencies.all([&](const auto& entry) {
+        const IsEquatable* present = context.find(entry->first);
+        return present ? present->isEqual(entry->second) : entry->second.isEmptyValue();
+    });
+}
+
+}  // namespace
+
+void CacheManager::add(LineResultPointer entry) {
+    const std::u16string& text = entry->formattedString.compoundString();
+    if (auto* entries = cache_.find(text)) {
+        entries->insert(entries->begin(), std::move(entry));
+        if (entries->size() > cacheLevel) entries->resize(cacheLevel);
+    } else {
+        cache_.set(text, {entry});
+    }
+}
+
+LineResultPointer CacheManager::lookup(std::u16string_view text, const Context& context) {
+    if (const auto* entries = cache_.find(text)) {
+        for (const LineResultPointer& entry : *entries)
+            if (holds(entry->dependencies, context)) return entry;
+    }
+    return nullptr;
+}
+
+}  // namespace vemo

@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "engine/context_map.h"
+#include "platform/cache.h"
+
+namespace vemo {
+
+// What one line gave.
+struct LineResult {
+    Value value;  // without attributes when the line yields nothing
+    AttributedText formattedString;
+    FormattedValue formattedValue;
+    ContextMap updates;       // entries the line set
+    ContextMap dependencies;  // entries the line read, with what it saw
+    QuickTypeData quickTypeData;
+    std::u16string extensionsLog;
+};
+
+using LineResultPointer = std::shared_ptr<const LineResult>;
+
+// Remembers the latest results of lines by their text, several per text for different contexts.
+class CacheManager {
+public:
+    static constexpr std::size_t cacheLevel = 3;
+
+    CacheManager() : cache_(cachedLines) {}
+
+    void add(LineResultPointer entry);
+    // The newest result whose dependencies all hold in the context; null without one.
+    LineResultPointer lookup(std::u16string_view text, const Context& context);
+    void setEnabled(bool enabled) { cache_.setEnabled(enabled); }
+
+private:
+    static constexpr std::size_t cachedLines = 1u << 17;  // of each of the cache's two generations
+
+    Cache<std::vector<LineResultPointer>> cache_;
+};
+
+}  // namespace vemo

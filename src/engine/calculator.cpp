@@ -1,0 +1,128 @@
+// SPDX-License-Identifier: MIT
+#include "engine/calculator.h"
+
+#include <cassert>
+#include <cstdio>
+
+namespace vemo {
+
+namespace {
+
+// Bounds against hostile input: a longer line, or deeper nesting, gives the error value.
+constexpr std::size_t longestLine = 4096;  // UTF-16 units
+constexpr std::size_t deepestEvaluation = 100;
+
+template <class Item>
+std::u16string descriptions(const std::vector<Item>& items, std::size_t from) {
+    std::u16string result;
+    for (std::size_t i = from; i < items.size(); ++i) {
+        if (i > from) result += u',';
+        result += items[i].shortDescription();
+    }
+    return result;
+}
+
+}  // namespace
+
+void Calculator::trace(const std::u16string& line) const {
+    const std::string text = utf8(line);
+    if (environment_.trace) environment_.trace(text);
+    else std::printf("%s\n", text.c_str());
+}
+
+Calculator::MultilineResult Calculator::calculate(std::u16string_view text, Context& document) {
+    Context snapshot = document.copyContext();
+    document.add(context_.data(), false);
+    MultilineResult result;
+    for (const TextRange& line : lineRanges(text)) {
+        result.lines.push_back(calculateLine(line.in(text), document, config_.debug));
+        carryForward(result.lines.back()->value, document);
+    }
+    if (const Value* total = document.get<Value>(context_keys::grandTotal)) {
+        document.set(context_keys::grandTotalFormatted,
+                     std::make_shared<const FormattedValue>(format(*total, snapshot)));
+    }
+    return result;
+}
+
+void Calculator::carryForward(const Value& value, Context& document) const {
+    document.set(context_keys::previousResult, value);
+    const auto* results = document.get<ValuesList>(context_keys::previousResults);
+    document.set(context_keys::previousResults, (results ? *results : ValuesList()).appending(value));
+    if (value.isEmpty()) return;
+    std::optional<Value> total = value;
+    if (const Value* before = document.get<Value>(context_keys::grandTotal))
+        total = operationCalculator_.apply(u"+", *before, value, document);
+    if (total) document.set(context_keys::grandTotal, *total);
+    else document.set(context_keys::grandTotal, std::nullopt);
+}
+
+LineResultPointer Calculator::calculateLine(std::u16string_view text, Context& document, bool debug) {
+    if (LineResultPointer known = cacheManager_.lookup(text, document)) {
+        document.add(known->updates, false);
+        return known;
+    }
+    const std::u16string line(text);
+    if (debug) trace(u"=== Debug for '" + line + u"' ===");
+    Context context = document.copyContext();
+    ElementList elements;
+    if (line.size() > longestLine) {
+        elements.append(makeElement(errorValue(), AttributedText(line)));
+    } else {
+        elements = extractElements(line, context, debug);
+        if (debug) trace(u"Elements extraction: " + elements.shortDescription());
+        elements = evaluate(elements, context, 0, debug);
+    }
+
+    auto result = std::make_shared<LineResult>();
+    if (!elements.empty()) result->value = elements[0].value;
+    result->formattedString = elements.attributedText();
+    result->formattedValue = format(result->value, context);
+    document.add(context.updates(), false);
+    document.addDependencies(context.dependencies());
+    result->updates = context.updates();
+    result->dependencies = context.dependencies();
+    result->quickTypeData = context.quickTypeData();
+    cacheManager_.add(result);
+    if (debug) trace(u"---");
+    return result;
+}
+
+ElementList Calculator::extractElements(const std::u16string& text, Context& context, bool debug) const {
+    std::vector<Extraction> extractions;
+    for (const auto& entry : extractors_) {
+        const std::size_t before = extractions.size();
+        entry.item->extract(text, context, extractions);
+        if (debug && extractions.size() > before) {
+            trace(u"Extractions for " + std::u16string(entry.item->name()) + u": " + descriptions(extractions, before));
+        }
+    }
+    if (debug) trace(u"Replacements: " + descriptions(extractions, 0));
+    return StringExtractor::elements(text, extractions);
+}
+
+ElementList Calculator::evaluate(const ElementList& elements, Context& context, std::size_t startEvaluatorIndex,
+                                 bool debug) {
+    assert(startEvaluatorIndex <= evaluators_.size());
+    if (evaluationDepth_ >= deepestEvaluation) return reducedTo(errorValue(), elements);
+    ++evaluationDepth_;
+    ElementList current = elements;
+    for (std::size_t i = startEvaluatorIndex; i < evaluators_.size(); ++i) {
+        const Evaluator& evaluator = *evaluators_[i];
+        if (auto reduced = evaluator.evaluate(current, context, {*this, i, debug})) current = *std::move(reduced);
+        if (debug) trace(u"Evaluate " + std::u16string(evaluator.name()) + u": " + current.shortDescription());
+    }
+    --evaluationDepth_;
+    return current;
+}
+
+FormattedValue Calculator::format(const Value& value, Context& context) const {
+    for (const auto& entry : formatters_) {
+        if (auto formatted = entry.item->format(value, context)) return *std::move(formatted);
+    }
+    return {};
+}
+
+void Calculator::contextUpdated(Context&) {}
+
+}  // namespace vemo

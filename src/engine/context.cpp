@@ -1,0 +1,202 @@
+// SPDX-License-Identifier: MIT
+#include "vemo/context.h"
+
+#include <algorithm>
+#include <unordered_set>
+
+#include "engine/context_map.h"
+#include "platform/text.h"
+
+namespace vemo {
+
+namespace {
+
+// A cheap test for words that can't be variables. It only grows; removed variables leave it too wide.
+struct VariableIndex {
+    std::unordered_set<char16_t> firstCharacters;
+    std::size_t longest = 0;
+};
+
+struct EntryEquality {
+    const IsEquatable& other;
+
+    template <class T>
+    bool operator()(const T& value) const {
+        return *other.get<T>() == value;
+    }
+    bool operator()(const std::u16string& text) const { return canonicallyEqual(text, *other.get<std::u16string>()); }
+    template <class T>
+    bool operator()(const std::shared_ptr<const T>& pointer) const {
+        const auto& theirs = *other.get<std::shared_ptr<const T>>();
+        return pointer == theirs || (pointer && theirs && *pointer == *theirs);
+    }
+};
+
+}  // namespace
+
+bool IsEquatable::isEmptyValue() const {
+    const Value* value = get<Value>();
+    return value && value->isEmpty();
+}
+
+bool IsEquatable::isEqual(const IsEquatable& other) const {
+    return storage_.index() == other.storage_.index() && std::visit(EntryEquality{other}, storage_);
+}
+
+struct Context::State {
+    ContextMap data;
+    ContextMap updates;
+    ContextMap dependencies;
+    QuickTypeData quickTypeData;
+    std::shared_ptr<const VariableIndex> variables = std::make_shared<VariableIndex>();
+    ContextDelegate* delegate = nullptr;
+    bool pauseDelegateUpdates = false;
+    mutable std::recursive_mutex mutex;
+
+    void noteVariable(std::u16string_view key) {
+        if (!key.starts_with(context_keys::variable)) return;
+        const std::u16string_view name = key.substr(context_keys::variable.size());
+        if (name.empty() || (name.size() <= variables->longest && variables->firstCharacters.contains(name.front())))
+            return;
+        auto wider = std::make_shared<VariableIndex>(*variables);
+        wider->firstCharacters.insert(name.front());
+        wider->longest = std::max(wider->longest, name.size());
+        variables = std::move(wider);
+    }
+};
+
+Context::Context() : state_(std::make_unique<State>()) {}
+Context::~Context() = default;
+Context::Context(Context&&) noexcept = default;
+Context& Context::operator=(Context&&) noexcept = default;
+
+Context Context::copyContext() const {
+    Context copy;
+    copy.state_->data = state_->data;
+    copy.state_->variables = state_->variables;
+    return copy;
+}
+
+void Context::set(std::u16string_view key, std::optional<IsEquatable> value, bool registerUpdate) {
+    if (value) {
+        state_->noteVariable(key);
+        if (registerUpdate) state_->updates.set(key, *value);
+        state_->data.set(key, *std::move(value));
+    } else {
+        if (registerUpdate) state_->updates.erase(key);
+        state_->data.erase(key);
+    }
+    if (!state_->pauseDelegateUpdates) notifyDelegate();
+}
+
+const IsEquatable* Context::find(std::u16string_view key) const { return state_->data.find(key); }
+
+void Context::setValue(std::optional<Value> value, std::u16string_view variable) {
+    std::optional<IsEquatable> entry;
+    if (value) entry.emplace(*std::move(value));
+    set(variableKey(variable), std::move(entry));
+}
+
+const Value* Context::getVariable(std::u16string_view name) const { return get<Value>(variableKey(name)); }
+
+std::optional<std::int64_t> Context::precision() const {
+    const auto* digits = get<std::int64_t>(context_keys::precision);
+    return digits ? std::optional(*digits) : std::nullopt;
+}
+
+void Context::setPrecision(std::optional<std::int64_t> digits) {
+    std::optional<IsEquatable> entry;
+    if (digits) entry.emplace(*digits);
+    set(context_keys::precision, std::move(entry));
+}
+
+const FormattedValue* Context::grandTotalFormatted() const {
+    const auto* total = get<std::shared_ptr<const FormattedValue>>(context_keys::grandTotalFormatted);
+    return total ? total->get() : nullptr;
+}
+
+void Context::beginUpdates() { state_->pauseDelegateUpdates = true; }
+
+void Context::endUpdates(bool notify) {
+    state_->pauseDelegateUpdates = false;
+    if (notify) notifyDelegate();
+}
+
+void Context::syncUpdate(const std::function<void()>& block) {
+    const std::lock_guard lock(state_->mutex);
+    beginUpdates();
+    block();
+    endUpdates(true);
+}
+
+void Context::add(const ContextMap& data, bool registerUpdates) {
+    data.all([&](const auto& entry) {
+        if (!registerUpdates && (!state_->delegate || state_->pauseDelegateUpdates)) {
+            state_->noteVariable(entry->first);
+            state_->data.setEntry(entry);
+        } else {
+            set(entry->first, entry->second, registerUpdates);
+        }
+        return true;
+    });
+}
+
+void Context::addDependencies(const ContextMap& dependencies) {
+    dependencies.all([&](const auto& entry) {
+        state_->dependencies.setEntry(entry);
+        return true;
+    });
+}
+
+void Context::addDependencyOn(std::u16string_view name, std::optional<IsEquatable> value,
+                              std::optional<IsEquatable> defaultValue) {
+    if (!value) {
+        if (const IsEquatable* present = find(name)) value = *present;
+        else value = std::move(defaultValue);
+    }
+    if (value) state_->dependencies.set(name, *std::move(value));
+    else state_->dependencies.erase(name);
+}
+
+bool Context::hasDependencyOn(std::u16string_view name) const { return dependencyFor(name) != nullptr; }
+
+const IsEquatable* Context::dependencyFor(std::u16string_view name) const { return state_->dependencies.find(name); }
+
+bool Context::hasUpdatesFor(const ContextMap& dependencies) const {
+    return !dependencies.all([&](const auto& entry) {
+        const IsEquatable* present = find(entry->first);
+        return !present || present->isEqual(entry->second);
+    });
+}
+
+void Context::addQuickTypeToken(std::u16string_view token) { state_->quickTypeData.tokens.emplace_back(token); }
+
+void Context::addQuickTypeExpression(std::u16string_view expression) {
+    state_->quickTypeData.expressions.emplace_back(expression);
+}
+
+const QuickTypeData& Context::quickTypeData() const { return state_->quickTypeData; }
+const ContextMap& Context::data() const { return state_->data; }
+const ContextMap& Context::updates() const { return state_->updates; }
+const ContextMap& Context::dependencies() const { return state_->dependencies; }
+
+bool Context::mayNameVariable(char16_t firstCharacter) const {
+    return state_->variables->firstCharacters.contains(firstCharacter);
+}
+
+std::size_t Context::longestVariableName() const { return state_->variables->longest; }
+
+bool Context::isEqual(const Context& other) const {
+    return state_->data == other.state_->data && state_->updates == other.state_->updates &&
+           state_->dependencies == other.state_->dependencies && state_->quickTypeData == other.state_->quickTypeData;
+}
+
+void Context::setDelegate(ContextDelegate* delegate) { state_->delegate = delegate; }
+
+void Context::notifyDelegate() {
+    if (state_->delegate) state_->delegate->contextUpdated(*this);
+}
+
+std::recursive_mutex& Context::mutex() const { return state_->mutex; }
+
+}  // namespace vemo

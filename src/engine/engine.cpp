@@ -1,0 +1,46 @@
+// SPDX-License-Identifier: MIT
+#include "vemo/engine.h"
+
+#include "engine/calculator.h"
+#include "platform/text.h"
+
+namespace vemo {
+
+struct VemoEngine::State {
+    Environment environment;
+    std::unique_ptr<Calculator> calculator;
+};
+
+VemoEngine::VemoEngine(Environment environment) : state_(std::make_unique<State>()) {
+    state_->environment = std::move(environment);
+}
+
+VemoEngine::~VemoEngine() = default;
+
+void VemoEngine::buildVemoWorker(const Config& config) {
+    auto calculator = std::make_unique<Calculator>(config, state_->environment);
+    {
+        const std::lock_guard lock(calculator->context().mutex());
+        calculator->initialize();
+    }
+    state_->calculator = std::move(calculator);
+}
+
+std::optional<VemoEngine::Result> VemoEngine::calculateSync(std::u16string_view text, Context& context) {
+    if (!state_->calculator) return std::nullopt;
+    const std::lock_guard lock(state_->calculator->context().mutex());
+    const Calculator::MultilineResult calculated = state_->calculator->calculate(text, context);
+    Result result;
+    result.context = &context;
+    result.lines.reserve(calculated.lines.size());
+    for (const LineResultPointer& line : calculated.lines)
+        result.lines.push_back({line->formattedString, line->formattedValue, line->quickTypeData});
+    return result;
+}
+
+std::string_view VemoEngine::version() { return VEMO_VERSION; }
+
+std::u16string utf16(std::string_view utf8) { return toUtf16(utf8); }
+std::string utf8(std::u16string_view text) { return toUtf8(text); }
+
+}  // namespace vemo

@@ -1,0 +1,123 @@
+// SPDX-License-Identifier: MIT
+#include "evaluation/arithmetic_operations.h"
+
+#include <algorithm>
+
+#include "decimal/decimal_math.h"
+#include "units/unit_converter.h"
+
+namespace vemo {
+
+namespace {
+
+// Applies `compute` to both numbers; nothing when an operand has none.
+template <class Compute>
+std::optional<DecimalNumber> combined(const Value& left, const Value& right, Compute compute) {
+    const auto a = left.decimal();
+    const auto b = right.decimal();
+    if (!a || !b) return std::nullopt;
+    return compute(*a, *b);
+}
+
+template <class Compute>
+std::optional<Value> merged(const Value& left, const Value& right, Compute compute) {
+    const auto number = combined(left, right, compute);
+    if (!number) return std::nullopt;
+    return left.merging(right).with(*number);
+}
+
+// The left operand in the right one's unit, where there is one and the conversion is possible.
+Value inUnitOf(const Value& left, const Value& right, const UnitConverter& converter, Context& context) {
+    const auto unit = right.string(Attribute::unit);
+    if (!unit || !left.decimal() || !right.decimal()) return left;
+    return converter.convert(left, *unit, context).value_or(left);
+}
+
+template <class Compute>
+std::optional<Value> keepingLeft(const Value& left, const Value& right, Compute compute) {
+    const auto number = combined(left, right, compute);
+    if (!number) return std::nullopt;
+    return left.with(*number);
+}
+
+template <class Compute>
+std::optional<Value> bitwise(const Value& left, const Value& right, Compute compute) {
+    return keepingLeft(left, right, [&](const DecimalNumber& a, const DecimalNumber& b) {
+        return DecimalNumber::fromInt64(compute(a.toInt64(), b.toInt64()));
+    });
+}
+
+template <class Compute>
+std::optional<Value> shifted(const Value& left, const Value& right, Compute compute) {
+    const auto count = right.decimal();
+    if (count && count->isNegative()) return std::nullopt;
+    return bitwise(left, right, [&](std::int64_t a, std::int64_t b) {
+        return compute(a, static_cast<int>(std::min<std::int64_t>(b, 63)));
+    });
+}
+
+}  // namespace
+
+std::optional<Value> DecimalAdditionOperation::calculate(const Value& left, const Value& right,
+                                                         Context& context) const {
+    return merged(inUnitOf(left, right, unitConverter_, context), right,
+                  [](const auto& a, const auto& b) { return a.adding(b); });
+}
+
+std::optional<Value> DecimalSubtractionOperation::calculate(const Value& left, const Value& right,
+                                                            Context& context) const {
+    const Value from = left.isEmpty() ? Value(DecimalNumber()) : left;
+    return merged(inUnitOf(from, right, unitConverter_, context), right,
+                  [](const auto& a, const auto& b) { return a.subtracting(b); });
+}
+
+std::optional<Value> DecimalMultiplicationOperation::calculate(const Value& left, const Value& right, Context&) const {
+    return merged(left, right, [](const auto& a, const auto& b) { return a.multiplying(b); });
+}
+
+std::optional<Value> DecimalDivisionOperation::calculate(const Value& left, const Value& right, Context&) const {
+    auto result = merged(left, right, [](const auto& a, const auto& b) { return a.dividing(b); });
+    if (result && right.has(Attribute::unit)) return result->without(Attribute::unit);
+    return result;
+}
+
+std::optional<Value> ModuloOperation::calculate(const Value& left, const Value& right, Context&) const {
+    return keepingLeft(left, right, mxMod);
+}
+
+std::optional<Value> ExponentOperation::calculate(const Value& left, const Value& right, Context&) const {
+    return keepingLeft(left, right, mxPower);
+}
+
+std::optional<Value> BitwiseAndOperation::calculate(const Value& left, const Value& right, Context&) const {
+    return bitwise(left, right, [](std::int64_t a, std::int64_t b) { return a & b; });
+}
+
+std::optional<Value> BitwiseOrOperation::calculate(const Value& left, const Value& right, Context&) const {
+    return bitwise(left, right, [](std::int64_t a, std::int64_t b) { return a | b; });
+}
+
+std::optional<Value> BitwiseXorOperation::calculate(const Value& left, const Value& right, Context&) const {
+    return bitwise(left, right, [](std::int64_t a, std::int64_t b) { return a ^ b; });
+}
+
+std::optional<Value> LeftShiftOperation::calculate(const Value& left, const Value& right, Context&) const {
+    return shifted(left, right, [](std::int64_t a, int count) {
+        return static_cast<std::int64_t>(static_cast<std::uint64_t>(a) << count);
+    });
+}
+
+std::optional<Value> RightShiftOperation::calculate(const Value& left, const Value& right, Context&) const {
+    return shifted(left, right, [](std::int64_t a, int count) { return a >> count; });
+}
+
+std::optional<Value> ConversionOperation::calculate(const Value& left, const Value& right, Context& context) const {
+    // An operand that is missing is for the fall-back of the calculator.
+    if (left.isEmpty() || right.isEmpty()) return std::nullopt;
+    if (const auto unit = right.string(Attribute::unit)) {
+        if (auto converted = unitConverter_.convert(left, *unit, context)) return converted;
+    }
+    return left.merging(right);
+}
+
+}  // namespace vemo

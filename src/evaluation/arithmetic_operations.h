@@ -1,0 +1,95 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "evaluation/operator_collection.h"
+
+namespace vemo {
+
+class UnitConverter;
+
+// Operations on plain numbers and quantities. Each declines operands without a number.
+
+// The left operand in the right one's unit (as it is when it can't be converted) and the right one merged,
+// so that the right operand's unit and marks win.
+class DecimalAdditionOperation : public Operation {
+public:
+    explicit DecimalAdditionOperation(const UnitConverter& unitConverter) : unitConverter_(unitConverter) {}
+    std::optional<Value> calculate(const Value& left, const Value& right, Context& context) const override;
+
+private:
+    const UnitConverter& unitConverter_;
+};
+
+// As addition; an empty left operand counts as 0, which makes the unary minus.
+class DecimalSubtractionOperation : public Operation {
+public:
+    explicit DecimalSubtractionOperation(const UnitConverter& unitConverter) : unitConverter_(unitConverter) {}
+    std::optional<Value> calculate(const Value& left, const Value& right, Context& context) const override;
+
+private:
+    const UnitConverter& unitConverter_;
+};
+
+class DecimalMultiplicationOperation : public Operation {
+public:
+    std::optional<Value> calculate(const Value& left, const Value& right, Context& context) const override;
+};
+
+// The result has no unit when the right operand has one.
+class DecimalDivisionOperation : public Operation {
+public:
+    std::optional<Value> calculate(const Value& left, const Value& right, Context& context) const override;
+};
+
+// The remaining operations keep the left operand's marks and ignore the right operand's.
+
+// a - b × floor(a ÷ b): the result takes the sign of b.
+class ModuloOperation : public Operation {
+public:
+    std::optional<Value> calculate(const Value& left, const Value& right, Context& context) const override;
+};
+
+class ExponentOperation : public Operation {
+public:
+    std::optional<Value> calculate(const Value& left, const Value& right, Context& context) const override;
+};
+
+// Bitwise operations and shifts work on signed 64-bit integers; fractions are dropped.
+class BitwiseAndOperation : public Operation {
+public:
+    std::optional<Value> calculate(const Value& left, const Value& right, Context& context) const override;
+};
+
+class BitwiseOrOperation : public Operation {
+public:
+    std::optional<Value> calculate(const Value& left, const Value& right, Context& context) const override;
+};
+
+class BitwiseXorOperation : public Operation {
+public:
+    std::optional<Value> calculate(const Value& left, const Value& right, Context& context) const override;
+};
+
+// A count above 63 counts as 63; a negative one is declined. The right shift keeps the sign.
+class LeftShiftOperation : public Operation {
+public:
+    std::optional<Value> calculate(const Value& left, const Value& right, Context& context) const override;
+};
+
+class RightShiftOperation : public Operation {
+public:
+    std::optional<Value> calculate(const Value& left, const Value& right, Context& context) const override;
+};
+
+// "in": the left operand in the right one's unit; without a unit there, the right operand's marks (a numeral
+// system) go to the left one.
+class ConversionOperation : public Operation {
+public:
+    explicit ConversionOperation(const UnitConverter& unitConverter) : unitConverter_(unitConverter) {}
+    std::optional<Value> calculate(const Value& left, const Value& right, Context& context) const override;
+
+private:
+    const UnitConverter& unitConverter_;
+};
+
+}  // namespace vemo

@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <optional>
+#include <vector>
+
+#include "evaluation/operator_collection.h"
+
+namespace vemo {
+
+// Reduces operands and the operators between them to one value: the highest priority first, from the
+// left among equals, each operator by the first of its operations that accepts the operands.
+class OperationCalculator {
+public:
+    OperationCalculator(const OperatorCollection& operators, const OperationCollection& operations)
+        : operatorCollection_(operators), operationCollection_(operations) {}
+
+    // `operators[i]` stands between `values[i]` and `values[i + 1]`; further ones are ignored. Nothing when
+    // there are too few, or when one can't be applied. An operand that is not-a-number ends the reduction.
+    std::optional<Value> calculate(std::vector<Value> values, std::vector<Value> operators, Context& context) const;
+
+    // Two operands and one operator id.
+    std::optional<Value> apply(std::u16string_view operatorId, const Value& left, const Value& right,
+                               Context& context) const;
+
+private:
+    int priority(const Value& op) const;
+
+    const OperatorCollection& operatorCollection_;
+    const OperationCollection& operationCollection_;
+};
+
+}  // namespace vemo

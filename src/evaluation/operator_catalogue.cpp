@@ -1,0 +1,79 @@
+// SPDX-License-Identifier: MIT
+#include "evaluation/operator_catalogue.h"
+
+#include <string_view>
+
+#include "evaluation/arithmetic_operations.h"
+#include "evaluation/operator_collection.h"
+#include "evaluation/percentage_operations.h"
+#include "scanning/localizer.h"
+
+namespace vemo {
+
+namespace {
+
+struct OperatorRow {
+    std::u16string_view id;
+    std::u16string_view phrases;  // a key of the table, or the one phrase when there is no table
+    std::u16string_view table;
+    std::u16string_view symbols;  // each of one character
+    int priority;
+};
+
+constexpr OperatorRow operatorRows[] = {
+    {u"in", u"conversion.variants", u"Operations", u"", 300},
+    {u"+", u"plus.variants", u"Operations", u"+", 100},
+    {u"-", u"minus.variants", u"Operations", u"-\u2012\u2013\u2014\u2015\u2212", 100},
+    {u"*", u"multiply.variants", u"Operations", u"*\u2715\u00d7", 200},
+    {u"/", u"divide.variants", u"Operations", u"/\u00f7", 200},
+    {u"^", u"", u"", u"^\u02c6", 300},
+    {u"mod", u"mod", u"", u"", 200},
+    {u"and", u"", u"", u"&", 200},  // the word "and" is no operator
+    {u"or", u"or", u"", u"|", 200},
+    {u"xor", u"xor", u"", u"", 200},
+    {u"left_shift", u"<<", u"", u"", 200},
+    {u"right_shift", u">>", u"", u"", 200},
+    {u"percent_of", u"percent_of.variants", u"Percent", u"", 100},
+    {u"percent_on", u"percent_on.variants", u"Percent", u"", 100},
+    {u"percent_off", u"percent_off.variants", u"Percent", u"", 100},
+    {u"as_a_percent_of", u"as_a_percent_of.variants", u"Percent", u"", 100},
+    {u"as_a_percent_off", u"as_a_percent_off.variants", u"Percent", u"", 100},
+    {u"as_a_percent_on", u"as_a_percent_on.variants", u"Percent", u"", 100},
+    {u"percent_of_what_is", u"percent_of_what_is.variants", u"Percent", u"", 100},
+    {u"percent_off_what_is", u"percent_off_what_is.variants", u"Percent", u"", 100},
+    {u"percent_on_what_is", u"percent_on_what_is.variants", u"Percent", u"", 100},
+};
+
+}  // namespace
+
+void registerOperators(OperatorCollection& operators, const Localizer& localizer) {
+    for (const OperatorRow& row : operatorRows) {
+        Operator op{std::u16string(row.id), {}, {}, row.priority};
+        if (!row.table.empty()) op.phrases = localizer.variants(row.phrases, row.table);
+        else if (!row.phrases.empty()) op.phrases = {std::u16string(row.phrases)};
+        for (const char16_t symbol : row.symbols) op.symbols.emplace_back(1, symbol);
+        operators.add(std::move(op));
+    }
+}
+
+void registerOperations(OperationCollection& operations, const UnitConverter& unitConverter) {
+    // The order matters: within an operator the first operation that accepts its operands wins.
+    operations.add(u"in", std::make_shared<ConversionOperation>(unitConverter));
+    operations.add(u"+", percentageAdditionOperation());
+    operations.add(u"+", std::make_shared<DecimalAdditionOperation>(unitConverter));
+    operations.add(u"-", percentageSubtractionOperation());
+    operations.add(u"-", std::make_shared<DecimalSubtractionOperation>(unitConverter));
+    operations.add(u"*", percentageMultiplicationOperation());
+    operations.add(u"*", std::make_shared<DecimalMultiplicationOperation>());
+    operations.add(u"/", std::make_shared<DecimalDivisionOperation>());
+    operations.add(u"^", std::make_shared<ExponentOperation>());
+    operations.add(u"mod", std::make_shared<ModuloOperation>());
+    operations.add(u"and", std::make_shared<BitwiseAndOperation>());
+    operations.add(u"or", std::make_shared<BitwiseOrOperation>());
+    operations.add(u"xor", std::make_shared<BitwiseXorOperation>());
+    operations.add(u"left_shift", std::make_shared<LeftShiftOperation>());
+    operations.add(u"right_shift", std::make_shared<RightShiftOperation>());
+    registerPercentagePhrases(operations, unitConverter);
+}
+
+}  // namespace vemo

@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: MIT
+#include "evaluation/operator_collection.h"
+
+namespace vemo {
+
+void OperatorCollection::add(Operator op) {
+    auto shared = std::make_shared<const Operator>(std::move(op));
+    for (const std::u16string& phrase : shared->phrases) phraseDetector_.add(phrase, shared->id, true);
+    operatorById_.insert_or_assign(shared->id, shared);
+    operators_.push_back(std::move(shared));
+}
+
+int OperatorCollection::priority(std::u16string_view id) const {
+    const auto found = operatorById_.find(id);
+    return found == operatorById_.end() ? 0 : found->second->priority;
+}
+
+void OperationCollection::add(std::u16string_view operatorId, std::shared_ptr<const Operation> operation,
+                              std::int64_t priority) {
+    operations_[std::u16string(operatorId)].add(std::move(operation), priority);
+}
+
+const OperationList& OperationCollection::operations(std::u16string_view operatorId) const {
+    const auto found = operations_.find(operatorId);
+    return found == operations_.end() ? none_ : found->second;
+}
+
+}  // namespace vemo

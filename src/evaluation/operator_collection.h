@@ -1,0 +1,61 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/cache.h"
+#include "scanning/phrase_detector.h"
+#include "scanning/sorted_list.h"
+#include "vemo/context.h"
+
+namespace vemo {
+
+// A binary operation's name: how it is written and how tightly it binds (higher binds tighter).
+struct Operator {
+    std::u16string id;
+    std::vector<std::u16string> phrases;
+    std::vector<std::u16string> symbols;
+    int priority = 0;
+};
+
+class OperatorCollection {
+public:
+    explicit OperatorCollection(StringRangeDetector& stringRangeDetector) : phraseDetector_(stringRangeDetector) {}
+
+    void add(Operator op);
+    const std::vector<std::shared_ptr<const Operator>>& operators() const { return operators_; }
+    // 0 when the id is not registered.
+    int priority(std::u16string_view id) const;
+    const PhraseDetector<std::u16string>& phraseDetector() const { return phraseDetector_; }
+
+private:
+    PhraseDetector<std::u16string> phraseDetector_;
+    std::vector<std::shared_ptr<const Operator>> operators_;
+    TextMap<std::shared_ptr<const Operator>> operatorById_;
+};
+
+// An operator's meaning for one kind of operands.
+class Operation {
+public:
+    virtual ~Operation() = default;
+    // Nothing when the operation is not for these operands.
+    virtual std::optional<Value> calculate(const Value& left, const Value& right, Context& context) const = 0;
+};
+
+using OperationList = SortedList<std::shared_ptr<const Operation>>;
+
+// The operations of each operator, in the order in which they are tried.
+class OperationCollection {
+public:
+    void add(std::u16string_view operatorId, std::shared_ptr<const Operation> operation, std::int64_t priority = 100);
+    const OperationList& operations(std::u16string_view operatorId) const;
+
+private:
+    TextMap<OperationList> operations_;
+    OperationList none_;
+};
+
+}  // namespace vemo

@@ -1,0 +1,77 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "evaluation/structure_evaluators.h"
+#include "units/scale_manager.h"
+#include "units/unit_converter.h"
+
+namespace vemo {
+
+// The evaluators that give a line its meaning beyond operators: each reduces the matches of one pattern.
+
+// "name = expression", "name += expression": stores the variable; the line's value is the expression's.
+class AssignmentEvaluator : public Evaluator {
+public:
+    explicit AssignmentEvaluator(const OperationCalculator& operationCalculator)
+        : operationCalculator_(operationCalculator), matcher_(assignmentSequenceMatcher()) {}
+    std::u16string_view name() const override { return u"AssignmentEvaluator"; }
+    std::optional<ElementList> evaluate(const ElementList&, Context&, const EvaluationContext&) const override;
+
+private:
+    const OperationCalculator& operationCalculator_;
+    FinderMatcher matcher_;
+};
+
+// "3 million".
+class ScaleEvaluator : public Evaluator {
+public:
+    explicit ScaleEvaluator(const ScaleManager& scaleManager)
+        : scaleManager_(scaleManager), matcher_(scaledExpressionMatcher()) {}
+    std::u16string_view name() const override { return u"ScaleEvaluator"; }
+    std::optional<ElementList> evaluate(const ElementList&, Context&, const EvaluationContext&) const override;
+
+private:
+    const ScaleManager& scaleManager_;
+    FinderMatcher matcher_;
+};
+
+// "$5 CAD": of a currency on each side, the one behind wins.
+class DecimalSurroundByCurrencyEvaluator : public Evaluator {
+public:
+    explicit DecimalSurroundByCurrencyEvaluator(const UnitConverter& unitConverter)
+        : unitConverter_(unitConverter), matcher_(unitAroundDecimalMatcher()) {}
+    std::u16string_view name() const override { return u"DecimalSurroundByCurrencyEvaluator"; }
+    std::optional<ElementList> evaluate(const ElementList&, Context&, const EvaluationContext&) const override;
+
+private:
+    const UnitConverter& unitConverter_;
+    FinderMatcher matcher_;
+};
+
+// "5 kg", "$5".
+class DecimalUnitEvaluator : public Evaluator {
+public:
+    DecimalUnitEvaluator()
+        : decimalUnitMatcher_(decimalFollowedByUnitMatcher()), unitDecimalMatcher_(unitFollowedByDecimalMatcher()) {}
+    std::u16string_view name() const override { return u"DecimalUnitEvaluator"; }
+    std::optional<ElementList> evaluate(const ElementList&, Context&, const EvaluationContext&) const override;
+
+private:
+    FinderMatcher decimalUnitMatcher_;
+    FinderMatcher unitDecimalMatcher_;
+};
+
+// "5 ft 3 in": a run of quantities is their sum.
+class ConvertableValueSequenceEvaluator : public Evaluator {
+public:
+    explicit ConvertableValueSequenceEvaluator(const OperationCalculator& operationCalculator)
+        : operationCalculator_(operationCalculator), matcher_(convertableValueSequenceMatcher()) {}
+    std::u16string_view name() const override { return u"ConvertableValueSequenceEvaluator"; }
+    std::optional<ElementList> evaluate(const ElementList&, Context&, const EvaluationContext&) const override;
+
+private:
+    const OperationCalculator& operationCalculator_;
+    FinderMatcher matcher_;
+};
+
+}  // namespace vemo

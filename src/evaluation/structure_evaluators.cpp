@@ -1,0 +1,157 @@
+// SPDX-License-Identifier: MIT
+#include "evaluation/structure_evaluators.h"
+
+#include <algorithm>
+
+#include "engine/context_map.h"
+
+namespace vemo {
+
+namespace {
+
+constexpr std::int64_t unaryMinusPriority = 1000;  // above every operator
+
+// No assignment makes a name that starts so, and no line needs to wait for one.
+bool mayBeName(std::u16string_view word) {
+    const char16_t first = word.front();
+    return first >= 0x80 || first == u'$' || first == u'_' || (first >= u'a' && first <= u'z') ||
+           (first >= u'A' && first <= u'Z');
+}
+
+// The evaluated contents of brackets with the brackets' own text around it.
+ElementList bracketed(const ElementList& inside, const Element& opening, const Element& closing) {
+    std::vector<ElementPointer> elements = inside.pointers();
+    if (elements.empty()) elements.push_back(std::make_shared<const Element>());
+    AttributedText first = opening.attributedText;
+    first.append(elements.front()->attributedText);
+    elements.front() = makeElement(elements.front()->value, std::move(first));
+    AttributedText last = elements.back()->attributedText;
+    last.append(closing.attributedText);
+    elements.back() = makeElement(elements.back()->value, std::move(last));
+    return ElementList(std::move(elements));
+}
+
+}  // namespace
+
+ElementList reducedTo(const Value& value, const ElementList& elements) {
+    return ElementList({makeElement(value, elements.attributedText())});
+}
+
+std::optional<ElementList> replacingMatches(const ElementList& elements, const FinderMatcher& matcher,
+                                            FunctionRef<std::optional<Value>(const Match&)> reduce) {
+    ElementList result;
+    std::size_t copied = 0;
+    bool changed = false;
+    const auto copyUpTo = [&](std::size_t end) {
+        for (; copied < end; ++copied) result.append(elements.pointers()[copied]);
+    };
+    for (const Match& match : matcher.occurrences(elements)) {
+        const auto value = reduce(match);
+        if (!value) continue;
+        copyUpTo(match.range.location);
+        result.append(makeElement(*value, elements.attributedText(match.range.location, match.range.end())));
+        copied = match.range.end();
+        changed = true;
+    }
+    if (!changed) return std::nullopt;
+    copyUpTo(elements.size());
+    return result;
+}
+
+std::optional<Value> foldGroup(const ElementList& elements, const Match& match, std::u16string_view group,
+                               std::u16string_view operatorId, const OperationCalculator& calculator,
+                               Context& context) {
+    std::optional<Value> result;
+    for (const ElementRange& range : match.groups(group)) {
+        const Value& value = elements[range.location].value;
+        result = result ? calculator.apply(operatorId, *result, value, context) : value;
+        if (!result) return std::nullopt;
+    }
+    return result;
+}
+
+std::optional<ElementList> EmptyDependenciesEvaluator::evaluate(const ElementList& elements, Context& context,
+                                                                const EvaluationContext&) const {
+    const std::u16string text = elements.attributedText().compoundString();
+    for (const TextRange& range : stringRangeDetector_.wordRanges(text)) {
+        const std::u16string_view word = range.in(text);
+        if (!mayBeName(word)) continue;
+        // Names are stored in lower case.
+        const std::u16string key = variableKey(lowercased(word));
+        const IsEquatable* known = context.dependencyFor(key);
+        if (!known || !known->get<Value>()) context.addDependencyOn(key, Value());
+    }
+    return std::nullopt;
+}
+
+std::optional<ElementList> ParenthesesEvaluator::evaluate(const ElementList& elements, Context& context,
+                                                          const EvaluationContext& evaluationContext) const {
+    if (!elements.anyHas(Attribute::parenthesis)) return std::nullopt;
+    ElementList result;
+    std::size_t depth = 0;
+    std::size_t start = 0;
+    for (std::size_t i = 0; i < elements.size(); ++i) {
+        const auto bracket = elements[i].value.string(Attribute::parenthesis);
+        if (bracket == u"(") {
+            if (depth++ == 0) start = i;
+        } else if (bracket == u")") {
+            if (depth == 0) return reducedTo(errorValue(), elements);
+            if (--depth > 0) continue;
+            const ElementList inside = evaluationContext.evaluate(elements.slice(start + 1, i), context);
+            const ElementList group = bracketed(inside, elements[start], elements[i]);
+            for (const ElementPointer& element : group.pointers()) result.append(element);
+        } else if (depth == 0) {
+            result.append(elements.pointers()[i]);
+        }
+    }
+    if (depth > 0) return reducedTo(errorValue(), elements);
+    return result;
+}
+
+std::optional<ElementList> OperationEvaluator::evaluate(const ElementList& elements, Context& context,
+                                                        const EvaluationContext& evaluationContext) const {
+    if (!elements.anyHas(Attribute::operation)) return std::nullopt;
+    std::vector<Value> operands;
+    std::vector<Value> operators;
+    AttributedText text;
+    std::size_t start = 0;
+    for (std::size_t i = 0; i <= elements.size(); ++i) {
+        if (i < elements.size() && !elements[i].value.has(Attribute::operation)) continue;
+        operands.emplace_back();
+        if (start < i) {
+            const ElementList group = elements.slice(start, i);
+            const ElementList evaluated = evaluationContext.evaluate(group, context);
+            const ElementList& reduced = evaluated.empty() ? group : evaluated;
+            operands.back() = reduced[0].value;
+            text.append(reduced.attributedText());
+        }
+        if (i == elements.size()) break;
+        operators.push_back(elements[i].value);
+        text.append(elements[i].attributedText);
+        start = i + 1;
+    }
+    for (std::size_t i = 0; i < operators.size(); ++i) {
+        if (operands[i].isEmpty() && operators[i].is(Attribute::operation, u"-"))
+            operators[i] = operators[i].with(DecimalNumber::fromInt64(unaryMinusPriority), Attribute::opPriority);
+    }
+    const auto result = operationCalculator_.calculate(std::move(operands), std::move(operators), context);
+    return ElementList({makeElement(result.value_or(Value()), std::move(text))});
+}
+
+std::optional<ElementList> ParenthesesSequenceMultiplicator::evaluate(const ElementList& elements, Context& context,
+                                                                      const EvaluationContext&) const {
+    return replacingMatches(elements, matcher_, [&](const Match& match) -> std::optional<Value> {
+        if (match.range.length == 1) return std::nullopt;
+        return foldGroup(elements, match, u"value", u"*", operationCalculator_, context);
+    });
+}
+
+std::optional<ElementList> EmptyValueSanitizer::evaluate(const ElementList& elements, Context&,
+                                                         const EvaluationContext&) const {
+    return replacingMatches(elements, matcher_, [&](const Match& match) -> std::optional<Value> {
+        if (match.range.length == 1) return std::nullopt;
+        return elements[match.group(u"value")->location].value;
+    });
+}
+
+}  // namespace vemo

@@ -1,0 +1,78 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "evaluation/evaluator.h"
+#include "evaluation/operation_calculator.h"
+#include "matching/domain_matchers.h"
+#include "scanning/string_range_detector.h"
+
+namespace vemo {
+
+// The evaluators that give expressions their structure.
+
+// Records which names a line mentions, so that it is calculated again once one of them gets a value.
+class EmptyDependenciesEvaluator : public Evaluator {
+public:
+    explicit EmptyDependenciesEvaluator(StringRangeDetector& stringRangeDetector)
+        : stringRangeDetector_(stringRangeDetector) {}
+    std::u16string_view name() const override { return u"EmptyDependenciesEvaluator"; }
+    std::optional<ElementList> evaluate(const ElementList&, Context&, const EvaluationContext&) const override;
+
+private:
+    StringRangeDetector& stringRangeDetector_;
+};
+
+// Evaluates what stands in brackets, the inner ones by the same rule. Unbalanced brackets make the whole
+// list one element with the error value.
+class ParenthesesEvaluator : public Evaluator {
+public:
+    std::u16string_view name() const override { return u"ParenthesesEvaluator"; }
+    std::optional<ElementList> evaluate(const ElementList&, Context&, const EvaluationContext&) const override;
+};
+
+// Evaluates the operands between operators and reduces them to one value.
+class OperationEvaluator : public Evaluator {
+public:
+    explicit OperationEvaluator(const OperationCalculator& operationCalculator)
+        : operationCalculator_(operationCalculator) {}
+    std::u16string_view name() const override { return u"OperationEvaluator"; }
+    std::optional<ElementList> evaluate(const ElementList&, Context&, const EvaluationContext&) const override;
+
+private:
+    const OperationCalculator& operationCalculator_;
+};
+
+// Implicit multiplication: 2 (3 + 4).
+class ParenthesesSequenceMultiplicator : public Evaluator {
+public:
+    explicit ParenthesesSequenceMultiplicator(const OperationCalculator& operationCalculator)
+        : operationCalculator_(operationCalculator), matcher_(valueWithParenthesesSequenceMatcher()) {}
+    std::u16string_view name() const override { return u"ParenthesesSequenceMultiplicator"; }
+    std::optional<ElementList> evaluate(const ElementList&, Context&, const EvaluationContext&) const override;
+
+private:
+    const OperationCalculator& operationCalculator_;
+    FinderMatcher matcher_;
+};
+
+// Lets each value take the text around it, so that the first element carries the line's value.
+class EmptyValueSanitizer : public Evaluator {
+public:
+    EmptyValueSanitizer() : matcher_(emptyValueSurroundMatcher()) {}
+    std::u16string_view name() const override { return u"EmptyValueSanitizer"; }
+    std::optional<ElementList> evaluate(const ElementList&, Context&, const EvaluationContext&) const override;
+
+private:
+    FinderMatcher matcher_;
+};
+
+// The list with each match of a pattern replaced by the element `reduce` makes of it; a match for which it
+// gives nothing stays. Nothing when no match was replaced.
+std::optional<ElementList> replacingMatches(const ElementList& elements, const FinderMatcher& matcher,
+                                            FunctionRef<std::optional<Value>(const Match&)> reduce);
+
+// The values at the start of each range of the group, folded from the left with one operator.
+std::optional<Value> foldGroup(const ElementList& elements, const Match& match, std::u16string_view group,
+                               std::u16string_view operatorId, const OperationCalculator& calculator, Context& context);
+
+}  // namespace vemo

@@ -1,0 +1,56 @@
+// SPDX-License-Identifier: MIT
+#include "functions/function_catalogue.h"
+
+#include "decimal/decimal_math.h"
+#include "functions/line_aggregates.h"
+#include "functions/mathematical_functions.h"
+#include "scanning/localizer.h"
+
+namespace vemo {
+
+namespace {
+
+struct FunctionRow {
+    std::u16string_view id;
+    std::u16string_view phrases;  // a key of the table, or the one phrase when there is no table
+    std::u16string_view table;
+    std::shared_ptr<const Function> function;
+};
+
+}  // namespace
+
+void registerFunctions(FunctionManager& functions, const Localizer& localizer,
+                       const OperationCalculator& operationCalculator, const UnitConverter& unitConverter) {
+    using namespace formulas;
+    const FunctionRow rows[] = {
+        {u"sqrt", u"sqrt.variants", u"Operations", unaryFunction(squareRoot)},
+        {u"root", u"root", u"", binaryFunction(root)},
+        {u"cbrt", u"cbrt.variants", u"Operations", unaryFunction(cubeRoot)},
+        {u"abs", u"abs", u"", unaryFunction([](const DecimalNumber& x) { return x.abs(); })},
+        {u"log", u"log", u"", binaryFunction(logarithm)},
+        {u"ln", u"ln", u"", unaryFunction(naturalLogarithm)},
+        {u"fact", u"fact", u"", unaryFunction(mxFactorial)},
+        {u"sin", u"sin", u"", trigonometricFunction(sine, unitConverter)},
+        {u"cos", u"cos", u"", trigonometricFunction(cosine, unitConverter)},
+        {u"tan", u"tan", u"", trigonometricFunction(tangent, unitConverter)},
+        {u"arcsin", u"arcsin", u"", inverseTrigonometricFunction(mxAsin, unitConverter)},
+        {u"arccos", u"arccos", u"", inverseTrigonometricFunction(mxAcos, unitConverter)},
+        {u"arctan", u"arctan", u"", inverseTrigonometricFunction(arctangent, unitConverter)},
+        {u"sinh", u"sinh", u"", unaryFunction(mxSinh)},
+        {u"cosh", u"cosh", u"", unaryFunction(mxCosh)},
+        {u"tanh", u"tanh", u"", unaryFunction(mxTanh)},
+        {u"round", u"round", u"", unaryFunction([](const DecimalNumber& x) { return x.round(0); })},
+        {u"ceil", u"ceil", u"", unaryFunction(ceiling)},
+        {u"floor", u"floor", u"", unaryFunction(formulas::floor)},
+        {u"sum", u"sum.variants", u"Operations", sumToken(operationCalculator)},
+        {u"avg", u"avg.variants", u"Operations", avgToken(operationCalculator)},
+        {u"prev", u"prev.variants", u"Operations", prevToken()},
+    };
+    for (const FunctionRow& row : rows) {
+        std::vector<std::u16string> phrases{std::u16string(row.phrases)};
+        if (!row.table.empty()) phrases = localizer.variants(row.phrases, row.table);
+        functions.add(std::u16string(row.id), phrases, row.function);
+    }
+}
+
+}  // namespace vemo

@@ -1,0 +1,15 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <memory>
+
+#include "functions/function_manager.h"
+
+namespace vemo {
+
+// Functions that look back at earlier lines. "The block" is the run of lines with a result right above.
+std::shared_ptr<const Function> sumToken(const OperationCalculator& operationCalculator);
+std::shared_ptr<const Function> avgToken(const OperationCalculator& operationCalculator);
+std::shared_ptr<const Function> prevToken();  // the line above
+
+}  // namespace vemo

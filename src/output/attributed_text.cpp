@@ -1,0 +1,75 @@
+// SPDX-License-Identifier: MIT
+#include "vemo/attributed_text.h"
+
+#include <algorithm>
+#include <array>
+#include <cassert>
+
+namespace vemo {
+
+namespace {
+
+constexpr std::array<std::u16string_view, 11> codes{u"",    u"var", u"prnth", u"num", u"cmnt", u"unit",
+                                                    u"hdr", u"lbl", u"fn",    u"oprtr", u"oprtrsmb"};
+
+}  // namespace
+
+std::u16string_view runTypeCode(RunType type) { return codes[static_cast<std::size_t>(type)]; }
+
+std::optional<RunType> runTypeFromCode(std::u16string_view code) {
+    const auto found = std::find(codes.begin() + 1, codes.end(), code);
+    if (found == codes.end()) return std::nullopt;
+    return static_cast<RunType>(found - codes.begin());
+}
+
+AttributedText::AttributedText(std::u16string_view text, RunType type)
+    : text_(text), runs_{{static_cast<std::uint32_t>(text.size()), type}} {}
+
+AttributedTextElement AttributedText::elementAt(std::size_t index) const {
+    assert(index < runs_.size());
+    std::size_t location = 0;
+    for (std::size_t i = 0; i < index; ++i) location += runs_[i].length;
+    return {text_.substr(location, runs_[index].length), runs_[index].type};
+}
+
+bool AttributedText::hasAttributeOf(RunType type) const {
+    return std::any_of(runs_.begin(), runs_.end(), [&](const Run& run) { return run.type == type; });
+}
+
+std::vector<RunType> AttributedText::usedAttributes() const {
+    std::vector<RunType> types;
+    for (const Run& run : runs_) {
+        if (run.type != RunType::none && std::find(types.begin(), types.end(), run.type) == types.end())
+            types.push_back(run.type);
+    }
+    return types;
+}
+
+void AttributedText::enumerate(
+    const std::function<void(std::u16string_view, RunType, std::size_t)>& visit) const {
+    std::size_t location = 0;
+    for (const Run& run : runs_) {
+        visit(std::u16string_view(text_).substr(location, run.length), run.type, location);
+        location += run.length;
+    }
+}
+
+void AttributedText::append(const AttributedText& other) {
+    text_ += other.text_;
+    runs_.insert(runs_.end(), other.runs_.begin(), other.runs_.end());
+}
+
+std::u16string AttributedText::description() const {
+    if (runs_.empty()) return u"AttributedText: {}";
+    std::u16string result = u"AttributedText: {\n";
+    enumerate([&](std::u16string_view text, RunType type, std::size_t) {
+        result += u"\t[\"";
+        result += text;
+        result += u"\": ";
+        result += type == RunType::none ? u"nil" : u"\"" + std::u16string(runTypeCode(type)) + u"\"";
+        result += u"]\n";
+    });
+    return result + u"}";
+}
+
+}  // namespace vemo

@@ -1,0 +1,71 @@
+// SPDX-License-Identifier: MIT
+#include "output/decimal_unit_value_formatter.h"
+
+#include <algorithm>
+
+#include "engine/context_map.h"
+#include "platform/text.h"
+#include "units/unit_manager.h"
+#include "units/unit_converter.h"
+
+namespace vemo {
+
+namespace {
+
+using NumeralSystem = VemoEngineNumberFormatter::NumeralSystem;
+
+constexpr std::int64_t defaultPrecision = 2;
+constexpr std::size_t shortLength = 9;  // a text must have fewer characters to be short
+
+NumeralSystem numeralSystem(const Value& value) {
+    const auto name = value.string(Attribute::nsystem).value_or(u"");
+    if (name == u"hex") return NumeralSystem::hexadecimal;
+    if (name == u"oct") return NumeralSystem::octal;
+    if (name == u"bin") return NumeralSystem::binary;
+    if (name == u"sci") return NumeralSystem::scientific;
+    return NumeralSystem::decimal;
+}
+
+bool isShort(std::u16string_view text) { return graphemeCount(text, shortLength) < shortLength; }
+
+}  // namespace
+
+std::u16string DecimalUnitValueFormatter::displayFormat(const Value& value) const {
+    const auto unit = value.string(Attribute::unit);
+    const std::u16string* format = unit ? unitCollection_.format(*unit) : nullptr;
+    if (!format) return u"%@";
+    return format->find(u"%@") == format->npos ? u"%@ " + *format : *format;
+}
+
+std::optional<FormattedValue> DecimalUnitValueFormatter::format(const Value& value, Context& context) const {
+    const auto number = value.decimal();
+    if (!number || number->notANumber()) return std::nullopt;
+    const auto maxFraction =
+        static_cast<int>(std::clamp<std::int64_t>(context.precision().value_or(defaultPrecision), 0, 999));
+    // Recording its absence too lets a later setting recalculate the line.
+    context.addDependencyOn(context_keys::precision, std::nullopt, Value());
+
+    const DecimalNumber magnitude = number->abs();
+    // One and a half dollars are 1.50.
+    const auto unit = value.string(Attribute::unit);
+    const bool cents = unit && unitConverter_.isCurrency(*unit) && number->fractionDigitsCount() == 1;
+    const auto text = numberFormatter_.stringFrom(magnitude, numeralSystem(value), maxFraction, cents ? 2 : 0);
+    if (!text) return std::nullopt;
+    const std::u16string format = displayFormat(value);
+    const std::u16string sign = number->isNegative() ? u"-" : u"";
+
+    FormattedValue result;
+    result.regular = sign + formatted(format, *text).value_or(*text);
+    if (isShort(*result.regular)) {
+        result.shortText = result.regular;
+    } else if (!isShort(*text)) {
+        const auto scientific = numberFormatter_.stringFrom(magnitude, NumeralSystem::scientific, 2, 0).value_or(*text);
+        const std::u16string candidate = formatted(format, scientific).value_or(scientific);
+        result.shortText = sign + (isShort(candidate) ? candidate : scientific);
+    } else {
+        result.shortText = sign + *text;
+    }
+    return result;
+}
+
+}  // namespace vemo

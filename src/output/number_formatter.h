@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "vemo/decimal_number.h"
+
+namespace vemo {
+
+// Numbers as a locale writes them, all 38 digits exact. Not synchronised: formatters are built at first
+// use and kept.
+class VemoEngineNumberFormatter {
+public:
+    enum class NumeralSystem { binary, octal, decimal, hexadecimal, scientific };
+
+    // An ICU locale identifier.
+    explicit VemoEngineNumberFormatter(std::string_view locale);
+    ~VemoEngineNumberFormatter();
+
+    // Fraction digits from 0 to 999, halves rounded away from zero; the integer systems take the number as a
+    // signed 64-bit integer and ignore them. Nothing for not-a-number.
+    std::optional<std::u16string> stringFrom(const DecimalNumber& decimal, NumeralSystem system, int maxFraction,
+                                             int minFraction) const;
+
+private:
+    struct Formatters;
+    std::unique_ptr<Formatters> formatters_;
+};
+
+}  // namespace vemo

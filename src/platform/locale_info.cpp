@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: MIT
+#include "platform/locale_info.h"
+
+#include <unicode/dcfmtsym.h>
+#include <unicode/uchar.h>
+
+namespace vemo {
+
+namespace {
+
+std::u16string symbol(const icu::DecimalFormatSymbols& symbols, icu::DecimalFormatSymbols::ENumberFormatSymbol which) {
+    const icu::UnicodeString text = symbols.getSymbol(which);
+    return {text.getBuffer(), static_cast<std::size_t>(text.length())};
+}
+
+}  // namespace
+
+LocaleInfo LocaleInfo::forIdentifier(std::string_view identifier) {
+    const std::string name(identifier.substr(0, identifier.find('.')));
+    UErrorCode status = U_ZERO_ERROR;
+    const icu::DecimalFormatSymbols symbols(icu::Locale(name.c_str()), status);
+    return {name, symbol(symbols, icu::DecimalFormatSymbols::kDecimalSeparatorSymbol),
+            symbol(symbols, icu::DecimalFormatSymbols::kGroupingSeparatorSymbol)};
+}
+
+int digitValue(char16_t character) {
+    if (character < 0x80) return character >= u'0' && character <= u'9' ? character - u'0' : -1;
+    return u_charDigitValue(character);
+}
+
+}  // namespace vemo

@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace vemo {
+
+// How a locale writes numbers.
+struct LocaleInfo {
+    std::string identifier;
+    std::u16string decimalSeparator;
+    std::u16string groupingSeparator;
+
+    // An ICU or POSIX identifier ("de_DE", "de-DE.UTF-8"). Unknown ones follow the root locale.
+    static LocaleInfo forIdentifier(std::string_view identifier);
+};
+
+// Value 0 to 9 of a decimal digit of any script, -1 for other characters.
+int digitValue(char16_t character);
+
+}  // namespace vemo

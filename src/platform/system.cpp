@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: MIT
+#include "platform/system.h"
+
+#include <unicode/locid.h>
+#include <unicode/timezone.h>
+
+#include <cstdlib>
+#include <memory>
+
+#include "platform/text.h"
+
+namespace vemo {
+
+namespace {
+
+std::string firstSet(std::initializer_list<const char*> names) {
+    for (const char* name : names) {
+        const char* value = std::getenv(name);
+        if (value && *value) return value;
+    }
+    return {};
+}
+
+bool isNeutral(std::string_view locale) { return locale.empty() || locale.starts_with("C") || locale == "POSIX"; }
+
+std::string hostTimeZone() {
+    const std::unique_ptr<icu::TimeZone> zone(icu::TimeZone::detectHostTimeZone());
+    icu::UnicodeString identifier;
+    std::string result;
+    zone->getID(identifier).toUTF8String(result);
+    return result;
+}
+
+}  // namespace
+
+Environment withDefaults(Environment environment) {
+    if (environment.locale.empty()) {
+        environment.locale = firstSet({"LC_ALL", "LC_NUMERIC", "LANG"});
+        if (isNeutral(environment.locale)) environment.locale = "en_US";
+    }
+    environment.locale = environment.locale.substr(0, environment.locale.find('.'));
+    if (environment.language.empty()) environment.language = environment.locale;
+    if (environment.timeZone.empty()) environment.timeZone = hostTimeZone();
+    if (!environment.clock) {
+        environment.clock = [] { return Date(std::chrono::system_clock::now()); };
+    }
+    return environment;
+}
+
+}  // namespace vemo

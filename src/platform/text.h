@@ -1,0 +1,49 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace vemo {
+
+// A stretch of a text, in UTF-16 units.
+struct TextRange {
+    std::size_t location = 0;
+    std::size_t length = 0;
+
+    std::size_t end() const { return location + length; }
+    std::u16string_view in(std::u16string_view text) const { return text.substr(location, length); }
+    friend bool operator==(const TextRange&, const TextRange&) = default;
+};
+
+// Ill-formed input becomes U+FFFD.
+std::u16string toUtf16(std::string_view utf8);
+std::string toUtf8(std::u16string_view text);
+
+// Language-independent lower case.
+std::u16string lowercased(std::u16string_view text);
+
+bool isWhitespace(char16_t character);  // white space and line breaks, as Unicode has them
+std::u16string_view trimmed(std::u16string_view text);
+std::u16string withoutWhitespace(std::u16string_view text);
+std::u16string joined(const std::vector<std::u16string>& parts, std::u16string_view separator);
+
+// Every line with a tab before and a line feed behind it; nothing for an empty text.
+std::u16string indentLines(std::u16string_view text);
+
+// The lines of a text. Terminators are LF, CR, CRLF, U+0085, U+2028 and U+2029; one at the very end
+// starts no further line.
+std::vector<TextRange> lineRanges(std::u16string_view text);
+
+// `template` with its first "%@" replaced; nothing when it has none.
+std::optional<std::u16string> formatted(std::u16string_view format, std::u16string_view argument);
+
+// The same characters, composed or not.
+bool canonicallyEqual(std::u16string_view a, std::u16string_view b);
+
+// User-perceived characters (grapheme clusters), counted up to `limit`.
+std::size_t graphemeCount(std::u16string_view text, std::size_t limit);
+
+}  // namespace vemo

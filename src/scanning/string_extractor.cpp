@@ -1,0 +1,76 @@
+// SPDX-License-Identifier: MIT
+#include "scanning/string_extractor.h"
+
+#include <algorithm>
+#include <numeric>
+#include <tuple>
+
+namespace vemo {
+
+namespace {
+
+// The non-overlapping candidates accepted so far.
+class AcceptedRanges {
+public:
+    explicit AcceptedRanges(std::size_t length) : covered_(length, false) {}
+
+    bool conflicts(TextRange range) const {
+        if (range.length == 0) return range.location < covered_.size() && covered_[range.location];
+        for (std::size_t i = range.location; i < range.end(); ++i)
+            if (covered_[i]) return true;
+        return std::any_of(points_.begin(), points_.end(),
+                           [&](std::size_t point) { return range.location < point && point < range.end(); });
+    }
+
+    void accept(TextRange range) {
+        if (range.length == 0) points_.push_back(range.location);
+        std::fill_n(covered_.begin() + static_cast<std::ptrdiff_t>(range.location), range.length, true);
+    }
+
+private:
+    std::vector<bool> covered_;
+    std::vector<std::size_t> points_;  // candidates of no length
+};
+
+}  // namespace
+
+void StringExtractor::extract(const std::u16string& text, const Regex& pattern, bool groups, std::int64_t priority,
+                              const std::function<ElementPointer(std::u16string_view)>& make,
+                              std::vector<Extraction>& result) const {
+    for (const TextRange& range : stringRangeDetector_.ranges(text, pattern, groups)) {
+        if (ElementPointer element = make(range.in(text))) result.push_back({range, priority, 0, std::move(element)});
+    }
+}
+
+ElementList StringExtractor::elements(std::u16string_view text, const std::vector<Extraction>& extractions) {
+    std::vector<const Extraction*> sorted(extractions.size());
+    std::transform(extractions.begin(), extractions.end(), sorted.begin(), [](const Extraction& e) { return &e; });
+    std::stable_sort(sorted.begin(), sorted.end(), [](const Extraction* a, const Extraction* b) {
+        return std::tuple(b->priority, b->range.length, b->secondaryPriority, a->range.location) <
+               std::tuple(a->priority, a->range.length, a->secondaryPriority, b->range.location);
+    });
+    AcceptedRanges accepted(text.size());
+    std::erase_if(sorted, [&](const Extraction* candidate) {
+        if (candidate->range.end() > text.size() || accepted.conflicts(candidate->range)) return true;
+        accepted.accept(candidate->range);
+        return false;
+    });
+    std::stable_sort(sorted.begin(), sorted.end(), [](const Extraction* a, const Extraction* b) {
+        return a->range.location < b->range.location;
+    });
+
+    ElementList result;
+    std::size_t cursor = 0;
+    const auto fillUpTo = [&](std::size_t end) {
+        if (cursor < end) result.append(makeElement({}, AttributedText(text.substr(cursor, end - cursor))));
+    };
+    for (const Extraction* extraction : sorted) {
+        fillUpTo(extraction->range.location);
+        result.append(extraction->element);
+        cursor = extraction->range.end();
+    }
+    fillUpTo(text.size());
+    return result;
+}
+
+}  // namespace vemo

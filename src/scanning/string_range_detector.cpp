@@ -1,0 +1,118 @@
+// SPDX-License-Identifier: MIT
+#include "scanning/string_range_detector.h"
+
+#include <functional>
+
+namespace vemo {
+
+namespace {
+
+constexpr std::size_t cachedTexts = 2048;
+
+using Predicate = bool (*)(char16_t);
+
+bool isDigit(char16_t c) { return c >= u'0' && c <= u'9'; }
+bool isDollar(char16_t c) { return c == u'$'; }
+
+// Replaces each range by the runs of characters for which the predicate holds and the stretches between.
+std::vector<TextRange> splitRuns(std::u16string_view text, const std::vector<TextRange>& ranges, Predicate holds) {
+    std::vector<TextRange> result;
+    result.reserve(ranges.size());
+    for (const TextRange& range : ranges) {
+        std::size_t start = range.location;
+        for (std::size_t i = start + 1; i < range.end(); ++i) {
+            if (holds(text[i]) == holds(text[i - 1])) continue;
+            result.push_back({start, i - start});
+            start = i;
+        }
+        result.push_back({start, range.end() - start});
+    }
+    return result;
+}
+
+std::vector<TextRange> chunks(std::u16string_view text) {
+    std::vector<TextRange> result;
+    for (std::size_t i = 0; i < text.size();) {
+        if (isWhitespace(text[i])) {
+            ++i;
+            continue;
+        }
+        const std::size_t start = i;
+        while (i < text.size() && !isWhitespace(text[i])) ++i;
+        result.push_back({start, i - start});
+    }
+    return result;
+}
+
+// The parts of each chunk: words, and what is left between them.
+std::vector<TextRange> splitWords(const std::vector<TextRange>& chunks, const std::vector<TextRange>& words) {
+    std::vector<TextRange> result;
+    auto word = words.begin();
+    for (const TextRange& chunk : chunks) {
+        std::size_t position = chunk.location;
+        while (word != words.end() && word->end() <= position) ++word;
+        for (; word != words.end() && word->location < chunk.end(); ++word) {
+            const std::size_t start = std::max(word->location, position);
+            const std::size_t end = std::min(word->end(), chunk.end());
+            if (start > position) result.push_back({position, start - position});
+            result.push_back({start, end - start});
+            position = end;
+            if (word->end() > chunk.end()) break;  // a word over white space goes on in the next chunk
+        }
+        if (position < chunk.end()) result.push_back({position, chunk.end() - position});
+    }
+    return result;
+}
+
+}  // namespace
+
+StringRangeDetector::StringRangeDetector() : wordRangesCache_(cachedTexts), regexCache_(cachedTexts) {}
+
+std::vector<TextRange> StringRangeDetector::cut(std::u16string_view text) {
+    std::vector<TextRange> ranges = chunks(text);
+    if (simplified_ || ranges.empty()) return ranges;
+    ranges = splitWords(ranges, segmenter_.words(text));
+    return splitRuns(text, splitRuns(text, ranges, isDigit), isDollar);
+}
+
+const std::vector<TextRange>& StringRangeDetector::wordRanges(std::u16string_view text) {
+    std::u16string_view latest = latestKey_;
+    if (!latest.empty() && latest.substr(1) == text && latest.front() == (simplified_ ? u's' : u'f')) return latest_;
+    latestKey_.assign(1, simplified_ ? u's' : u'f').append(text);
+    if (const auto* known = wordRangesCache_.find(latestKey_)) {
+        latest_ = *known;
+    } else {
+        latest_ = cut(text);
+        wordRangesCache_.set(latestKey_, latest_);
+    }
+    return latest_;
+}
+
+std::u16string StringRangeDetector::normalized(std::u16string_view phrase) {
+    std::u16string result;
+    for (const TextRange& word : wordRanges(phrase)) {
+        if (!result.empty()) result += u' ';
+        result += word.in(phrase);
+    }
+    return result;
+}
+
+std::vector<TextRange> StringRangeDetector::ranges(const std::u16string& text, const Regex& pattern, bool groups) {
+    // The compiled pattern's address stands for pattern and options: it lives as long as this detector.
+    std::u16string key = text;
+    const auto address = reinterpret_cast<std::uintptr_t>(&pattern);
+    for (unsigned shift = 0; shift < 64; shift += 16) key += static_cast<char16_t>(address >> shift);
+    key += groups ? u'g' : u'w';
+    if (const auto* known = regexCache_.find(key)) return *known;
+    std::vector<TextRange> found = pattern.ranges(text, groups);
+    regexCache_.set(key, found);
+    return found;
+}
+
+void StringRangeDetector::setCachesEnabled(bool enabled) {
+    wordRangesCache_.setEnabled(enabled);
+    regexCache_.setEnabled(enabled);
+    latestKey_.clear();
+}
+
+}  // namespace vemo

@@ -1,0 +1,80 @@
+// SPDX-License-Identifier: MIT
+#include "scanning/structural_extractors.h"
+
+#include <algorithm>
+
+#include "engine/context_map.h"
+#include "scanning/localizer.h"
+
+namespace vemo {
+
+constexpr StructuralPattern parenthesesPattern{u"ParenthesesExtractor", u"[\\(\\)]", 0, false, RunType::parenthesis, 0};
+constexpr StructuralPattern headerPattern{u"HeaderExtractor", u"\\s*\\#.*", u'#', false, RunType::header, 1000};
+constexpr StructuralPattern labelPattern{u"LabelExtractor", u".*:", u':', true, RunType::label, 20};
+constexpr StructuralPattern quotedCommentPattern{u"QuotedCommentExtractor", u"\"[^\"]*\"", u'"', true,
+                                                 RunType::comment, 1000};
+constexpr StructuralPattern slashCommentPattern{u"SlashCommentExtractor", u"//.*", u'/', false, RunType::comment, 1000};
+
+StructuralExtractor::StructuralExtractor(const StructuralPattern& pattern, const StringExtractor& stringExtractor)
+    : pattern_(pattern), regex_(pattern.pattern, true), stringExtractor_(stringExtractor) {}
+
+void StructuralExtractor::extract(const std::u16string& text, Context&, std::vector<Extraction>& result) const {
+    std::size_t length = text.size();
+    if (pattern_.needed != 0) {
+        const std::size_t last = text.rfind(pattern_.needed);
+        if (last == text.npos) return;
+        if (pattern_.endsWithNeeded) length = last + 1;
+    } else if (text.find_first_of(u"()") == text.npos) {
+        return;
+    }
+    const auto make = [&](std::u16string_view token) {
+        Value value;
+        if (pattern_.type == RunType::parenthesis) value = Value(Attribute::parenthesis, token);
+        return makeElement(std::move(value), AttributedText(token, pattern_.type));
+    };
+    if (length == text.size()) stringExtractor_.extract(text, regex_, false, pattern_.priority, make, result);
+    else stringExtractor_.extract(text.substr(0, length), regex_, false, pattern_.priority, make, result);
+}
+
+AssignmentExtractor::AssignmentExtractor(const Localizer& localizer, StringRangeDetector& stringRangeDetector)
+    : phraseDetector_(stringRangeDetector) {
+    for (const std::u16string& phrase : localizer.variants(u"assignment.variants", u"Operations"))
+        phraseDetector_.add(phrase, true, true);
+}
+
+void AssignmentExtractor::extract(const std::u16string& text, Context&, std::vector<Extraction>& result) const {
+    for (const auto& match : phraseDetector_.detect(text)) {
+        result.push_back({match.range, 0, 0,
+                          makeElement(Value(Attribute::assignment, DecimalNumber::fromInt64(1)),
+                                      AttributedText(match.range.in(text), RunType::operatorWord))});
+    }
+}
+
+void VariablesExtractor::extract(const std::u16string& text, Context& context, std::vector<Extraction>& result) const {
+    if (context.longestVariableName() == 0) return;
+    const std::u16string lower = lowercased(text);
+    if (lower.size() != text.size()) return;  // a character whose lower case is longer: no name has one
+    const std::vector<TextRange>& words = stringRangeDetector_.wordRanges(text);
+    for (std::size_t i = 0; i < words.size();) {
+        std::size_t used = 1;
+        const std::size_t start = words[i].location;
+        if (context.mayNameVariable(lower[start])) {
+            for (std::size_t count = std::min(words.size() - i, PhraseDetector<bool>::maxWordsLookup); count > 0; --count) {
+                const TextRange range{start, words[i + count - 1].end() - start};
+                if (range.length > context.longestVariableName()) continue;
+                const std::u16string_view name = range.in(lower);
+                const Value* value = context.getVariable(name);
+                if (!value) continue;
+                used = count;
+                const bool* hidden = context.get<bool>(std::u16string(context_keys::hiddenVariable).append(name));
+                if (hidden && *hidden) break;
+                result.push_back({range, 0, 10, makeElement(*value, AttributedText(range.in(text), RunType::variable))});
+                context.addDependencyOn(variableKey(name), *value);
+                break;
+            }
+        }
+        i += used;
+    }
+}
+
+}  // namespace vemo

@@ -1,0 +1,62 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "scanning/extractor.h"
+#include "scanning/phrase_detector.h"
+#include "scanning/string_extractor.h"
+
+namespace vemo {
+
+class Localizer;
+
+// A kind of token found by one pattern. The tables of these are comments, headers, labels and brackets.
+struct StructuralPattern {
+    std::u16string_view name;
+    std::u16string_view pattern;
+    char16_t needed;      // lines without this character are not searched
+    bool endsWithNeeded;  // a match ends with it, so nothing behind the last one needs searching
+    RunType type;
+    std::int64_t priority;
+};
+
+extern const StructuralPattern parenthesesPattern;
+extern const StructuralPattern headerPattern;
+extern const StructuralPattern labelPattern;
+extern const StructuralPattern quotedCommentPattern;
+extern const StructuralPattern slashCommentPattern;
+
+class StructuralExtractor : public Extractor {
+public:
+    StructuralExtractor(const StructuralPattern& pattern, const StringExtractor& stringExtractor);
+    std::u16string_view name() const override { return pattern_.name; }
+    void extract(const std::u16string& text, Context& context, std::vector<Extraction>& result) const override;
+
+private:
+    const StructuralPattern& pattern_;
+    Regex regex_;
+    const StringExtractor& stringExtractor_;
+};
+
+// Assignment signs.
+class AssignmentExtractor : public Extractor {
+public:
+    AssignmentExtractor(const Localizer& localizer, StringRangeDetector& stringRangeDetector);
+    std::u16string_view name() const override { return u"AssignmentExtractor"; }
+    void extract(const std::u16string& text, Context& context, std::vector<Extraction>& result) const override;
+
+private:
+    PhraseDetector<bool> phraseDetector_;
+};
+
+// Names of the variables that earlier lines defined. The line depends on each one found.
+class VariablesExtractor : public Extractor {
+public:
+    explicit VariablesExtractor(StringRangeDetector& stringRangeDetector) : stringRangeDetector_(stringRangeDetector) {}
+    std::u16string_view name() const override { return u"VariablesExtractor"; }
+    void extract(const std::u16string& text, Context& context, std::vector<Extraction>& result) const override;
+
+private:
+    StringRangeDetector& stringRangeDetector_;
+};
+
+}  // namespace vemo

@@ -1,0 +1,86 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <string>
+
+#include "platform/cache.h"
+#include "scanning/extractor.h"
+#include "scanning/phrase_detector.h"
+
+namespace vemo {
+
+class OperatorCollection;
+
+// Operators as symbols, which win over everything else on the same characters, and as words.
+class OperatorExtractor : public Extractor {
+public:
+    // The collection must be filled.
+    explicit OperatorExtractor(const OperatorCollection& operators) : operators_(operators) {}
+    std::u16string_view name() const override { return u"OperatorExtractor"; }
+    void extract(const std::u16string& text, Context& context, std::vector<Extraction>& result) const override;
+    void prepare();  // reads the collection's symbols; call once it is filled
+
+private:
+    const OperatorCollection& operators_;
+    TextMap<Value> symbols_;
+    std::size_t longestSymbol_ = 0;
+};
+
+// Names of functions.
+class FunctionExtractor : public Extractor {
+public:
+    explicit FunctionExtractor(const PhraseDetector<std::u16string>& functions) : functions_(functions) {}
+    std::u16string_view name() const override { return u"FunctionExtractor"; }
+    void extract(const std::u16string& text, Context& context, std::vector<Extraction>& result) const override;
+
+private:
+    const PhraseDetector<std::u16string>& functions_;
+};
+
+// Names and symbols of units. One that is an operator's name too ("in") is a unit where a number stands before
+// it and no operand can follow: "6 ft 2 in", "5 in in cm".
+class UnitExtractor : public Extractor {
+public:
+    UnitExtractor(const PhraseDetector<std::u16string>& units, const OperatorCollection& operators)
+        : units_(units), operators_(operators) {}
+    std::u16string_view name() const override { return u"UnitExtractor"; }
+    void extract(const std::u16string& text, Context& context, std::vector<Extraction>& result) const override;
+
+private:
+    bool displacesOperator(std::u16string_view text, TextRange range) const;
+
+    const PhraseDetector<std::u16string>& units_;
+    const OperatorCollection& operators_;
+};
+
+// Words that multiply the number before them.
+class ScalesExtractor : public Extractor {
+public:
+    explicit ScalesExtractor(const PhraseDetector<std::u16string>& scales) : scales_(scales) {}
+    std::u16string_view name() const override { return u"ScalesExtractor"; }
+    void extract(const std::u16string& text, Context& context, std::vector<Extraction>& result) const override;
+
+private:
+    const PhraseDetector<std::u16string>& scales_;
+};
+
+// The percent sign, as a unit.
+class PercentageSymbolExtractor : public Extractor {
+public:
+    std::u16string_view name() const override { return u"PercentageSymbolExtractor"; }
+    void extract(const std::u16string& text, Context& context, std::vector<Extraction>& result) const override;
+};
+
+// The letter x as multiplication: the weakest candidate of all.
+class MultiplyXSymbolExtractor : public Extractor {
+public:
+    explicit MultiplyXSymbolExtractor(StringRangeDetector& stringRangeDetector)
+        : stringRangeDetector_(stringRangeDetector) {}
+    std::u16string_view name() const override { return u"MultiplyXSymbolExtractor"; }
+    void extract(const std::u16string& text, Context& context, std::vector<Extraction>& result) const override;
+
+private:
+    StringRangeDetector& stringRangeDetector_;
+};
+
+}  // namespace vemo

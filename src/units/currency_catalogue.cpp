@@ -1,0 +1,89 @@
+// SPDX-License-Identifier: MIT
+#include <unicode/locid.h>
+#include <unicode/ucurr.h>
+
+#include <algorithm>
+#include <string>
+
+#include "scanning/localizer.h"
+#include "units/formula_converters.h"
+#include "units/unit_catalogue.h"
+
+namespace vemo {
+
+namespace {
+
+// ISO 4217 codes, current and past, and the crypto-currencies that fiat rate services list.
+constexpr std::u16string_view codes =
+    u"AED AFN ALL AMD ANG AOA ARS AUD AWG AZN BAM BBD BDT BGN BHD BIF BMD BND BOB BRL BSD BTC BTN BWP BYR BYN BZD CAD "
+    u"CDF CHF CLP CNY COP CRC CUP CVE CZK DJF DKK DOP DZD EGP ERN ETB EUR FJD FKP GBP GEL GHS GIP GMD GNF GTQ GYD HKD "
+    u"HNL HRK HTG HUF IDR ILS INR IQD IRR ISK JMD JOD JPY KES KGS KHR KMF KPW KRW KWD KYD KZT LAK LBP LKR LRD LSL LTL "
+    u"LVL LYD MAD MDL MGA MKD MMK MNT MOP MRO MUR MVR MWK MXN MYR MZN NAD NGN NIO NOK NPR NZD OMR PAB PEN PGK PHP PKR "
+    u"PLN PYG QAR RON RSD RUB RWF SAR SBD SCR SDG SEK SGD SHP SLL SOS SRD SSP STD SVC SYP SZL THB TJS TMT TND TOP TRY "
+    u"TTD TWD TZS UAH UGX USD UYU UZS VEF VND VUV WST XAF XCD XOF XPF YER ZAR ZMW BTS DASH DOGE EAC EMC ETH FCT FTC LD "
+    u"LTC NMC NVC NXT PPC STR VTC XMR XPM XRP";
+
+// Their lower-case codes are words or units of their own.
+constexpr std::u16string_view exactOnly[] = {u"CUP", u"KMF", u"TMT", u"UZS", u"ZMW"};
+
+constexpr std::u16string_view table = u"Currency";
+
+void appendUnique(std::vector<std::u16string>& phrases, std::u16string phrase) {
+    if (!phrase.empty() && std::find(phrases.begin(), phrases.end(), phrase) == phrases.end())
+        phrases.push_back(std::move(phrase));
+}
+
+// The names and the symbol of a currency in a language, in lower case.
+void appendCldrNames(const std::u16string& code, const std::string& language, std::vector<std::u16string>& phrases) {
+    const auto append = [&](const char16_t* text, std::int32_t length) {
+        const std::u16string_view name(text, static_cast<std::size_t>(length));
+        if (name != code) appendUnique(phrases, lowercased(name));
+    };
+    UErrorCode status = U_ZERO_ERROR;
+    std::int32_t length = 0;
+    for (const char* plural : {"one", "other", "few", "many"}) {
+        const char16_t* name = ucurr_getPluralName(code.c_str(), language.c_str(), nullptr, plural, &length, &status);
+        if (U_SUCCESS(status)) append(name, length);
+    }
+    for (const UCurrNameStyle style : {UCURR_LONG_NAME, UCURR_SYMBOL_NAME}) {
+        const char16_t* name = ucurr_getName(code.c_str(), language.c_str(), style, nullptr, &length, &status);
+        if (U_SUCCESS(status)) append(name, length);
+    }
+}
+
+bool hasTableEntry(const Localizer& localizer, const std::u16string& key) {
+    return localizer.translationOrBase(key, table) != key;
+}
+
+}  // namespace
+
+void registerCurrencies(UnitRegistry& registry, const Localizer& localizer, std::string_view language) {
+    const std::string name(language);
+    for (std::u16string_view rest = codes; !rest.empty();) {
+        const std::size_t end = std::min(rest.find(u' '), rest.size());
+        const std::u16string code(rest.substr(0, end));
+        rest.remove_prefix(std::min(end + 1, rest.size()));
+        Unit unit;
+        unit.id = code;
+        if (std::find(std::begin(exactOnly), std::end(exactOnly), code) != std::end(exactOnly)) {
+            unit.phrases = {code};
+        } else {
+            unit.phrases = {lowercased(code)};
+            if (hasTableEntry(localizer, code + u".variants")) {
+                for (std::u16string& phrase : localizer.variants(code + u".variants", table, true, true))
+                    appendUnique(unit.phrases, std::move(phrase));
+            } else {
+                appendCldrNames(code, name, unit.phrases);
+                appendCldrNames(code, "en", unit.phrases);
+            }
+        }
+        const std::u16string format = localizer.translationOrBase(code + u".format", table);
+        unit.format = format.find(u".format") == format.npos ? format : code;
+        unit.baseUnitId = u"USD";
+        unit.toBaseValueConverter = currencyToUsdConverter(code, u"currency_rates_update_time", u"currency_rates");
+        unit.fromBaseValueConverter = usdToCurrencyConverter(code, u"currency_rates_update_time", u"currency_rates");
+        registry.registerUnit(unit);
+    }
+}
+
+}  // namespace vemo

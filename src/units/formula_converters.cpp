@@ -1,0 +1,164 @@
+// SPDX-License-Identifier: MIT
+#include "units/formula_converters.h"
+
+#include <functional>
+
+#include "engine/context_map.h"
+
+namespace vemo {
+
+namespace {
+
+using Formula = std::function<std::optional<DecimalNumber>(const DecimalNumber&, Context&)>;
+
+// Applies a formula to amounts of one unit.
+class FormulaConverter : public ValueConverter {
+public:
+    FormulaConverter(std::u16string from, std::u16string to, Formula formula)
+        : from_(std::move(from)), to_(std::move(to)), formula_(std::move(formula)) {}
+
+    std::optional<Value> convert(const Value& value, Context& context) const override {
+        const auto amount = value.decimal();
+        if (!amount || !value.is(Attribute::unit, from_)) return std::nullopt;
+        const auto result = formula_(*amount, context);
+        if (!result) return std::nullopt;
+        return value.with(*result).with(to_, Attribute::unit);
+    }
+
+private:
+    std::u16string from_;
+    std::u16string to_;
+    Formula formula_;
+};
+
+std::shared_ptr<const ValueConverter> formula(std::u16string from, std::u16string to, Formula formula) {
+    return std::make_shared<FormulaConverter>(std::move(from), std::move(to), std::move(formula));
+}
+
+DecimalNumber number(std::string_view text) { return DecimalNumber::parse(text); }
+
+std::optional<DecimalNumber> pixelsPerMeter(Context& context) {
+    const Value* ppi = context.getVariable(u"ppi");
+    const auto amount = ppi ? ppi->decimal() : std::nullopt;
+    context.addDependencyOn(variableKey(u"ppi"), std::nullopt, Value());
+    return amount ? std::optional(amount->dividing(number("0.0254"))) : std::nullopt;
+}
+
+// What one em is; nothing when the variable has no amount or is given in ems, which would have no end.
+std::optional<Value> emSize(Context& context) {
+    const Value* em = context.getVariable(u"em");
+    context.addDependencyOn(variableKey(u"em"), std::nullopt, Value());
+    if (!em || !em->decimal() || em->is(Attribute::unit, u"em")) return std::nullopt;
+    return *em;
+}
+
+class EmToMeterConverter : public ValueConverter {
+public:
+    explicit EmToMeterConverter(const UnitConverter& converter) : converter_(converter) {}
+
+    std::optional<Value> convert(const Value& value, Context& context) const override {
+        const auto amount = value.decimal();
+        if (!amount || !value.is(Attribute::unit, u"em")) return std::nullopt;
+        const auto em = emSize(context);
+        if (!em) return std::nullopt;
+        Value length = value.with(amount->multiplying(*em->decimal()));
+        if (const auto unit = em->string(Attribute::unit)) length = length.with(*unit, Attribute::unit);
+        else length = length.without(Attribute::unit);
+        return converter_.convert(length, u"m", context);
+    }
+
+private:
+    const UnitConverter& converter_;
+};
+
+class MoneyConverter : public ValueConverter {
+public:
+    MoneyConverter(std::u16string currency, bool toUsd, std::u16string dependencyKey, std::u16string ratesKey)
+        : currency_(std::move(currency)),
+          toUsd_(toUsd),
+          dependencyKey_(std::move(dependencyKey)),
+          ratesKey_(std::move(ratesKey)) {}
+
+    std::optional<Value> convert(const Value& value, Context& context) const override {
+        const auto amount = value.decimal();
+        const std::u16string_view from = toUsd_ ? std::u16string_view(currency_) : u"USD";
+        if (!amount || !value.is(Attribute::unit, from)) return std::nullopt;
+        context.addDependencyOn(dependencyKey_, std::nullopt, Value());
+        const auto* rates = context.get<std::shared_ptr<const CurrencyRatesContainer>>(ratesKey_);
+        if (!rates || !*rates) return value.with(DecimalNumber::notANumberValue());
+        const auto rate = (*rates)->rates.find(currency_);
+        if (rate == (*rates)->rates.end()) return value.with(DecimalNumber::notANumberValue());
+        if (toUsd_) return value.with(amount->dividing(rate->second)).with(u"USD", Attribute::unit);
+        return value.with(amount->multiplying(rate->second)).with(currency_, Attribute::unit);
+    }
+
+private:
+    std::u16string currency_;
+    bool toUsd_;
+    std::u16string dependencyKey_;
+    std::u16string ratesKey_;
+};
+
+}  // namespace
+
+std::shared_ptr<const ValueConverter> celsiusToKelvinConverter() {
+    return formula(u"celsius", u"kelvin", [](const auto& amount, Context&) { return amount.adding(number("273.15")); });
+}
+
+std::shared_ptr<const ValueConverter> kelvinToCelsiusConverter() {
+    return formula(u"kelvin", u"celsius",
+                   [](const auto& amount, Context&) { return amount.subtracting(number("273.15")); });
+}
+
+std::shared_ptr<const ValueConverter> fahrenheitToKelvinConverter() {
+    return formula(u"fahrenheit", u"kelvin", [](const auto& amount, Context&) {
+        return amount.adding(number("459.67")).multiplying(number("5")).dividing(number("9"));
+    });
+}
+
+std::shared_ptr<const ValueConverter> kelvinToFahrenheitConverter() {
+    return formula(u"kelvin", u"fahrenheit", [](const auto& amount, Context&) {
+        return amount.multiplying(number("9")).dividing(number("5")).subtracting(number("459.67"));
+    });
+}
+
+std::shared_ptr<const ValueConverter> pixelToMeterConverter() {
+    return formula(u"pixel", u"m", [](const auto& amount, Context& context) -> std::optional<DecimalNumber> {
+        const auto density = pixelsPerMeter(context);
+        return density ? std::optional(amount.dividing(*density)) : std::nullopt;
+    });
+}
+
+std::shared_ptr<const ValueConverter> meterToPixelConverter() {
+    return formula(u"m", u"pixel", [](const auto& amount, Context& context) -> std::optional<DecimalNumber> {
+        const auto density = pixelsPerMeter(context);
+        return density ? std::optional(amount.multiplying(*density)) : std::nullopt;
+    });
+}
+
+std::shared_ptr<const ValueConverter> emToMeterConverter(const UnitConverter& converter) {
+    return std::make_shared<EmToMeterConverter>(converter);
+}
+
+std::shared_ptr<const ValueConverter> meterToEmConverter(const UnitConverter& converter) {
+    return formula(u"m", u"em", [&converter](const auto& amount, Context& context) -> std::optional<DecimalNumber> {
+        const auto em = emSize(context);
+        const auto length = em ? converter.convert(*em, u"m", context) : std::nullopt;
+        const auto meters = length ? length->decimal() : std::nullopt;
+        return meters ? std::optional(amount.dividing(*meters)) : std::nullopt;
+    });
+}
+
+std::shared_ptr<const ValueConverter> currencyToUsdConverter(std::u16string currencyUnitId,
+                                                             std::u16string dependencyKey, std::u16string ratesKey) {
+    return std::make_shared<MoneyConverter>(std::move(currencyUnitId), true, std::move(dependencyKey),
+                                            std::move(ratesKey));
+}
+
+std::shared_ptr<const ValueConverter> usdToCurrencyConverter(std::u16string currencyUnitId,
+                                                             std::u16string dependencyKey, std::u16string ratesKey) {
+    return std::make_shared<MoneyConverter>(std::move(currencyUnitId), false, std::move(dependencyKey),
+                                            std::move(ratesKey));
+}
+
+}  // namespace vemo

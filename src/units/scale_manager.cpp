@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: MIT
+#include "units/scale_manager.h"
+
+#include "scanning/localizer.h"
+
+namespace vemo {
+
+namespace {
+
+constexpr struct {
+    std::u16string_view id;
+    std::int16_t ratio;
+} scaleRows[] = {{u"million", 6}, {u"thousand", 3}, {u"billion", 9}};
+
+}  // namespace
+
+void ScaleManager::add(Scale scale) {
+    for (const std::u16string& phrase : scale.phrases) phraseDetector_.add(phrase, scale.id, true);
+    std::u16string id = scale.id;
+    scales_.insert_or_assign(std::move(id), std::move(scale));
+}
+
+const Scale* ScaleManager::scale(std::u16string_view id) const {
+    const auto found = scales_.find(id);
+    return found == scales_.end() ? nullptr : &found->second;
+}
+
+void registerScales(ScaleManager& scales, const Localizer& localizer) {
+    for (const auto& row : scaleRows) {
+        const std::u16string id(row.id);
+        scales.add({id, row.ratio, localizer.variants(id + u".variants", u"Scales")});
+    }
+}
+
+}  // namespace vemo

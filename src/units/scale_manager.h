@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "scanning/phrase_detector.h"
+
+namespace vemo {
+
+class Localizer;
+
+// A word that multiplies the number before it by 10^ratio.
+struct Scale {
+    std::u16string id;
+    std::int16_t ratio = 0;
+    std::vector<std::u16string> phrases;
+};
+
+class ScaleManager {
+public:
+    explicit ScaleManager(StringRangeDetector& stringRangeDetector) : phraseDetector_(stringRangeDetector) {}
+
+    // A later scale has the phrases it shares with an earlier one, and replaces one with the same id.
+    void add(Scale scale);
+    const PhraseDetector<std::u16string>& phraseDetector() const { return phraseDetector_; }
+    const Scale* scale(std::u16string_view id) const;
+
+private:
+    PhraseDetector<std::u16string> phraseDetector_;
+    TextMap<Scale> scales_;
+};
+
+void registerScales(ScaleManager& scales, const Localizer& localizer);
+
+}  // namespace vemo

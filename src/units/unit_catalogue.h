@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <functional>
+#include <string_view>
+#include <vector>
+
+#include "units/unit_converter.h"
+#include "units/unit_manager.h"
+
+namespace vemo {
+
+class Localizer;
+
+using Log = std::function<void(std::string_view)>;
+
+// Where the catalogue's units go.
+class UnitRegistry {
+public:
+    UnitRegistry(UnitManager& manager, UnitConverter& converter) : manager_(manager), converter_(converter) {}
+    void registerUnit(const Unit& unit, bool phrasesVerbatim = true);
+    UnitManager& manager() const { return manager_; }
+    UnitConverter& converter() const { return converter_; }
+
+private:
+    UnitManager& manager_;
+    UnitConverter& converter_;
+};
+
+// Registers every built-in unit but currencies and the screen measures.
+void registerUnits(UnitRegistry& registry, const Localizer& localizer, const Log& log);
+
+// Registers pixel and em, and sets what they depend on: the variables "ppi" and "em".
+void registerScreenUnits(UnitRegistry& registry, const Localizer& localizer, Context& context);
+
+// Registers the currencies, converted by the rates under "currency_rates". Names and symbols that the tables
+// lack come from CLDR, in the given language and in English.
+void registerCurrencies(UnitRegistry& registry, const Localizer& localizer, std::string_view language);
+
+// The square (2) or cubic (3) variant of a length.
+Unit poweredVariant(const Unit& unit, int power, const std::vector<std::u16string>& templates,
+                    std::u16string_view powerFormat, const Log& log);
+
+}  // namespace vemo

@@ -1,0 +1,70 @@
+// SPDX-License-Identifier: MIT
+#include "units/unit_converter.h"
+
+namespace vemo {
+
+namespace {
+
+constexpr std::u16string_view currencyBase = u"USD";
+
+std::u16string pairKey(std::u16string_view from, std::u16string_view to) {
+    std::u16string key;
+    key.reserve(from.size() + to.size() + 1);
+    return key.append(from).append(u":").append(to);
+}
+
+}  // namespace
+
+void UnitConverter::registerUnit(const Unit& unit) {
+    if (!unit.baseUnitId) return;
+    const std::u16string& base = *unit.baseUnitId;
+    if (unit.baseRatio) {
+        const DecimalNumber inverse = DecimalNumber::fromInt64(1).dividing(*unit.baseRatio);
+        converters_.insert_or_assign(pairKey(unit.id, base),
+                                     std::make_shared<RatioValueConverter>(*unit.baseRatio, unit.id, base));
+        converters_.insert_or_assign(pairKey(base, unit.id),
+                                     std::make_shared<RatioValueConverter>(inverse, base, unit.id));
+    }
+    if (unit.toBaseValueConverter) converters_.insert_or_assign(pairKey(unit.id, base), unit.toBaseValueConverter);
+    if (unit.fromBaseValueConverter) converters_.insert_or_assign(pairKey(base, unit.id), unit.fromBaseValueConverter);
+    baseUnits_.insert_or_assign(unit.id, base);
+}
+
+const ValueConverter* UnitConverter::converter(std::u16string_view from, std::u16string_view to) const {
+    const auto found = converters_.find(pairKey(from, to));
+    return found == converters_.end() ? nullptr : found->second.get();
+}
+
+const std::u16string* UnitConverter::baseUnit(std::u16string_view unitId) const {
+    const auto found = baseUnits_.find(unitId);
+    return found == baseUnits_.end() ? nullptr : &found->second;
+}
+
+bool UnitConverter::isCurrency(std::u16string_view unitId) const {
+    const std::u16string* base = baseUnit(unitId);
+    return base && *base == currencyBase;
+}
+
+std::optional<Value> UnitConverter::convert(const Value& value, std::u16string_view toUnitId, Context& context) const {
+    const auto from = value.string(Attribute::unit);
+    if (!from) return value.with(toUnitId, Attribute::unit);
+    if (*from == toUnitId) return value;
+    if (const ValueConverter* direct = converter(*from, toUnitId)) return direct->convert(value, context);
+    const std::u16string* base = baseUnit(*from);
+    if (!base) return std::nullopt;
+    const std::u16string* toBase = baseUnit(toUnitId);
+    if (!toBase || *toBase != *base) return Value(DecimalNumber::notANumberValue());
+    const ValueConverter* first = converter(*from, *base);
+    const ValueConverter* second = converter(*base, toUnitId);
+    if (!first || !second) return std::nullopt;
+    const auto inBase = first->convert(value, context);
+    return inBase ? second->convert(*inBase, context) : std::nullopt;
+}
+
+std::optional<Value> RatioValueConverter::convert(const Value& value, Context&) const {
+    const auto amount = value.decimal();
+    if (!amount || !value.is(Attribute::unit, fromUnitId_)) return std::nullopt;
+    return value.with(amount->multiplying(ratio_)).with(toUnitId_, Attribute::unit);
+}
+
+}  // namespace vemo

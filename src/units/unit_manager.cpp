@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: MIT
+#include "units/unit_manager.h"
+
+namespace vemo {
+
+std::u16string Unit::description() const {
+    const auto text = [](const std::optional<std::u16string>& field) { return field.value_or(u""); };
+    const std::u16string fields =
+        u"id: " + id + u"\nphrases: " + joined(phrases, u",") + u"\nbaseRatio: " +
+        (baseRatio ? toUtf16(baseRatio->toString()) : u"") + u"\nbaseUnitId: " + text(baseUnitId) + u"\nformat: " +
+        text(format) + u"\nisSiUnit: " + (isSiUnit ? u"true" : u"false") + u"\ninternationalSymbol: " +
+        text(internationalSymbol) + u"\nlocalizedSymbol: " + text(localizedSymbol) + u"\ntoBaseValueConverter: " +
+        (toBaseValueConverter ? u"yes" : u"") + u"\nfromBaseValueConverter: " + (fromBaseValueConverter ? u"yes" : u"");
+    return u"Unit: {\n" + indentLines(fields) + u"}";
+}
+
+void UnitManager::addUnit(const Unit& unit, bool phrasesVerbatim) {
+    for (const std::u16string& phrase : unit.phrases) phraseDetector_.add(phrase, unit.id, !phrasesVerbatim);
+    for (const auto* symbol : {&unit.internationalSymbol, &unit.localizedSymbol})
+        if (*symbol) phraseDetector_.add(**symbol, unit.id, false);
+    if (unit.format) format_.insert_or_assign(unit.id, *unit.format);
+}
+
+void UnitManager::addPhrase(std::u16string_view phrase, std::u16string_view unitId) {
+    phraseDetector_.add(phrase, std::u16string(unitId), false);
+}
+
+const std::u16string* UnitManager::format(std::u16string_view unitId) const {
+    const auto found = format_.find(unitId);
+    return found == format_.end() ? nullptr : &found->second;
+}
+
+}  // namespace vemo

@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "scanning/phrase_detector.h"
+#include "units/unit.h"
+
+namespace vemo {
+
+// Makes units findable by phrase and symbol, and knows how their amounts are shown.
+class UnitManager {
+public:
+    explicit UnitManager(StringRangeDetector& stringRangeDetector) : phraseDetector_(stringRangeDetector) {}
+
+    // Where two units claim a phrase or symbol, the last one added has it. Without `phrasesVerbatim` the
+    // words of a phrase are joined with single blanks first.
+    void addUnit(const Unit& unit, bool phrasesVerbatim);
+    void addPhrase(std::u16string_view phrase, std::u16string_view unitId);
+
+    const PhraseDetector<std::u16string>& phraseDetector() const { return phraseDetector_; }
+    // The display format; null when the unit has none.
+    const std::u16string* format(std::u16string_view unitId) const;
+
+private:
+    PhraseDetector<std::u16string> phraseDetector_;
+    TextMap<std::u16string> format_;
+};
+
+}  // namespace vemo
