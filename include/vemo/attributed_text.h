@@ -47,6 +47,23 @@ public:
         friend bool operator==(const Run&, const Run&) = default;
     };
 
+    // A list that needs no allocation for a single run.
+    class Runs {
+    public:
+        const Run* begin() const { return many_.empty() ? &one_ : many_.data(); }
+        const Run* end() const { return begin() + size(); }
+        std::size_t size() const { return many_.empty() ? (single_ ? 1u : 0u) : many_.size(); }
+        const Run& operator[](std::size_t index) const { return begin()[index]; }
+        void append(const Runs& other);
+        void push_back(Run run);
+        friend bool operator==(const Runs& a, const Runs& b);
+
+    private:
+        Run one_{};
+        bool single_ = false;
+        std::vector<Run> many_;
+    };
+
     AttributedText() = default;
     explicit AttributedText(std::u16string_view text, RunType type = RunType::none);
 
@@ -55,7 +72,8 @@ public:
     const std::u16string& compoundString() const { return text_; }
     bool hasAttributeOf(RunType type) const;
     std::vector<RunType> usedAttributes() const;  // distinct, without none, in order of appearance
-    const std::vector<Run>& runs() const { return runs_; }
+    // The runs, without their texts.
+    const Runs& runs() const { return runs_; }
     // Calls `visit(text, type, location)` once per run, in order.
     void enumerate(const std::function<void(std::u16string_view, RunType, std::size_t)>& visit) const;
     void append(const AttributedText& other);
@@ -65,7 +83,7 @@ public:
 
 private:
     std::u16string text_;
-    std::vector<Run> runs_;
+    Runs runs_;
 };
 
 // The result text of a line: in full, and abbreviated where a formatter provides that.

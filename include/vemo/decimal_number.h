@@ -9,7 +9,7 @@
 
 namespace vemo {
 
-struct DecimalAccess;
+class DecimalAccess;  // assembles results inside the library
 
 // How a result that does not fit is rounded.
 enum class RoundingMode : std::uint8_t {

@@ -86,8 +86,8 @@ MxDecimal MxDecimalMod(MxDecimal a, MxDecimal b);
 MxDecimal MxDecimalMod2Pi(MxDecimal x);
 
 /*
- * Roots of positive numbers, by Newton's iteration in at most 50 steps; far from 1 and with an exponent
- * below 3 these do not suffice for all digits.
+ * Roots of positive numbers, by Newton's iteration in at most 50 steps. Sqrt has all its digits; NthRoot starts
+ * from d itself, from where 50 steps may not suffice when the root is far away.
  */
 MxDecimal MxDecimalSqrt(MxDecimal d);
 MxDecimal MxDecimalNthRoot(MxDecimal d, MxDecimal n);
@@ -122,8 +122,8 @@ MxDecimal MxDecimalSec(MxDecimal x);
 MxDecimal MxDecimalCot(MxDecimal x);
 
 /*
- * Their inverses, in radians, from the arctangent's series. Asin and Acos take -1 to 1, Asec and Acsc the
- * rest; accuracy falls as the argument of the arctangent nears 1 from below.
+ * Their inverses, in radians, from the arctangent's series after halving the angle. Asin and Acos take -1 to 1,
+ * Asec and Acsc the rest.
  */
 MxDecimal MxDecimalAsin(MxDecimal x);
 MxDecimal MxDecimalAcos(MxDecimal x);
@@ -132,7 +132,7 @@ MxDecimal MxDecimalAcsc(MxDecimal x);
 MxDecimal MxDecimalAsec(MxDecimal x);
 MxDecimal MxDecimalAcot(MxDecimal x);
 
-/* Hyperbolic functions, by a short Taylor series: accurate for small arguments, to about |x| = 1. */
+/* Hyperbolic functions, by Taylor's series up to |x| = 2 and from the exponential function beyond. */
 MxDecimal MxDecimalSinh(MxDecimal x);
 MxDecimal MxDecimalCosh(MxDecimal x);
 MxDecimal MxDecimalTanh(MxDecimal x);

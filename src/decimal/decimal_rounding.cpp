@@ -2,10 +2,12 @@
 #include "decimal/decimal_rounding.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace vemo {
 
-struct DecimalAccess {
+class DecimalAccess {
+public:
     static DecimalNumber make(UInt128 mantissa, int exponent, bool negative) {
         DecimalNumber result;
         result.low_ = lowHalf(mantissa);
@@ -23,19 +25,19 @@ int trailingZeroBits(UInt128 value) {
     return lowHalf(value) != 0 ? std::countr_zero(lowHalf(value)) : 64 + std::countr_zero(highHalf(value));
 }
 
-// Moves trailing decimal zeros into the exponent, as far as it may grow.
-template <class Integer>
-void stripZeros(Integer& mantissa, int& exponent) {
+// Moves trailing decimal zeros into the exponent, as far as it may grow. The steps are constants for the
+// sake of division.
+template <class Integer, int... steps>
+void stripZeros(Integer& mantissa, int& exponent, std::integer_sequence<int, steps...>) {
     int limit = std::min(DecimalNumber::maxExponent - exponent, trailingZeroBits(mantissa));
-    for (const int step : {16, 16, 8, 4, 2, 1}) {
-        if (step > limit) continue;
-        const auto power = static_cast<Integer>(powerOfTen<UInt128>(step));
-        const Integer quotient = mantissa / power;
-        if (quotient * power != mantissa) continue;
-        mantissa = quotient;
-        exponent += step;
-        limit -= step;
-    }
+    const auto tryStep = [&](auto step) {
+        constexpr auto power = static_cast<Integer>(narrowPowersOfTen[static_cast<std::size_t>(step())]);
+        if (step() > limit || mantissa % power != 0) return;
+        mantissa /= power;
+        exponent += step();
+        limit -= step();
+    };
+    if (limit > 0) (tryStep(std::integral_constant<int, steps>()), ...);
 }
 
 std::optional<DecimalNumber> normalized(UInt128 mantissa, int exponent, bool negative) {
@@ -47,10 +49,10 @@ std::optional<DecimalNumber> normalized(UInt128 mantissa, int exponent, bool neg
     }
     if (highHalf(mantissa) == 0) {
         std::uint64_t small = lowHalf(mantissa);
-        stripZeros(small, exponent);
+        stripZeros(small, exponent, std::integer_sequence<int, 16, 8, 4, 2, 1>());
         return DecimalAccess::make(small, exponent, negative);
     }
-    stripZeros(mantissa, exponent);
+    stripZeros(mantissa, exponent, std::integer_sequence<int, 16, 16, 8, 4, 2, 1>());
     if (mantissa >= powerOfTen<UInt128>(DecimalNumber::maxDigits)) return std::nullopt;
     return DecimalAccess::make(mantissa, exponent, negative);
 }

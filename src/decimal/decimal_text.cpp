@@ -54,7 +54,10 @@ private:
             }
             ++exponent_;
             if (!full_) {
-                tail_ = digit == 0 ? Tail::none : digit < 5 ? Tail::belowHalf : digit == 5 ? Tail::half : Tail::aboveHalf;
+                tail_ = digit == 0   ? Tail::none
+                        : digit < 5  ? Tail::belowHalf
+                        : digit == 5 ? Tail::half
+                                     : Tail::aboveHalf;
                 full_ = true;
             } else if (digit != 0) {
                 tail_ = tail_ == Tail::none ? Tail::belowHalf : tail_ == Tail::half ? Tail::aboveHalf : tail_;

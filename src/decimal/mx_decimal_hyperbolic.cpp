@@ -12,16 +12,35 @@ bool isInUnitInterval(const DecimalNumber& value) {
     return order && *order <= 0;
 }
 
+// Where the series have all their digits.
+bool isSmall(const DecimalNumber& value) {
+    return DecimalNumber::compare(mxAbsoluteValue(value), smallInteger(2)).value_or(1) <= 0;
+}
+
+// e^x: an integer power times the series of the fraction.
+DecimalNumber exponential(const DecimalNumber& value) {
+    const DecimalNumber whole = mxAbsoluteValue(value).integer();
+    const DecimalNumber rest = mxSubtract(mxAbsoluteValue(value), whole);
+    const DecimalNumber power = mxMultiply(mxPower(mxE(), whole), mxAdd(mxCosh(rest), mxSinh(rest)));
+    return value.isNegative() ? mxInverse(power) : power;
+}
+
 }  // namespace
 
 DecimalNumber mxSinh(const DecimalNumber& value) {
     if (value.notANumber()) return value;
-    return sumSeries(value, value, 3, 51, SeriesSign::same, SeriesStop::never, seriesFactorial);
+    if (isSmall(value)) return sumSeries(value, value, 3, 51, SeriesSign::same, SeriesStop::never, seriesFactorial);
+    const DecimalNumber power = exponential(value);
+    return mxDivide(mxSubtract(power, mxInverse(power)), smallInteger(2));
 }
 
 DecimalNumber mxCosh(const DecimalNumber& value) {
     if (value.notANumber()) return value;
-    return sumSeries(smallInteger(1), value, 2, 20, SeriesSign::same, SeriesStop::never, seriesFactorial);
+    if (isSmall(value)) {
+        return sumSeries(smallInteger(1), value, 2, 50, SeriesSign::same, SeriesStop::never, seriesFactorial);
+    }
+    const DecimalNumber power = exponential(value);
+    return mxDivide(mxAdd(power, mxInverse(power)), smallInteger(2));
 }
 
 DecimalNumber mxTanh(const DecimalNumber& value) { return mxDivide(mxSinh(value), mxCosh(value)); }

@@ -55,12 +55,9 @@ DecimalNumber lnNearOne(const DecimalNumber& value) {
 
 DecimalNumber mxSqrt(const DecimalNumber& value) {
     if (!isPositive(value)) return DecimalNumber::notANumberValue();
-    DecimalNumber start = value;
-    if (value.exponent() >= 3) {
-        start = DecimalNumber::fromParts(value.mantissaHigh(), value.mantissaLow(), value.exponent() / 2, false);
-    }
+    // From the double's root the iteration converges for every number; from far away 50 steps are too few.
     return newton(
-        value, start, [&](const DecimalNumber& x) { return mxAverage2(mxDivide(value, x), x); },
+        value, DecimalNumber::fromDouble(std::sqrt(value.toDouble())), [&](const DecimalNumber& x) { return mxAverage2(mxDivide(value, x), x); },
         [](const DecimalNumber& x) { return mxMultiply(x, x); });
 }
 

@@ -59,13 +59,19 @@ DecimalNumber mxAcos(const DecimalNumber& value) { return mxSubtract(mxPi_2(), m
 
 DecimalNumber mxAtan(const DecimalNumber& value) {
     if (value.notANumber()) return value;
-    if (isAboveOne(value)) {
-        const DecimalNumber once = halvedArgument(value);
+    // Near 1 the series needs more terms than it has: halving the angle first makes all digits good.
+    static const DecimalNumber small = DecimalNumber::parse("0.2");
+    DecimalNumber x = value;
+    unsigned factor = 1;
+    while (DecimalNumber::compare(mxAbsoluteValue(x), small) == 1) {
+        const DecimalNumber half = halvedArgument(x);
         // A square out of range: the angle is a right one to all digits.
-        if (once.notANumber()) return value.isNegative() ? mxNegated(mxPi_2()) : mxPi_2();
-        return mxMultiply(smallInteger(4), mxAtan(halvedArgument(once)));
+        if (half.notANumber()) return value.isNegative() ? mxNegated(mxPi_2()) : mxPi_2();
+        x = half;
+        factor *= 2;
     }
-    return sumSeries(value, value, 3, 149, SeriesSign::alternating, SeriesStop::onUnderflow, smallInteger);
+    const DecimalNumber angle = sumSeries(x, x, 3, 149, SeriesSign::alternating, SeriesStop::onUnderflow, smallInteger);
+    return mxMultiply(smallInteger(factor), angle);
 }
 
 DecimalNumber mxAsec(const DecimalNumber& value) { return mxAcos(mxInverse(value)); }

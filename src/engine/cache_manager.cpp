@@ -16,13 +16,10 @@ bool holds(const ContextMap& dependencies, const Context& context) {
 }  // namespace
 
 void CacheManager::add(LineResultPointer entry) {
-    const std::u16string& text = entry->formattedString.compoundString();
-    if (auto* entries = cache_.find(text)) {
-        entries->insert(entries->begin(), std::move(entry));
-        if (entries->size() > cacheLevel) entries->resize(cacheLevel);
-    } else {
-        cache_.set(text, {entry});
-    }
+    auto* entries = cache_.obtain(entry->formattedString.compoundString());
+    if (!entries) return;
+    entries->insert(entries->begin(), std::move(entry));
+    if (entries->size() > cacheLevel) entries->resize(cacheLevel);
 }
 
 LineResultPointer CacheManager::lookup(std::u16string_view text, const Context& context) {

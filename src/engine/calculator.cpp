@@ -4,6 +4,8 @@
 #include <cassert>
 #include <cstdio>
 
+#include "scanning/string_extractor.h"
+
 namespace vemo {
 
 namespace {
@@ -106,14 +108,15 @@ ElementList Calculator::evaluate(const ElementList& elements, Context& context, 
     assert(startEvaluatorIndex <= evaluators_.size());
     if (evaluationDepth_ >= deepestEvaluation) return reducedTo(errorValue(), elements);
     ++evaluationDepth_;
-    ElementList current = elements;
+    std::optional<ElementList> latest;
     for (std::size_t i = startEvaluatorIndex; i < evaluators_.size(); ++i) {
         const Evaluator& evaluator = *evaluators_[i];
-        if (auto reduced = evaluator.evaluate(current, context, {*this, i, debug})) current = *std::move(reduced);
-        if (debug) trace(u"Evaluate " + std::u16string(evaluator.name()) + u": " + current.shortDescription());
+        const ElementList& current = latest ? *latest : elements;
+        if (auto reduced = evaluator.evaluate(current, context, {*this, i, debug})) latest = std::move(reduced);
+        if (debug) trace(u"Evaluate " + std::u16string(evaluator.name()) + u": " + (latest ? *latest : elements).shortDescription());
     }
     --evaluationDepth_;
-    return current;
+    return latest ? *std::move(latest) : elements;
 }
 
 FormattedValue Calculator::format(const Value& value, Context& context) const {
@@ -124,5 +127,10 @@ FormattedValue Calculator::format(const Value& value, Context& context) const {
 }
 
 void Calculator::contextUpdated(Context&) {}
+
+void Calculator::setCachesEnabled(bool enabled) {
+    cacheManager_.setEnabled(enabled);
+    stringRangeDetector_.setCacheEnabled(enabled);
+}
 
 }  // namespace vemo

@@ -16,7 +16,7 @@
 #include "scanning/localizer.h"
 #include "scanning/number_parsers.h"
 #include "scanning/sorted_list.h"
-#include "scanning/string_extractor.h"
+#include "scanning/string_range_detector.h"
 #include "units/scale_manager.h"
 #include "units/unit_catalogue.h"
 #include "vemo/engine.h"
@@ -55,7 +55,7 @@ public:
     void contextUpdated(Context& context) override;
 
     Context& context() { return context_; }
-    CacheManager& cacheManager() { return cacheManager_; }
+    void setCachesEnabled(bool enabled);
 
 private:
     void registerExtractors();
@@ -74,7 +74,6 @@ private:
 
     Localizer localizer_;
     StringRangeDetector stringRangeDetector_;
-    StringExtractor stringExtractor_;
     DecimalParser decimalParser_;
     ScientificParser scientificParser_;
     OperatorCollection operatorCollection_;

@@ -16,7 +16,6 @@ Calculator::Calculator(const Config& config, Environment environment)
       environment_(withDefaults(std::move(environment))),
       measurer_("Calculator initialization", environment_.log),
       localizer_(environment_.language, environment_.resources, environment_.log),
-      stringExtractor_(stringRangeDetector_),
       decimalParser_(LocaleInfo::forIdentifier(environment_.locale)),
       scientificParser_(decimalParser_),
       operatorCollection_(stringRangeDetector_),
@@ -74,16 +73,16 @@ void Calculator::registerExtractors() {
     auto operators = std::make_shared<OperatorExtractor>(operatorCollection_);
     operators->prepare();
     const auto structural = [&](const StructuralPattern& pattern) {
-        extractors_.add(std::make_shared<StructuralExtractor>(pattern, stringExtractor_));
+        extractors_.add(std::make_shared<StructuralExtractor>(pattern));
     };
-    extractors_.add(std::make_shared<DecimalNumberExtractor>(decimalParser_, stringExtractor_));
-    extractors_.add(std::make_shared<HexNumberExtractor>(stringExtractor_));
-    extractors_.add(std::make_shared<OctalNumberExtractor>(stringExtractor_));
-    extractors_.add(std::make_shared<BinaryNumberExtractor>(stringExtractor_));
-    extractors_.add(std::make_shared<ScientificNumberExtractor>(scientificParser_, stringExtractor_));
+    extractors_.add(std::make_shared<DecimalNumberExtractor>(decimalParser_));
+    extractors_.add(std::make_shared<HexNumberExtractor>());
+    extractors_.add(std::make_shared<OctalNumberExtractor>());
+    extractors_.add(std::make_shared<BinaryNumberExtractor>());
+    extractors_.add(std::make_shared<ScientificNumberExtractor>(scientificParser_));
     extractors_.add(std::make_shared<ScalesExtractor>(scaleManager_.phraseDetector()));
     extractors_.add(std::make_shared<NumeralRepresentationExtractor>(localizer_, stringRangeDetector_));
-    structural(parenthesesPattern);
+    extractors_.add(std::make_shared<ParenthesesExtractor>());
     extractors_.add(std::make_shared<PercentageSymbolExtractor>());
     extractors_.add(std::make_shared<MultiplyXSymbolExtractor>(stringRangeDetector_));
     structural(headerPattern);

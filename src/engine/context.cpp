@@ -48,7 +48,7 @@ struct Context::State {
     ContextMap updates;
     ContextMap dependencies;
     QuickTypeData quickTypeData;
-    std::shared_ptr<const VariableIndex> variables = std::make_shared<VariableIndex>();
+    std::shared_ptr<const VariableIndex> variables;  // null before the first variable
     ContextDelegate* delegate = nullptr;
     bool pauseDelegateUpdates = false;
     mutable std::recursive_mutex mutex;
@@ -56,9 +56,10 @@ struct Context::State {
     void noteVariable(std::u16string_view key) {
         if (!key.starts_with(context_keys::variable)) return;
         const std::u16string_view name = key.substr(context_keys::variable.size());
-        if (name.empty() || (name.size() <= variables->longest && variables->firstCharacters.contains(name.front())))
+        if (name.empty() ||
+            (variables && name.size() <= variables->longest && variables->firstCharacters.contains(name.front())))
             return;
-        auto wider = std::make_shared<VariableIndex>(*variables);
+        auto wider = variables ? std::make_shared<VariableIndex>(*variables) : std::make_shared<VariableIndex>();
         wider->firstCharacters.insert(name.front());
         wider->longest = std::max(wider->longest, name.size());
         variables = std::move(wider);
@@ -181,10 +182,10 @@ const ContextMap& Context::updates() const { return state_->updates; }
 const ContextMap& Context::dependencies() const { return state_->dependencies; }
 
 bool Context::mayNameVariable(char16_t firstCharacter) const {
-    return state_->variables->firstCharacters.contains(firstCharacter);
+    return state_->variables && state_->variables->firstCharacters.contains(firstCharacter);
 }
 
-std::size_t Context::longestVariableName() const { return state_->variables->longest; }
+std::size_t Context::longestVariableName() const { return state_->variables ? state_->variables->longest : 0; }
 
 bool Context::isEqual(const Context& other) const {
     return state_->data == other.state_->data && state_->updates == other.state_->updates &&

@@ -72,7 +72,7 @@ std::optional<Value> foldGroup(const ElementList& elements, const Match& match, 
 
 std::optional<ElementList> EmptyDependenciesEvaluator::evaluate(const ElementList& elements, Context& context,
                                                                 const EvaluationContext&) const {
-    const std::u16string text = elements.attributedText().compoundString();
+    const std::u16string text = elements.text();
     for (const TextRange& range : stringRangeDetector_.wordRanges(text)) {
         const std::u16string_view word = range.in(text);
         if (!mayBeName(word)) continue;
@@ -140,6 +140,9 @@ std::optional<ElementList> OperationEvaluator::evaluate(const ElementList& eleme
 
 std::optional<ElementList> ParenthesesSequenceMultiplicator::evaluate(const ElementList& elements, Context& context,
                                                                       const EvaluationContext&) const {
+    const auto& all = elements.pointers();
+    if (std::count_if(all.begin(), all.end(), [](const auto& e) { return e->value.has(Attribute::decimal); }) < 2)
+        return std::nullopt;
     return replacingMatches(elements, matcher_, [&](const Match& match) -> std::optional<Value> {
         if (match.range.length == 1) return std::nullopt;
         return foldGroup(elements, match, u"value", u"*", operationCalculator_, context);
@@ -148,10 +151,25 @@ std::optional<ElementList> ParenthesesSequenceMultiplicator::evaluate(const Elem
 
 std::optional<ElementList> EmptyValueSanitizer::evaluate(const ElementList& elements, Context&,
                                                          const EvaluationContext&) const {
-    return replacingMatches(elements, matcher_, [&](const Match& match) -> std::optional<Value> {
-        if (match.range.length == 1) return std::nullopt;
-        return elements[match.group(u"value")->location].value;
-    });
+    // The text between two values goes to the earlier one, the text before the first value to that one.
+    const auto& all = elements.pointers();
+    const auto hasValue = [](const ElementPointer& element) { return !element->value.isEmpty(); };
+    if (std::all_of(all.begin(), all.end(), hasValue) || std::none_of(all.begin(), all.end(), hasValue))
+        return std::nullopt;
+    ElementList result;
+    for (auto start = all.begin(); start != all.end();) {
+        const auto value = std::find_if(start, all.end(), hasValue);
+        const auto end = std::find_if(value + 1, all.end(), hasValue);
+        if (end - start == 1) {
+            result.append(*value);
+        } else {
+            AttributedText text;
+            std::for_each(start, end, [&](const ElementPointer& element) { text.append(element->attributedText); });
+            result.append(makeElement((*value)->value, std::move(text)));
+        }
+        start = end;
+    }
+    return result;
 }
 
 }  // namespace vemo

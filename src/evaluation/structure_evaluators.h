@@ -58,12 +58,8 @@ private:
 // Lets each value take the text around it, so that the first element carries the line's value.
 class EmptyValueSanitizer : public Evaluator {
 public:
-    EmptyValueSanitizer() : matcher_(emptyValueSurroundMatcher()) {}
     std::u16string_view name() const override { return u"EmptyValueSanitizer"; }
     std::optional<ElementList> evaluate(const ElementList&, Context&, const EvaluationContext&) const override;
-
-private:
-    FinderMatcher matcher_;
 };
 
 // The list with each match of a pattern replaced by the element `reduce` makes of it; a match for which it

@@ -3,9 +3,9 @@
 
 #include <algorithm>
 #include <array>
+#include <boost/container/small_vector.hpp>
 #include <cassert>
 #include <variant>
-#include <vector>
 
 #include "platform/text.h"
 
@@ -46,7 +46,7 @@ std::u16string_view attributeName(Attribute key) { return names[static_cast<std:
 
 // Sorted by key.
 struct Value::Marks {
-    std::vector<std::pair<Attribute, Mark>> entries;
+    boost::container::small_vector<std::pair<Attribute, Mark>, 1> entries;
 
     const Mark* find(Attribute key) const {
         for (const auto& entry : entries)
@@ -152,7 +152,9 @@ Value Value::without(Attribute key) const {
         return result;
     }
     Marks& marks = result.ownMarks();
-    std::erase_if(marks.entries, [&](const auto& entry) { return entry.first == key; });
+    auto& entries = marks.entries;
+    entries.erase(std::remove_if(entries.begin(), entries.end(), [&](const auto& entry) { return entry.first == key; }),
+                  entries.end());
     if (marks.entries.empty()) result.marks_.reset();
     return result;
 }

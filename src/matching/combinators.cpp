@@ -124,9 +124,4 @@ MatcherPointer gap() { return repeat(emptyValue()); }
 
 }  // namespace pattern
 
-FinderMatcher emptyValueSurroundMatcher() {
-    using namespace pattern;
-    return FinderMatcher(seq({gap(), group(std::make_shared<NotMatcher>(emptyValue()), u"value"), gap()}));
-}
-
 }  // namespace vemo

@@ -116,7 +116,4 @@ MatcherPointer gap();                                   // any number of element
 
 }  // namespace pattern
 
-// Each element with a value, together with all elements without one around it. Group "value" marks it.
-FinderMatcher emptyValueSurroundMatcher();
-
 }  // namespace vemo

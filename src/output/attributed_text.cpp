@@ -23,7 +23,33 @@ std::optional<RunType> runTypeFromCode(std::u16string_view code) {
 }
 
 AttributedText::AttributedText(std::u16string_view text, RunType type)
-    : text_(text), runs_{{static_cast<std::uint32_t>(text.size()), type}} {}
+    : text_(text) {
+    runs_.push_back({static_cast<std::uint32_t>(text.size()), type});
+}
+
+void AttributedText::Runs::push_back(Run run) {
+    if (size() == 0) {
+        one_ = run;
+        single_ = true;
+        return;
+    }
+    if (many_.empty()) {
+        many_.reserve(4);
+        many_.push_back(one_);
+    }
+    many_.push_back(run);
+}
+
+void AttributedText::Runs::append(const Runs& other) {
+    if (other.size() > 1 && size() + other.size() > many_.capacity()) many_.reserve(2 * (size() + other.size()));
+    if (many_.empty() && single_ && other.size() > 1) many_.push_back(one_);
+    if (other.size() == 1) push_back(other[0]);
+    else many_.insert(many_.end(), other.begin(), other.end());
+}
+
+bool operator==(const AttributedText::Runs& a, const AttributedText::Runs& b) {
+    return std::equal(a.begin(), a.end(), b.begin(), b.end());
+}
 
 AttributedTextElement AttributedText::elementAt(std::size_t index) const {
     assert(index < runs_.size());
@@ -56,11 +82,11 @@ void AttributedText::enumerate(
 
 void AttributedText::append(const AttributedText& other) {
     text_ += other.text_;
-    runs_.insert(runs_.end(), other.runs_.begin(), other.runs_.end());
+    runs_.append(other.runs_);
 }
 
 std::u16string AttributedText::description() const {
-    if (runs_.empty()) return u"AttributedText: {}";
+    if (runs_.size() == 0) return u"AttributedText: {}";
     std::u16string result = u"AttributedText: {\n";
     enumerate([&](std::u16string_view text, RunType type, std::size_t) {
         result += u"\t[\"";

@@ -43,15 +43,12 @@ public:
         return &young_.insert(std::move(node)).position->second;
     }
 
-    // The stored entry; null when the cache is disabled.
-    Mapped* set(std::u16string_view key, Mapped value) {
-        if (Mapped* present = find(key)) {
-            *present = std::move(value);
-            return present;
-        }
-        if (!enabled_) return nullptr;
+    // The entry, made when missing; null when the cache is disabled.
+    Mapped* obtain(std::u16string_view key) {
+        Mapped* present = find(key);
+        if (present || !enabled_) return present;
         makeRoom();
-        return &young_.emplace(std::u16string(key), std::move(value)).first->second;
+        return &young_.try_emplace(std::u16string(key)).first->second;
     }
 
     void clear() {

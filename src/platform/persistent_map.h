@@ -21,6 +21,7 @@ template <class Mapped>
 class PersistentMap {
 public:
     using Entry = std::pair<const std::u16string, Mapped>;
+    using EntryPointer = std::shared_ptr<Entry>;
 
     std::size_t size() const { return size_; }
     bool empty() const { return size_ == 0; }
@@ -48,11 +49,12 @@ public:
     }
 
     void set(std::u16string_view key, Mapped value) {
-        setEntry(std::make_shared<Entry>(std::u16string(key), std::move(value)));
+        if (Mapped* own = findOwn(key)) *own = std::move(value);
+        else setEntry(std::make_shared<Entry>(std::u16string(key), std::move(value)));
     }
 
     // Shares the entry with the map it comes from.
-    void setEntry(std::shared_ptr<const Entry> entry) {
+    void setEntry(EntryPointer entry) {
         const std::size_t hash = hashOf(entry->first);
         if (insert(root_, std::move(entry), hash, 0)) ++size_;
     }
@@ -70,7 +72,7 @@ public:
 
     friend bool operator==(const PersistentMap& a, const PersistentMap& b) {
         if (a.root_ == b.root_) return true;
-        return a.size_ == b.size_ && a.all([&](const std::shared_ptr<const Entry>& entry) {
+        return a.size_ == b.size_ && a.all([&](const EntryPointer& entry) {
             const Mapped* other = b.find(entry->first);
             return other && *other == entry->second;
         });
@@ -82,7 +84,6 @@ private:
 
     struct Node;
     using NodePointer = std::shared_ptr<Node>;
-    using EntryPointer = std::shared_ptr<const Entry>;
     using Slot = std::variant<EntryPointer, NodePointer>;
     struct Node {
         std::uint32_t bitmap = 0;
@@ -92,6 +93,22 @@ private:
 
     static std::size_t hashOf(std::u16string_view key) { return std::hash<std::u16string_view>{}(key); }
     static std::uint32_t bitFor(std::size_t hash, unsigned shift) { return 1u << ((hash >> shift) & 31u); }
+
+    // The present entry when no other map shares it; null otherwise.
+    Mapped* findOwn(std::u16string_view key) {
+        const std::size_t hash = hashOf(key);
+        NodePointer* pointer = &root_;
+        for (unsigned shift = 0; *pointer && pointer->use_count() == 1 && shift < hashBits; shift += bits) {
+            Node& node = **pointer;
+            const std::uint32_t bit = bitFor(hash, shift);
+            if (!(node.bitmap & bit)) return nullptr;
+            Slot& slot = node.slots[node.indexOf(bit)];
+            if (auto* entry = std::get_if<EntryPointer>(&slot))
+                return entry->use_count() == 1 && (*entry)->first == key ? &(*entry)->second : nullptr;
+            pointer = &std::get<NodePointer>(slot);
+        }
+        return nullptr;
+    }
 
     // A node that may be changed: the given one when nobody else holds it, otherwise a copy.
     static Node& own(NodePointer& node) {

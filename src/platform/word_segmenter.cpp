@@ -4,7 +4,44 @@
 #include <unicode/brkiter.h>
 #include <unicode/unistr.h>
 
+#include <algorithm>
+
 namespace vemo {
+
+namespace {
+
+// The at sign counts as a letter since CLDR 42.
+bool isLetter(char16_t c) { return (c >= u'a' && c <= u'z') || (c >= u'A' && c <= u'Z') || c == u'@'; }
+bool isDigit(char16_t c) { return c >= u'0' && c <= u'9'; }
+bool isWordCharacter(char16_t c) { return isLetter(c) || isDigit(c) || c == u'_'; }
+
+// The word boundary rules (Unicode Standard Annex 29) for ASCII, which most lines are: several times faster
+// than the general iteration, with the same result.
+std::vector<TextRange> asciiWords(std::u16string_view text) {
+    std::vector<TextRange> result;
+    const auto at = [&](std::size_t i) { return i < text.size() ? text[i] : u'\0'; };
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (!isWordCharacter(text[i])) continue;
+        const std::size_t start = i;
+        for (;;) {
+            const char16_t next = at(i + 1);
+            if (isWordCharacter(next)) {
+                ++i;
+            } else if ((isLetter(text[i]) && isLetter(at(i + 2)) && (next == u'.' || next == u'\'')) ||
+                       (isDigit(text[i]) && isDigit(at(i + 2)) &&
+                        (next == u'.' || next == u'\'' || next == u',' || next == u';'))) {
+                i += 2;
+            } else {
+                break;
+            }
+        }
+        // A single low line is no word; several are.
+        if (i > start || text[i] != u'_') result.push_back({start, i + 1 - start});
+    }
+    return result;
+}
+
+}  // namespace
 
 struct WordSegmenter::Iterator {
     std::unique_ptr<icu::BreakIterator> words;
@@ -19,6 +56,11 @@ WordSegmenter::WordSegmenter() : iterator_(std::make_unique<Iterator>()) {
 WordSegmenter::~WordSegmenter() = default;
 
 std::vector<TextRange> WordSegmenter::words(std::u16string_view text) {
+    if (std::all_of(text.begin(), text.end(), [](char16_t c) { return c < 0x80; })) return asciiWords(text);
+    return segmented(text);
+}
+
+std::vector<TextRange> WordSegmenter::segmented(std::u16string_view text) {
     std::vector<TextRange> result;
     if (!iterator_->words) return result;
     icu::BreakIterator& words = *iterator_->words;

@@ -20,6 +20,8 @@ public:
 
     // The words of the text, without what stands between them.
     std::vector<TextRange> words(std::u16string_view text);
+    // The same by ICU in every case, as the measure for tests.
+    std::vector<TextRange> segmented(std::u16string_view text);
 
 private:
     struct Iterator;

@@ -39,6 +39,12 @@ AttributedText ElementList::attributedText(std::size_t from, std::size_t to) con
     return result;
 }
 
+std::u16string ElementList::text() const {
+    std::u16string result;
+    for (const ElementPointer& element : elements_) result += element->text();
+    return result;
+}
+
 void ElementList::replace(std::size_t location, std::size_t length, ElementPointer element) {
     assert(location + length <= size());
     const auto start = elements_.begin() + static_cast<std::ptrdiff_t>(location);

@@ -50,6 +50,8 @@ public:
     AttributedText attributedText() const { return attributedText(0, size()); }
     AttributedText attributedText(std::size_t from, std::size_t to) const;
 
+    std::u16string text() const;
+
     void append(ElementPointer element) { elements_.push_back(std::move(element)); }
     // Puts one element in place of `length` elements; a length of 0 inserts.
     void replace(std::size_t location, std::size_t length, ElementPointer element);

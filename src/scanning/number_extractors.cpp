@@ -5,6 +5,7 @@
 #include <cstdlib>
 
 #include "scanning/localizer.h"
+#include "scanning/string_extractor.h"
 
 namespace vemo {
 
@@ -39,19 +40,22 @@ constexpr struct {
 }  // namespace
 
 void DecimalNumberExtractor::extract(const std::u16string& text, Context&, std::vector<Extraction>& result) const {
-    static const Regex pattern(uR"((?:[+-][\s]*)? (\.? \d+ [\s\d\._,]*) (?<!\s|,|\.))", true);
-    if (!hasDigit(text)) return;
-    stringExtractor_.extract(text, pattern, true, 0, [&](std::u16string_view literal) {
-        return numberElement(parser_.decimalNumber(withoutWhitespace(literal)), {}, literal);
-    }, result);
+    const auto add = [&](TextRange range) {
+        const std::u16string_view literal = range.in(text);
+        result.push_back({range, 0, 0, numberElement(parser_.decimalNumber(literal), {}, literal)});
+    };
+    for (const DecimalLiteral& literal : decimalLiterals(text)) {
+        if (literal.whole != literal.digits) add(literal.whole);
+        add(literal.digits);
+    }
 }
 
 void ScientificNumberExtractor::extract(const std::u16string& text, Context&, std::vector<Extraction>& result) const {
     // Possessive repetitions: giving digits back never helps here, and would take cubic time on long literals.
     static const Regex pattern(uR"(\.? \d++ [\s\d\._,]*+ (?<!\s|,|\.) [Ee] [+-]? \d+)", true);
     if (text.find_first_of(u"eE") == text.npos || !hasDigit(text)) return;
-    stringExtractor_.extract(text, pattern, false, 10, [&](std::u16string_view literal) {
-        const auto number = parser_.decimalNumber(withoutWhitespace(literal));
+    StringExtractor::extract(text, pattern, 10, [&](std::u16string_view literal) {
+        const auto number = parser_.decimalNumber(literal);
         return numberElement(number.value_or(DecimalNumber::notANumberValue()), u"sci", literal);
     }, result);
 }
@@ -59,7 +63,7 @@ void ScientificNumberExtractor::extract(const std::u16string& text, Context&, st
 void HexNumberExtractor::extract(const std::u16string& text, Context&, std::vector<Extraction>& result) const {
     static const Regex pattern(u"0x([0-9a-fA-F]+)", false);
     if (text.find(u"0x") == text.npos) return;
-    stringExtractor_.extract(text, pattern, false, 10, [&](std::u16string_view literal) {
+    StringExtractor::extract(text, pattern, 10, [&](std::u16string_view literal) {
         const double value = std::strtod(toUtf8(literal).c_str(), nullptr);
         return numberElement(DecimalNumber::fromDouble(value), u"hex", literal);
     }, result);
@@ -68,7 +72,7 @@ void HexNumberExtractor::extract(const std::u16string& text, Context&, std::vect
 void BinaryNumberExtractor::extract(const std::u16string& text, Context&, std::vector<Extraction>& result) const {
     static const Regex pattern(u"0b([0-1]+)", true);
     if (text.find_first_of(u"bB") == text.npos) return;
-    stringExtractor_.extract(text, pattern, false, 0, [&](std::u16string_view literal) {
+    StringExtractor::extract(text, pattern, 0, [&](std::u16string_view literal) {
         return numberElement(integerLiteral(literal, 2), u"bin", literal);
     }, result);
 }
@@ -76,7 +80,7 @@ void BinaryNumberExtractor::extract(const std::u16string& text, Context&, std::v
 void OctalNumberExtractor::extract(const std::u16string& text, Context&, std::vector<Extraction>& result) const {
     static const Regex pattern(u"0o([0-7]+)", true);
     if (text.find_first_of(u"oO") == text.npos) return;
-    stringExtractor_.extract(text, pattern, false, 0, [&](std::u16string_view literal) {
+    StringExtractor::extract(text, pattern, 0, [&](std::u16string_view literal) {
         return numberElement(integerLiteral(literal, 8), u"oct", literal);
     }, result);
 }

@@ -3,8 +3,10 @@
 
 #include <optional>
 #include <string_view>
+#include <vector>
 
 #include "platform/locale_info.h"
+#include "platform/text.h"
 #include "vemo/decimal_number.h"
 
 namespace vemo {
@@ -21,6 +23,16 @@ public:
 private:
     LocaleInfo locale_;
 };
+
+// A decimal literal in a line: with its sign, if any, and without.
+struct DecimalLiteral {
+    TextRange whole;
+    TextRange digits;
+};
+
+// All decimal literals of a line, as this expression finds them (free spacing):
+//     (?:[+-][\s]*)? (\.? \d+ [\s\d\._,]*) (?<!\s|,|\.)
+std::vector<DecimalLiteral> decimalLiterals(std::u16string_view text);
 
 // Mantissa, "e", exponent. Nothing when a part is unreadable or the exponent is 32767 or more in magnitude.
 class ScientificParser {

@@ -35,7 +35,7 @@ public:
     void add(std::u16string_view phrase, Object object, bool normalize) {
         std::u16string key = normalize ? stringRangeDetector_.normalized(phrase) : std::u16string(phrase);
         if (key.empty()) return;
-        firstCharQuickLookup_.insert(key.front());
+        noteStart(key.front());
         mostWords_ = std::max(mostWords_, std::min(mostWordsIn(key), maxWordsLookup));
         dict_.insert_or_assign(std::move(key), std::move(object));
     }
@@ -66,9 +66,16 @@ private:
     }
 
     bool mayStart(char16_t first) const {
+        if (first < asciiStarts_.size()) return asciiStarts_[first];
         if (firstCharQuickLookup_.contains(first)) return true;
-        const std::u16string lower = lowercased(std::u16string_view(&first, 1));
-        return firstCharQuickLookup_.contains(lower.front());
+        return firstCharQuickLookup_.contains(lowercased(std::u16string_view(&first, 1)).front());
+    }
+
+    void noteStart(char16_t first) {
+        firstCharQuickLookup_.insert(first);
+        if (first >= asciiStarts_.size()) return;
+        asciiStarts_[first] = true;
+        if (first >= u'a' && first <= u'z') asciiStarts_[static_cast<std::size_t>(first - u'a' + u'A')] = true;
     }
 
     // An upper bound of the words that a phrase is cut into: they end where the kind of character changes.
@@ -111,6 +118,7 @@ private:
     StringRangeDetector& stringRangeDetector_;
     TextMap<Object> dict_;
     std::unordered_set<char16_t> firstCharQuickLookup_;
+    std::array<bool, 128> asciiStarts_{};  // the same for most words there are, in either case
     std::size_t mostWords_ = 0;  // of a phrase
 };
 

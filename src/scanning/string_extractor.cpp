@@ -32,20 +32,28 @@ private:
     std::vector<std::size_t> points_;  // candidates of no length
 };
 
+using Candidates = std::vector<const Extraction*>;
+
+// Stable. By insertion while the list is short, which most are: no buffer is needed then.
+template <class Less>
+void sortCandidates(Candidates& candidates, Less less) {
+    constexpr std::size_t few = 32;
+    if (candidates.size() > few) return std::stable_sort(candidates.begin(), candidates.end(), less);
+    for (auto next = candidates.begin(); next != candidates.end(); ++next)
+        std::rotate(std::upper_bound(candidates.begin(), next, *next, less), next, next + 1);
+}
+
 }  // namespace
 
-void StringExtractor::extract(const std::u16string& text, const Regex& pattern, bool groups, std::int64_t priority,
-                              const std::function<ElementPointer(std::u16string_view)>& make,
-                              std::vector<Extraction>& result) const {
-    for (const TextRange& range : stringRangeDetector_.ranges(text, pattern, groups)) {
-        if (ElementPointer element = make(range.in(text))) result.push_back({range, priority, 0, std::move(element)});
-    }
+void StringExtractor::extract(std::u16string_view text, const Regex& pattern, std::int64_t priority,
+                              FunctionRef<ElementPointer(std::u16string_view)> make, std::vector<Extraction>& result) {
+    for (const TextRange& range : pattern.ranges(text)) result.push_back({range, priority, 0, make(range.in(text))});
 }
 
 ElementList StringExtractor::elements(std::u16string_view text, const std::vector<Extraction>& extractions) {
-    std::vector<const Extraction*> sorted(extractions.size());
+    Candidates sorted(extractions.size());
     std::transform(extractions.begin(), extractions.end(), sorted.begin(), [](const Extraction& e) { return &e; });
-    std::stable_sort(sorted.begin(), sorted.end(), [](const Extraction* a, const Extraction* b) {
+    sortCandidates(sorted, [](const Extraction* a, const Extraction* b) {
         return std::tuple(b->priority, b->range.length, b->secondaryPriority, a->range.location) <
                std::tuple(a->priority, a->range.length, a->secondaryPriority, b->range.location);
     });
@@ -55,7 +63,7 @@ ElementList StringExtractor::elements(std::u16string_view text, const std::vecto
         accepted.accept(candidate->range);
         return false;
     });
-    std::stable_sort(sorted.begin(), sorted.end(), [](const Extraction* a, const Extraction* b) {
+    sortCandidates(sorted, [](const Extraction* a, const Extraction* b) {
         return a->range.location < b->range.location;
     });
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "scanning/string_range_detector.h"
 
-#include <functional>
+#include <algorithm>
 
 namespace vemo {
 
@@ -66,7 +66,7 @@ std::vector<TextRange> splitWords(const std::vector<TextRange>& chunks, const st
 
 }  // namespace
 
-StringRangeDetector::StringRangeDetector() : wordRangesCache_(cachedTexts), regexCache_(cachedTexts) {}
+StringRangeDetector::StringRangeDetector() : wordRangesCache_(cachedTexts) {}
 
 std::vector<TextRange> StringRangeDetector::cut(std::u16string_view text) {
     std::vector<TextRange> ranges = chunks(text);
@@ -76,16 +76,15 @@ std::vector<TextRange> StringRangeDetector::cut(std::u16string_view text) {
 }
 
 const std::vector<TextRange>& StringRangeDetector::wordRanges(std::u16string_view text) {
-    std::u16string_view latest = latestKey_;
-    if (!latest.empty() && latest.substr(1) == text && latest.front() == (simplified_ ? u's' : u'f')) return latest_;
-    latestKey_.assign(1, simplified_ ? u's' : u'f').append(text);
-    if (const auto* known = wordRangesCache_.find(latestKey_)) {
-        latest_ = *known;
-    } else {
-        latest_ = cut(text);
-        wordRangesCache_.set(latestKey_, latest_);
-    }
-    return latest_;
+    const char16_t mode = simplified_ ? u's' : u'f';
+    const std::u16string_view latest = latestKey_;
+    if (!latest.empty() && latest.front() == mode && latest.substr(1) == text) return *latest_;
+    latestKey_.assign(1, mode).append(text);
+    if (const auto* known = wordRangesCache_.find(latestKey_)) return *(latest_ = known);
+    auto* entry = wordRangesCache_.obtain(latestKey_);
+    if (!entry) entry = &uncached_;
+    *entry = cut(text);
+    return *(latest_ = entry);
 }
 
 std::u16string StringRangeDetector::normalized(std::u16string_view phrase) {
@@ -97,21 +96,8 @@ std::u16string StringRangeDetector::normalized(std::u16string_view phrase) {
     return result;
 }
 
-std::vector<TextRange> StringRangeDetector::ranges(const std::u16string& text, const Regex& pattern, bool groups) {
-    // The compiled pattern's address stands for pattern and options: it lives as long as this detector.
-    std::u16string key = text;
-    const auto address = reinterpret_cast<std::uintptr_t>(&pattern);
-    for (unsigned shift = 0; shift < 64; shift += 16) key += static_cast<char16_t>(address >> shift);
-    key += groups ? u'g' : u'w';
-    if (const auto* known = regexCache_.find(key)) return *known;
-    std::vector<TextRange> found = pattern.ranges(text, groups);
-    regexCache_.set(key, found);
-    return found;
-}
-
-void StringRangeDetector::setCachesEnabled(bool enabled) {
+void StringRangeDetector::setCacheEnabled(bool enabled) {
     wordRangesCache_.setEnabled(enabled);
-    regexCache_.setEnabled(enabled);
     latestKey_.clear();
 }
 

@@ -6,12 +6,11 @@
 #include <vector>
 
 #include "platform/cache.h"
-#include "platform/regex.h"
 #include "platform/word_segmenter.h"
 
 namespace vemo {
 
-// Cuts texts into words and searches them for patterns, both remembered by text. Not synchronised.
+// Cuts texts into words, remembered by text. Not synchronised.
 class StringRangeDetector {
 public:
     StringRangeDetector();
@@ -26,10 +25,7 @@ public:
     // The words joined with single blanks: the form in which phrases are stored and looked up.
     std::u16string normalized(std::u16string_view phrase);
 
-    // Matches of a pattern, as `Regex::ranges` gives them.
-    std::vector<TextRange> ranges(const std::u16string& text, const Regex& pattern, bool groups = false);
-
-    void setCachesEnabled(bool enabled);
+    void setCacheEnabled(bool enabled);
 
 private:
     std::vector<TextRange> cut(std::u16string_view text);
@@ -37,9 +33,9 @@ private:
     bool simplified_ = false;
     WordSegmenter segmenter_;
     Cache<std::vector<TextRange>> wordRangesCache_;
-    Cache<std::vector<TextRange>> regexCache_;
     std::u16string latestKey_;  // many phrase tables ask for the same line in a row
-    std::vector<TextRange> latest_;
+    const std::vector<TextRange>* latest_ = nullptr;
+    std::vector<TextRange> uncached_;
 };
 
 }  // namespace vemo

@@ -5,35 +5,39 @@
 
 #include "engine/context_map.h"
 #include "scanning/localizer.h"
+#include "scanning/string_extractor.h"
 
 namespace vemo {
 
-constexpr StructuralPattern parenthesesPattern{u"ParenthesesExtractor", u"[\\(\\)]", 0, false, RunType::parenthesis, 0};
-constexpr StructuralPattern headerPattern{u"HeaderExtractor", u"\\s*\\#.*", u'#', false, RunType::header, 1000};
-constexpr StructuralPattern labelPattern{u"LabelExtractor", u".*:", u':', true, RunType::label, 20};
-constexpr StructuralPattern quotedCommentPattern{u"QuotedCommentExtractor", u"\"[^\"]*\"", u'"', true,
+constexpr StructuralPattern headerPattern{u"HeaderExtractor", u"\\s*\\#.*", u"#", false, RunType::header, 1000};
+constexpr StructuralPattern labelPattern{u"LabelExtractor", u".*:", u":", true, RunType::label, 20};
+constexpr StructuralPattern quotedCommentPattern{u"QuotedCommentExtractor", u"\"[^\"]*\"", u"\"", true,
                                                  RunType::comment, 1000};
-constexpr StructuralPattern slashCommentPattern{u"SlashCommentExtractor", u"//.*", u'/', false, RunType::comment, 1000};
+constexpr StructuralPattern slashCommentPattern{u"SlashCommentExtractor", u"//.*", u"//", false, RunType::comment,
+                                                1000};
 
-StructuralExtractor::StructuralExtractor(const StructuralPattern& pattern, const StringExtractor& stringExtractor)
-    : pattern_(pattern), regex_(pattern.pattern, true), stringExtractor_(stringExtractor) {}
+StructuralExtractor::StructuralExtractor(const StructuralPattern& pattern)
+    : pattern_(pattern), regex_(pattern.pattern, true) {}
 
 void StructuralExtractor::extract(const std::u16string& text, Context&, std::vector<Extraction>& result) const {
-    std::size_t length = text.size();
-    if (pattern_.needed != 0) {
-        const std::size_t last = text.rfind(pattern_.needed);
-        if (last == text.npos) return;
-        if (pattern_.endsWithNeeded) length = last + 1;
-    } else if (text.find_first_of(u"()") == text.npos) {
-        return;
+    const std::size_t last = text.rfind(pattern_.needed);
+    if (last == text.npos) return;
+    std::u16string_view searched = text;
+    if (pattern_.endsWithNeeded) searched = searched.substr(0, last + pattern_.needed.size());
+    StringExtractor::extract(searched, regex_, pattern_.priority, [&](std::u16string_view token) {
+        return makeElement({}, AttributedText(token, pattern_.type));
+    }, result);
+}
+
+void ParenthesesExtractor::extract(const std::u16string& text, Context&, std::vector<Extraction>& result) const {
+    static const Value opening(Attribute::parenthesis, u"(");
+    static const Value closing(Attribute::parenthesis, u")");
+    for (std::size_t i = text.find_first_of(u"()"); i != text.npos; i = text.find_first_of(u"()", i + 1)) {
+        const std::u16string_view bracket = std::u16string_view(text).substr(i, 1);
+        result.push_back({{i, 1}, 0, 0,
+                          makeElement(bracket == u"(" ? opening : closing,
+                                      AttributedText(bracket, RunType::parenthesis))});
     }
-    const auto make = [&](std::u16string_view token) {
-        Value value;
-        if (pattern_.type == RunType::parenthesis) value = Value(Attribute::parenthesis, token);
-        return makeElement(std::move(value), AttributedText(token, pattern_.type));
-    };
-    if (length == text.size()) stringExtractor_.extract(text, regex_, false, pattern_.priority, make, result);
-    else stringExtractor_.extract(text.substr(0, length), regex_, false, pattern_.priority, make, result);
 }
 
 AssignmentExtractor::AssignmentExtractor(const Localizer& localizer, StringRangeDetector& stringRangeDetector)

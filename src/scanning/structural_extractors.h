@@ -1,25 +1,24 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/regex.h"
 #include "scanning/extractor.h"
 #include "scanning/phrase_detector.h"
-#include "scanning/string_extractor.h"
 
 namespace vemo {
 
 class Localizer;
 
-// A kind of token found by one pattern. The tables of these are comments, headers, labels and brackets.
+// A kind of token without a value, found by one pattern: comments, headers and labels.
 struct StructuralPattern {
     std::u16string_view name;
     std::u16string_view pattern;
-    char16_t needed;      // lines without this character are not searched
-    bool endsWithNeeded;  // a match ends with it, so nothing behind the last one needs searching
+    std::u16string_view needed;  // lines without this text are not searched
+    bool endsWithNeeded;         // a match ends with it, so nothing behind the last one needs searching
     RunType type;
     std::int64_t priority;
 };
 
-extern const StructuralPattern parenthesesPattern;
 extern const StructuralPattern headerPattern;
 extern const StructuralPattern labelPattern;
 extern const StructuralPattern quotedCommentPattern;
@@ -27,14 +26,20 @@ extern const StructuralPattern slashCommentPattern;
 
 class StructuralExtractor : public Extractor {
 public:
-    StructuralExtractor(const StructuralPattern& pattern, const StringExtractor& stringExtractor);
+    explicit StructuralExtractor(const StructuralPattern& pattern);
     std::u16string_view name() const override { return pattern_.name; }
     void extract(const std::u16string& text, Context& context, std::vector<Extraction>& result) const override;
 
 private:
     const StructuralPattern& pattern_;
     Regex regex_;
-    const StringExtractor& stringExtractor_;
+};
+
+// Brackets.
+class ParenthesesExtractor : public Extractor {
+public:
+    std::u16string_view name() const override { return u"ParenthesesExtractor"; }
+    void extract(const std::u16string& text, Context& context, std::vector<Extraction>& result) const override;
 };
 
 // Assignment signs.

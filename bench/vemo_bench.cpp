@@ -1,0 +1,141 @@
+// SPDX-License-Identifier: MIT
+#include <benchmark/benchmark.h>
+#include <malloc.h>
+
+#include "documents.h"
+#include "vemo/engine.h"
+
+namespace {
+
+using namespace vemo;
+using namespace vemo::bench;
+
+VemoEngine::Config quiet() {
+    VemoEngine::Config config;
+    config.testMode = true;
+    return config;
+}
+
+Environment english() {
+    Environment environment;
+    environment.locale = "en_US";
+    environment.language = "en";
+    environment.timeZone = "UTC";
+    return environment;
+}
+
+std::unique_ptr<VemoEngine> newEngine() {
+    auto engine = std::make_unique<VemoEngine>(english());
+    engine->buildVemoWorker(quiet());
+    return engine;
+}
+
+void calculate(VemoEngine& engine, const std::u16string& text) {
+    Context context;
+    benchmark::DoNotOptimize(engine.calculateSync(text, context));
+}
+
+void startUp(benchmark::State& state) {
+    for (auto _ : state) benchmark::DoNotOptimize(newEngine());
+}
+BENCHMARK(startUp)->Unit(benchmark::kMicrosecond);
+
+// One line at a time, never the same twice.
+template <std::u16string (*Line)(std::size_t)>
+void coldLine(benchmark::State& state) {
+    const auto engine = newEngine();
+    std::size_t i = 0;
+    for (auto _ : state) calculate(*engine, Line(i++));
+}
+BENCHMARK(coldLine<arithmeticLine>)->Name("coldLine/arithmetic")->Iterations(5000)->Unit(benchmark::kMicrosecond);
+BENCHMARK(coldLine<unitLine>)->Name("coldLine/units")->Iterations(5000)->Unit(benchmark::kMicrosecond);
+
+std::u16string assigningLine(std::size_t i) { return u"v" + digits(i) + u" = " + digits(i * 7 % 1000); }
+std::u16string usingLine(std::size_t i) { return u"prev + " + digits(i); }
+std::u16string summingLine(std::size_t i) { return i % 2 == 0 ? digits(i) : u"sum"; }
+
+void reportPerLine(benchmark::State& state, std::size_t lines) {
+    state.counters["perLine"] = benchmark::Counter(static_cast<double>(lines) * static_cast<double>(state.iterations()),
+                                                   benchmark::Counter::kIsRate | benchmark::Counter::kInvert);
+}
+
+// A whole document by an engine that has not seen it.
+template <std::u16string (*Line)(std::size_t)>
+void coldDocument(benchmark::State& state) {
+    const auto lines = static_cast<std::size_t>(state.range(0));
+    const std::u16string text = document(lines, Line);
+    for (auto _ : state) {
+        state.PauseTiming();
+        auto engine = newEngine();
+        state.ResumeTiming();
+        calculate(*engine, text);
+        state.PauseTiming();
+        engine.reset();
+        state.ResumeTiming();
+    }
+    reportPerLine(state, lines);
+}
+
+// The same with one line changed in the middle since the last time: the others come from the cache, but for
+// those that depend on it.
+template <std::u16string (*Line)(std::size_t)>
+void changedDocument(benchmark::State& state) {
+    const auto lines = static_cast<std::size_t>(state.range(0));
+    const auto engine = newEngine();
+    calculate(*engine, document(lines, Line));
+    std::size_t edit = 0;
+    for (auto _ : state) {
+        state.PauseTiming();
+        const std::size_t changed = ++edit;
+        const std::u16string text = document(lines, [&](std::size_t i) {
+            return i == lines / 2 ? digits(changed) + u" + 1" : Line(i);
+        });
+        state.ResumeTiming();
+        calculate(*engine, text);
+    }
+    reportPerLine(state, lines);
+}
+
+#define DOCUMENTS(line)                                                                                            \
+    BENCHMARK(coldDocument<line>)->Name("coldDocument/" #line)->RangeMultiplier(10)->Range(1000, 100000)           \
+        ->Unit(benchmark::kMillisecond);                                                                           \
+    BENCHMARK(changedDocument<line>)->Name("changedDocument/" #line)->RangeMultiplier(10)->Range(1000, 100000)     \
+        ->Unit(benchmark::kMillisecond)
+DOCUMENTS(arithmeticLine);
+DOCUMENTS(assigningLine);
+DOCUMENTS(usingLine);
+DOCUMENTS(summingLine);
+
+// Assignments, then as many uses.
+void variables(benchmark::State& state) {
+    const auto count = static_cast<std::size_t>(state.range(0));
+    const std::u16string text = document(count, [](std::size_t i) { return u"price " + digits(i) + u" = " + digits(i); }) +
+                                document(count, [](std::size_t i) { return u"price " + digits(i) + u" * 2"; });
+    for (auto _ : state) {
+        state.PauseTiming();
+        auto engine = newEngine();
+        state.ResumeTiming();
+        calculate(*engine, text);
+    }
+    reportPerLine(state, 2 * count);
+}
+BENCHMARK(variables)->Arg(100)->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond);
+
+// What a calculated document keeps in memory.
+void bytesPerLine(benchmark::State& state) {
+    constexpr std::size_t lines = 20000;
+    const std::u16string text = document(lines, arithmeticLine);
+    for (auto _ : state) {
+        const auto engine = newEngine();
+        Context context;
+        const std::size_t before = mallinfo2().uordblks;
+        const auto result = engine->calculateSync(text, context);
+        state.counters["bytesPerLine"] = static_cast<double>(mallinfo2().uordblks - before) / static_cast<double>(lines);
+        benchmark::DoNotOptimize(result);
+    }
+}
+BENCHMARK(bytesPerLine)->Iterations(1)->Unit(benchmark::kMillisecond);
+
+}  // namespace
+
+BENCHMARK_MAIN();
