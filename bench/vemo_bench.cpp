@@ -82,14 +82,15 @@ template <std::u16string (*Line)(std::size_t)>
 void changedDocument(benchmark::State& state) {
     const auto lines = static_cast<std::size_t>(state.range(0));
     const auto engine = newEngine();
-    calculate(*engine, document(lines, Line));
     std::size_t edit = 0;
+    const auto edited = [&] {
+        ++edit;
+        return document(lines, [&](std::size_t i) { return i == lines / 2 ? Line(i) + u" + " + digits(edit) : Line(i); });
+    };
+    calculate(*engine, edited());
     for (auto _ : state) {
         state.PauseTiming();
-        const std::size_t changed = ++edit;
-        const std::u16string text = document(lines, [&](std::size_t i) {
-            return i == lines / 2 ? digits(changed) + u" + 1" : Line(i);
-        });
+        const std::u16string text = edited();
         state.ResumeTiming();
         calculate(*engine, text);
     }

@@ -106,16 +106,16 @@ void printResult(std::ostream& out, const VemoEngine::Result& result, const Layo
     std::vector<std::string> lines;
     std::size_t needed = 0;
     for (const auto& line : result.lines) {
-        lines.push_back(printable(utf8(line.attributedText.compoundString())));
-        const std::string value = resultText(line.formattedResult, layout.shortTexts);
+        lines.push_back(printable(utf8(line.attributedText().compoundString())));
+        const std::string value = resultText(line.formattedResult(), layout.shortTexts);
         if (!value.empty()) needed = std::max(needed, displayWidth(lines.back()) + gap + displayWidth(value));
     }
     Layout fitted = layout;
     fitted.width = std::min(layout.width, std::max(needed, displayWidth(totalText) + gap));
     for (std::size_t i = 0; i < lines.size(); ++i) {
         const auto& line = result.lines[i];
-        printRow(out, colored(line.attributedText, layout.color), displayWidth(lines[i]),
-                 resultText(line.formattedResult, layout.shortTexts), fitted);
+        printRow(out, colored(line.attributedText(), layout.color), displayWidth(lines[i]),
+                 resultText(line.formattedResult(), layout.shortTexts), fitted);
     }
     if (totalText.empty() || lines.size() < 2) return;
     out << std::string(fitted.width, '-') << '\n';
@@ -126,16 +126,16 @@ void printJson(std::ostream& out, const VemoEngine::Result& result, std::string_
     nlohmann::json lines = nlohmann::json::array();
     for (const auto& line : result.lines) {
         nlohmann::json runs = nlohmann::json::array();
-        line.attributedText.enumerate([&](std::u16string_view text, RunType type, std::size_t) {
+        line.attributedText().enumerate([&](std::u16string_view text, RunType type, std::size_t) {
             nlohmann::json run{{"text", utf8(text)}};
             if (type != RunType::none) run["type"] = utf8(runTypeCode(type));
             runs.push_back(std::move(run));
         });
-        nlohmann::json object = textsOf(line.formattedResult);
-        object["text"] = utf8(line.attributedText.compoundString());
+        nlohmann::json object = textsOf(line.formattedResult());
+        object["text"] = utf8(line.attributedText().compoundString());
         object["runs"] = std::move(runs);
-        object["tokens"] = utf8All(line.quickTypeData.tokens);
-        object["expressions"] = utf8All(line.quickTypeData.expressions);
+        object["tokens"] = utf8All(line.quickTypeData().tokens);
+        object["expressions"] = utf8All(line.quickTypeData().expressions);
         lines.push_back(std::move(object));
     }
     nlohmann::json document{{"lines", std::move(lines)}, {"log", log}};

@@ -37,7 +37,7 @@ void vemoLines(benchmark::State& state) {
         state.ResumeTiming();
         vemo::Context context;
         const auto result = engine->calculateSync(text, context);
-        for (const auto& line : result->lines) benchmark::DoNotOptimize(vemo::utf8(*line.formattedResult.regular));
+        for (const auto& line : result->lines) benchmark::DoNotOptimize(vemo::utf8(*line.formattedResult().regular));
         state.PauseTiming();
         engine.reset();
         state.ResumeTiming();

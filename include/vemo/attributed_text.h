@@ -56,6 +56,7 @@ public:
         const Run& operator[](std::size_t index) const { return begin()[index]; }
         void append(const Runs& other);
         void push_back(Run run);
+        void reserve(std::size_t count);
         friend bool operator==(const Runs& a, const Runs& b);
 
     private:
@@ -77,6 +78,7 @@ public:
     // Calls `visit(text, type, location)` once per run, in order.
     void enumerate(const std::function<void(std::u16string_view, RunType, std::size_t)>& visit) const;
     void append(const AttributedText& other);
+    void reserve(std::size_t length, std::size_t runs);
 
     std::u16string description() const;
     friend bool operator==(const AttributedText&, const AttributedText&) = default;

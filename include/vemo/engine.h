@@ -12,6 +12,8 @@
 
 namespace vemo {
 
+struct LineResult;
+
 // What an application holds: calculates documents of one calculation per line.
 class VemoEngine {
 public:
@@ -22,10 +24,16 @@ public:
     };
 
     struct Result {
-        struct Line {
-            AttributedText attributedText;  // joins to the line's text
-            FormattedValue formattedResult;
-            QuickTypeData quickTypeData;
+        // A handle that shares what it shows. Safe to read from several threads.
+        class Line {
+        public:
+            explicit Line(std::shared_ptr<const LineResult> result) : result_(std::move(result)) {}
+            const AttributedText& attributedText() const;  // joins to the line's text
+            const FormattedValue& formattedResult() const;
+            const QuickTypeData& quickTypeData() const;
+
+        private:
+            std::shared_ptr<const LineResult> result_;
         };
         std::vector<Line> lines;
         const Context* context = nullptr;  // the context given, with what the document set

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "engine/cache_manager.h"
 
+#include <algorithm>
+
 namespace vemo {
 
 namespace {
@@ -18,14 +20,14 @@ bool holds(const ContextMap& dependencies, const Context& context) {
 void CacheManager::add(LineResultPointer entry) {
     auto* entries = cache_.obtain(entry->formattedString.compoundString());
     if (!entries) return;
-    entries->insert(entries->begin(), std::move(entry));
-    if (entries->size() > cacheLevel) entries->resize(cacheLevel);
+    std::rotate(entries->begin(), entries->end() - 1, entries->end());
+    entries->front() = std::move(entry);
 }
 
 LineResultPointer CacheManager::lookup(std::u16string_view text, const Context& context) {
     if (const auto* entries = cache_.find(text)) {
         for (const LineResultPointer& entry : *entries)
-            if (holds(entry->dependencies, context)) return entry;
+            if (entry && holds(entry->dependencies, context)) return entry;
     }
     return nullptr;
 }

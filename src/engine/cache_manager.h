@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <array>
 #include <memory>
 #include <string>
-#include <vector>
 
 #include "engine/context_map.h"
 #include "platform/cache.h"
@@ -12,11 +12,12 @@ namespace vemo {
 
 // What one line gave.
 struct LineResult {
-    Value value;  // without attributes when the line yields nothing
-    AttributedText formattedString;
-    FormattedValue formattedValue;
+    // What every look at a cached line reads comes first, close together.
+    Value value;              // without attributes when the line yields nothing
     ContextMap updates;       // entries the line set
     ContextMap dependencies;  // entries the line read, with what it saw
+    AttributedText formattedString;
+    FormattedValue formattedValue;
     QuickTypeData quickTypeData;
     std::u16string extensionsLog;
 };
@@ -38,7 +39,7 @@ public:
 private:
     static constexpr std::size_t cachedLines = 1u << 17;  // of each of the cache's two generations
 
-    Cache<std::vector<LineResultPointer>> cache_;
+    Cache<std::array<LineResultPointer, cacheLevel>> cache_;
 };
 
 }  // namespace vemo

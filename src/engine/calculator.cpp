@@ -36,7 +36,9 @@ Calculator::MultilineResult Calculator::calculate(std::u16string_view text, Cont
     Context snapshot = document.copyContext();
     document.add(context_.data(), false);
     MultilineResult result;
-    for (const TextRange& line : lineRanges(text)) {
+    const std::vector<TextRange> lines = lineRanges(text);
+    result.lines.reserve(lines.size());
+    for (const TextRange& line : lines) {
         result.lines.push_back(calculateLine(line.in(text), document, config_.debug));
         carryForward(result.lines.back()->value, document);
     }
@@ -62,6 +64,9 @@ void Calculator::carryForward(const Value& value, Context& document) const {
 LineResultPointer Calculator::calculateLine(std::u16string_view text, Context& document, bool debug) {
     if (LineResultPointer known = cacheManager_.lookup(text, document)) {
         document.add(known->updates, false);
+        // The same results as the line saw, as the same list: comparing what follows then stops there.
+        if (const IsEquatable* seen = known->dependencies.find(context_keys::previousResults))
+            document.set(context_keys::previousResults, *seen);
         return known;
     }
     const std::u16string line(text);

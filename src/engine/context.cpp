@@ -53,16 +53,33 @@ struct Context::State {
     bool pauseDelegateUpdates = false;
     mutable std::recursive_mutex mutex;
 
-    void noteVariable(std::u16string_view key) {
+    // To be called after an entry was set.
+    void noteVariable(std::u16string_view key, bool added) {
         if (!key.starts_with(context_keys::variable)) return;
         const std::u16string_view name = key.substr(context_keys::variable.size());
-        if (name.empty() ||
-            (variables && name.size() <= variables->longest && variables->firstCharacters.contains(name.front())))
-            return;
+        if (name.empty()) return;
+        if (added) noteNames(name, true);
+        if (variables && name.size() <= variables->longest && variables->firstCharacters.contains(name.front())) return;
         auto wider = variables ? std::make_shared<VariableIndex>(*variables) : std::make_shared<VariableIndex>();
         wider->firstCharacters.insert(name.front());
         wider->longest = std::max(wider->longest, name.size());
         variables = std::move(wider);
+    }
+
+    void noteRemoved(std::u16string_view key) {
+        if (key.starts_with(context_keys::variable)) noteNames(key.substr(context_keys::variable.size()), false);
+    }
+
+    void noteNames(std::u16string_view name, bool present) {
+        const std::u16string_view head = nameHead(name);
+        if (head.size() == name.size()) return;
+        const std::u16string key = namesKey(head);
+        const IsEquatable* before = data.find(key);
+        const auto known = before ? static_cast<std::uint64_t>(*before->get<std::int64_t>()) : 0u;
+        const auto hash = static_cast<std::uint64_t>(std::hash<std::u16string_view>{}(name));
+        const std::uint64_t sum = present ? known + hash : known - hash;
+        if (sum == 0) data.erase(key);
+        else data.set(key, static_cast<std::int64_t>(sum));
     }
 };
 
@@ -80,12 +97,11 @@ Context Context::copyContext() const {
 
 void Context::set(std::u16string_view key, std::optional<IsEquatable> value, bool registerUpdate) {
     if (value) {
-        state_->noteVariable(key);
         if (registerUpdate) state_->updates.set(key, *value);
-        state_->data.set(key, *std::move(value));
+        state_->noteVariable(key, state_->data.set(key, *std::move(value)));
     } else {
         if (registerUpdate) state_->updates.erase(key);
-        state_->data.erase(key);
+        if (state_->data.erase(key)) state_->noteRemoved(key);
     }
     if (!state_->pauseDelegateUpdates) notifyDelegate();
 }
@@ -133,8 +149,7 @@ void Context::syncUpdate(const std::function<void()>& block) {
 void Context::add(const ContextMap& data, bool registerUpdates) {
     data.all([&](const auto& entry) {
         if (!registerUpdates && (!state_->delegate || state_->pauseDelegateUpdates)) {
-            state_->noteVariable(entry->first);
-            state_->data.setEntry(entry);
+            state_->noteVariable(entry->first, state_->data.setEntry(entry));
         } else {
             set(entry->first, entry->second, registerUpdates);
         }
@@ -143,6 +158,10 @@ void Context::add(const ContextMap& data, bool registerUpdates) {
 }
 
 void Context::addDependencies(const ContextMap& dependencies) {
+    if (state_->dependencies.empty()) {
+        state_->dependencies = dependencies;
+        return;
+    }
     dependencies.all([&](const auto& entry) {
         state_->dependencies.setEntry(entry);
         return true;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/persistent_map.h"
+#include "platform/text.h"
 #include "vemo/context.h"
 
 namespace vemo {
@@ -21,6 +22,22 @@ inline constexpr std::u16string_view grandTotalFormatted = u"grand_total_formatt
 inline constexpr std::u16string_view currentTime = u"current_time";
 inline constexpr std::u16string_view currentTimeZone = u"current_time_zone";
 }  // namespace context_keys
+
+// The letters at the start of a variable's name or of a text: what a line must mention to use the name.
+inline std::u16string_view nameHead(std::u16string_view text) {
+    std::size_t length = 0;
+    while (length < text.size()) {
+        const char16_t c = text[length];
+        const bool letter = (c >= u'a' && c <= u'z') || (c >= u'A' && c <= u'Z') || c == u'_' || c == u'$' || c >= 0x80;
+        if (!letter || isWhitespace(c)) break;
+        ++length;
+    }
+    return text.substr(0, length);
+}
+
+// The key under which a context says which names of more than their head begin with it (as a number that changes
+// with them), so that a line mentioning the head is calculated again when such a name comes or goes.
+inline std::u16string namesKey(std::u16string_view head) { return std::u16string(u"names_").append(head); }
 
 inline std::u16string variableKey(std::u16string_view name) {
     return std::u16string(context_keys::variable).append(name);

@@ -29,14 +29,17 @@ void VemoEngine::buildVemoWorker(const Config& config) {
 std::optional<VemoEngine::Result> VemoEngine::calculateSync(std::u16string_view text, Context& context) {
     if (!state_->calculator) return std::nullopt;
     const std::lock_guard lock(state_->calculator->context().mutex());
-    const Calculator::MultilineResult calculated = state_->calculator->calculate(text, context);
+    Calculator::MultilineResult calculated = state_->calculator->calculate(text, context);
     Result result;
     result.context = &context;
     result.lines.reserve(calculated.lines.size());
-    for (const LineResultPointer& line : calculated.lines)
-        result.lines.push_back({line->formattedString, line->formattedValue, line->quickTypeData});
+    for (LineResultPointer& line : calculated.lines) result.lines.emplace_back(std::move(line));
     return result;
 }
+
+const AttributedText& VemoEngine::Result::Line::attributedText() const { return result_->formattedString; }
+const FormattedValue& VemoEngine::Result::Line::formattedResult() const { return result_->formattedValue; }
+const QuickTypeData& VemoEngine::Result::Line::quickTypeData() const { return result_->quickTypeData; }
 
 std::string_view VemoEngine::version() { return VEMO_VERSION; }
 

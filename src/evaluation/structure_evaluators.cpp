@@ -11,13 +11,6 @@ namespace {
 
 constexpr std::int64_t unaryMinusPriority = 1000;  // above every operator
 
-// No assignment makes a name that starts so, and no line needs to wait for one.
-bool mayBeName(std::u16string_view word) {
-    const char16_t first = word.front();
-    return first >= 0x80 || first == u'$' || first == u'_' || (first >= u'a' && first <= u'z') ||
-           (first >= u'A' && first <= u'Z');
-}
-
 // The evaluated contents of brackets with the brackets' own text around it.
 ElementList bracketed(const ElementList& inside, const Element& opening, const Element& closing) {
     std::vector<ElementPointer> elements = inside.pointers();
@@ -74,12 +67,12 @@ std::optional<ElementList> EmptyDependenciesEvaluator::evaluate(const ElementLis
                                                                 const EvaluationContext&) const {
     const std::u16string text = elements.text();
     for (const TextRange& range : stringRangeDetector_.wordRanges(text)) {
-        const std::u16string_view word = range.in(text);
-        if (!mayBeName(word)) continue;
+        const std::u16string_view head = nameHead(std::u16string_view(text).substr(range.location));
+        if (head.empty()) continue;  // digits and signs begin no name
         // Names are stored in lower case.
-        const std::u16string key = variableKey(lowercased(word));
-        const IsEquatable* known = context.dependencyFor(key);
-        if (!known || !known->get<Value>()) context.addDependencyOn(key, Value());
+        const std::u16string word = lowercased(range.in(text));
+        for (const std::u16string& key : {variableKey(word), namesKey(lowercased(head))})
+            if (!context.hasDependencyOn(key)) context.addDependencyOn(key, std::nullopt, Value());
     }
     return std::nullopt;
 }

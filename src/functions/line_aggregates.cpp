@@ -12,48 +12,71 @@ const ValuesList* previousResults(Context& context) {
     return context.get<ValuesList>(context_keys::previousResults);
 }
 
-// The values of the block, oldest first.
-std::vector<Value> block(const ValuesList& results) {
-    std::vector<Value> values;
-    for (const auto* node = results.last().get(); node && !node->value.isEmpty(); node = node->previous.get())
-        values.push_back(node->value);
-    return {values.rbegin(), values.rend()};
-}
+struct BlockTotal {
+    Value total;
+    std::size_t count = 0;
+};
 
-std::optional<Value> total(const std::vector<Value>& values, const OperationCalculator& calculator, Context& context) {
-    if (values.empty()) return std::nullopt;
-    return calculator.calculate(values, std::vector<Value>(values.size() - 1, Value(Attribute::operation, u"+")), context);
-}
-
-class SumToken : public Function {
+// Totals blocks of results.
+class BlockAdder {
 public:
-    explicit SumToken(const OperationCalculator& calculator) : calculator_(calculator) {}
+    explicit BlockAdder(const OperationCalculator& calculator) : calculator_(calculator) {}
 
-    std::optional<Value> evaluate(const std::vector<Value>&, Context& context) const override {
-        const ValuesList* results = previousResults(context);
-        return results ? total(block(*results), calculator_, context) : std::nullopt;
+    // Nothing for an empty block, or when its values can't be added.
+    std::optional<BlockTotal> add(const ValuesList& results, Context& context) {
+        std::vector<const Value*> values;  // newest first
+        const auto* node = results.last().get();
+        for (; node && !node->value.isEmpty() && node != latest_.get(); node = node->previous.get())
+            values.push_back(&node->value);
+        BlockTotal block;
+        if (node && node == latest_.get()) block = total_;
+        const ContextMap before = context.dependencies();
+        for (; !values.empty(); values.pop_back(), ++block.count) {
+            const auto sum = block.count == 0 ? *values.back() : calculator_.apply(u"+", block.total, *values.back(), context);
+            if (!sum) return std::nullopt;
+            block.total = *sum;
+        }
+        if (block.count == 0) return std::nullopt;
+        // A total that depends on rates or the like holds only as long as they do.
+        latest_ = context.dependencies().sharesWith(before) ? results.last() : nullptr;
+        total_ = block;
+        return block;
     }
 
 private:
     const OperationCalculator& calculator_;
+    std::shared_ptr<const ValuesList::Node> latest_;
+    BlockTotal total_;
+};
+
+class SumToken : public Function {
+public:
+    explicit SumToken(const OperationCalculator& calculator) : adder_(calculator) {}
+
+    std::optional<Value> evaluate(const std::vector<Value>&, Context& context) const override {
+        const ValuesList* results = previousResults(context);
+        const auto block = results ? adder_.add(*results, context) : std::nullopt;
+        return block ? std::optional(block->total) : std::nullopt;
+    }
+
+private:
+    mutable BlockAdder adder_;
 };
 
 class AvgToken : public Function {
 public:
-    explicit AvgToken(const OperationCalculator& calculator) : calculator_(calculator) {}
+    explicit AvgToken(const OperationCalculator& calculator) : calculator_(calculator), adder_(calculator) {}
 
     std::optional<Value> evaluate(const std::vector<Value>&, Context& context) const override {
         const ValuesList* results = previousResults(context);
-        if (!results) return std::nullopt;
-        const std::vector<Value> values = block(*results);
-        const auto sum = total(values, calculator_, context);
-        if (!sum) return std::nullopt;
-        const Value count(DecimalNumber::fromUInt64(values.size()));
-        return calculator_.apply(u"/", *sum, count, context);
+        const auto block = results ? adder_.add(*results, context) : std::nullopt;
+        if (!block) return std::nullopt;
+        return calculator_.apply(u"/", block->total, Value(DecimalNumber::fromUInt64(block->count)), context);
     }
 
 private:
     const OperationCalculator& calculator_;
+    mutable BlockAdder adder_;
 };
 
 class PrevToken : public Function {

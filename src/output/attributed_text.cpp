@@ -33,15 +33,15 @@ void AttributedText::Runs::push_back(Run run) {
         single_ = true;
         return;
     }
-    if (many_.empty()) {
-        many_.reserve(4);
-        many_.push_back(one_);
-    }
+    if (many_.empty()) many_.push_back(one_);
     many_.push_back(run);
 }
 
+void AttributedText::Runs::reserve(std::size_t count) {
+    if (count > 1) many_.reserve(count);
+}
+
 void AttributedText::Runs::append(const Runs& other) {
-    if (other.size() > 1 && size() + other.size() > many_.capacity()) many_.reserve(2 * (size() + other.size()));
     if (many_.empty() && single_ && other.size() > 1) many_.push_back(one_);
     if (other.size() == 1) push_back(other[0]);
     else many_.insert(many_.end(), other.begin(), other.end());
@@ -83,6 +83,11 @@ void AttributedText::enumerate(
 void AttributedText::append(const AttributedText& other) {
     text_ += other.text_;
     runs_.append(other.runs_);
+}
+
+void AttributedText::reserve(std::size_t length, std::size_t runs) {
+    text_.reserve(length);
+    runs_.reserve(runs);
 }
 
 std::u16string AttributedText::description() const {

@@ -40,10 +40,11 @@ std::u16string DecimalUnitValueFormatter::displayFormat(const Value& value) cons
 std::optional<FormattedValue> DecimalUnitValueFormatter::format(const Value& value, Context& context) const {
     const auto number = value.decimal();
     if (!number || number->notANumber()) return std::nullopt;
-    const auto maxFraction =
-        static_cast<int>(std::clamp<std::int64_t>(context.precision().value_or(defaultPrecision), 0, 999));
+    const auto precision = context.precision();
+    const auto maxFraction = static_cast<int>(std::clamp<std::int64_t>(precision.value_or(defaultPrecision), 0, 999));
     // Recording its absence too lets a later setting recalculate the line.
-    context.addDependencyOn(context_keys::precision, std::nullopt, Value());
+    if (precision) context.addDependencyOn(context_keys::precision);
+    else context.addDependencies(noPrecision_);
 
     const DecimalNumber magnitude = number->abs();
     // One and a half dollars are 1.50.

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "engine/context_map.h"
 #include "output/number_formatter.h"
 #include "output/value_formatter.h"
 
@@ -15,7 +16,9 @@ class DecimalUnitValueFormatter : public ValueFormatter {
 public:
     DecimalUnitValueFormatter(const VemoEngineNumberFormatter& numberFormatter, const UnitManager& unitCollection,
                               const UnitConverter& unitConverter)
-        : numberFormatter_(numberFormatter), unitCollection_(unitCollection), unitConverter_(unitConverter) {}
+        : numberFormatter_(numberFormatter), unitCollection_(unitCollection), unitConverter_(unitConverter) {
+        noPrecision_.set(context_keys::precision, Value());
+    }
     std::optional<FormattedValue> format(const Value& value, Context& context) const override;
 
 private:
@@ -24,6 +27,7 @@ private:
     const VemoEngineNumberFormatter& numberFormatter_;
     const UnitManager& unitCollection_;
     const UnitConverter& unitConverter_;
+    ContextMap noPrecision_;  // shared by the many lines that depend on nothing else
 };
 
 }  // namespace vemo

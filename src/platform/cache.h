@@ -1,12 +1,16 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
+#include <cstdint>
+#include <deque>
 #include <functional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
 #include <utility>
+#include <vector>
 
 namespace vemo {
 
@@ -26,48 +30,96 @@ class Cache {
 public:
     explicit Cache(std::size_t generationSize) : generationSize_(generationSize) {}
 
-    bool enabled() const { return enabled_; }
     void setEnabled(bool enabled) {
         enabled_ = enabled;
         if (!enabled) clear();
     }
 
     // The entry or null; valid until the next change.
-    Mapped* find(std::u16string_view key) {
-        if (!enabled_) return nullptr;
-        if (auto found = young_.find(key); found != young_.end()) return &found->second;
-        auto found = old_.find(key);
-        if (found == old_.end()) return nullptr;
-        auto node = old_.extract(found);
-        makeRoom();
-        return &young_.insert(std::move(node)).position->second;
-    }
+    Mapped* find(std::u16string_view key) { return findHashed(key, TextHash{}(key)); }
 
     // The entry, made when missing; null when the cache is disabled.
     Mapped* obtain(std::u16string_view key) {
-        Mapped* present = find(key);
-        if (present || !enabled_) return present;
-        makeRoom();
-        return &young_.try_emplace(std::u16string(key)).first->second;
+        const std::size_t hash = TextHash{}(key);
+        Mapped* present = findHashed(key, hash);
+        return present || !enabled_ ? present : &add(key, hash);
     }
 
     void clear() {
-        young_.clear();
-        old_.clear();
+        young_ = {};
+        old_ = {};
     }
 
 private:
-    // Two generations: entries used since the last turn survive it.
-    void makeRoom() {
-        if (young_.size() < generationSize_) return;
-        old_ = std::move(young_);
-        young_.clear();
+    // An open-addressing table of positions over entries in the order of their coming: lines of a document are
+    // looked up in that order too, which keeps memory accesses close together.
+    struct Generation {
+        struct Entry {
+            std::size_t hash;
+            std::u16string key;
+            Mapped value;
+        };
+        struct Slot {
+            std::uint32_t tag = 0;
+            std::uint32_t position = 0;  // of the entry, plus one; 0 for a free slot
+        };
+
+        Mapped* find(std::u16string_view key, std::size_t hash) {
+            if (slots.empty()) return nullptr;
+            for (std::size_t i = hash & (slots.size() - 1); slots[i].position != 0; i = (i + 1) & (slots.size() - 1)) {
+                if (slots[i].tag != tagOf(hash)) continue;
+                Entry& entry = entries[slots[i].position - 1];
+                if (entry.hash == hash && entry.key == key) return &entry.value;
+            }
+            return nullptr;
+        }
+
+        Mapped& add(std::u16string_view key, std::size_t hash) {
+            if (2 * (entries.size() + 1) > slots.size()) grow();
+            entries.push_back({hash, std::u16string(key), Mapped()});
+            place(hash, entries.size());
+            return entries.back().value;
+        }
+
+        void grow() {
+            slots.assign(std::max<std::size_t>(64, slots.size() * 4), Slot());
+            for (std::size_t i = 0; i < entries.size(); ++i) place(entries[i].hash, i + 1);
+        }
+
+        void place(std::size_t hash, std::size_t position) {
+            std::size_t i = hash & (slots.size() - 1);
+            while (slots[i].position != 0) i = (i + 1) & (slots.size() - 1);
+            slots[i] = {tagOf(hash), static_cast<std::uint32_t>(position)};
+        }
+
+        static std::uint32_t tagOf(std::size_t hash) { return static_cast<std::uint32_t>(hash >> 32); }
+
+        std::vector<Slot> slots;
+        std::deque<Entry> entries;
+    };
+
+    Mapped* findHashed(std::u16string_view key, std::size_t hash) {
+        if (!enabled_) return nullptr;
+        if (Mapped* young = young_.find(key, hash)) return young;
+        Mapped* old = old_.find(key, hash);
+        if (!old) return nullptr;
+        // Used again, so it moves on; what it leaves behind is never reached, the young one being found first.
+        Mapped kept = std::move(*old);
+        return &(add(key, hash) = std::move(kept));
+    }
+
+    Mapped& add(std::u16string_view key, std::size_t hash) {
+        if (young_.entries.size() >= generationSize_) {
+            old_ = std::move(young_);
+            young_ = {};
+        }
+        return young_.add(key, hash);
     }
 
     std::size_t generationSize_;
     bool enabled_ = true;
-    TextMap<Mapped> young_;
-    TextMap<Mapped> old_;
+    Generation young_;
+    Generation old_;
 };
 
 }  // namespace vemo

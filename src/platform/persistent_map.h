@@ -20,7 +20,13 @@ namespace vemo {
 template <class Mapped>
 class PersistentMap {
 public:
-    using Entry = std::pair<const std::u16string, Mapped>;
+    struct Entry {
+        Entry(std::u16string_view key, std::size_t keyHash, Mapped value)
+            : first(key), second(std::move(value)), hash(keyHash) {}
+        const std::u16string first;
+        Mapped second;
+        const std::size_t hash;
+    };
     using EntryPointer = std::shared_ptr<Entry>;
 
     std::size_t size() const { return size_; }
@@ -48,20 +54,28 @@ public:
         return nullptr;
     }
 
-    void set(std::u16string_view key, Mapped value) {
-        if (Mapped* own = findOwn(key)) *own = std::move(value);
-        else setEntry(std::make_shared<Entry>(std::u16string(key), std::move(value)));
+    // True when the key is new.
+    bool set(std::u16string_view key, Mapped value) {
+        const std::size_t hash = hashOf(key);
+        Mapped* own = findOwn(key, hash);
+        if (!own) return setEntry(std::make_shared<Entry>(key, hash, std::move(value)));
+        *own = std::move(value);
+        return false;
     }
 
     // Shares the entry with the map it comes from.
-    void setEntry(EntryPointer entry) {
-        const std::size_t hash = hashOf(entry->first);
-        if (insert(root_, std::move(entry), hash, 0)) ++size_;
+    bool setEntry(EntryPointer entry) {
+        const bool added = insert(root_, std::move(entry), 0);
+        if (added) ++size_;
+        return added;
     }
 
-    void erase(std::u16string_view key) {
-        if (find(key) && remove(root_, key, hashOf(key), 0)) --size_;
-        if (size_ == 0) root_.reset();
+    // True when the key was there.
+    bool erase(std::u16string_view key) {
+        if (!find(key)) return false;
+        remove(root_, key, hashOf(key), 0);
+        if (--size_ == 0) root_.reset();
+        return true;
     }
 
     // Visits every entry in no particular order; stops when `visit` returns false.
@@ -91,12 +105,12 @@ private:
         std::size_t indexOf(std::uint32_t bit) const { return static_cast<std::size_t>(std::popcount(bitmap & (bit - 1))); }
     };
 
+    static bool sameKey(const Entry& a, const Entry& b) { return a.hash == b.hash && a.first == b.first; }
     static std::size_t hashOf(std::u16string_view key) { return std::hash<std::u16string_view>{}(key); }
     static std::uint32_t bitFor(std::size_t hash, unsigned shift) { return 1u << ((hash >> shift) & 31u); }
 
     // The present entry when no other map shares it; null otherwise.
-    Mapped* findOwn(std::u16string_view key) {
-        const std::size_t hash = hashOf(key);
+    Mapped* findOwn(std::u16string_view key, std::size_t hash) {
         NodePointer* pointer = &root_;
         for (unsigned shift = 0; *pointer && pointer->use_count() == 1 && shift < hashBits; shift += bits) {
             Node& node = **pointer;
@@ -117,11 +131,11 @@ private:
         return *node;
     }
 
-    static bool insert(NodePointer& pointer, EntryPointer entry, std::size_t hash, unsigned shift) {
+    static bool insert(NodePointer& pointer, EntryPointer entry, unsigned shift) {
         Node& node = own(pointer);
         if (shift >= hashBits) {
             for (Slot& slot : node.slots) {
-                if (std::get<EntryPointer>(slot)->first == entry->first) {
+                if (sameKey(*std::get<EntryPointer>(slot), *entry)) {
                     slot = std::move(entry);
                     return false;
                 }
@@ -129,7 +143,7 @@ private:
             node.slots.emplace_back(std::move(entry));
             return true;
         }
-        const std::uint32_t bit = bitFor(hash, shift);
+        const std::uint32_t bit = bitFor(entry->hash, shift);
         const std::size_t index = node.indexOf(bit);
         if (!(node.bitmap & bit)) {
             node.slots.insert(node.slots.begin() + static_cast<std::ptrdiff_t>(index), Slot(std::move(entry)));
@@ -137,34 +151,34 @@ private:
             return true;
         }
         Slot& slot = node.slots[index];
-        if (auto* child = std::get_if<NodePointer>(&slot)) return insert(*child, std::move(entry), hash, shift + bits);
+        if (auto* child = std::get_if<NodePointer>(&slot)) return insert(*child, std::move(entry), shift + bits);
         EntryPointer present = std::get<EntryPointer>(slot);
-        if (present->first == entry->first) {
+        if (sameKey(*present, *entry)) {
             slot = std::move(entry);
             return false;
         }
         NodePointer child;
-        const std::size_t presentHash = hashOf(present->first);
-        insert(child, std::move(present), presentHash, shift + bits);
-        insert(child, std::move(entry), hash, shift + bits);
+        insert(child, std::move(present), shift + bits);
+        insert(child, std::move(entry), shift + bits);
         slot = std::move(child);
         return true;
     }
 
-    static bool remove(NodePointer& pointer, std::u16string_view key, std::size_t hash, unsigned shift) {
+    // The key must be there.
+    static void remove(NodePointer& pointer, std::u16string_view key, std::size_t hash, unsigned shift) {
         Node& node = own(pointer);
         if (shift >= hashBits) {
-            return std::erase_if(node.slots, [&](const Slot& s) { return std::get<EntryPointer>(s)->first == key; }) > 0;
+            std::erase_if(node.slots, [&](const Slot& s) { return std::get<EntryPointer>(s)->first == key; });
+            return;
         }
         const std::uint32_t bit = bitFor(hash, shift);
         const std::size_t index = node.indexOf(bit);
         if (auto* child = std::get_if<NodePointer>(&node.slots[index])) {
-            const bool removed = remove(*child, key, hash, shift + bits);
-            if (!(*child)->slots.empty()) return removed;
+            remove(*child, key, hash, shift + bits);
+            if (!(*child)->slots.empty()) return;
         }
         node.slots.erase(node.slots.begin() + static_cast<std::ptrdiff_t>(index));
         node.bitmap &= ~bit;
-        return true;
     }
 
     template <class Visit>

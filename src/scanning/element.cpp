@@ -35,6 +35,13 @@ bool ElementList::anyHas(Attribute key) const {
 AttributedText ElementList::attributedText(std::size_t from, std::size_t to) const {
     assert(from <= to && to <= size());
     AttributedText result;
+    std::size_t length = 0;
+    std::size_t runs = 0;
+    for (std::size_t i = from; i < to; ++i) {
+        length += elements_[i]->text().size();
+        runs += elements_[i]->attributedText.elementsCount();
+    }
+    result.reserve(length, runs);
     for (std::size_t i = from; i < to; ++i) result.append(elements_[i]->attributedText);
     return result;
 }
