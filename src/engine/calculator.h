@@ -57,6 +57,14 @@ public:
     Context& context() { return context_; }
     void setCachesEnabled(bool enabled);
 
+    // The catalogues, for those who look into or add to them.
+    OperatorCollection& operatorCollection() { return operatorCollection_; }
+    const OperationCalculator& operationCalculator() const { return operationCalculator_; }
+    UnitManager& unitManager() { return unitManager_; }
+    UnitConverter& unitConverter() { return unitConverter_; }
+    ScaleManager& scaleManager() { return scaleManager_; }
+    FunctionManager& functionManager() { return functionManager_; }
+
 private:
     void registerExtractors();
     void registerEvaluators();

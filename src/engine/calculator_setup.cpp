@@ -5,6 +5,7 @@
 #include "evaluation/structure_evaluators.h"
 #include "functions/function_catalogue.h"
 #include "platform/system.h"
+#include "quicktype/expression_evaluator.h"
 #include "scanning/number_extractors.h"
 #include "scanning/structural_extractors.h"
 #include "scanning/vocabulary_extractors.h"
@@ -92,11 +93,12 @@ void Calculator::registerExtractors() {
     extractors_.add(std::move(operators));
     extractors_.add(std::make_shared<UnitExtractor>(unitManager_.phraseDetector(), operatorCollection_));
     extractors_.add(std::make_shared<FunctionExtractor>(functionManager_.phraseDetector()));
-    extractors_.add(std::make_shared<AssignmentExtractor>(localizer_, stringRangeDetector_));
+    extractors_.add(std::make_shared<AssignmentExtractor>(localizer_, stringRangeDetector_, operatorCollection_));
     extractors_.add(std::make_shared<VariablesExtractor>(stringRangeDetector_));
 }
 
 void Calculator::registerEvaluators() {
+    evaluators_.add(std::make_shared<QuickTypeExpressionEvaluator>());
     evaluators_.add(std::make_shared<EmptyDependenciesEvaluator>(stringRangeDetector_));
     evaluators_.add(std::make_shared<ParenthesesEvaluator>());
     evaluators_.add(std::make_shared<AssignmentEvaluator>(operationCalculator_));

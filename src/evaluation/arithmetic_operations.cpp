@@ -115,7 +115,9 @@ std::optional<Value> ConversionOperation::calculate(const Value& left, const Val
     // An operand that is missing is for the fall-back of the calculator.
     if (left.isEmpty() || right.isEmpty()) return std::nullopt;
     if (const auto unit = right.string(Attribute::unit)) {
-        if (auto converted = unitConverter_.convert(left, *unit, context)) return converted;
+        auto converted = unitConverter_.convert(left, *unit, context);
+        // A quantity that can't be converted must not just change its unit.
+        if (converted || left.has(Attribute::unit)) return converted;
     }
     return left.merging(right);
 }

@@ -29,12 +29,16 @@ public:
     const std::vector<std::shared_ptr<const Operator>>& operators() const { return operators_; }
     // 0 when the id is not registered.
     int priority(std::u16string_view id) const;
+    // The operator that is written so; null without one.
+    const Operator* withSymbol(std::u16string_view symbol) const;
+    bool isSymbol(std::u16string_view symbol) const { return withSymbol(symbol) != nullptr; }
     const PhraseDetector<std::u16string>& phraseDetector() const { return phraseDetector_; }
 
 private:
     PhraseDetector<std::u16string> phraseDetector_;
     std::vector<std::shared_ptr<const Operator>> operators_;
     TextMap<std::shared_ptr<const Operator>> operatorById_;
+    TextMap<std::shared_ptr<const Operator>> operatorBySymbol_;
 };
 
 // An operator's meaning for one kind of operands.

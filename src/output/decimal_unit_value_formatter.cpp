@@ -47,9 +47,9 @@ std::optional<FormattedValue> DecimalUnitValueFormatter::format(const Value& val
     else context.addDependencies(noPrecision_);
 
     const DecimalNumber magnitude = number->abs();
-    // One and a half dollars are 1.50.
+    // One and a half dollars are 1.50; what is cut off for display does not count.
     const auto unit = value.string(Attribute::unit);
-    const bool cents = unit && unitConverter_.isCurrency(*unit) && number->fractionDigitsCount() == 1;
+    const bool cents = unit && unitConverter_.isCurrency(*unit) && number->round(static_cast<std::int16_t>(maxFraction)).fractionDigitsCount() == 1;
     const auto text = numberFormatter_.stringFrom(magnitude, numeralSystem(value), maxFraction, cents ? 2 : 0);
     if (!text) return std::nullopt;
     const std::u16string format = displayFormat(value);

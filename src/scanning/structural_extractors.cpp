@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "engine/context_map.h"
+#include "evaluation/operator_collection.h"
 #include "scanning/localizer.h"
 #include "scanning/string_extractor.h"
 
@@ -40,17 +41,27 @@ void ParenthesesExtractor::extract(const std::u16string& text, Context&, std::ve
     }
 }
 
-AssignmentExtractor::AssignmentExtractor(const Localizer& localizer, StringRangeDetector& stringRangeDetector)
-    : phraseDetector_(stringRangeDetector) {
+AssignmentExtractor::AssignmentExtractor(const Localizer& localizer, StringRangeDetector& stringRangeDetector,
+                                         const OperatorCollection& operators)
+    : stringRangeDetector_(stringRangeDetector), operators_(operators), phraseDetector_(stringRangeDetector) {
     for (const std::u16string& phrase : localizer.variants(u"assignment.variants", u"Operations"))
         phraseDetector_.add(phrase, true, true);
 }
 
 void AssignmentExtractor::extract(const std::u16string& text, Context&, std::vector<Extraction>& result) const {
-    for (const auto& match : phraseDetector_.detect(text)) {
-        result.push_back({match.range, 0, 0,
-                          makeElement(Value(Attribute::assignment, DecimalNumber::fromInt64(1)),
-                                      AttributedText(match.range.in(text), RunType::operatorWord))});
+    static const Value assignment(Attribute::assignment, DecimalNumber::fromInt64(1));
+    const auto add = [&](TextRange range) {
+        result.push_back({range, 0, 0, makeElement(assignment, AttributedText(range.in(text), RunType::operatorWord))});
+    };
+    const auto matches = phraseDetector_.detect(text);
+    for (const auto& match : matches) add(match.range);
+    // "+=" is one word; its parts are told by the symbol it begins with.
+    for (const TextRange& word : stringRangeDetector_.wordRanges(text)) {
+        for (std::size_t sign = 1; sign < word.length; ++sign) {
+            const std::u16string_view symbol = word.in(text).substr(0, sign);
+            if (phraseDetector_.find(word.in(text).substr(sign)) && operators_.isSymbol(symbol))
+                add({word.location + sign, word.length - sign});
+        }
     }
 }
 

@@ -8,6 +8,7 @@
 namespace vemo {
 
 class Localizer;
+class OperatorCollection;
 
 // A kind of token without a value, found by one pattern: comments, headers and labels.
 struct StructuralPattern {
@@ -42,14 +43,17 @@ public:
     void extract(const std::u16string& text, Context& context, std::vector<Extraction>& result) const override;
 };
 
-// Assignment signs.
+// Assignment signs, alone or right behind an operator symbol: "=", "+=".
 class AssignmentExtractor : public Extractor {
 public:
-    AssignmentExtractor(const Localizer& localizer, StringRangeDetector& stringRangeDetector);
+    AssignmentExtractor(const Localizer& localizer, StringRangeDetector& stringRangeDetector,
+                        const OperatorCollection& operators);
     std::u16string_view name() const override { return u"AssignmentExtractor"; }
     void extract(const std::u16string& text, Context& context, std::vector<Extraction>& result) const override;
 
 private:
+    StringRangeDetector& stringRangeDetector_;
+    const OperatorCollection& operators_;
     PhraseDetector<bool> phraseDetector_;
 };
 

@@ -69,12 +69,7 @@ bool UnitExtractor::displacesOperator(std::u16string_view text, TextRange range)
     if (before.empty() || digitValue(before.back()) < 0) return false;
     const std::u16string_view behind = trimmed(text.substr(range.end()));
     if (behind.empty() || behind.front() == u')' || behind.front() == u'"') return true;
-    const auto& operators = operators_.operators();
-    if (std::any_of(operators.begin(), operators.end(), [&](const auto& op) {
-            return std::any_of(op->symbols.begin(), op->symbols.end(),
-                               [&](const std::u16string& symbol) { return behind.starts_with(symbol); });
-        }))
-        return true;
+    if (operators_.isSymbol(behind.substr(0, 1))) return true;
     const auto next = operators_.phraseDetector().detect(behind);
     return !next.empty() && next.front().range.location == 0;
 }

@@ -1,0 +1,84 @@
+// SPDX-License-Identifier: MIT
+// The command as a person calls it. VEMO_COMMAND names it.
+
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+
+#include <array>
+#include <cstdio>
+#include <cstdlib>
+#include <fstream>
+#include <nlohmann/json.hpp>
+
+namespace vemo::test {
+namespace {
+
+struct Outcome {
+    int status = 0;
+    std::string output;  // standard output and error
+};
+
+Outcome run(const std::string& arguments, const std::string& input = "") {
+    const char* command = std::getenv("VEMO_COMMAND");
+    if (!command) throw std::runtime_error("VEMO_COMMAND is not set");
+    const std::string line = "printf '%b' '" + input + "' | env -u NO_COLOR LC_ALL=C.UTF-8 '" + command + "' --locale en_US --language en " + arguments + " 2>&1";
+    Outcome outcome;
+    FILE* pipe = popen(line.c_str(), "r");
+    std::array<char, 4096> buffer;
+    for (std::size_t count; (count = fread(buffer.data(), 1, buffer.size(), pipe)) > 0;) outcome.output.append(buffer.data(), count);
+    outcome.status = WEXITSTATUS(pclose(pipe));
+    return outcome;
+}
+
+TEST(Command, printsResultsSideBySideAndTheTotal) {
+    const Outcome outcome = run("", "2 + 3\\n1/3 // note\\n");
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.output, "2 + 3           5\n1/3 // note  0.33\n-----------------\n             5.33\n");
+    EXPECT_EQ(run("-e '5 kg + 300 g' -e 1+1 --short").output, "5 kg + 300 g  5,300 g\n1+1                 2\n---------------------\n              5,302 g\n");
+    EXPECT_EQ(run("--precision 4 -e 1/3").output, "1/3  0.3333\n");
+    EXPECT_EQ(run("", "").output, "");
+}
+
+TEST(Command, printsOneJsonObject) {
+    const auto document = nlohmann::json::parse(run("--json", "5 inch in cm\\n\\n").output);
+    const auto& line = document["lines"][0];
+    EXPECT_EQ(line["text"], "5 inch in cm");
+    EXPECT_EQ(line["regular"], "12.7 cm");
+    EXPECT_EQ(line["short"], "12.7 cm");
+    EXPECT_EQ(line["runs"][0], (nlohmann::json{{"type", "num"}, {"text", "5"}}));
+    EXPECT_EQ(line["runs"][1], (nlohmann::json{{"text", " "}}));
+    EXPECT_EQ(line["tokens"], (nlohmann::json{"in", "inch", "in", "cm"}));
+    EXPECT_EQ(line["expressions"], (nlohmann::json{"inch in cm"}));
+    EXPECT_FALSE(document["lines"][1].contains("regular"));
+    EXPECT_EQ(document["grandTotal"]["regular"], "12.7 cm");
+    EXPECT_EQ(document["log"], "");
+}
+
+TEST(Command, saysWhatItCannotRead) {
+    const Outcome notUtf8 = run("-", "12\\0377");
+    EXPECT_EQ(notUtf8.status, 2);
+    EXPECT_EQ(notUtf8.output, "vemo: standard input: not UTF-8 at byte 2\n");
+    EXPECT_EQ(run("-", "\\0355\\0240\\0200").output, "vemo: standard input: not UTF-8 at byte 0\n");
+    const Outcome missing = run("/no/such/file");
+    EXPECT_EQ(missing.status, 2);
+    EXPECT_NE(missing.output.find("/no/such/file"), std::string::npos);
+    EXPECT_EQ(run("--precision x").status, 2);
+    EXPECT_EQ(run("--now yesterday").status, 2);
+    EXPECT_EQ(run("--no-such-option").status, 2);
+    EXPECT_EQ(run("--help").status, 0);
+    EXPECT_EQ(run("--version").output, "vemo 0.1.0\n");
+}
+
+TEST(Command, colorsOnlyWhenAsked) {
+    EXPECT_EQ(run("-e 5").output, "5  5\n");
+    EXPECT_NE(run("--color always -e 5").output.find("\033[36m5\033[0m"), std::string::npos);
+    EXPECT_EQ(run("-e '\033[31m1'").output.find('\033'), std::string::npos);  // nothing reaches the terminal as an escape
+}
+
+TEST(Command, tracesBesideTheJson) {
+    EXPECT_NE(run("--debug -e 1+1").output.find("=== Debug for '1+1' ==="), std::string::npos);
+    EXPECT_NE(run("--debug --json -e 1+1 2>/dev/null").output.find("{"), std::string::npos);
+}
+
+}  // namespace
+}  // namespace vemo::test

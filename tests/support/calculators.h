@@ -1,0 +1,23 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "engine/calculator.h"
+#include "vemo/engine.h"
+
+namespace vemo::test {
+
+// Nothing that depends on the host: US English, UTC, 24 November 2026, 13:00.
+Environment fixedEnvironment();
+
+std::unique_ptr<Calculator> newCalculator(const Environment& environment = fixedEnvironment());
+
+// The regular result texts of a document's lines, "" for a line without one.
+std::vector<std::string> results(std::string_view document);
+// The result of the document's last line.
+std::string result(std::string_view document);
+
+}  // namespace vemo::test

@@ -1,0 +1,166 @@
+// SPDX-License-Identifier: MIT
+#include <gtest/gtest.h>
+#include <rapidcheck/gtest.h>
+
+#include <map>
+#include <set>
+
+#include "scanning/compiled_tables.h"
+#include "support/calculators.h"
+
+namespace vemo::test {
+namespace {
+
+Calculator& calculator() {
+    static const auto shared = newCalculator();
+    return *shared;
+}
+
+std::optional<Value> convert(const Value& value, std::u16string_view unit) {
+    Context context;
+    context.add(calculator().context().data(), false);
+    return calculator().unitConverter().convert(value, unit, context);
+}
+
+Value quantity(std::string_view amount, std::u16string_view unit) {
+    return Value(DecimalNumber::parse(amount)).with(unit, Attribute::unit);
+}
+
+// What one of each unit is in its base unit: from NIST Special Publication 811 (2008), appendix B.8, BIPM's SI
+// Brochure (2019) and, where this catalogue rounds or differs (point, cable, nautical mile, pint …), worked out
+// by hand from the definition named in the comment.
+const std::map<std::u16string, const char*> ratios{
+    {u"inch", "0.0254"}, {u"foot", "0.3048"}, {u"yard", "0.9144"}, {u"mile", "1609.344"},
+    {u"point", "0.00035277777"},     // 1/72 in, cut at 11 digits
+    {u"cable", "185.3184"},          // 608 ft
+    {u"league", "4828.032"},         // 3 mi
+    {u"furlong", "201.168"}, {u"nautical_mile", "1853.184"},  // 6080 ft
+    {u"chain", "20.1168"}, {u"km", "1000"}, {u"mm", "0.001"}, {u"\u03bcm", "0.000001"}, {u"Ym", "1e24"}, {u"dam", "10"},
+    {u"acre", "4046.86"}, {u"hectare", "10000"}, {u"are", "100"}, {u"ping", "3.306"}, {u"km2", "1000000"},
+    {u"inch2", "0.00064516"}, {u"foot2", "0.09290304"}, {u"mile2", "2589988.110336"}, {u"cm3", "0.000001"},
+    {u"inch3", "0.000016387064"}, {u"foot3", "0.028316846592"}, {u"litre", "0.001"}, {u"mlitre", "0.000001"},
+    {u"cup", "0.000236588237"}, {u"quart", "0.000946352946"}, {u"pint", "0.000473176473"}, {u"gallon", "0.00378541178"},
+    {u"tablespoon", "0.0000147867648"}, {u"teaspoon", "0.00000492892159"}, {u"byte", "8"}, {u"kbyte", "8000"},
+    {u"Kibyte", "8192"}, {u"Mibit", "1048576"}, {u"Yibyte", "9671406556917033397649408"}, {u"degree", "0.017453292519943295"},
+    {u"minute", "60"}, {u"hour", "3600"}, {u"day", "86400"}, {u"week", "604800"}, {u"month", "2592000"},
+    {u"year", "31536000"}, {u"msecond", "0.001"}, {u"tonne", "1000000"}, {u"kgram", "1000"}, {u"carat", "0.2"},
+    {u"pound", "453.59237"}, {u"centner", "100000"}, {u"ounce", "28.349523125"}, {u"stone", "6350.29318"}};
+
+TEST(UnitCatalogue, hasTheRatiosOfTheStandards) {
+    for (const auto& [unit, ratio] : ratios) {
+        const std::u16string* base = calculator().unitConverter().baseUnit(unit);
+        ASSERT_NE(base, nullptr) << utf8(unit);
+        EXPECT_EQ(convert(quantity("1", unit), *base), quantity(ratio, *base)) << utf8(unit);
+    }
+}
+
+TEST(UnitCatalogue, hasNoOtherDataPrefixesNorStolenSymbols) {
+    const UnitConverter& converter = calculator().unitConverter();
+    EXPECT_EQ(converter.baseUnit(u"mbyte"), nullptr);
+    for (const char16_t* id : {u"ft", u"pt", u"ct"}) {
+        const std::u16string* unit = calculator().unitManager().phraseDetector().find(id);
+        EXPECT_TRUE(!unit || unit->find(u"tonne") == unit->npos) << utf8(id);
+    }
+}
+
+TEST(UnitConverter, distinguishesWhatItCannotConvert) {
+    EXPECT_EQ(convert(Value(DecimalNumber::fromInt64(3)), u"inch"), quantity("3", u"inch"));
+    EXPECT_EQ(convert(quantity("100", u"celsius"), u"fahrenheit"), quantity("212", u"fahrenheit"));
+    EXPECT_EQ(convert(quantity("1", u"m"), u"kelvin"), Value(DecimalNumber::notANumberValue()));
+    EXPECT_EQ(convert(quantity("1", u"no such unit"), u"m"), std::nullopt);
+    EXPECT_EQ(convert(quantity("1", u"USD"), u"EUR"), quantity("NaN", u"USD"));  // no rates are known
+}
+
+TEST(UnitConverter, dependsOnTheMeasuresOfTheScreen) {
+    EXPECT_EQ(results("1 in in px\nppi = 200\n1 in in px")[2], "200 px");
+    EXPECT_EQ(results("em = 20 px\n2 em in px")[1], "40 px");
+    EXPECT_EQ(results("em = 2 em\n2 em in px")[1], "");
+}
+
+// There and back, for every pair of units of a dimension: the amount, but for what steps rounded at 38 fraction
+// digits can lose. (Far-apart prefixes lose it all: a cubic metre is 10^-72 cubic yottametres.)
+RC_GTEST_PROP(UnitConverterLaws, returnsTheAmount, ()) {
+    static const auto dimensions = [] {
+        std::map<std::u16string, std::vector<std::u16string>> units;
+        for (const auto& [unit, base] : calculator().unitConverter().baseUnits())
+            if (base != u"USD" && base != u"kelvin") units[base].push_back(unit);
+        return units;
+    }();
+    const auto dimension = *rc::gen::elementOf(dimensions);
+    const auto from = *rc::gen::elementOf(dimension.second);
+    const auto to = *rc::gen::elementOf(dimension.second);
+    const auto inBase = [&](const std::u16string& unit) { return convert(quantity("1", unit), dimension.first)->decimal()->toDouble(); };
+    const DecimalNumber amount = DecimalNumber::fromInt64(*rc::gen::inRange<std::int64_t>(1, 1000000000));
+    const auto there = convert(quantity("1", from).with(amount), to);
+    const auto back = there ? convert(*there, from) : std::nullopt;
+    RC_ASSERT(back && back->decimal());
+    constexpr double unit = 1e-38;
+    const double base = amount.toDouble() * inBase(from);
+    const double bound = 4 * unit * (((base + 1) * inBase(to) + 1) / inBase(from) + base) + amount.toDouble() * 1e-34;
+    RC_ASSERT(std::abs(back->decimal()->subtracting(amount).toDouble()) <= bound);
+}
+
+TEST(UnitConverter, returnsTemperatures) {
+    for (const char16_t* from : {u"kelvin", u"celsius", u"fahrenheit"}) {
+        for (const char16_t* to : {u"kelvin", u"celsius", u"fahrenheit"}) {
+            const auto back = convert(*convert(quantity("36.6", from), to), from);
+            EXPECT_EQ(back->decimal()->round(30), DecimalNumber::parse("36.6")) << utf8(from) << utf8(to);
+        }
+    }
+}
+
+// A phrase of the tables that no line can match, or that another unit took, is a mistake in the tables.
+TEST(PhraseTables, giveEveryUnitItsPhrases) {
+    StringRangeDetector detector;
+    const auto& phrases = calculator().unitManager().phraseDetector();
+    // Later units have these on purpose.
+    const std::set<std::u16string> shared{u"em", u"ems", u"mad"};
+    const std::u16string_view unitTables[] = {u"Length", u"Area", u"Volume", u"Data", u"Temperature", u"Angle",
+                                              u"Time", u"Weight", u"Css", u"Currency", u"Percent"};
+    for (std::size_t t = 0; t < compiledTableCount; ++t) {
+        const CompiledTable& table = compiledTables[t];
+        if (table.language != u"Base" || std::find(std::begin(unitTables), std::end(unitTables), table.table) == std::end(unitTables)) continue;
+        for (std::size_t i = 0; i < table.count; ++i) {
+            std::u16string_view key = table.entries[i].key;
+            if (!key.ends_with(u".variants") || key.starts_with(u"percent_") || key.starts_with(u"as_a_")) continue;
+            key.remove_suffix(std::u16string_view(u".variants").size());
+            std::u16string id(key == u"meter" ? u"m" : key == u"cbinch" ? u"inch3" : key == u"cbcm" ? u"cm3" : key);
+            std::u16string_view list = table.entries[i].value;
+            while (!list.empty()) {
+                const std::size_t comma = std::min(list.find(u','), list.size());
+                const std::u16string phrase(trimmed(list.substr(0, comma)));
+                list.remove_prefix(std::min(comma + 1, list.size()));
+                const std::u16string* owner = phrases.find(phrase);
+                ASSERT_NE(owner, nullptr) << utf8(phrase);
+                if (!shared.contains(phrase)) {
+                    EXPECT_EQ(utf8(*owner), utf8(id)) << utf8(phrase);
+                }
+                // Found in a line as it is written.
+                const auto matches = phrases.detect(phrase);
+                ASSERT_EQ(matches.size(), 1u) << utf8(phrase);
+                EXPECT_EQ(matches[0].range.length, phrase.size()) << utf8(phrase);
+            }
+        }
+    }
+}
+
+// Every key that the set-up asks for is in the base tables: a missing one comes back as the phrase itself.
+TEST(PhraseTables, lackNoKey) {
+    const auto missing = [](std::u16string_view text) {
+        return text.ends_with(u".variants") || text.ends_with(u".format") || text.ends_with(u".prefix") ||
+               text.ends_with(u".symbol") || text.ends_with(u".templates") || text.ends_with(u".aliases");
+    };
+    for (const auto& [phrase, unit] : calculator().unitManager().phraseDetector().phrases()) EXPECT_FALSE(missing(phrase)) << utf8(phrase);
+    for (const auto& [phrase, id] : calculator().functionManager().phraseDetector().phrases()) EXPECT_FALSE(missing(phrase)) << utf8(phrase);
+    for (const auto& [phrase, id] : calculator().operatorCollection().phraseDetector().phrases()) EXPECT_FALSE(missing(phrase)) << utf8(phrase);
+    for (const auto& [phrase, id] : calculator().scaleManager().phraseDetector().phrases()) EXPECT_FALSE(missing(phrase)) << utf8(phrase);
+    for (const auto& [unit, base] : calculator().unitConverter().baseUnits()) {
+        const std::u16string* format = calculator().unitManager().format(unit);
+        if (unit == u"date") continue;
+        ASSERT_NE(format, nullptr) << utf8(unit);
+        EXPECT_FALSE(missing(*format)) << utf8(unit);
+    }
+}
+
+}  // namespace
+}  // namespace vemo::test
