@@ -9,6 +9,7 @@
 #include <iterator>
 
 #include "options.h"
+#include "rates.h"
 #include "terminal.h"
 
 namespace vemo::cli {
@@ -90,6 +91,17 @@ int run(const Options& options) {
     engine.buildVemoWorker(config);
     Context context;
     context.setPrecision(options.precision);
+    if (!options.rates.empty()) {
+        auto rates = readRates(options.rates);
+        if (const auto* message = std::get_if<std::string>(&rates)) {
+            std::cerr << "vemo: " << *message << '\n';
+            return unusable;
+        }
+        const std::chrono::duration<double> now = std::chrono::system_clock::now().time_since_epoch();
+        context.set(u"currency_rates", std::make_shared<const CurrencyRatesContainer>(
+                                           std::get<CurrencyRatesContainer>(std::move(rates))));
+        context.set(u"currency_rates_update_time", now.count());
+    }
     const auto result = engine.calculateSync(utf16(*text), context);
     if (options.json) printJson(std::cout, *result, "");
     else printResult(std::cout, *result, layoutFor(options));

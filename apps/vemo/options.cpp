@@ -54,6 +54,7 @@ std::variant<Options, int> parseOptions(int argc, char** argv) {
     app.add_option("--now", now, "The current instant, such as 2026-11-24T12:00:00Z")->type_name("RFC3339");
     app.add_option("--precision", options.precision, "Most fraction digits of results (2 unless given)")
         ->type_name("N")->check(CLI::Range(0, mostPrecision));
+    app.add_option("--rates", options.rates, "JSON file of exchange rates per US dollar")->type_name("FILE");
     app.add_flag("--debug", options.debug, "Print how each line is calculated");
     const std::map<std::string, Options::Color> colors{
         {"auto", Options::Color::automatic}, {"always", Options::Color::always}, {"never", Options::Color::never}};

@@ -23,6 +23,7 @@ struct Options {
     std::string timeZone;
     std::optional<Date> now;
     std::optional<std::int64_t> precision;
+    std::string rates;  // file; empty: no rates
     bool debug = false;
     Color color = Color::automatic;
 };

@@ -69,6 +69,16 @@ TEST(Command, saysWhatItCannotRead) {
     EXPECT_EQ(run("--version").output, "vemo 0.1.0\n");
 }
 
+TEST(Command, readsRates) {
+    const std::string file = testing::TempDir() + "vemo_rates.json";
+    std::ofstream(file) << R"({"base": "USD", "rates": {"EUR": 0.9, "GBP": "x", "JPY": -1}})";
+    EXPECT_EQ(run("--rates " + file + " -e '$10 in EUR'").output, "$10 in EUR  €9\n");
+    EXPECT_EQ(run("--rates " + file + " -e '$10 in JPY'").output, "$10 in JPY\n");
+    std::ofstream(file) << "{";
+    EXPECT_EQ(run("--rates " + file + " -e 1").status, 2);
+    EXPECT_EQ(run("--rates /no/such/file -e 1").output, "vemo: /no/such/file: cannot be read\n");
+}
+
 TEST(Command, colorsOnlyWhenAsked) {
     EXPECT_EQ(run("-e 5").output, "5  5\n");
     EXPECT_NE(run("--color always -e 5").output.find("\033[36m5\033[0m"), std::string::npos);
