@@ -83,32 +83,29 @@ private:
     std::uint16_t mask_ = 0;
 };
 
-// An immutable list of values, oldest first. Appending is O(1) and shares the older part; lists with
-// a common beginning compare in time proportional to the rest. Safe to read from several threads.
+// An immutable list of values, oldest first. Appending takes amortised constant time and shares the older part;
+// lists with a common beginning compare in time proportional to the rest. Safe to read, and to append to, from
+// several threads, each with a list of its own.
 class ValuesList {
 public:
-    struct Node {
-        Value value;
-        std::shared_ptr<const Node> previous;
-        std::size_t count;  // values up to this one
-        std::size_t hash;   // of all values up to this one
-        Node(Value v, std::shared_ptr<const Node> before);
-        Node(const Node&) = delete;
-        Node& operator=(const Node&) = delete;
-        ~Node();
-    };
-
-    ValuesList() = default;
     [[nodiscard]] ValuesList appending(Value value) const;
-    std::size_t size() const { return last_ ? last_->count : 0; }
-    // The newest value's node, from which the older ones are reached; null when empty.
-    const std::shared_ptr<const Node>& last() const { return last_; }
+    std::size_t size() const;
+    bool empty() const { return count_ == 0; }
 
+    // The list must not be empty.
+    const Value& newest() const;
+    void dropNewest();
+
+    // The same part of the same storage: a quick way to tell that nothing can differ.
+    bool isSameAs(const ValuesList& other) const { return block_ == other.block_ && count_ == other.count_; }
     bool isEqual(const ValuesList& other) const;
     friend bool operator==(const ValuesList& a, const ValuesList& b) { return a.isEqual(b); }
 
 private:
-    std::shared_ptr<const Node> last_;
+    struct Block;
+
+    std::shared_ptr<Block> block_;
+    std::size_t count_ = 0;  // of the block's values that belong to this list
 };
 
 }  // namespace vemo

@@ -10,8 +10,8 @@ namespace {
 // What was seen as present must be there unchanged; what was seen as absent must still be absent.
 bool holds(const ContextMap& dependencies, const Context& context) {
     return dependencies.all([&](const auto& entry) {
-        const IsEquatable* present = context.find(entry->first);
-        return present ? present->isEqual(entry->second) : entry->second.isEmptyValue();
+        const IsEquatable* present = context.find(entry.first);
+        return present ? present->isEqual(entry.second) : entry.second.isEmptyValue();
     });
 }
 

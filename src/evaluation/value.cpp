@@ -7,6 +7,7 @@
 #include <cassert>
 #include <variant>
 
+#include "platform/hash.h"
 #include "platform/text.h"
 
 namespace vemo {
@@ -18,11 +19,6 @@ using Mark = std::variant<std::u16string, DecimalNumber, Date, TimeZone>;
 constexpr std::array<std::u16string_view, attributeCount> names{
     u"decimal", u"unit", u"date",       u"time_zone", u"nsystem",     u"scale",      u"operation",
     u"fn",      u"opPriority", u"type", u"parenthesis", u"assignment", u"error"};
-
-std::size_t combine(std::size_t seed, std::size_t hash) {
-    // Boost's hash_combine constant, 2^64 divided by the golden ratio.
-    return seed ^ (hash + 0x9e3779b97f4a7c15u + (seed << 6) + (seed >> 2));
-}
 
 struct MarkText {
     std::u16string operator()(const std::u16string& text) const { return text; }
@@ -183,9 +179,9 @@ bool Value::isEqual(const Value& other) const {
 
 std::size_t Value::hash() const {
     std::size_t result = mask_;
-    if (has(Attribute::decimal)) result = combine(result, decimal_.hash());
+    if (has(Attribute::decimal)) result = combineHashes(result, decimal_.hash());
     if (marks_)
-        for (const auto& entry : marks_->entries) result = combine(result, std::visit(MarkHash{}, entry.second));
+        for (const auto& entry : marks_->entries) result = combineHashes(result, std::visit(MarkHash{}, entry.second));
     return result;
 }
 
@@ -209,37 +205,6 @@ std::u16string Value::shortDescription() const {
         }
     }
     return result + u"}";
-}
-
-ValuesList::Node::Node(Value v, std::shared_ptr<const Node> before)
-    : value(std::move(v)),
-      previous(std::move(before)),
-      count(previous ? previous->count + 1 : 1),
-      hash(combine(previous ? previous->hash : 0, value.hash())) {}
-
-ValuesList::Node::~Node() {
-    // A long chain is released step by step: recursion would exhaust the stack.
-    std::shared_ptr<const Node> rest = std::move(previous);
-    while (rest && rest.use_count() == 1) {
-        std::shared_ptr<const Node> next = std::move(const_cast<Node&>(*rest).previous);
-        rest = std::move(next);
-    }
-}
-
-ValuesList ValuesList::appending(Value value) const {
-    ValuesList result;
-    result.last_ = std::make_shared<const Node>(std::move(value), last_);
-    return result;
-}
-
-bool ValuesList::isEqual(const ValuesList& other) const {
-    const Node* a = last_.get();
-    const Node* b = other.last_.get();
-    if (a == b) return true;
-    if (!a || !b || a->count != b->count || a->hash != b->hash) return false;
-    for (; a != b; a = a->previous.get(), b = b->previous.get())
-        if (!a->value.isEqual(b->value)) return false;
-    return true;
 }
 
 }  // namespace vemo

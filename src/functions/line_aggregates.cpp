@@ -25,11 +25,11 @@ public:
     // Nothing for an empty block, or when its values can't be added.
     std::optional<BlockTotal> add(const ValuesList& results, Context& context) {
         std::vector<const Value*> values;  // newest first
-        const auto* node = results.last().get();
-        for (; node && !node->value.isEmpty() && node != latest_.get(); node = node->previous.get())
-            values.push_back(&node->value);
+        ValuesList rest = results;
+        for (; !rest.empty() && !rest.newest().isEmpty() && !rest.isSameAs(latest_); rest.dropNewest())
+            values.push_back(&rest.newest());
         BlockTotal block;
-        if (node && node == latest_.get()) block = total_;
+        if (!rest.empty() && rest.isSameAs(latest_)) block = total_;
         const ContextMap before = context.dependencies();
         for (; !values.empty(); values.pop_back(), ++block.count) {
             const auto sum = block.count == 0 ? *values.back() : calculator_.apply(u"+", block.total, *values.back(), context);
@@ -38,14 +38,14 @@ public:
         }
         if (block.count == 0) return std::nullopt;
         // A total that depends on rates or the like holds only as long as they do.
-        latest_ = context.dependencies().sharesWith(before) ? results.last() : nullptr;
+        latest_ = context.dependencies().sharesWith(before) ? results : ValuesList();
         total_ = block;
         return block;
     }
 
 private:
     const OperationCalculator& calculator_;
-    std::shared_ptr<const ValuesList::Node> latest_;
+    ValuesList latest_;
     BlockTotal total_;
 };
 

@@ -1,80 +1,82 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <algorithm>
+#include <atomic>
 #include <bit>
-#include <cassert>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <functional>
-#include <memory>
+#include <new>
 #include <string>
 #include <string_view>
 #include <utility>
-#include <variant>
-#include <vector>
 
 namespace vemo {
 
-// A map from text to Mapped whose copies share structure: copying is O(1), a change costs O(log size)
-// and leaves other copies as they were (a hash array mapped trie). A map that shares nothing is changed in place.
+// A map from text to Mapped whose copies share structure: copying is O(1), a change costs O(log size) and leaves
+// other copies as they were (a hash array mapped trie, Bagwell 2001). What no other map shares is changed in
+// place. Copies may be used on different threads.
 template <class Mapped>
 class PersistentMap {
+    struct Counted {
+        std::atomic<std::uint32_t> references{1};
+    };
+
 public:
-    struct Entry {
+    struct Entry : Counted {
         Entry(std::u16string_view key, std::size_t keyHash, Mapped value)
             : first(key), second(std::move(value)), hash(keyHash) {}
         const std::u16string first;
         Mapped second;
         const std::size_t hash;
     };
-    using EntryPointer = std::shared_ptr<Entry>;
+
+    PersistentMap() = default;
+    PersistentMap(const PersistentMap& other) : root_(other.root_), size_(other.size_) { retain(root_); }
+    PersistentMap(PersistentMap&& other) noexcept
+        : root_(std::exchange(other.root_, nullptr)), size_(std::exchange(other.size_, 0)) {}
+    PersistentMap& operator=(PersistentMap other) noexcept {
+        std::swap(root_, other.root_);
+        std::swap(size_, other.size_);
+        return *this;
+    }
+    ~PersistentMap() { release(root_); }
 
     std::size_t size() const { return size_; }
     bool empty() const { return size_ == 0; }
     bool sharesWith(const PersistentMap& other) const { return root_ == other.root_; }
 
+    // Valid until the map changes.
     const Mapped* find(std::u16string_view key) const {
-        const std::size_t hash = hashOf(key);
-        const Node* node = root_.get();
-        for (unsigned shift = 0; node; shift += bits) {
-            if (shift >= hashBits) {
-                for (const Slot& slot : node->slots) {
-                    const auto& entry = std::get<EntryPointer>(slot);
-                    if (entry->first == key) return &entry->second;
-                }
-                return nullptr;
-            }
-            const std::uint32_t bit = bitFor(hash, shift);
-            if (!(node->bitmap & bit)) return nullptr;
-            const Slot& slot = node->slots[node->indexOf(bit)];
-            if (const auto* entry = std::get_if<EntryPointer>(&slot))
-                return (*entry)->first == key ? &(*entry)->second : nullptr;
-            node = std::get<NodePointer>(slot).get();
-        }
-        return nullptr;
+        const Entry* entry = findEntry(key, hashOf(key), false);
+        return entry ? &entry->second : nullptr;
     }
 
     // True when the key is new.
     bool set(std::u16string_view key, Mapped value) {
         const std::size_t hash = hashOf(key);
-        Mapped* own = findOwn(key, hash);
-        if (!own) return setEntry(std::make_shared<Entry>(key, hash, std::move(value)));
-        *own = std::move(value);
-        return false;
+        if (Entry* own = findEntry(key, hash, true)) {
+            own->second = std::move(value);
+            return false;
+        }
+        return add(new Entry(key, hash, std::move(value)));
     }
 
-    // Shares the entry with the map it comes from.
-    bool setEntry(EntryPointer entry) {
-        const bool added = insert(root_, std::move(entry), 0);
-        if (added) ++size_;
-        return added;
+    // The same with an entry of another map, which is shared.
+    bool setShared(const Entry& entry) {
+        auto& shared = const_cast<Entry&>(entry);
+        retain(&shared);
+        return add(&shared);
     }
 
     // True when the key was there.
     bool erase(std::u16string_view key) {
-        if (!find(key)) return false;
-        remove(root_, key, hashOf(key), 0);
-        if (--size_ == 0) root_.reset();
+        const std::size_t hash = hashOf(key);
+        if (!findEntry(key, hash, false)) return false;
+        remove(root_, key, hash, 0);
+        if (--size_ == 0) release(std::exchange(root_, nullptr));
         return true;
     }
 
@@ -86,9 +88,9 @@ public:
 
     friend bool operator==(const PersistentMap& a, const PersistentMap& b) {
         if (a.root_ == b.root_) return true;
-        return a.size_ == b.size_ && a.all([&](const EntryPointer& entry) {
-            const Mapped* other = b.find(entry->first);
-            return other && *other == entry->second;
+        return a.size_ == b.size_ && a.all([&](const Entry& entry) {
+            const Mapped* other = b.find(entry.first);
+            return other && *other == entry.second;
         });
     }
 
@@ -96,104 +98,191 @@ private:
     static constexpr unsigned bits = 5;
     static constexpr unsigned hashBits = 60;  // twelve levels, then a list of colliding entries
 
-    struct Node;
-    using NodePointer = std::shared_ptr<Node>;
-    using Slot = std::variant<EntryPointer, NodePointer>;
-    struct Node {
+    // A pointer to an entry (the lowest bit set) or to a node.
+    using Slot = std::uintptr_t;
+
+    // Followed in memory by its slots.
+    struct Node : Counted {
         std::uint32_t bitmap = 0;
-        std::vector<Slot> slots;
+        std::uint32_t count = 0;
+        std::uint32_t capacity = 0;
+
+        Slot* slots() { return reinterpret_cast<Slot*>(this + 1); }
+        const Slot* slots() const { return reinterpret_cast<const Slot*>(this + 1); }
         std::size_t indexOf(std::uint32_t bit) const { return static_cast<std::size_t>(std::popcount(bitmap & (bit - 1))); }
     };
 
-    static bool sameKey(const Entry& a, const Entry& b) { return a.hash == b.hash && a.first == b.first; }
+    static bool isEntry(Slot slot) { return (slot & 1) != 0; }
+    static Entry* entryOf(Slot slot) { return reinterpret_cast<Entry*>(slot & ~Slot{1}); }
+    static Node* nodeOf(Slot slot) { return reinterpret_cast<Node*>(slot); }
+    static Slot slotOf(Entry* entry) { return reinterpret_cast<Slot>(entry) | 1; }
+    static Slot slotOf(Node* node) { return reinterpret_cast<Slot>(node); }
+
+    static void retain(Counted* counted) {
+        if (counted) counted->references.fetch_add(1, std::memory_order_relaxed);
+    }
+    static bool isShared(const Counted* counted) { return counted->references.load(std::memory_order_acquire) > 1; }
+    static bool dropReference(Counted* counted) {
+        return counted->references.fetch_sub(1, std::memory_order_acq_rel) == 1;
+    }
+    static void release(Slot slot) {
+        if (!isEntry(slot)) return release(nodeOf(slot));
+        if (dropReference(entryOf(slot))) delete entryOf(slot);
+    }
+    static void release(Node* node) {
+        if (!node || !dropReference(node)) return;
+        for (std::size_t i = 0; i < node->count; ++i) release(node->slots()[i]);
+        freeNode(node);
+    }
+
+    static Node* newNode(std::size_t capacity) {
+        Node* node = new (::operator new(sizeof(Node) + capacity * sizeof(Slot))) Node;
+        node->capacity = static_cast<std::uint32_t>(capacity);
+        return node;
+    }
+    static void freeNode(Node* node) {
+        node->~Node();
+        ::operator delete(node);
+    }
+
     static std::size_t hashOf(std::u16string_view key) { return std::hash<std::u16string_view>{}(key); }
     static std::uint32_t bitFor(std::size_t hash, unsigned shift) { return 1u << ((hash >> shift) & 31u); }
 
-    // The present entry when no other map shares it; null otherwise.
-    Mapped* findOwn(std::u16string_view key, std::size_t hash) {
-        NodePointer* pointer = &root_;
-        for (unsigned shift = 0; *pointer && pointer->use_count() == 1 && shift < hashBits; shift += bits) {
-            Node& node = **pointer;
-            const std::uint32_t bit = bitFor(hash, shift);
-            if (!(node.bitmap & bit)) return nullptr;
-            Slot& slot = node.slots[node.indexOf(bit)];
-            if (auto* entry = std::get_if<EntryPointer>(&slot))
-                return entry->use_count() == 1 && (*entry)->first == key ? &(*entry)->second : nullptr;
-            pointer = &std::get<NodePointer>(slot);
+    // The entry or null; with `own`, null as well when another map shares it or the way to it.
+    Entry* findEntry(std::u16string_view key, std::size_t hash, bool own) const {
+        const Node* node = root_;
+        for (unsigned shift = 0; node && !(own && isShared(node)); shift += bits) {
+            Slot slot = 0;
+            if (shift >= hashBits) {
+                const Slot* end = node->slots() + node->count;
+                const Slot* found = std::find_if(node->slots(), end, [&](Slot s) { return entryOf(s)->first == key; });
+                if (found != end) slot = *found;
+            } else if (const std::uint32_t bit = bitFor(hash, shift); node->bitmap & bit) {
+                slot = node->slots()[node->indexOf(bit)];
+            }
+            if (slot == 0) return nullptr;
+            if (!isEntry(slot)) {
+                node = nodeOf(slot);
+                continue;
+            }
+            Entry* entry = entryOf(slot);
+            return entry->hash == hash && entry->first == key && !(own && isShared(entry)) ? entry : nullptr;
         }
         return nullptr;
     }
 
-    // A node that may be changed: the given one when nobody else holds it, otherwise a copy.
-    static Node& own(NodePointer& node) {
-        if (!node) node = std::make_shared<Node>();
-        else if (node.use_count() > 1) node = std::make_shared<Node>(*node);
-        return *node;
+    // Makes the node one that may be changed.
+    static void own(Node*& node) {
+        if (!node) {
+            node = newNode(2);
+            return;
+        }
+        if (!isShared(node)) return;
+        Node* copy = newNode(node->count + 1);
+        copy->bitmap = node->bitmap;
+        copy->count = node->count;
+        std::copy_n(node->slots(), node->count, copy->slots());
+        for (std::size_t i = 0; i < copy->count; ++i) {
+            const Slot slot = copy->slots()[i];
+            if (isEntry(slot)) retain(entryOf(slot));
+            else retain(nodeOf(slot));
+        }
+        release(std::exchange(node, copy));
     }
 
-    static bool insert(NodePointer& pointer, EntryPointer entry, unsigned shift) {
-        Node& node = own(pointer);
+    static void insertSlot(Node*& node, std::size_t index, Slot slot) {
+        if (node->count == node->capacity) {
+            Node* larger = newNode(2 * static_cast<std::size_t>(node->capacity));
+            larger->bitmap = node->bitmap;
+            larger->count = node->count;
+            std::copy_n(node->slots(), node->count, larger->slots());
+            freeNode(std::exchange(node, larger));
+        }
+        std::memmove(node->slots() + index + 1, node->slots() + index, (node->count - index) * sizeof(Slot));
+        node->slots()[index] = slot;
+        ++node->count;
+    }
+
+    static void removeSlot(Node* node, std::size_t index) {
+        release(node->slots()[index]);
+        --node->count;
+        std::memmove(node->slots() + index, node->slots() + index + 1, (node->count - index) * sizeof(Slot));
+    }
+
+    bool add(Entry* entry) {
+        const bool added = insert(root_, entry, 0);
+        if (added) ++size_;
+        return added;
+    }
+
+    // Takes over the reference to the entry.
+    static bool insert(Node*& node, Entry* entry, unsigned shift) {
+        own(node);
+        std::size_t index = 0;
         if (shift >= hashBits) {
-            for (Slot& slot : node.slots) {
-                if (sameKey(*std::get<EntryPointer>(slot), *entry)) {
-                    slot = std::move(entry);
-                    return false;
-                }
+            while (index < node->count && entryOf(node->slots()[index])->first != entry->first) ++index;
+            if (index == node->count) {
+                insertSlot(node, index, slotOf(entry));
+                return true;
             }
-            node.slots.emplace_back(std::move(entry));
-            return true;
+        } else {
+            const std::uint32_t bit = bitFor(entry->hash, shift);
+            index = node->indexOf(bit);
+            if (!(node->bitmap & bit)) {
+                insertSlot(node, index, slotOf(entry));
+                node->bitmap |= bit;
+                return true;
+            }
         }
-        const std::uint32_t bit = bitFor(entry->hash, shift);
-        const std::size_t index = node.indexOf(bit);
-        if (!(node.bitmap & bit)) {
-            node.slots.insert(node.slots.begin() + static_cast<std::ptrdiff_t>(index), Slot(std::move(entry)));
-            node.bitmap |= bit;
-            return true;
+        Slot& slot = node->slots()[index];
+        if (!isEntry(slot)) {
+            Node* child = nodeOf(slot);
+            const bool added = insert(child, entry, shift + bits);
+            slot = slotOf(child);
+            return added;
         }
-        Slot& slot = node.slots[index];
-        if (auto* child = std::get_if<NodePointer>(&slot)) return insert(*child, std::move(entry), shift + bits);
-        EntryPointer present = std::get<EntryPointer>(slot);
-        if (sameKey(*present, *entry)) {
-            slot = std::move(entry);
+        Entry* present = entryOf(slot);
+        if (present->hash == entry->hash && present->first == entry->first) {
+            release(slot);
+            slot = slotOf(entry);
             return false;
         }
-        NodePointer child;
-        insert(child, std::move(present), shift + bits);
-        insert(child, std::move(entry), shift + bits);
-        slot = std::move(child);
+        Node* child = nullptr;
+        insert(child, present, shift + bits);
+        insert(child, entry, shift + bits);
+        slot = slotOf(child);
         return true;
     }
 
     // The key must be there.
-    static void remove(NodePointer& pointer, std::u16string_view key, std::size_t hash, unsigned shift) {
-        Node& node = own(pointer);
+    static void remove(Node*& node, std::u16string_view key, std::size_t hash, unsigned shift) {
+        own(node);
         if (shift >= hashBits) {
-            std::erase_if(node.slots, [&](const Slot& s) { return std::get<EntryPointer>(s)->first == key; });
-            return;
+            std::size_t index = 0;
+            while (entryOf(node->slots()[index])->first != key) ++index;
+            return removeSlot(node, index);
         }
         const std::uint32_t bit = bitFor(hash, shift);
-        const std::size_t index = node.indexOf(bit);
-        if (auto* child = std::get_if<NodePointer>(&node.slots[index])) {
-            remove(*child, key, hash, shift + bits);
-            if (!(*child)->slots.empty()) return;
+        const std::size_t index = node->indexOf(bit);
+        Slot& slot = node->slots()[index];
+        if (!isEntry(slot)) {
+            Node* child = nodeOf(slot);
+            remove(child, key, hash, shift + bits);
+            slot = slotOf(child);
+            if (child->count > 0) return;
         }
-        node.slots.erase(node.slots.begin() + static_cast<std::ptrdiff_t>(index));
-        node.bitmap &= ~bit;
+        removeSlot(node, index);
+        node->bitmap &= ~bit;
     }
 
     template <class Visit>
     static bool visitNode(const Node& node, Visit& visit) {
-        for (const Slot& slot : node.slots) {
-            if (const auto* entry = std::get_if<EntryPointer>(&slot)) {
-                if (!visit(*entry)) return false;
-            } else if (!visitNode(*std::get<NodePointer>(slot), visit)) {
-                return false;
-            }
-        }
-        return true;
+        return std::all_of(node.slots(), node.slots() + node.count, [&](Slot slot) {
+            return isEntry(slot) ? visit(static_cast<const Entry&>(*entryOf(slot))) : visitNode(*nodeOf(slot), visit);
+        });
     }
 
-    NodePointer root_;
+    Node* root_ = nullptr;
     std::size_t size_ = 0;
 };
 

@@ -110,6 +110,21 @@ TEST(ValuesList, comparesAndReleasesLongLists) {
     EXPECT_NE(a.appending(number(1)), b);
 }
 
+TEST(ValuesList, forksKeepTheirOwnValues) {
+    ValuesList base;
+    for (int i = 0; i < 40; ++i) base = base.appending(number(i));
+    const ValuesList one = base.appending(number(100)).appending(number(101));
+    const ValuesList two = base.appending(number(200));
+    EXPECT_EQ(one.newest(), number(101));
+    EXPECT_EQ(two.newest(), number(200));
+    EXPECT_TRUE(base.appending(number(100)).appending(number(101)).isSameAs(one));  // the same values again share
+    EXPECT_EQ(base.size(), 40u);
+    ValuesList rest = two;
+    for (int i = 0; i < 41; ++i) rest.dropNewest();
+    EXPECT_TRUE(rest.empty());
+    EXPECT_EQ(rest, ValuesList());
+}
+
 // Colliding keys too: any sequence of changes gives what a plain map gives, and copies stay as they were.
 RC_GTEST_PROP(PersistentMapLaws, isAMapWhoseCopiesStay, ()) {
     PersistentMap<int> map, before;
