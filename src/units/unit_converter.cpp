@@ -19,11 +19,13 @@ void UnitConverter::registerUnit(const Unit& unit) {
     if (!unit.baseUnitId) return;
     const std::u16string& base = *unit.baseUnitId;
     if (unit.baseRatio) {
-        const DecimalNumber inverse = DecimalNumber::fromInt64(1).dividing(*unit.baseRatio);
-        converters_.insert_or_assign(pairKey(unit.id, base),
-                                     std::make_shared<RatioValueConverter>(*unit.baseRatio, unit.id, base));
-        converters_.insert_or_assign(pairKey(base, unit.id),
-                                     std::make_shared<RatioValueConverter>(inverse, base, unit.id));
+        using Direction = RatioValueConverter::Direction;
+        const auto ratio = [&](Direction direction, const std::u16string& from, const std::u16string& to) {
+            converters_.insert_or_assign(
+                pairKey(from, to), std::make_shared<RatioValueConverter>(direction, *unit.baseRatio, from, to));
+        };
+        ratio(Direction::multiply, unit.id, base);
+        ratio(Direction::divide, base, unit.id);
     }
     if (unit.toBaseValueConverter) converters_.insert_or_assign(pairKey(unit.id, base), unit.toBaseValueConverter);
     if (unit.fromBaseValueConverter) converters_.insert_or_assign(pairKey(base, unit.id), unit.fromBaseValueConverter);
@@ -64,7 +66,8 @@ std::optional<Value> UnitConverter::convert(const Value& value, std::u16string_v
 std::optional<Value> RatioValueConverter::convert(const Value& value, Context&) const {
     const auto amount = value.decimal();
     if (!amount || !value.is(Attribute::unit, fromUnitId_)) return std::nullopt;
-    return value.with(amount->multiplying(ratio_)).with(toUnitId_, Attribute::unit);
+    const DecimalNumber result = direction_ == Direction::multiply ? amount->multiplying(ratio_) : amount->dividing(ratio_);
+    return value.with(result).with(toUnitId_, Attribute::unit);
 }
 
 }  // namespace vemo

@@ -27,14 +27,19 @@ private:
     TextMap<std::u16string> baseUnits_;
 };
 
-// Multiplies amounts of one unit by a ratio.
+// Multiplies amounts of one unit by a ratio, or divides them by it: a rounded inverse would lose digits, all of
+// them where the ratio is large.
 class RatioValueConverter : public ValueConverter {
 public:
-    RatioValueConverter(const DecimalNumber& ratio, std::u16string fromUnitId, std::u16string toUnitId)
-        : ratio_(ratio), fromUnitId_(std::move(fromUnitId)), toUnitId_(std::move(toUnitId)) {}
+    enum class Direction { multiply, divide };
+
+    RatioValueConverter(Direction direction, const DecimalNumber& ratio, std::u16string fromUnitId,
+                        std::u16string toUnitId)
+        : direction_(direction), ratio_(ratio), fromUnitId_(std::move(fromUnitId)), toUnitId_(std::move(toUnitId)) {}
     std::optional<Value> convert(const Value& value, Context& context) const override;
 
 private:
+    Direction direction_;
     DecimalNumber ratio_;
     std::u16string fromUnitId_;
     std::u16string toUnitId_;
