@@ -24,7 +24,7 @@ constexpr std::u16string_view codes =
     u"LTC NMC NVC NXT PPC STR VTC XMR XPM XRP";
 
 // Their lower-case codes are words or units of their own.
-constexpr std::u16string_view exactOnly[] = {u"CUP", u"KMF", u"TMT", u"UZS", u"ZMW"};
+constexpr std::u16string_view exactOnly[] = {u"CUP", u"KGS", u"KMF", u"TMT", u"UZS", u"ZMW"};
 
 constexpr std::u16string_view table = u"Currency";
 
@@ -82,7 +82,7 @@ void registerCurrencies(UnitRegistry& registry, const Localizer& localizer, std:
         unit.baseUnitId = u"USD";
         unit.toBaseValueConverter = currencyToUsdConverter(code, u"currency_rates_update_time", u"currency_rates");
         unit.fromBaseValueConverter = usdToCurrencyConverter(code, u"currency_rates_update_time", u"currency_rates");
-        registry.registerUnit(unit);
+        registry.registerUnit(unit, true);
     }
 }
 

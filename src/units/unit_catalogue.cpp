@@ -59,7 +59,7 @@ public:
 
     void add(Unit unit) const {
         for (std::u16string& alias : aliases(unit.id)) unit.phrases.push_back(std::move(alias));
-        registry_.registerUnit(unit);
+        registry_.registerUnit(unit, true);
     }
 
     // Forms that people type beside the names, symbols and derived ones.

@@ -18,7 +18,8 @@ using Log = std::function<void(std::string_view)>;
 class UnitRegistry {
 public:
     UnitRegistry(UnitManager& manager, UnitConverter& converter) : manager_(manager), converter_(converter) {}
-    void registerUnit(const Unit& unit, bool phrasesVerbatim = true);
+    virtual ~UnitRegistry() = default;
+    virtual void registerUnit(const Unit& unit, bool phrasesVerbatim);
     UnitManager& manager() const { return manager_; }
     UnitConverter& converter() const { return converter_; }
 
