@@ -28,7 +28,6 @@ enum class RunType : std::uint8_t {
 // The code an application receives: "var", "prnth", "num", "cmnt", "unit", "hdr", "lbl", "fn",
 // "oprtr", "oprtrsmb"; empty for none.
 std::u16string_view runTypeCode(RunType type);
-std::optional<RunType> runTypeFromCode(std::u16string_view code);
 
 struct AttributedTextElement {
     std::u16string text;

@@ -3,12 +3,12 @@
 
 #include <cstdint>
 #include <functional>
-#include <map>
 #include <memory>
 #include <mutex>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <type_traits>
 #include <unordered_map>
 #include <variant>
 #include <vector>
@@ -25,6 +25,11 @@ struct CurrencyRatesContainer {
     friend bool operator==(const CurrencyRatesContainer&, const CurrencyRatesContainer&) = default;
 };
 
+template <class T, class Variant>
+inline constexpr bool isAlternative = false;
+template <class T, class... Alternatives>
+inline constexpr bool isAlternative<T, std::variant<Alternatives...>> = (std::is_same_v<T, Alternatives> || ...);
+
 // What a context can hold under a key. Two entries are equal when they have the same type and compare
 // equal: texts by canonical equivalence, numbers numerically (a double NaN equals nothing), the rest by content.
 class IsEquatable {
@@ -34,7 +39,7 @@ public:
                                  std::shared_ptr<const CurrencyRatesContainer>>;
 
     template <class T>
-        requires std::is_constructible_v<Storage, std::in_place_type_t<T>, T>
+        requires isAlternative<T, Storage>
     IsEquatable(T value) : storage_(std::in_place_type<T>, std::move(value)) {}
 
     template <class T>

@@ -42,10 +42,9 @@ std::optional<Value> OperationCalculator::calculate(std::vector<Value> values, s
         const auto index = highest - priorities.begin();
         const auto left = values.begin() + index;
         const auto op = operators.begin() + index;
+        const bool failed = isNotANumber(*left) || isNotANumber(*(left + 1));
         auto result = apply(op->string(Attribute::operation).value_or(u""), *left, *(left + 1), context);
-        if (!result) return std::nullopt;
-        const bool stop = isNotANumber(*left) || isNotANumber(*(left + 1));
-        if (stop) return result;
+        if (!result || failed) return result;
         *left = *std::move(result);
         values.erase(left + 1);
         operators.erase(op);

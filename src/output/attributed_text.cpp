@@ -16,12 +16,6 @@ constexpr std::array<std::u16string_view, 11> codes{u"",    u"var", u"prnth", u"
 
 std::u16string_view runTypeCode(RunType type) { return codes[static_cast<std::size_t>(type)]; }
 
-std::optional<RunType> runTypeFromCode(std::u16string_view code) {
-    const auto found = std::find(codes.begin() + 1, codes.end(), code);
-    if (found == codes.end()) return std::nullopt;
-    return static_cast<RunType>(found - codes.begin());
-}
-
 AttributedText::AttributedText(std::u16string_view text, RunType type)
     : text_(text) {
     runs_.push_back({static_cast<std::uint32_t>(text.size()), type});
@@ -97,7 +91,8 @@ std::u16string AttributedText::description() const {
         result += u"\t[\"";
         result += text;
         result += u"\": ";
-        result += type == RunType::none ? u"nil" : u"\"" + std::u16string(runTypeCode(type)) + u"\"";
+        if (type == RunType::none) result += u"nil";
+        else result.append(u"\"").append(runTypeCode(type)).append(u"\"");
         result += u"]\n";
     });
     return result + u"}";

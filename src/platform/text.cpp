@@ -70,12 +70,6 @@ std::u16string_view trimmed(std::u16string_view text) {
     return text;
 }
 
-std::u16string withoutWhitespace(std::u16string_view text) {
-    std::u16string result;
-    std::copy_if(text.begin(), text.end(), std::back_inserter(result), [](char16_t c) { return !isWhitespace(c); });
-    return result;
-}
-
 std::u16string joined(const std::vector<std::u16string>& parts, std::u16string_view separator) {
     std::u16string result;
     for (std::size_t i = 0; i < parts.size(); ++i) {

@@ -27,7 +27,6 @@ std::u16string lowercased(std::u16string_view text);
 
 bool isWhitespace(char16_t character);  // white space and line breaks, as Unicode has them
 std::u16string_view trimmed(std::u16string_view text);
-std::u16string withoutWhitespace(std::u16string_view text);
 std::u16string joined(const std::vector<std::u16string>& parts, std::u16string_view separator);
 
 // Every line with a tab before and a line feed behind it; nothing for an empty text.

@@ -11,8 +11,11 @@ namespace {
 std::u16string number(std::int64_t value) { return toUtf16(std::to_string(value)); }
 
 std::u16string braceForm(TextRange range) {
-    return u"{" + number(static_cast<std::int64_t>(range.location)) + u", " +
-           number(static_cast<std::int64_t>(range.length)) + u"}";
+    std::u16string result = u"{";
+    result += number(static_cast<std::int64_t>(range.location));
+    result += u", ";
+    result += number(static_cast<std::int64_t>(range.length));
+    return result += u"}";
 }
 
 }  // namespace
@@ -61,13 +64,6 @@ void ElementList::replace(std::size_t location, std::size_t length, ElementPoint
     }
     *start = std::move(element);
     elements_.erase(start + 1, start + static_cast<std::ptrdiff_t>(length));
-}
-
-void ElementList::replace(std::size_t location, std::size_t length, const ElementList& elements) {
-    assert(location + length <= size());
-    const auto start = elements_.begin() + static_cast<std::ptrdiff_t>(location);
-    const auto rest = elements_.erase(start, start + static_cast<std::ptrdiff_t>(length));
-    elements_.insert(rest, elements.elements_.begin(), elements.elements_.end());
 }
 
 std::u16string ElementList::description() const {

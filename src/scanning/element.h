@@ -55,7 +55,6 @@ public:
     void append(ElementPointer element) { elements_.push_back(std::move(element)); }
     // Puts one element in place of `length` elements; a length of 0 inserts.
     void replace(std::size_t location, std::size_t length, ElementPointer element);
-    void replace(std::size_t location, std::size_t length, const ElementList& elements);
 
     std::u16string description() const;
     std::u16string shortDescription() const;
