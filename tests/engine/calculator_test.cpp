@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
 
+#include <thread>
+
 #include "support/calculators.h"
 
 namespace vemo::test {
@@ -141,6 +143,43 @@ RC_GTEST_PROP(CalculatorLaws, runsJoinToTheLineAndCachesChangeNothing, ()) {
         RC_ASSERT(a.lines[i]->formattedValue == b.lines[i]->formattedValue);
     }
     RC_ASSERT(first.data() == second.data());
+}
+
+// Calculators on threads of their own share compiled patterns and tables, and nothing that changes.
+TEST(Calculator, worksBesideOthers) {
+    std::vector<std::string> totals(4);
+    std::vector<std::thread> threads;
+    for (std::string& total : totals) {
+        threads.emplace_back([&total] {
+            const auto calculator = newCalculator();
+            for (int run = 0; run < 3; ++run) {
+                Context context;
+                calculator->calculate(u"a = 1.5e3\n2 km in m // c\n20% of a\nsum\nl: 0xff", context);
+            }
+            Context context;
+            calculator->calculate(u"a = 2\na * 0x10 # h", context);
+            total = utf8(*context.grandTotalFormatted()->regular);
+        });
+    }
+    for (std::thread& thread : threads) thread.join();
+    EXPECT_THAT(totals, testing::Each("0x22"));
+}
+
+// A caller may calculate on with a context it got while another thread appends to the same list.
+TEST(Calculator, lendsItsRunningValuesToOtherThreads) {
+    const auto calculator = newCalculator();
+    Context first;
+    calculator->calculate(u"1\n2", first);
+    Context second = first.copyContext();
+    std::thread other([&] {
+        const auto theirs = newCalculator();
+        for (int i = 0; i < 50; ++i) theirs->calculate(u"3\nsum", second);
+    });
+    for (int i = 0; i < 50; ++i) calculator->calculate(u"4\nsum", first);
+    other.join();
+    EXPECT_EQ(first.get<ValuesList>(u"prev_results")->size(), 102u);
+    EXPECT_EQ(second.get<ValuesList>(u"prev_results")->size(), 102u);
+    EXPECT_NE(*first.get<Value>(u"prev_result"), *second.get<Value>(u"prev_result"));
 }
 
 std::u16string repeated(std::u16string_view piece, std::size_t count) {
