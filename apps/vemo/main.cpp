@@ -4,10 +4,9 @@
 
 #include <clocale>
 #include <cstdlib>
-#include <fstream>
 #include <iostream>
-#include <iterator>
 
+#include "files.h"
 #include "options.h"
 #include "rates.h"
 #include "terminal.h"
@@ -38,22 +37,21 @@ std::optional<std::size_t> firstInvalidByte(const std::string& text) {
 
 // The document; nothing when it can't be read, which has been said.
 std::optional<std::string> readDocument(const Options& options) {
-    std::string text;
-    if (!options.expressions.empty()) {
-        for (const std::string& line : options.expressions) text += line + "\n";
-    } else if (options.file.empty() || options.file == "-") {
-        text.assign(std::istreambuf_iterator<char>(std::cin), std::istreambuf_iterator<char>());
+    const bool fromInput = options.file.empty() || options.file == "-";
+    const std::string name = fromInput ? "standard input" : options.file;
+    std::optional<std::string> text;
+    if (options.expressions.empty()) {
+        text = fromInput ? readInput() : readFile(options.file);
     } else {
-        std::ifstream file(options.file, std::ios::binary);
-        if (file) text.assign(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>());
-        if (!file || file.bad()) {
-            std::cerr << "vemo: " << options.file << ": cannot be read\n";
-            return std::nullopt;
-        }
+        text.emplace();
+        for (const std::string& line : options.expressions) *text += line + "\n";
     }
-    if (const auto offset = firstInvalidByte(text)) {
-        const bool input = options.file.empty() || options.file == "-";
-        std::cerr << "vemo: " << (input ? "standard input" : options.file) << ": not UTF-8 at byte " << *offset << '\n';
+    if (!text) {
+        std::cerr << "vemo: " << name << ": cannot be read\n";
+        return std::nullopt;
+    }
+    if (const auto offset = firstInvalidByte(*text)) {
+        std::cerr << "vemo: " << name << ": not UTF-8 at byte " << *offset << '\n';
         return std::nullopt;
     }
     return text;

@@ -1,18 +1,17 @@
 // SPDX-License-Identifier: MIT
 #include "rates.h"
 
-#include <cmath>
-#include <fstream>
 #include <nlohmann/json.hpp>
 
+#include "files.h"
 #include "vemo/engine.h"
 
 namespace vemo::cli {
 
 std::variant<CurrencyRatesContainer, std::string> readRates(const std::string& file) {
-    std::ifstream stream(file, std::ios::binary);
-    if (!stream) return file + ": cannot be read";
-    const auto document = nlohmann::json::parse(stream, nullptr, false);
+    const auto bytes = readFile(file);
+    if (!bytes) return file + ": cannot be read";
+    const auto document = nlohmann::json::parse(*bytes, nullptr, false);
     if (document.is_discarded()) return file + ": not JSON";
     if (!document.is_object() || !document.contains("rates") || !document["rates"].is_object())
         return file + ": has no object \"rates\"";

@@ -67,7 +67,7 @@ void Localizer::readFolder(const std::filesystem::path& folder, const Log& log) 
     std::error_code error;
     for (const auto& entry : std::filesystem::recursive_directory_iterator(folder, error)) {
         const std::filesystem::path& path = entry.path();
-        if (path.extension() != ".strings" || path.parent_path().extension() != ".lproj") continue;
+        if (!entry.is_regular_file(error) || path.extension() != ".strings" || path.parent_path().extension() != ".lproj") continue;
         std::ifstream file(path, std::ios::binary);
         const std::string bytes((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
         auto parsed = parseStrings(bytes);

@@ -62,6 +62,8 @@ TEST(Command, saysWhatItCannotRead) {
     const Outcome missing = run("/no/such/file");
     EXPECT_EQ(missing.status, 2);
     EXPECT_NE(missing.output.find("/no/such/file"), std::string::npos);
+    EXPECT_EQ(run("/").output, "vemo: /: cannot be read\n");
+    EXPECT_EQ(run("--rates / -e 1").status, 2);
     EXPECT_EQ(run("--precision x").status, 2);
     EXPECT_EQ(run("--now yesterday").status, 2);
     EXPECT_EQ(run("--no-such-option").status, 2);
