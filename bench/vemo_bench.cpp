@@ -50,7 +50,7 @@ void coldLine(benchmark::State& state) {
 BENCHMARK(coldLine<arithmeticLine>)->Name("coldLine/arithmetic")->Iterations(5000)->Unit(benchmark::kMicrosecond);
 BENCHMARK(coldLine<unitLine>)->Name("coldLine/units")->Iterations(5000)->Unit(benchmark::kMicrosecond);
 
-std::u16string assigningLine(std::size_t i) { return u"v" + digits(i) + u" = " + digits(i * 7 % 1000); }
+std::u16string assigningLine(std::size_t i) { return (u"v" + digits(i)).append(u" = ") + digits(i * 7 % 1000); }
 std::u16string usingLine(std::size_t i) { return u"prev + " + digits(i); }
 std::u16string summingLine(std::size_t i) { return i % 2 == 0 ? digits(i) : u"sum"; }
 

@@ -23,6 +23,8 @@
 
 namespace vemo {
 
+class Scheduler;
+
 // Turns a document into one result per line: each line is cut into elements (extraction), these are
 // reduced to a value (evaluation), and the value is written out (formatting). One calculation at a time,
 // under the lock of the calculator's own context.
@@ -34,7 +36,8 @@ public:
         std::vector<LineResultPointer> lines;
     };
 
-    Calculator(const Config& config, Environment environment);
+    // `scheduler` must outlive the calculator; without one there are no timers and no downloads.
+    Calculator(const Config& config, Environment environment, Scheduler* scheduler = nullptr);
     ~Calculator() override;
     Calculator(const Calculator&) = delete;
     Calculator& operator=(const Calculator&) = delete;
@@ -76,6 +79,7 @@ private:
 
     Config config_;
     Environment environment_;
+    [[maybe_unused]] Scheduler* scheduler_;
     Measurer measurer_;
     Context context_;
     CacheManager cacheManager_;

@@ -12,9 +12,10 @@
 
 namespace vemo {
 
-Calculator::Calculator(const Config& config, Environment environment)
+Calculator::Calculator(const Config& config, Environment environment, Scheduler* scheduler)
     : config_(config),
       environment_(withDefaults(std::move(environment))),
+      scheduler_(scheduler),
       measurer_("Calculator initialization", environment_.log),
       localizer_(environment_.language, environment_.resources, environment_.log),
       decimalParser_(LocaleInfo::forIdentifier(environment_.locale)),
