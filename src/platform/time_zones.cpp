@@ -1,0 +1,79 @@
+// SPDX-License-Identifier: MIT
+#include "platform/time_zones.h"
+
+#include <unicode/basictz.h>
+#include <unicode/timezone.h>
+
+#include <cmath>
+
+namespace vemo {
+
+namespace {
+
+constexpr double secondsPerDay = 86400;
+constexpr int millisecondsPerSecond = 1000;
+
+class IcuRules : public TimeZoneRules {
+public:
+    explicit IcuRules(std::unique_ptr<icu::TimeZone> zone) : zone_(std::move(zone)) {}
+
+    int offsetAt(Date instant) const override {
+        return offset(instant.time_since_epoch().count(), UCAL_TZ_LOCAL_FORMER, false);
+    }
+
+private:
+    int offsetAtCivil(double secondsAsIfUtc) const override {
+        return offset(secondsAsIfUtc, UCAL_TZ_LOCAL_FORMER, true);
+    }
+
+    int offset(double seconds, UTimeZoneLocalOption option, bool civil) const {
+        std::int32_t raw = 0, dst = 0;
+        UErrorCode status = U_ZERO_ERROR;
+        const UDate milliseconds = seconds * millisecondsPerSecond;
+        const auto* rules = civil ? dynamic_cast<const icu::BasicTimeZone*>(zone_.get()) : nullptr;
+        if (rules) rules->getOffsetFromLocal(milliseconds, option, option, raw, dst, status);
+        else zone_->getOffset(milliseconds, civil, raw, dst, status);
+        return U_SUCCESS(status) ? (raw + dst) / millisecondsPerSecond : 0;
+    }
+
+    std::unique_ptr<icu::TimeZone> zone_;
+};
+
+}  // namespace
+
+std::shared_ptr<const TimeZoneRules> TimeZoneRules::find(std::u16string_view identifier) {
+    const icu::UnicodeString name(identifier.data(), static_cast<std::int32_t>(identifier.size()));
+    std::unique_ptr<icu::TimeZone> zone(icu::TimeZone::createTimeZone(name));
+    if (!zone || *zone == icu::TimeZone::getUnknown()) return nullptr;
+    return std::make_shared<const IcuRules>(std::move(zone));
+}
+
+CivilTime TimeZoneRules::civil(Date instant) const {
+    const double seconds = instant.time_since_epoch().count() + offsetAt(instant);
+    const double days = std::floor(seconds / secondsPerDay);
+    // Far outside the years that exist, the nearest one there is.
+    constexpr double mostDays = 11'000'000;
+    const auto clamped = static_cast<int>(std::fmin(std::fmax(days, -mostDays), mostDays));
+    const std::chrono::year_month_day date{std::chrono::sys_days(std::chrono::days(clamped))};
+    double rest = seconds - days * secondsPerDay;
+    CivilTime civil{static_cast<int>(date.year()), static_cast<unsigned>(date.month()),
+                    static_cast<unsigned>(date.day())};
+    civil.hour = static_cast<int>(rest / 3600);
+    rest -= civil.hour * 3600;
+    civil.minute = static_cast<int>(rest / 60);
+    civil.second = rest - civil.minute * 60;
+    return civil;
+}
+
+std::optional<Date> TimeZoneRules::instant(const CivilTime& civil) const {
+    const std::chrono::year_month_day date{std::chrono::year(civil.year), std::chrono::month(civil.month),
+                                           std::chrono::day(civil.day)};
+    if (!date.ok() || civil.hour < 0 || civil.hour > 23 || civil.minute < 0 || civil.minute > 59 || !(civil.second >= 0) ||
+        civil.second >= 60)
+        return std::nullopt;
+    const std::chrono::duration<double> midnight = std::chrono::sys_days(date).time_since_epoch();
+    const double seconds = midnight.count() + civil.hour * 3600 + civil.minute * 60 + civil.second;
+    return Date(std::chrono::duration<double>(seconds - offsetAtCivil(seconds)));
+}
+
+}  // namespace vemo
