@@ -32,13 +32,19 @@ void Calculator::trace(const std::u16string& line) const {
     else std::printf("%s\n", text.c_str());
 }
 
-Calculator::MultilineResult Calculator::calculate(std::u16string_view text, Context& document) {
+void Calculator::start() {}
+
+void Calculator::retire() {}
+
+Calculator::MultilineResult Calculator::calculate(std::u16string_view text, Context& document,
+                                                  const std::atomic<bool>* cancelled) {
     Context snapshot = document.copyContext();
     document.add(context_.data(), false);
     MultilineResult result;
     const std::vector<TextRange> lines = lineRanges(text);
     result.lines.reserve(lines.size());
     for (const TextRange& line : lines) {
+        if (cancelled && *cancelled) return result;
         result.lines.push_back(calculateLine(line.in(text), document, config_.debug));
         carryForward(result.lines.back()->value, document);
     }
@@ -131,7 +137,9 @@ FormattedValue Calculator::format(const Value& value, Context& context) const {
     return {};
 }
 
-void Calculator::contextUpdated(Context&) {}
+void Calculator::contextUpdated(Context& context) {
+    if (const auto delegate = delegate_.lock()) delegate->calculatorContextUpdated(context);
+}
 
 void Calculator::setCachesEnabled(bool enabled) {
     cacheManager_.setEnabled(enabled);

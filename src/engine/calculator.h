@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <atomic>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -25,6 +26,14 @@ namespace vemo {
 
 class Scheduler;
 
+// Hears from a calculator, on any thread and usually under the lock of its context.
+class CalculatorDelegate {
+public:
+    virtual ~CalculatorDelegate() = default;
+    virtual void calculatorContextUpdated(const Context& context) = 0;
+    virtual void calculatorCryptoInitialized() = 0;
+};
+
 // Turns a document into one result per line: each line is cut into elements (extraction), these are
 // reduced to a value (evaluation), and the value is written out (formatting). One calculation at a time,
 // under the lock of the calculator's own context.
@@ -44,10 +53,15 @@ public:
 
     // Fills the catalogues and lists. Once, before the first calculation.
     void initialize();
+    // Starts timers and downloads, and ends them for good. On the main executor; neither need be called.
+    void start();
+    void retire();
     const Measurer& measurer() const { return measurer_; }
 
-    // Every line of `text`, in order; `document` is changed as the lines say.
-    MultilineResult calculate(std::u16string_view text, Context& document);
+    // Every line of `text`, in order; `document` is changed as the lines say. Once `cancelled` is set, the remaining
+    // lines are skipped.
+    MultilineResult calculate(std::u16string_view text, Context& document,
+                              const std::atomic<bool>* cancelled = nullptr);
     LineResultPointer calculateLine(std::u16string_view text, Context& document, bool debug);
 
     ElementList extractElements(const std::u16string& text, Context& context, bool debug) const;
@@ -55,6 +69,7 @@ public:
                          bool debug) override;
     FormattedValue format(const Value& value, Context& context) const;
 
+    void setDelegate(std::weak_ptr<CalculatorDelegate> delegate) { delegate_ = std::move(delegate); }
     void contextUpdated(Context& context) override;
 
     Context& context() { return context_; }
@@ -82,6 +97,7 @@ private:
     [[maybe_unused]] Scheduler* scheduler_;
     Measurer measurer_;
     Context context_;
+    std::weak_ptr<CalculatorDelegate> delegate_;
     CacheManager cacheManager_;
 
     Localizer localizer_;
