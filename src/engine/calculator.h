@@ -13,6 +13,7 @@
 #include "evaluation/operation_calculator.h"
 #include "functions/function_manager.h"
 #include "output/decimal_unit_value_formatter.h"
+#include "quicktype/quick_type_collector.h"
 #include "scanning/extractor.h"
 #include "scanning/localizer.h"
 #include "scanning/number_parsers.h"
@@ -72,6 +73,11 @@ public:
     void setDelegate(std::weak_ptr<CalculatorDelegate> delegate) { delegate_ = std::move(delegate); }
     void contextUpdated(Context& context) override;
 
+    // Every completion offered while the catalogues were filled; none when the configuration wants none.
+    std::vector<QuickTypeHint> quickTypeHints() const { return quickTypeCollector_.hints(); }
+    // Takes the lock of the calculator's own context.
+    std::shared_ptr<QuickTypeEngine> buildQuickTypeEngine();
+
     Context& context() { return context_; }
     void setCachesEnabled(bool enabled);
 
@@ -100,6 +106,7 @@ private:
     std::weak_ptr<CalculatorDelegate> delegate_;
     CacheManager cacheManager_;
 
+    QuickTypeCollector quickTypeCollector_;
     Localizer localizer_;
     StringRangeDetector stringRangeDetector_;
     DecimalParser decimalParser_;
