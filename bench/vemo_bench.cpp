@@ -24,9 +24,11 @@ Environment english() {
     return environment;
 }
 
-std::unique_ptr<VemoEngine> newEngine() {
+std::unique_ptr<VemoEngine> newEngine(bool hints = true) {
     auto engine = std::make_unique<VemoEngine>(english());
-    engine->buildVemoWorker(quiet());
+    VemoEngine::Config config = quiet();
+    config.enableQuickTypeHints = hints;
+    engine->buildVemoWorker(config);
     return engine;
 }
 
@@ -39,6 +41,11 @@ void startUp(benchmark::State& state) {
     for (auto _ : state) benchmark::DoNotOptimize(newEngine());
 }
 BENCHMARK(startUp)->Unit(benchmark::kMicrosecond);
+
+void startUpWithoutHints(benchmark::State& state) {
+    for (auto _ : state) benchmark::DoNotOptimize(newEngine(false));
+}
+BENCHMARK(startUpWithoutHints)->Unit(benchmark::kMicrosecond);
 
 std::shared_ptr<QuickTypeEngine> newQuickType(VemoEngine& engine) {
     std::shared_ptr<QuickTypeEngine> built;
