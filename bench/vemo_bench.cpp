@@ -80,8 +80,8 @@ void coldLine(benchmark::State& state) {
 BENCHMARK(coldLine<arithmeticLine>)->Name("coldLine/arithmetic")->Iterations(5000)->Unit(benchmark::kMicrosecond);
 BENCHMARK(coldLine<unitLine>)->Name("coldLine/units")->Iterations(5000)->Unit(benchmark::kMicrosecond);
 
-std::u16string assigningLine(std::size_t i) { return (u"v" + digits(i)).append(u" = ") + digits(i * 7 % 1000); }
-std::u16string usingLine(std::size_t i) { return u"prev + " + digits(i); }
+std::u16string assigningLine(std::size_t i) { return std::u16string(u"v").append(digits(i)) + u" = " + digits(i * 7 % 1000); }
+std::u16string usingLine(std::size_t i) { return std::u16string(u"prev + ").append(digits(i)); }
 std::u16string summingLine(std::size_t i) { return i % 2 == 0 ? digits(i) : u"sum"; }
 
 void reportPerLine(benchmark::State& state, std::size_t lines) {
@@ -140,8 +140,8 @@ DOCUMENTS(summingLine);
 // Assignments, then as many uses.
 void variables(benchmark::State& state) {
     const auto count = static_cast<std::size_t>(state.range(0));
-    const std::u16string text = document(count, [](std::size_t i) { return u"price " + digits(i) + u" = " + digits(i); }) +
-                                document(count, [](std::size_t i) { return u"price " + digits(i) + u" * 2"; });
+    const std::u16string text = document(count, [](std::size_t i) { return std::u16string(u"price ").append(digits(i)) + u" = " + digits(i); }) +
+                                document(count, [](std::size_t i) { return std::u16string(u"price ").append(digits(i)) + u" * 2"; });
     for (auto _ : state) {
         state.PauseTiming();
         auto engine = newEngine();

@@ -16,7 +16,7 @@
 
 namespace vemo {
 
-struct LineResult;
+class LineResult;
 
 // Hears what happens beside the answers to requests. Every call comes on the main executor.
 class VemoEngineDelegate {
@@ -44,13 +44,14 @@ public:
     };
 
     struct Result {
-        // A handle that shares what it shows. Safe to read from several threads.
+        // A handle that shares what it shows, which is kept packed: each call makes a copy. Safe to read from several
+        // threads.
         class Line {
         public:
             explicit Line(std::shared_ptr<const LineResult> result) : result_(std::move(result)) {}
-            const AttributedText& attributedText() const;  // joins to the line's text
-            const FormattedValue& formattedResult() const;
-            const QuickTypeData& quickTypeData() const;
+            AttributedText attributedText() const;  // joins to the line's text
+            FormattedValue formattedResult() const;
+            QuickTypeData quickTypeData() const;
 
         private:
             std::shared_ptr<const LineResult> result_;

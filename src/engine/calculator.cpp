@@ -3,6 +3,7 @@
 
 #include <cassert>
 #include <cstdio>
+#include <span>
 
 #include "scanning/string_extractor.h"
 
@@ -43,10 +44,12 @@ Calculator::MultilineResult Calculator::calculate(std::u16string_view text, Cont
     MultilineResult result;
     const std::vector<TextRange> lines = lineRanges(text);
     result.lines.reserve(lines.size());
-    for (const TextRange& line : lines) {
+    for (std::size_t i = 0; i < lines.size(); ++i) {
+        const TextRange& line = lines[i];
+        if (i % CacheManager::mostPrefetched == 0) cacheManager_.prefetch(text, std::span(lines).subspan(i));
         if (cancelled && *cancelled) return result;
         result.lines.push_back(calculateLine(line.in(text), document, config_.debug));
-        carryForward(result.lines.back()->value, document);
+        carryForward(result.lines.back()->value(), document);
     }
     if (const Value* total = document.get<Value>(context_keys::grandTotal)) {
         document.set(context_keys::grandTotalFormatted,
@@ -69,9 +72,9 @@ void Calculator::carryForward(const Value& value, Context& document) const {
 
 LineResultPointer Calculator::calculateLine(std::u16string_view text, Context& document, bool debug) {
     if (LineResultPointer known = cacheManager_.lookup(text, document)) {
-        document.add(known->updates, false);
+        document.add(known->updates(), false);
         // The same results as the line saw, as the same list: comparing what follows then stops there.
-        if (const IsEquatable* seen = known->dependencies.find(context_keys::previousResults))
+        if (const IsEquatable* seen = known->dependencies().find(context_keys::previousResults))
             document.set(context_keys::previousResults, *seen);
         return known;
     }
@@ -87,15 +90,13 @@ LineResultPointer Calculator::calculateLine(std::u16string_view text, Context& d
         elements = evaluate(elements, context, 0, debug);
     }
 
-    auto result = std::make_shared<LineResult>();
-    if (!elements.empty()) result->value = elements[0].value;
-    result->formattedString = elements.attributedText();
-    result->formattedValue = format(result->value, context);
-    document.add(context.updates(), false);
-    document.addDependencies(context.dependencies());
-    result->updates = context.updates();
-    result->dependencies = context.dependencies();
-    result->quickTypeData = context.quickTypeData();
+    const Value value = elements.empty() ? Value() : elements[0].value;
+    const FormattedValue formatted = format(value, context);
+    auto result = std::make_shared<const LineResult>(value, context.updates(), context.dependencies(),
+                                                     elements.attributedText(), formatted, context.quickTypeData(), u"");
+    context = Context();  // no longer shares the document's data, which can then be changed in place
+    document.add(result->updates(), false);
+    document.addDependencies(result->dependencies());
     cacheManager_.add(result);
     if (debug) trace(u"---");
     return result;

@@ -149,9 +149,9 @@ void Context::syncUpdate(const std::function<void()>& block) {
 void Context::add(const ContextMap& data, bool registerUpdates) {
     data.all([&](const auto& entry) {
         if (!registerUpdates && (!state_->delegate || state_->pauseDelegateUpdates)) {
-            state_->noteVariable(entry.first, state_->data.setShared(entry));
+            state_->noteVariable(entry.key(), state_->data.setShared(entry));
         } else {
-            set(entry.first, entry.second, registerUpdates);
+            set(entry.key(), entry.value(), registerUpdates);
         }
         return true;
     });
@@ -184,8 +184,8 @@ const IsEquatable* Context::dependencyFor(std::u16string_view name) const { retu
 
 bool Context::hasUpdatesFor(const ContextMap& dependencies) const {
     return !dependencies.all([&](const auto& entry) {
-        const IsEquatable* present = find(entry.first);
-        return !present || present->isEqual(entry.second);
+        const IsEquatable* present = find(entry.key());
+        return !present || present->isEqual(entry.value());
     });
 }
 

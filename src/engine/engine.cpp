@@ -147,8 +147,8 @@ private:
 
     void log(const Calculator::MultilineResult& calculated) {
         for (const LineResultPointer& line : calculated.lines) {
-            if (line->extensionsLog.empty()) continue;
-            tell(weak_from_this(), [&](VemoEngineDelegate& delegate) { delegate.engineLog(toUtf8(line->extensionsLog)); });
+            if (line->extensionsLog().empty()) continue;
+            tell(weak_from_this(), [&](VemoEngineDelegate& delegate) { delegate.engineLog(toUtf8(line->extensionsLog())); });
         }
     }
 
@@ -182,9 +182,9 @@ std::optional<VemoEngine::Result> VemoEngine::calculateSync(std::u16string_view 
     return state_->core->calculateSync(text, context);
 }
 
-const AttributedText& VemoEngine::Result::Line::attributedText() const { return result_->formattedString; }
-const FormattedValue& VemoEngine::Result::Line::formattedResult() const { return result_->formattedValue; }
-const QuickTypeData& VemoEngine::Result::Line::quickTypeData() const { return result_->quickTypeData; }
+AttributedText VemoEngine::Result::Line::attributedText() const { return result_->attributedText(); }
+FormattedValue VemoEngine::Result::Line::formattedResult() const { return result_->formattedValue(); }
+QuickTypeData VemoEngine::Result::Line::quickTypeData() const { return result_->quickTypeData(); }
 
 void VemoEngine::buildQuickTypeEngine(WorkerThread thread,
                                       std::function<void(std::shared_ptr<QuickTypeEngine>)> callback) {

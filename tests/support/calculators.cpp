@@ -26,7 +26,7 @@ std::vector<std::string> results(std::string_view document) {
     Context context;
     std::vector<std::string> texts;
     for (const LineResultPointer& line : calculator->calculate(utf16(document), context).lines)
-        texts.push_back(utf8(line->formattedValue.regular.value_or(u"")));
+        texts.push_back(utf8(line->formattedValue().regular.value_or(u"")));
     return texts;
 }
 
