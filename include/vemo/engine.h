@@ -88,6 +88,9 @@ public:
     // the main executor. It never runs when there is no calculator.
     void buildQuickTypeEngine(WorkerThread thread, std::function<void(std::shared_ptr<QuickTypeEngine>)> callback);
 
+    // A first document for a new user, in the nearest language there is. On any thread.
+    static std::u16string welcomeSample(std::string_view language = {});
+
     // The version of the library, such as "1.2.3". On any thread.
     static std::string_view version();
 

@@ -5,6 +5,7 @@
 #include "engine/worker.h"
 #include "platform/scheduler.h"
 #include "platform/text.h"
+#include "scanning/localizer.h"
 
 namespace vemo {
 
@@ -189,6 +190,10 @@ QuickTypeData VemoEngine::Result::Line::quickTypeData() const { return result_->
 void VemoEngine::buildQuickTypeEngine(WorkerThread thread,
                                       std::function<void(std::shared_ptr<QuickTypeEngine>)> callback) {
     state_->core->buildQuickTypeEngine(thread, std::move(callback));
+}
+
+std::u16string VemoEngine::welcomeSample(std::string_view language) {
+    return Localizer(language).translationOrBase(u"sample.welcome", u"Samples");
 }
 
 std::string_view VemoEngine::version() { return VEMO_VERSION; }

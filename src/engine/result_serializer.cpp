@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "vemo/result_serializer.h"
 
-#include "engine/cache_manager.h"
+#include "engine/line_result.h"
 #include "output/stored_result.h"
 #include "platform/file_io.h"
 
@@ -33,10 +33,9 @@ std::optional<VemoEngine::Result> VemoEngineResultSerializer::deserialize(const 
     result.context = std::make_shared<Context>();
     result.lines.reserve(stored->attributedText.size());
     for (std::size_t i = 0; i < stored->attributedText.size(); ++i) {
-        auto line = std::make_shared<LineResult>();
-        line->formattedString = std::move(stored->attributedText[i]);
-        line->formattedValue = std::move(stored->formattedResult[i]);
-        result.lines.emplace_back(std::move(line));
+        result.lines.emplace_back(std::make_shared<const LineResult>(Value(), ContextMap(), ContextMap(),
+                                                                     stored->attributedText[i],
+                                                                     stored->formattedResult[i], QuickTypeData(), u""));
     }
     return result;
 }
