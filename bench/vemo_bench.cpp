@@ -2,6 +2,8 @@
 #include <benchmark/benchmark.h>
 #include <malloc.h>
 
+#include <thread>
+
 #include "documents.h"
 #include "vemo/engine.h"
 
@@ -136,6 +138,33 @@ DOCUMENTS(arithmeticLine);
 DOCUMENTS(assigningLine);
 DOCUMENTS(usingLine);
 DOCUMENTS(summingLine);
+
+// From a request to its answer when it takes the place of one in a document of so many lines, against the answer when
+// nothing is under way ("idle").
+void replacedRequest(benchmark::State& state) {
+    const auto lines = static_cast<std::size_t>(state.range(0));
+    const auto loop = std::make_shared<RunLoop>();
+    VemoEngine engine(english(), loop);
+    engine.buildVemoWorker(quiet(), VemoEngine::WorkerThread::background);
+    std::size_t edit = 0;
+    const auto answer = [&](const std::u16string& text) {
+        engine.calculate(text, Context(), [&](VemoEngine::Result) { loop->stop(); });
+        loop->run();
+    };
+    answer(u"1");
+    for (auto _ : state) {
+        state.PauseTiming();
+        const std::u16string before = document(lines, [&](std::size_t i) { return arithmeticLine(i + lines * edit); });
+        const std::u16string text = arithmeticLine(1000000 + ++edit);
+        if (lines > 0) {
+            engine.calculate(before, Context(), [](VemoEngine::Result) {});
+            std::this_thread::sleep_for(std::chrono::milliseconds(20));  // it is under way
+        }
+        state.ResumeTiming();
+        answer(text);
+    }
+}
+BENCHMARK(replacedRequest)->Arg(0)->Arg(100000)->Iterations(20)->UseRealTime()->Unit(benchmark::kMicrosecond);
 
 // Assignments, then as many uses.
 void variables(benchmark::State& state) {

@@ -80,7 +80,7 @@ LineResultPointer Calculator::calculateLine(std::u16string_view text, Context& d
     }
     const std::u16string line(text);
     if (debug) trace(u"=== Debug for '" + line + u"' ===");
-    Context context = document.copyContext();
+    Context context = document.layer();
     ElementList elements;
     if (line.size() > longestLine) {
         elements.append(makeElement(errorValue(), AttributedText(line)));

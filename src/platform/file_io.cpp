@@ -6,12 +6,16 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 
 namespace vemo {
 
 namespace {
+
+constexpr std::string_view placeholder = ".XXXXXX";  // of a temporary name, as mkstemp(3) takes it
+constexpr std::chrono::minutes longestWrite{10};
 
 class Descriptor {
 public:
@@ -60,7 +64,7 @@ std::optional<std::string> readFileAtMost(const std::filesystem::path& path, std
 }
 
 bool replaceFile(const std::filesystem::path& path, std::string_view bytes) {
-    std::string temporary = path.string() + ".XXXXXX";
+    std::string temporary = path.string() + std::string(placeholder);
     {
         const Descriptor file(::mkostemp(temporary.data(), O_CLOEXEC));
         if (!file) return false;
@@ -79,6 +83,17 @@ bool replaceFile(const std::filesystem::path& path, std::string_view bytes) {
     const Descriptor directory(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     if (directory) ::fsync(directory.number());
     return true;
+}
+
+void removeLeftovers(const std::filesystem::path& path) {
+    const std::string name = path.filename().string() + ".";
+    const auto oldest = std::filesystem::file_time_type::clock::now() - longestWrite;
+    std::error_code error;
+    for (const auto& entry : std::filesystem::directory_iterator(path.parent_path(), error)) {
+        const std::string other = entry.path().filename().string();
+        if (!other.starts_with(name) || other.size() != path.filename().string().size() + placeholder.size()) continue;
+        if (entry.last_write_time(error) < oldest && !error) std::filesystem::remove(entry.path(), error);
+    }
 }
 
 }  // namespace vemo

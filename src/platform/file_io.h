@@ -16,4 +16,7 @@ std::optional<std::string> readFileAtMost(const std::filesystem::path& path, std
 // power, sees the old bytes or the new ones. False when it could not be written; the earlier file is untouched then.
 bool replaceFile(const std::filesystem::path& path, std::string_view bytes);
 
+// Removes what processes that were ended while they replaced the file have left beside it.
+void removeLeftovers(const std::filesystem::path& path);
+
 }  // namespace vemo
