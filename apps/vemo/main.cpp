@@ -88,9 +88,11 @@ int run(const Options& options) {
     };
     if (options.json) environment.trace = [](std::string_view line) { std::cerr << line << '\n'; };
 
-    VemoEngine engine(std::move(environment));
+    // At the prompt time goes on between the lines; else the process ends before a timer would matter.
+    const auto loop = prompt ? std::make_shared<RunLoop>() : nullptr;
+    VemoEngine engine(std::move(environment), loop);
     VemoEngine::Config config;
-    config.testMode = true;  // the process ends before a timer would matter
+    config.testMode = !prompt;
     config.debug = options.debug;
     engine.buildVemoWorker(config);
     Context context;
@@ -106,7 +108,7 @@ int run(const Options& options) {
                                            std::get<CurrencyRatesContainer>(std::move(rates))));
         context.set(u"currency_rates_update_time", now.count());
     }
-    if (prompt) return runPrompt(engine, context, layoutFor(options));
+    if (prompt) return runPrompt(engine, *loop, context, layoutFor(options));
     const auto result = engine.calculateSync(utf16(*text), context);
     if (options.json) printJson(std::cout, *result, "");
     else printResult(std::cout, *result, layoutFor(options));
