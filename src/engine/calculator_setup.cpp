@@ -6,6 +6,7 @@
 #include "functions/function_catalogue.h"
 #include "platform/system.h"
 #include "quicktype/expression_evaluator.h"
+#include "scanning/date_extractor.h"
 #include "scanning/number_extractors.h"
 #include "scanning/structural_extractors.h"
 #include "scanning/vocabulary_extractors.h"
@@ -56,6 +57,8 @@ void Calculator::initialize() {
 
 void Calculator::registerDates() {
     context_.set(context_keys::currentTime, environment_.clock());
+    if (const auto zone = TimeZoneRules::find(toUtf16(environment_.timeZone)))
+        context_.set(context_keys::currentDay, civilDay(*context_.get<Date>(context_keys::currentTime), *zone));
     context_.set(context_keys::currentTimeZone, TimeZone{toUtf16(environment_.timeZone)});
 }
 
@@ -96,6 +99,8 @@ void Calculator::registerExtractors() {
     extractors_.add(std::make_shared<FunctionExtractor>(functionManager_.phraseDetector()));
     extractors_.add(std::make_shared<AssignmentExtractor>(localizer_, stringRangeDetector_, operatorCollection_));
     extractors_.add(std::make_shared<VariablesExtractor>(stringRangeDetector_));
+    extractors_.add(std::make_shared<DateExtractor>(localizer_, environment_.language, environment_.locale,
+                                                    TimeZoneRules::find(toUtf16(environment_.timeZone))));
 }
 
 void Calculator::registerEvaluators() {
