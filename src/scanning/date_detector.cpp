@@ -67,8 +67,7 @@ std::optional<double> secondsFromNow(const DateReading& reading) {
     switch (shift->unit) {
         case DateUnit::second: return shift->count;
         case DateUnit::minute: return shift->count * 60.0;
-        case DateUnit::hour: return shift->count * 3600.0;
-        default: return std::nullopt;
+        default: return std::nullopt;  // hours are durations, never dates
     }
 }
 

@@ -61,7 +61,7 @@ constexpr struct {
     {u"midnight.variants", DateWord::timeOfDay, 0},
     {u"morning.variants", DateWord::dayPart, 9},
     {u"afternoon.variants", DateWord::dayPart, 15},
-    {u"evening.variants", DateWord::dayPart, 19},
+    {u"evening.variants", DateWord::dayPart, 20},
     {u"night.variants", DateWord::dayPart, 20},
     {u"september.variants", DateWord::month, 9},
     {u"tuesday.variants", DateWord::weekday, 2},
