@@ -8,6 +8,7 @@
 #include "output/date_formatter.h"
 #include "platform/system.h"
 #include "quicktype/expression_evaluator.h"
+#include "scanning/date_extractor.h"
 #include "scanning/number_extractors.h"
 #include "scanning/structural_extractors.h"
 #include "scanning/time_zone_extractor.h"
@@ -113,6 +114,8 @@ void Calculator::registerExtractors() {
     extractors_.add(std::make_shared<FunctionExtractor>(functionManager_.phraseDetector()));
     extractors_.add(std::make_shared<AssignmentExtractor>(localizer_, stringRangeDetector_, operatorCollection_));
     extractors_.add(std::make_shared<VariablesExtractor>(stringRangeDetector_));
+    extractors_.add(std::make_shared<DateExtractor>(localizer_, environment_.language, environment_.locale,
+                                                    localZone_));
     extractors_.add(std::make_shared<TimeZoneAbbreviationsExtractor>(stringRangeDetector_, environment_.language));
 }
 
