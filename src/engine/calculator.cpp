@@ -133,6 +133,10 @@ FormattedValue Calculator::format(const Value& value, Context& context) const {
 
 void Calculator::contextUpdated(Context&) {}
 
+void Calculator::minuteTimerDing() {
+    context_.syncUpdate([this] { setCurrentTime(); });
+}
+
 void Calculator::setCachesEnabled(bool enabled) {
     cacheManager_.setEnabled(enabled);
     stringRangeDetector_.setCacheEnabled(enabled);

@@ -12,6 +12,9 @@
 #include "evaluation/operation_calculator.h"
 #include "functions/function_manager.h"
 #include "output/decimal_unit_value_formatter.h"
+#include "output/time_formatter.h"
+#include "platform/scheduler.h"
+#include "platform/time_zones.h"
 #include "scanning/extractor.h"
 #include "scanning/localizer.h"
 #include "scanning/number_parsers.h"
@@ -22,8 +25,6 @@
 #include "vemo/engine.h"
 
 namespace vemo {
-
-class Scheduler;
 
 // Turns a document into one result per line: each line is cut into elements (extraction), these are
 // reduced to a value (evaluation), and the value is written out (formatting). One calculation at a time,
@@ -56,6 +57,8 @@ public:
     FormattedValue format(const Value& value, Context& context) const;
 
     void contextUpdated(Context& context) override;
+    // Sets the current time anew and notifies: once a minute, on the main executor.
+    void minuteTimerDing();
 
     Context& context() { return context_; }
     void setCachesEnabled(bool enabled);
@@ -73,13 +76,15 @@ private:
     void registerEvaluators();
     void registerFormatters();
     void registerDates();
+    void setCurrentTime();
     void registerConstants();
     void carryForward(const Value& value, Context& document) const;
     void trace(const std::u16string& line) const;
 
     Config config_;
     Environment environment_;
-    [[maybe_unused]] Scheduler* scheduler_;
+    Scheduler* scheduler_;
+    std::shared_ptr<const TimeZoneRules> localZone_;
     Measurer measurer_;
     Context context_;
     CacheManager cacheManager_;
@@ -98,11 +103,13 @@ private:
     FunctionManager functionManager_;
     VemoEngineNumberFormatter numberFormatter_;
     DecimalUnitValueFormatter decimalUnitValueFormatter_;
+    TimeFormatter timeFormatter_;
 
     SortedList<std::shared_ptr<const Extractor>> extractors_;
     SortedList<std::shared_ptr<const Evaluator>> evaluators_;
     SortedList<std::shared_ptr<const ValueFormatter>> formatters_;
     std::size_t evaluationDepth_ = 0;
+    std::unique_ptr<Scheduler::Timer> minuteTimer_;  // goes before what its ticks use
 };
 
 }  // namespace vemo

@@ -3,12 +3,15 @@
 #include "evaluation/operator_catalogue.h"
 #include "evaluation/quantity_evaluators.h"
 #include "evaluation/structure_evaluators.h"
+#include "evaluation/time_zone_evaluator.h"
 #include "functions/function_catalogue.h"
+#include "output/date_formatter.h"
 #include "platform/system.h"
 #include "quicktype/expression_evaluator.h"
 #include "scanning/date_extractor.h"
 #include "scanning/number_extractors.h"
 #include "scanning/structural_extractors.h"
+#include "scanning/time_zone_extractor.h"
 #include "scanning/vocabulary_extractors.h"
 
 namespace vemo {
@@ -17,6 +20,7 @@ Calculator::Calculator(const Config& config, Environment environment, Scheduler*
     : config_(config),
       environment_(withDefaults(std::move(environment))),
       scheduler_(scheduler),
+      localZone_(TimeZoneRules::find(toUtf16(environment_.timeZone))),
       measurer_("Calculator initialization", environment_.log),
       localizer_(environment_.language, environment_.resources, environment_.log),
       decimalParser_(LocaleInfo::forIdentifier(environment_.locale)),
@@ -28,7 +32,8 @@ Calculator::Calculator(const Config& config, Environment environment, Scheduler*
       scaleManager_(stringRangeDetector_),
       functionManager_(stringRangeDetector_),
       numberFormatter_(environment_.locale),
-      decimalUnitValueFormatter_(numberFormatter_, unitManager_, unitConverter_) {}
+      decimalUnitValueFormatter_(numberFormatter_, unitManager_, unitConverter_),
+      timeFormatter_(decimalUnitValueFormatter_) {}
 
 Calculator::~Calculator() = default;
 
@@ -56,10 +61,20 @@ void Calculator::initialize() {
 }
 
 void Calculator::registerDates() {
-    context_.set(context_keys::currentTime, environment_.clock());
-    if (const auto zone = TimeZoneRules::find(toUtf16(environment_.timeZone)))
-        context_.set(context_keys::currentDay, civilDay(*context_.get<Date>(context_keys::currentTime), *zone));
+    setCurrentTime();
     context_.set(context_keys::currentTimeZone, TimeZone{toUtf16(environment_.timeZone)});
+    if (config_.testMode || !scheduler_) return;
+    using namespace std::chrono;
+    // The first tick comes when the minute turns.
+    const auto now = floor<milliseconds>(environment_.clock());
+    const auto untilNextMinute = floor<minutes>(now) + 1min - now;
+    minuteTimer_ = scheduler_->every(1min, [this] { minuteTimerDing(); }, untilNextMinute);
+}
+
+void Calculator::setCurrentTime() {
+    const Date now = environment_.clock();
+    context_.set(context_keys::currentTime, now);
+    context_.set(context_keys::currentDay, localZone_->day(now));
 }
 
 void Calculator::registerConstants() {
@@ -100,7 +115,8 @@ void Calculator::registerExtractors() {
     extractors_.add(std::make_shared<AssignmentExtractor>(localizer_, stringRangeDetector_, operatorCollection_));
     extractors_.add(std::make_shared<VariablesExtractor>(stringRangeDetector_));
     extractors_.add(std::make_shared<DateExtractor>(localizer_, environment_.language, environment_.locale,
-                                                    TimeZoneRules::find(toUtf16(environment_.timeZone))));
+                                                    localZone_));
+    extractors_.add(std::make_shared<TimeZoneAbbreviationsExtractor>(stringRangeDetector_, environment_.language));
 }
 
 void Calculator::registerEvaluators() {
@@ -115,6 +131,7 @@ void Calculator::registerEvaluators() {
     evaluators_.add(std::make_shared<ConvertableValueSequenceEvaluator>(operationCalculator_));
     evaluators_.add(std::make_shared<FunctionExpressionEvaluator>(functionManager_));
     evaluators_.add(std::make_shared<ParenthesesSequenceMultiplicator>(operationCalculator_));
+    evaluators_.add(std::make_shared<TimePrefixedByTimeZoneEvaluator>());
     evaluators_.add(std::make_shared<EmptyValueSanitizer>());
 }
 
@@ -122,7 +139,11 @@ void Calculator::registerFormatters() {
     const auto unowned = [](const ValueFormatter& formatter) {
         return std::shared_ptr<const ValueFormatter>(std::shared_ptr<void>(), &formatter);
     };
+    formatters_.add(unowned(timeFormatter_), 100, u"timeFormatter");
     formatters_.add(unowned(decimalUnitValueFormatter_), 100, u"defaultFormatter");
+    formatters_.add(std::make_shared<VemoDateFormatter>(environment_.locale, toUtf16(environment_.timeZone), localZone_,
+                                                        environment_.clock),
+                    100, u"dateFormatter");
 }
 
 }  // namespace vemo

@@ -20,18 +20,22 @@ public:
                    Scheduler::Task tick)
         : timer_(pool), main_(std::move(main)), interval_(interval), tick_(std::move(tick)) {}
 
-    void start() {
-        timer_.expires_after(interval_);
+    void start(std::chrono::milliseconds first) {
+        timer_.expires_after(first);
         wait();
     }
 
-    void cancel() { cancelled_ = true; }
+    void cancel() {
+        const std::lock_guard lock(ticking_);
+        cancelled_ = true;
+    }
 
 private:
     void wait() {
         timer_.async_wait([self = shared_from_this()](const auto& error) {
             if (error || self->cancelled_) return;
             self->main_->post([self] {
+                const std::lock_guard lock(self->ticking_);
                 if (!self->cancelled_) self->tick_();
             });
             self->timer_.expires_at(self->timer_.expiry() + self->interval_);
@@ -43,6 +47,7 @@ private:
     std::shared_ptr<Executor> main_;
     std::chrono::milliseconds interval_;
     Scheduler::Task tick_;
+    std::recursive_mutex ticking_;  // a tick may destroy its own timer
     std::atomic<bool> cancelled_ = false;
 };
 
@@ -89,9 +94,10 @@ void Scheduler::postBackgroundAfter(std::chrono::milliseconds delay, Task task) 
     });
 }
 
-std::unique_ptr<Scheduler::Timer> Scheduler::every(std::chrono::milliseconds interval, Task tick) {
+std::unique_ptr<Scheduler::Timer> Scheduler::every(std::chrono::milliseconds interval, Task tick,
+                                                   std::optional<std::chrono::milliseconds> first) {
     auto timer = std::make_shared<RepeatingTimer>(state_->background(), state_->main, interval, std::move(tick));
-    timer->start();
+    timer->start(first.value_or(interval));
     return std::make_unique<TimerHandle>(std::move(timer));
 }
 

@@ -4,6 +4,7 @@
 #include <chrono>
 #include <functional>
 #include <memory>
+#include <optional>
 
 #include "vemo/executor.h"
 
@@ -16,8 +17,8 @@ class Scheduler {
 public:
     using Task = std::function<void()>;
 
-    // Destroying a timer cancels it; on the main executor's thread, no tick runs after that. A timer must go before
-    // its scheduler.
+    // Destroying a timer cancels it: no tick runs after that, and one that runs on another thread is waited for. A
+    // timer must go before its scheduler.
     class Timer {
     public:
         virtual ~Timer() = default;
@@ -32,8 +33,9 @@ public:
     void postMain(Task task);
     void postBackground(Task task);
     void postBackgroundAfter(std::chrono::milliseconds delay, Task task);
-    // Ticks on the main executor, the first time after one interval.
-    [[nodiscard]] std::unique_ptr<Timer> every(std::chrono::milliseconds interval, Task tick);
+    // Ticks on the main executor, the first time after `first`, or after one interval.
+    [[nodiscard]] std::unique_ptr<Timer> every(std::chrono::milliseconds interval, Task tick,
+                                               std::optional<std::chrono::milliseconds> first = std::nullopt);
 
 private:
     struct State;

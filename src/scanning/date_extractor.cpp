@@ -2,7 +2,6 @@
 #include "scanning/date_extractor.h"
 
 #include <algorithm>
-#include <cstdio>
 
 #include "engine/context_map.h"
 #include "scanning/localizer.h"
@@ -38,13 +37,6 @@ void DateExtractor::extract(const std::u16string& text, Context& context, std::v
                           makeElement(Value(date.instant).with(u"date", Attribute::unit),
                                       AttributedText(found, RunType::number))});
     }
-}
-
-std::u16string civilDay(Date instant, const TimeZoneRules& zone) {
-    const CivilTime civil = zone.civil(instant);
-    char text[32];
-    std::snprintf(text, sizeof text, "%04d-%02u-%02u", civil.year, civil.month, civil.day);
-    return toUtf16(text);
 }
 
 }  // namespace vemo

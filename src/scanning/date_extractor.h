@@ -30,7 +30,4 @@ private:
     std::shared_ptr<const TimeZoneRules> zone_;
 };
 
-// The day a zone's calendar shows, as "2027-03-04".
-std::u16string civilDay(Date instant, const TimeZoneRules& zone);
-
 }  // namespace vemo

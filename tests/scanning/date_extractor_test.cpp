@@ -58,7 +58,7 @@ std::pair<LineResultPointer, LineResultPointer> twice(std::u16string_view line, 
     const auto calculator = newCalculator();
     const auto calculateAt = [&](double seconds) {
         calculator->context().set(context_keys::currentTime, at(seconds));
-        calculator->context().set(context_keys::currentDay, civilDay(at(seconds), *TimeZoneRules::find(u"UTC")));
+        calculator->context().set(context_keys::currentDay, TimeZoneRules::find(u"UTC")->day(at(seconds)));
         Context context;
         return calculator->calculate(line, context).lines[0];
     };
