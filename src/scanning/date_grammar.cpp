@@ -45,11 +45,7 @@ public:
                 ++i;
                 continue;
             }
-            // "on Friday", "at 5pm": the word belongs to the date, as it would be an operator otherwise.
-            std::size_t start = i;
-            while (start > used && i - start < 2 && (is(start - 1, DateWord::on) || is(start - 1, DateWord::at)) &&
-                   !inPercentage(start - 1))
-                --start;
+            const std::size_t start = withLeadingWords(i, used);
             moment->reading.range = rangeOf(start, moment->end);
             result.push_back(std::move(moment->reading));
             i = used = moment->end;
@@ -68,6 +64,15 @@ private:
     TextRange rangeOf(std::size_t from, std::size_t to) const {
         const std::size_t start = lexemes_[from].range.location;
         return {start, lexemes_[to - 1].range.end() - start};
+    }
+
+    // "on Friday", "at 5pm", "on the 4th of March": the words belong to the date, as "on" would be an operator otherwise.
+    std::size_t withLeadingWords(std::size_t i, std::size_t used) const {
+        const auto leads = [&](std::size_t behind) {
+            return behind > used && (is(behind - 1, DateWord::on) || is(behind - 1, DateWord::at)) && !inPercentage(behind - 1);
+        };
+        if (leads(i)) return i - 1;
+        return i > used && is(i - 1, DateWord::article) && leads(i - 1) ? i - 2 : i;
     }
 
     const DateLexeme* number(std::size_t i) const {
@@ -186,7 +191,7 @@ private:
             (padded || (order_ == DateOrder::yearMonthDay && !dashes)))
             return numericDate(*fields[0], *fields[1], *fields[2], i);
         if (dashes || digits[0] > 2 || digits[1] > 2 || (digits[2] != 4 && digits[2] != 2)) return std::nullopt;
-        if (fields[0]->afterOperator && digits[2] == 2) return std::nullopt;
+        if (digits[2] == 2 && (fields[0]->afterOperator || (isDash(i + 5) && touches(i + 5)))) return std::nullopt;
         if (stops) {
             // Two digits of the year only where dates are written so: elsewhere it is a version.
             if (digits[2] == 2 && order_ != DateOrder::dayMonthYear) return std::nullopt;
@@ -291,13 +296,14 @@ private:
     }
     // 3 days, a week
     Attempt<DayReading> counted(std::size_t i, int sign) const {
-        const DateLexeme* number = count(i, 4);
-        if (!number && !is(i, DateWord::one)) return std::nullopt;
+        const DateLexeme* digits = count(i, 4);
+        if (!digits && !is(i, DateWord::count)) return std::nullopt;
+        const int many = digits ? digits->value : value(i, DateWord::count);
         // A sign for the day of the month counts days too.
         const bool marksDays = is(i + 1, DateWord::dayMark) && !is(i + 1, DateWord::unit);
         if (!marksDays && !is(i + 1, DateWord::unit)) return std::nullopt;
         const auto unit = marksDays ? DateUnit::day : static_cast<DateUnit>(value(i + 1, DateWord::unit));
-        return Parsed<DayReading>{ShiftedDay{unit, sign * (number ? number->value : 1)}, i + 2};
+        return Parsed<DayReading>{ShiftedDay{unit, sign * many}, i + 2};
     }
 
     Attempt<DayReading> calendarDate(std::size_t i) const {
@@ -441,9 +447,9 @@ private:
             if (const auto time = timeAt(next)) keepLonger(best, moment(day->reading, time->reading, time->end));
             if (is(next, DateWord::dayPart)) keepLonger(best, moment(day->reading, hourOf(next, DateWord::dayPart), next + 1));
         }
-        // this morning
-        if (is(i, DateWord::next) && value(i, DateWord::next) == 0 && is(i + 1, DateWord::dayPart))
-            keepLonger(best, moment(ShiftedDay{}, hourOf(i + 1, DateWord::dayPart), i + 2));
+        // this morning, last night
+        if (is(i, DateWord::next) && value(i, DateWord::next) <= 0 && is(i + 1, DateWord::dayPart))
+            keepLonger(best, moment(ShiftedDay{DateUnit::day, value(i, DateWord::next)}, hourOf(i + 1, DateWord::dayPart), i + 2));
         if (is(i, DateWord::tonight)) keepLonger(best, tonightAt(i));
         if (const auto time = timeAt(i)) {
             keepLonger(best, moment({}, time->reading, time->end));

@@ -22,7 +22,7 @@ bool attachesRight(std::u16string_view text, std::size_t i) {
     if (i >= text.size()) return false;
     const char16_t c = text[i];
     if ((c == u'.' || c == u',' || c == u':') && i + 1 < text.size()) return isDigit(text[i + 1]);
-    return isMoney(c) || std::u16string_view(u"_/%^*\u2030\u00b0\u00b2\u00b3").find(c) != std::u16string_view::npos;
+    return isMoney(c) || std::u16string_view(u"_/%^\u2030\u00b0\u00b2\u00b3").find(c) != std::u16string_view::npos;
 }
 
 DateLexeme number(std::u16string_view text, std::size_t start) {

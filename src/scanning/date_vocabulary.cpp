@@ -40,7 +40,16 @@ constexpr struct {
     {u"from_now.variants", DateWord::aheadBehind},
     {u"ago_before.variants", DateWord::ago},
     {u"ago.variants", DateWord::agoBehind},
-    {u"one.variants", DateWord::one},
+    {u"one.variants", DateWord::count, 1},
+    {u"two.variants", DateWord::count, 2},
+    {u"three.variants", DateWord::count, 3},
+    {u"four.variants", DateWord::count, 4},
+    {u"five.variants", DateWord::count, 5},
+    {u"six.variants", DateWord::count, 6},
+    {u"seven.variants", DateWord::count, 7},
+    {u"eight.variants", DateWord::count, 8},
+    {u"nine.variants", DateWord::count, 9},
+    {u"ten.variants", DateWord::count, 10},
     {u"at.variants", DateWord::at},
     {u"on.variants", DateWord::on},
     {u"of.variants", DateWord::of},
@@ -75,7 +84,7 @@ constexpr std::u16string_view unitKeys[] = {u"second.variants", u"minute.variant
 // Words that no date of more than numbers lacks.
 constexpr bool isTelling(DateWord word) {
     switch (word) {
-        case DateWord::one: case DateWord::at: case DateWord::on: case DateWord::of: case DateWord::article:
+        case DateWord::count: case DateWord::at: case DateWord::on: case DateWord::of: case DateWord::article:
         case DateWord::ordinal: case DateWord::joint: case DateWord::ahead: case DateWord::next: case DateWord::nextBehind:
         case DateWord::minuteMark: case DateWord::secondMark: case DateWord::dayMark:
         case DateWord::halfPast:

@@ -33,7 +33,7 @@ enum class DateWord : std::uint8_t {
     aheadBehind,     // 3 days "from now"
     ago,             // "vor" 3 Tagen
     agoBehind,       // 3 days "ago"
-    one,             // "a" week ago
+    count,           // "a" week ago, "two" weeks ago
     at, on, of, article, ordinal, joint,
     hourLetter,      // 17 "h" 30
     oclock,

@@ -67,6 +67,7 @@ TEST(DateDetector, readsClockTimes) {
         {"5 o'clock", "2026-11-24 05:00"}, {"noon", "2026-11-24 12:00"}, {"Midnight", "2026-11-24 00:00"},
         {"at 5pm", "2026-11-24 17:00"}, {"meeting at 10:30 with Ann", "[at 10:30] 2026-11-24 10:30"},
         {"10:30 - 9:15", "[10:30] 2026-11-24 10:30; [9:15] 2026-11-24 09:15"},
+        {"10:30-9:15", "[10:30] 2026-11-24 10:30; [9:15] 2026-11-24 09:15"}, {"12:30pm-1:30pm", "[12:30pm] 2026-11-24 12:30; [1:30pm] 2026-11-24 13:30"},
         {"(10:30)", "[10:30] 2026-11-24 10:30"},
     });
 }
@@ -105,6 +106,7 @@ TEST(DateDetector, readsWeekdays) {
         {"next fri", "2026-11-27 12:00"}, {"Friday next week", "2026-12-04 12:00"}, {"sunday next week", "2026-12-06 12:00"},
         {"monday last week", "2026-11-16 12:00"}, {"Friday, March 5, 2027", "2027-03-05 12:00"},
         {"Fri, Mar 5, 2027", "2027-03-05 12:00"}, {"Thursday 4 March", "2026-03-04 12:00"},
+        {"lunch on the 4th of March", "[on the 4th of March] 2026-03-04 12:00"},
         {"lunch on Friday", "[on Friday] 2026-11-27 12:00"},
     });
 }
@@ -118,6 +120,7 @@ TEST(DateDetector, readsRelativeDates) {
         {"last month", "2026-10-24 12:00"}, {"last year", "2025-11-24 12:00"}, {"next year", "2027-11-24 12:00"},
         {"in 10 minutes", "2026-11-24 14:10"}, {"30 seconds ago", "2026-11-24 13:59:30"}, {"tonight", "2026-11-24 20:00"},
         {"this morning", "2026-11-24 09:00"}, {"in 3 days at 10:30", "2026-11-27 10:30"},
+        {"two weeks ago", "2026-11-10 12:00"}, {"in ten days", "2026-12-04 12:00"}, {"last night", "2026-11-23 20:00"},
         {"rent due in 3 days", "[in 3 days] 2026-11-27 12:00"},
     });
 }
@@ -160,7 +163,7 @@ TEST(DateDetector, readsGerman) {
         {"31.2.2027", ""}, {"Montag", "2026-11-30 12:00"}, {"n\u00e4chsten Freitag", "2026-11-27 12:00"},
         {"letzten Montag", "2026-11-23 12:00"}, {"Sonnabend", "2026-11-28 12:00"}, {"n\u00e4chste Woche", "2026-12-01 12:00"},
         {"n\u00e4chsten Monat", "2026-12-24 12:00"}, {"letztes Jahr", "2025-11-24 12:00"}, {"vor 3 Tagen", "2026-11-21 12:00"},
-        {"in 2 Wochen", "2026-12-08 12:00"}, {"vor einem Jahr", "2025-11-24 12:00"}, {"\u00fcbermorgen", "2026-11-26 12:00"},
+        {"in 2 Wochen", "2026-12-08 12:00"}, {"vor zwei Tagen", "2026-11-22 12:00"}, {"vor einem Jahr", "2025-11-24 12:00"}, {"\u00fcbermorgen", "2026-11-26 12:00"},
         {"vorgestern", "2026-11-22 12:00"}, {"morgen um 17 Uhr", "2026-11-25 17:00"}, {"morgen fr\u00fch", "2026-11-25 09:00"},
         {"heute Abend", "2026-11-24 20:00"}, {"Mi 10:30", "2026-11-25 10:30"}, {"Freitag, 5. M\u00e4rz 2027", "2027-03-05 12:00"},
         {"am Freitag um 10:30 Uhr", "2026-11-27 10:30"}, {"4. M\u00e4rz um 10 Uhr", "2026-03-04 10:00"}, {"25 Uhr", ""},
@@ -216,7 +219,7 @@ TEST(DateDetector, readsJapanese) {
 TEST(DateDetector, leavesTheRestAlone) {
     for (const char* text : {
              "", " ", "5", "5-3", "5*3", "2+2", "10/2", "3/4", "1/2 cup", "1.5", "4.3.2", "1.2.3", "192.168.1.1", "10.0.0.127", "3/4/5", "10/2/5",
-             "100/10/20", "12 / 3 / 10", "12/3/100", "2027-3-4", "2027*3*4", "04-03-2027", "2*3/4/27", "1/2/3/4/2027", "16:9", "4:3", "25:99", "10:60",
+             "100/10/20", "12 / 3 / 10", "12/3/100", "2027-3-4", "2027*3*4", "04-03-2027", "2*3/4/27", "10/2/20-5", "5-3 march", "5*3 march", "1/2/3/4/2027", "16:9", "4:3", "25:99", "10:60",
              "24:00", "1:2:3", "10:30:45:12", "10:30.5", "10:3", "aa:10:30", "x10:30", "$10:30", "10:30: 50", "rent: 1200", "3 hours", "5 min", "10 h", "3 s",
              "90 minutes", "1 hour in minutes", "5 days", "3 weeks + 2 days", "in 5 hours", "may", "May I", "march", "march alone", "sun", "sat", "mon", "second",
              "a second", "the third", "now", "today", "tomorrow", "Yesterday", "today + tomorrow", "next", "last", "this", "this month", "next 5", "last 2 days",
@@ -225,7 +228,7 @@ TEST(DateDetector, leavesTheRestAlone) {
              "February 30", "February 29", "April 31, 2027", "April 0", "31 June", "v3/4/2027", "3/4/2027/5", "3/4/20275", "17h30", "0x1F", "1e5",
              "255 in dec", "12 in oct", "3 + mar", "price 5 to 10", "1 000 000", "\xf0\x9f\x98\x80 5", "in 99999 days", "in 9999 years", "morning", "5 nights"})
         EXPECT_EQ(read("en_US", text), "") << text;
-    for (const char* text : {"so", "do", "mi", "morgen", "heute", "1.234,5", "1.234.567", "12.000", "1.5", "3. Platz", "am", "in", "vor 5 Stunden"})
+    for (const char* text : {"so", "do", "mi", "morgen", "heute", "1.234,5", "1.234.567", "12.000", "1.5", "3. Platz", "am", "in", "vor 5 Stunden", "acht"})
         EXPECT_EQ(read("de_DE", text), "") << text;
 }
 

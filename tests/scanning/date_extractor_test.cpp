@@ -77,7 +77,7 @@ TEST(DateExtractor, followsTheDayAndTheMinuteWhereItMust) {
     EXPECT_EQ(*pastMidnight->value.date(), at(midnight + day * 1.5));
     const auto [first, minuteLater] = twice(u"in 10 minutes", now + 60);
     EXPECT_EQ(*minuteLater->value.date(), at(now + 660));
-    const auto [fixed, yearLater] = twice(u"March 4, 2027 10:30", now + 365 * day);
+    const auto [fixed, yearLater] = twice(u"March 4, 2027", now + 365 * day);
     EXPECT_EQ(fixed, yearLater);
 }
 
