@@ -90,7 +90,7 @@ void check(const std::filesystem::path& path) {
         ASSERT_EQ(result->lines.size(), document.expected.size());
         for (std::size_t i = 0; i < result->lines.size(); ++i) {
             const auto& line = result->lines[i];
-            EXPECT_EQ(utf8(line.formattedResult().regular.value_or(u"")), document.expected[i].second)
+            EXPECT_EQ(plainSpaces(utf8(line.formattedResult().regular.value_or(u""))), plainSpaces(document.expected[i].second))
                 << path.filename().string() << ":" << document.expected[i].first << " (" << run << "): "
                 << utf8(line.attributedText().compoundString());
         }
