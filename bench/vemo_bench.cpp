@@ -28,9 +28,11 @@ Environment english() {
     return environment;
 }
 
-std::unique_ptr<VemoEngine> newEngine() {
+std::unique_ptr<VemoEngine> newEngine(bool hints = true) {
     auto engine = std::make_unique<VemoEngine>(english());
-    engine->buildVemoWorker(quiet());
+    VemoEngine::Config config = quiet();
+    config.enableQuickTypeHints = hints;
+    engine->buildVemoWorker(config);
     return engine;
 }
 
@@ -43,6 +45,34 @@ void startUp(benchmark::State& state) {
     for (auto _ : state) benchmark::DoNotOptimize(newEngine());
 }
 BENCHMARK(startUp)->Unit(benchmark::kMicrosecond);
+
+void startUpWithoutHints(benchmark::State& state) {
+    for (auto _ : state) benchmark::DoNotOptimize(newEngine(false));
+}
+BENCHMARK(startUpWithoutHints)->Unit(benchmark::kMicrosecond);
+
+std::shared_ptr<QuickTypeEngine> newQuickType(VemoEngine& engine) {
+    std::shared_ptr<QuickTypeEngine> built;
+    engine.buildQuickTypeEngine(VemoEngine::WorkerThread::main, [&](auto quickType) { built = std::move(quickType); });
+    return built;
+}
+
+void quickTypeBuild(benchmark::State& state) {
+    const auto engine = newEngine();
+    for (auto _ : state) benchmark::DoNotOptimize(newQuickType(*engine));
+}
+BENCHMARK(quickTypeBuild)->Unit(benchmark::kMicrosecond);
+
+// One letter more, with the words of a line.
+void quickTypeRequest(benchmark::State& state) {
+    const auto engine = newEngine();
+    const auto quickType = newQuickType(*engine);
+    const std::vector<std::u16string> tokens{u"in", u"inch", u"hourly rate", u"cm"};
+    constexpr std::u16string_view texts[] = {u"", u"m", u"mi", u"sq", u"Square", u"us", u"h", u"q"};
+    std::size_t i = 0;
+    for (auto _ : state) benchmark::DoNotOptimize(quickType->hintsFor(texts[i++ % std::size(texts)], tokens, 5));
+}
+BENCHMARK(quickTypeRequest)->Unit(benchmark::kMicrosecond);
 
 // One line at a time, never the same twice.
 template <std::u16string (*Line)(std::size_t)>

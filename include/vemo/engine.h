@@ -12,6 +12,7 @@
 #include "vemo/context.h"
 #include "vemo/environment.h"
 #include "vemo/executor.h"
+#include "vemo/quick_type.h"
 
 namespace vemo {
 
@@ -82,6 +83,13 @@ public:
     // Calculates on the caller's thread and changes `context`, which the result points to. Nothing before a worker was
     // built; no lines while it is being set up in the background.
     std::optional<Result> calculateSync(std::u16string_view text, Context& context);
+
+    // Completions of what the engine knows now. On the background thread this returns at once, and the callback runs on
+    // the main executor. It never runs when there is no calculator.
+    void buildQuickTypeEngine(WorkerThread thread, std::function<void(std::shared_ptr<QuickTypeEngine>)> callback);
+
+    // A first document for a new user, in the nearest language there is. On any thread.
+    static std::u16string welcomeSample(std::string_view language = {});
 
     // The version of the library, such as "1.2.3". On any thread.
     static std::string_view version();

@@ -152,6 +152,14 @@ FormattedValue Calculator::format(const Value& value, Context& context) const {
     return {};
 }
 
+std::shared_ptr<QuickTypeEngine> Calculator::buildQuickTypeEngine() {
+    const std::lock_guard lock(context_.mutex());
+    Measurer measurer("QuickTypeEngine", environment_.log);
+    std::shared_ptr<QuickTypeEngine> engine;
+    measurer.measure("QuickTypeEngine", [&] { engine = quickTypeEngine(quickTypeCollector_); });
+    return engine;
+}
+
 void Calculator::contextUpdated(Context& context) {
     if (const auto delegate = delegate_.lock()) delegate->calculatorContextUpdated(context);
 }

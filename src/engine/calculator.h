@@ -16,6 +16,7 @@
 #include "output/time_formatter.h"
 #include "platform/scheduler.h"
 #include "platform/time_zones.h"
+#include "quicktype/quick_type_collector.h"
 #include "scanning/extractor.h"
 #include "scanning/localizer.h"
 #include "scanning/number_parsers.h"
@@ -75,6 +76,11 @@ public:
     // Sets the current time anew and notifies, as is done once a minute.
     void minuteTimerDing();
 
+    // Every completion offered while the catalogues were filled; none when the configuration wants none.
+    std::vector<QuickTypeHint> quickTypeHints() const { return quickTypeCollector_.hints(); }
+    // Takes the lock of the calculator's own context.
+    std::shared_ptr<QuickTypeEngine> buildQuickTypeEngine();
+
     Context& context() { return context_; }
     void setCachesEnabled(bool enabled);
 
@@ -107,6 +113,7 @@ private:
     std::weak_ptr<CalculatorDelegate> delegate_;
     CacheManager cacheManager_;
 
+    QuickTypeCollector quickTypeCollector_;
     Localizer localizer_;
     StringRangeDetector stringRangeDetector_;
     DecimalParser decimalParser_;

@@ -5,6 +5,7 @@
 #include "engine/worker.h"
 #include "platform/scheduler.h"
 #include "platform/text.h"
+#include "scanning/localizer.h"
 
 namespace vemo {
 
@@ -76,6 +77,22 @@ public:
         }
         log(calculated);
         return resultOf(std::move(calculated), std::shared_ptr<Context>(std::shared_ptr<void>(), &context));
+    }
+
+    void buildQuickTypeEngine(VemoEngine::WorkerThread thread,
+                              std::function<void(std::shared_ptr<QuickTypeEngine>)> callback) {
+        auto calculator = worker_ ? worker_->calculator() : nullptr;
+        if (!calculator) return;
+        if (!scheduler_ || thread == VemoEngine::WorkerThread::main) return callback(calculator->buildQuickTypeEngine());
+        scheduler_->postBackground([calculator = std::move(calculator), scheduler = scheduler_.get(),
+                                    core = weak_from_this(), callback = std::move(callback)]() mutable {
+            auto built = calculator->buildQuickTypeEngine();
+            // The calculator ends on the main executor only.
+            scheduler->postMain([calculator = std::move(calculator), core = std::move(core),
+                                 callback = std::move(callback), built = std::move(built)] {
+                if (core.lock()) callback(built);
+            });
+        });
     }
 
     // After this, nothing of the engine's runs off the main executor.
@@ -169,6 +186,15 @@ std::optional<VemoEngine::Result> VemoEngine::calculateSync(std::u16string_view 
 AttributedText VemoEngine::Result::Line::attributedText() const { return result_->attributedText(); }
 FormattedValue VemoEngine::Result::Line::formattedResult() const { return result_->formattedValue(); }
 QuickTypeData VemoEngine::Result::Line::quickTypeData() const { return result_->quickTypeData(); }
+
+void VemoEngine::buildQuickTypeEngine(WorkerThread thread,
+                                      std::function<void(std::shared_ptr<QuickTypeEngine>)> callback) {
+    state_->core->buildQuickTypeEngine(thread, std::move(callback));
+}
+
+std::u16string VemoEngine::welcomeSample(std::string_view language) {
+    return Localizer(language).translationOrBase(u"sample.welcome", u"Samples");
+}
 
 std::string_view VemoEngine::version() { return VEMO_VERSION; }
 
