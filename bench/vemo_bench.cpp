@@ -5,6 +5,8 @@
 #include <thread>
 
 #include "documents.h"
+#include "scanning/date_detector.h"
+#include "scanning/localizer.h"
 #include "vemo/engine.h"
 
 namespace {
@@ -81,6 +83,29 @@ void coldLine(benchmark::State& state) {
 }
 BENCHMARK(coldLine<arithmeticLine>)->Name("coldLine/arithmetic")->Iterations(5000)->Unit(benchmark::kMicrosecond);
 BENCHMARK(coldLine<unitLine>)->Name("coldLine/units")->Iterations(5000)->Unit(benchmark::kMicrosecond);
+
+// The search for dates alone, in lines such as those above: to be compared with the whole.
+template <std::u16string (*Line)(std::size_t)>
+void detectDates(benchmark::State& state) {
+    const DateDetector detector(Localizer("en"), "en", "en_US");
+    const auto utc = TimeZoneRules::find(u"UTC");
+    std::vector<std::u16string> lines;
+    for (std::size_t i = 0; i < 5000; ++i) lines.push_back(Line(i));
+    std::size_t i = 0;
+    for (auto _ : state) benchmark::DoNotOptimize(detector.detect(lines[i++ % lines.size()], Date(), *utc));
+}
+std::u16string durationLine(std::size_t i) { return digits(i) + u" days in hours"; }
+std::u16string dateLine(std::size_t i) { return std::u16string(u"March 4, ").append(digits(1900 + i % 200)).append(u" at 10:30"); }
+BENCHMARK(detectDates<arithmeticLine>)->Name("detectDates/arithmetic");
+BENCHMARK(detectDates<unitLine>)->Name("detectDates/units");
+BENCHMARK(detectDates<durationLine>)->Name("detectDates/durations");
+BENCHMARK(detectDates<dateLine>)->Name("detectDates/dates");
+
+void dateVocabulary(benchmark::State& state) {
+    const Localizer localizer("en");
+    for (auto _ : state) benchmark::DoNotOptimize(DateDetector(localizer, "en", "en_US"));
+}
+BENCHMARK(dateVocabulary)->Unit(benchmark::kMicrosecond);
 
 std::u16string assigningLine(std::size_t i) { return std::u16string(u"v").append(digits(i)) + u" = " + digits(i * 7 % 1000); }
 std::u16string usingLine(std::size_t i) { return std::u16string(u"prev + ").append(digits(i)); }

@@ -65,6 +65,8 @@ std::variant<Options, int> parseOptions(int argc, char** argv) {
         app.parse(argc, argv);
         if (!now.empty() && !(options.now = parseInstant(now)))
             throw CLI::ValidationError("--now", "'" + now + "' is no instant such as 2026-11-24T12:00:00Z");
+        if (!options.timeZone.empty() && !isKnownTimeZone(options.timeZone))
+            throw CLI::ValidationError("--timezone", "'" + options.timeZone + "' is no time zone such as Europe/Berlin");
         if (!options.expressions.empty() && !options.file.empty())
             throw CLI::ValidationError("FILE", "give a file or --expression, not both");
     } catch (const CLI::ParseError& error) {

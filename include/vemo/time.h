@@ -3,6 +3,7 @@
 
 #include <chrono>
 #include <string>
+#include <string_view>
 
 namespace vemo {
 
@@ -15,5 +16,8 @@ struct TimeZone {
 
     friend bool operator==(const TimeZone&, const TimeZone&) = default;
 };
+
+// True when an environment can have this time zone. Any thread may call it.
+bool isKnownTimeZone(std::string_view identifier);
 
 }  // namespace vemo

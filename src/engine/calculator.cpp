@@ -33,9 +33,23 @@ void Calculator::trace(const std::u16string& line) const {
     else std::printf("%s\n", text.c_str());
 }
 
-void Calculator::start() {}
+void Calculator::start() {
+    if (config_.testMode || !scheduler_) return;
+    using namespace std::chrono;
+    // The first tick comes when the minute turns.
+    const auto now = floor<milliseconds>(environment_.clock());
+    const auto untilNextMinute = floor<minutes>(now) + 1min - now;
+    minuteTimer_ = scheduler_->every(1min, [this] { later([](Calculator& self) { self.minuteTimerDing(); }); },
+                                     untilNextMinute);
+}
 
-void Calculator::retire() {}
+void Calculator::retire() { minuteTimer_ = nullptr; }
+
+void Calculator::later(std::function<void(Calculator&)> change) {
+    scheduler_->postWorker([weak = weak_from_this(), change = std::move(change)] {
+        if (const auto self = weak.lock()) change(*self);
+    });
+}
 
 Calculator::MultilineResult Calculator::calculate(std::u16string_view text, Context& document,
                                                   const std::atomic<bool>* cancelled) {
@@ -148,6 +162,10 @@ std::shared_ptr<QuickTypeEngine> Calculator::buildQuickTypeEngine() {
 
 void Calculator::contextUpdated(Context& context) {
     if (const auto delegate = delegate_.lock()) delegate->calculatorContextUpdated(context);
+}
+
+void Calculator::minuteTimerDing() {
+    context_.syncUpdate([this] { setCurrentTime(); });
 }
 
 void Calculator::setCachesEnabled(bool enabled) {

@@ -13,6 +13,9 @@
 #include "evaluation/operation_calculator.h"
 #include "functions/function_manager.h"
 #include "output/decimal_unit_value_formatter.h"
+#include "output/time_formatter.h"
+#include "platform/scheduler.h"
+#include "platform/time_zones.h"
 #include "quicktype/quick_type_collector.h"
 #include "scanning/extractor.h"
 #include "scanning/localizer.h"
@@ -25,8 +28,6 @@
 
 namespace vemo {
 
-class Scheduler;
-
 // Hears from a calculator, on any thread and usually under the lock of its context.
 class CalculatorDelegate {
 public:
@@ -38,7 +39,7 @@ public:
 // Turns a document into one result per line: each line is cut into elements (extraction), these are
 // reduced to a value (evaluation), and the value is written out (formatting). One calculation at a time,
 // under the lock of the calculator's own context.
-class Calculator : public EvaluationPass, public ContextDelegate {
+class Calculator : public EvaluationPass, public ContextDelegate, public std::enable_shared_from_this<Calculator> {
 public:
     using Config = VemoEngine::Config;
 
@@ -72,6 +73,8 @@ public:
 
     void setDelegate(std::weak_ptr<CalculatorDelegate> delegate) { delegate_ = std::move(delegate); }
     void contextUpdated(Context& context) override;
+    // Sets the current time anew and notifies, as is done once a minute.
+    void minuteTimerDing();
 
     // Every completion offered while the catalogues were filled; none when the configuration wants none.
     std::vector<QuickTypeHint> quickTypeHints() const { return quickTypeCollector_.hints(); }
@@ -90,17 +93,21 @@ public:
     FunctionManager& functionManager() { return functionManager_; }
 
 private:
+    // Changes the calculator's own context between calculations, so that the main executor never waits for one.
+    void later(std::function<void(Calculator&)> change);
     void registerExtractors();
     void registerEvaluators();
     void registerFormatters();
     void registerDates();
+    void setCurrentTime();
     void registerConstants();
     void carryForward(const Value& value, Context& document) const;
     void trace(const std::u16string& line) const;
 
     Config config_;
     Environment environment_;
-    [[maybe_unused]] Scheduler* scheduler_;
+    Scheduler* scheduler_;
+    std::shared_ptr<const TimeZoneRules> localZone_;
     Measurer measurer_;
     Context context_;
     std::weak_ptr<CalculatorDelegate> delegate_;
@@ -121,11 +128,13 @@ private:
     FunctionManager functionManager_;
     VemoEngineNumberFormatter numberFormatter_;
     DecimalUnitValueFormatter decimalUnitValueFormatter_;
+    TimeFormatter timeFormatter_;
 
     SortedList<std::shared_ptr<const Extractor>> extractors_;
     SortedList<std::shared_ptr<const Evaluator>> evaluators_;
     SortedList<std::shared_ptr<const ValueFormatter>> formatters_;
     std::size_t evaluationDepth_ = 0;
+    std::unique_ptr<Scheduler::Timer> minuteTimer_;  // goes before what its ticks use
 };
 
 }  // namespace vemo

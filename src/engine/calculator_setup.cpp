@@ -3,11 +3,15 @@
 #include "evaluation/operator_catalogue.h"
 #include "evaluation/quantity_evaluators.h"
 #include "evaluation/structure_evaluators.h"
+#include "evaluation/time_zone_evaluator.h"
 #include "functions/function_catalogue.h"
+#include "output/date_formatter.h"
 #include "platform/system.h"
 #include "quicktype/expression_evaluator.h"
+#include "scanning/date_extractor.h"
 #include "scanning/number_extractors.h"
 #include "scanning/structural_extractors.h"
+#include "scanning/time_zone_extractor.h"
 #include "scanning/vocabulary_extractors.h"
 
 namespace vemo {
@@ -24,6 +28,7 @@ Calculator::Calculator(const Config& config, Environment environment, Scheduler*
     : config_(config),
       environment_(withDefaults(std::move(environment))),
       scheduler_(scheduler),
+      localZone_(TimeZoneRules::find(toUtf16(environment_.timeZone))),
       measurer_("Calculator initialization", environment_.log),
       localizer_(environment_.language, environment_.resources, environment_.log),
       decimalParser_(LocaleInfo::forIdentifier(environment_.locale)),
@@ -35,7 +40,8 @@ Calculator::Calculator(const Config& config, Environment environment, Scheduler*
       scaleManager_(stringRangeDetector_, hintsFor(config, quickTypeCollector_)),
       functionManager_(stringRangeDetector_, hintsFor(config, quickTypeCollector_)),
       numberFormatter_(environment_.locale),
-      decimalUnitValueFormatter_(numberFormatter_, unitManager_, unitConverter_) {}
+      decimalUnitValueFormatter_(numberFormatter_, unitManager_, unitConverter_),
+      timeFormatter_(decimalUnitValueFormatter_) {}
 
 Calculator::~Calculator() = default;
 
@@ -63,8 +69,14 @@ void Calculator::initialize() {
 }
 
 void Calculator::registerDates() {
-    context_.set(context_keys::currentTime, environment_.clock());
+    setCurrentTime();
     context_.set(context_keys::currentTimeZone, TimeZone{toUtf16(environment_.timeZone)});
+}
+
+void Calculator::setCurrentTime() {
+    const Date now = environment_.clock();
+    context_.set(context_keys::currentTime, now);
+    context_.set(context_keys::currentDay, localZone_->day(now));
 }
 
 void Calculator::registerConstants() {
@@ -104,6 +116,9 @@ void Calculator::registerExtractors() {
     extractors_.add(std::make_shared<FunctionExtractor>(functionManager_.phraseDetector()));
     extractors_.add(std::make_shared<AssignmentExtractor>(localizer_, stringRangeDetector_, operatorCollection_));
     extractors_.add(std::make_shared<VariablesExtractor>(stringRangeDetector_));
+    extractors_.add(std::make_shared<DateExtractor>(localizer_, environment_.language, environment_.locale,
+                                                    localZone_));
+    extractors_.add(std::make_shared<TimeZoneAbbreviationsExtractor>(stringRangeDetector_, environment_.language));
 }
 
 void Calculator::registerEvaluators() {
@@ -118,6 +133,7 @@ void Calculator::registerEvaluators() {
     evaluators_.add(std::make_shared<ConvertableValueSequenceEvaluator>(operationCalculator_));
     evaluators_.add(std::make_shared<FunctionExpressionEvaluator>(functionManager_));
     evaluators_.add(std::make_shared<ParenthesesSequenceMultiplicator>(operationCalculator_));
+    evaluators_.add(std::make_shared<TimePrefixedByTimeZoneEvaluator>());
     evaluators_.add(std::make_shared<EmptyValueSanitizer>());
 }
 
@@ -125,7 +141,11 @@ void Calculator::registerFormatters() {
     const auto unowned = [](const ValueFormatter& formatter) {
         return std::shared_ptr<const ValueFormatter>(std::shared_ptr<void>(), &formatter);
     };
+    formatters_.add(unowned(timeFormatter_), 100, u"timeFormatter");
     formatters_.add(unowned(decimalUnitValueFormatter_), 100, u"defaultFormatter");
+    formatters_.add(std::make_shared<VemoDateFormatter>(environment_.locale, toUtf16(environment_.timeZone), localZone_,
+                                                        environment_.clock),
+                    100, u"dateFormatter");
 }
 
 }  // namespace vemo

@@ -20,6 +20,7 @@ inline constexpr std::u16string_view previousResults = u"prev_results";
 inline constexpr std::u16string_view grandTotal = u"grand_total";
 inline constexpr std::u16string_view grandTotalFormatted = u"grand_total_formatted";
 inline constexpr std::u16string_view currentTime = u"current_time";
+inline constexpr std::u16string_view currentDay = u"current_day";  // as "2027-03-04"; written with the time
 inline constexpr std::u16string_view currentTimeZone = u"current_time_zone";
 inline constexpr std::u16string_view geoName = u"geo_name";
 inline constexpr std::u16string_view currencyRates = u"currency_rates";

@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "evaluation/arithmetic_operations.h"
+#include "evaluation/date_operations.h"
 #include "evaluation/operator_collection.h"
 #include "evaluation/percentage_operations.h"
 #include "scanning/localizer.h"
@@ -58,14 +59,18 @@ void registerOperators(OperatorCollection& operators, const Localizer& localizer
 
 void registerOperations(OperationCollection& operations, const UnitConverter& unitConverter) {
     // The order matters: within an operator the first operation that accepts its operands wins.
+    operations.add(u"in", std::make_shared<TimeZoneConversionOperation>());
     operations.add(u"in", std::make_shared<ConversionOperation>(unitConverter));
+    operations.add(u"+", std::make_shared<DateAndDecimalAdditionOperation>(unitConverter));
     operations.add(u"+", percentageAdditionOperation());
     operations.add(u"+", std::make_shared<DecimalAdditionOperation>(unitConverter));
+    operations.add(u"-", std::make_shared<DateAndDecimalSubtractionOperation>(unitConverter));
     operations.add(u"-", percentageSubtractionOperation());
     operations.add(u"-", std::make_shared<DecimalSubtractionOperation>(unitConverter));
     operations.add(u"*", percentageMultiplicationOperation());
     operations.add(u"*", std::make_shared<DecimalMultiplicationOperation>());
     operations.add(u"/", std::make_shared<DecimalDivisionOperation>());
+    operations.add(u"-", std::make_shared<DateSubtractionOperation>());
     operations.add(u"^", std::make_shared<ExponentOperation>());
     operations.add(u"mod", std::make_shared<ModuloOperation>());
     operations.add(u"and", std::make_shared<BitwiseAndOperation>());

@@ -2,6 +2,7 @@
 #include "functions/function_catalogue.h"
 
 #include "decimal/decimal_math.h"
+#include "functions/date_functions.h"
 #include "functions/line_aggregates.h"
 #include "functions/mathematical_functions.h"
 #include "scanning/localizer.h"
@@ -45,6 +46,14 @@ void registerFunctions(FunctionManager& functions, const Localizer& localizer,
         {u"sum", u"sum.variants", u"Operations", sumToken(operationCalculator)},
         {u"avg", u"avg.variants", u"Operations", avgToken(operationCalculator)},
         {u"prev", u"prev.variants", u"Operations", prevToken()},
+        {u"today", u"today.variants", u"Dates", todayFunction()},
+        {u"yesterday", u"yesterday.variants", u"Dates", yesterdayFunction()},
+        {u"tomorrow", u"tomorrow.variants", u"Dates", tomorrowFunction()},
+        {u"fromunixtime", u"fromunix", u"", fromUnixTimeFunction()},
+        {u"fromunixtime", u"unixtime", u"", fromUnixTimeFunction()},
+        {u"local_tz", u"local_time.variants", u"Dates", localTimeZoneFunction()},
+        {u"gmt", u"gmt", u"", gmtFunction()},
+        {u"time", u"current_time.variants", u"Dates", timeFunction()},
     };
     for (const FunctionRow& row : rows) {
         std::vector<std::u16string> phrases{std::u16string(row.phrases)};

@@ -22,9 +22,9 @@ struct Ticker {
 // Kept alive by the pending wait.
 class RepeatingTimer : public std::enable_shared_from_this<RepeatingTimer> {
 public:
-    RepeatingTimer(asio::thread_pool& pool, std::shared_ptr<Executor> main, std::chrono::milliseconds interval,
-                   std::shared_ptr<Ticker> ticker)
-        : timer_(pool, interval), main_(std::move(main)), interval_(interval), ticker_(std::move(ticker)) {}
+    RepeatingTimer(asio::thread_pool& pool, std::shared_ptr<Executor> main, std::chrono::milliseconds first,
+                   std::chrono::milliseconds interval, std::shared_ptr<Ticker> ticker)
+        : timer_(pool, first), main_(std::move(main)), interval_(interval), ticker_(std::move(ticker)) {}
 
     void wait() {
         timer_.async_wait([self = shared_from_this()](const auto& error) {
@@ -103,9 +103,11 @@ void Scheduler::postBackgroundAfter(std::chrono::milliseconds delay, Task task) 
     });
 }
 
-std::unique_ptr<Scheduler::Timer> Scheduler::every(std::chrono::milliseconds interval, Task tick) {
+std::unique_ptr<Scheduler::Timer> Scheduler::every(std::chrono::milliseconds interval, Task tick,
+                                                   std::optional<std::chrono::milliseconds> first) {
     auto ticker = std::make_shared<Ticker>(std::move(tick));
-    std::make_shared<RepeatingTimer>(state_->background.get(), state_->main, interval, ticker)->wait();
+    std::make_shared<RepeatingTimer>(state_->background.get(), state_->main, first.value_or(interval), interval, ticker)
+        ->wait();
     return std::make_unique<TimerHandle>(std::move(ticker));
 }
 

@@ -4,6 +4,7 @@
 #include <chrono>
 #include <functional>
 #include <memory>
+#include <optional>
 
 #include "vemo/executor.h"
 
@@ -33,8 +34,9 @@ public:
     void postWorker(Task task);
     void postBackground(Task task);
     void postBackgroundAfter(std::chrono::milliseconds delay, Task task);
-    // Ticks on the main executor, the first time after one interval.
-    [[nodiscard]] std::unique_ptr<Timer> every(std::chrono::milliseconds interval, Task tick);
+    // Ticks on the main executor, the first time after `first`, which is one interval unless given.
+    [[nodiscard]] std::unique_ptr<Timer> every(std::chrono::milliseconds interval, Task tick,
+                                               std::optional<std::chrono::milliseconds> first = std::nullopt);
 
 private:
     struct State;

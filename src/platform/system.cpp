@@ -8,6 +8,7 @@
 #include <memory>
 
 #include "platform/text.h"
+#include "platform/time_zones.h"
 
 namespace vemo {
 
@@ -41,6 +42,10 @@ Environment withDefaults(Environment environment) {
     environment.locale = environment.locale.substr(0, environment.locale.find('.'));
     if (environment.language.empty()) environment.language = environment.locale;
     if (environment.timeZone.empty()) environment.timeZone = hostTimeZone();
+    if (!TimeZoneRules::find(toUtf16(environment.timeZone))) {
+        if (environment.log) environment.log("No time zone is called '" + environment.timeZone + "': UTC is used.");
+        environment.timeZone = "UTC";
+    }
     if (!environment.clock) {
         environment.clock = [] { return Date(std::chrono::system_clock::now()); };
     }

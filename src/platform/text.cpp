@@ -59,6 +59,22 @@ std::u16string lowercased(std::u16string_view text) {
     return result;
 }
 
+char16_t lowercasedUnit(char16_t character) {
+    if (character < 0x80) return character >= u'A' && character <= u'Z' ? static_cast<char16_t>(character + 0x20) : character;
+    const UChar32 lower = u_tolower(character);
+    return U_IS_BMP(lower) ? static_cast<char16_t>(lower) : character;
+}
+
+bool isLetter(char16_t character) {
+    if (character < 0x80) return (character >= u'a' && character <= u'z') || (character >= u'A' && character <= u'Z');
+    return u_isalpha(character) != 0;
+}
+
+bool isCjk(char16_t character) {
+    return (character >= 0x2e80 && character < 0x3000) || (character >= 0x3040 && character < 0xa4d0) ||
+           (character >= 0xf900 && character < 0xfb00);
+}
+
 bool isWhitespace(char16_t character) {
     if (character < 0x80) return character == u' ' || (character >= 9 && character <= 13);
     return u_isUWhiteSpace(character) != 0;

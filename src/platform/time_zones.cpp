@@ -4,13 +4,19 @@
 #include <unicode/basictz.h>
 #include <unicode/timezone.h>
 
+#include <algorithm>
 #include <cmath>
+#include <cstdio>
+#include <cstdlib>
+
+#include "platform/text.h"
 
 namespace vemo {
 
 namespace {
 
-constexpr double secondsPerDay = 86400;
+constexpr int secondsPerDay = 86400;
+constexpr double mostDays = 11'000'000;
 constexpr int millisecondsPerSecond = 1000;
 
 class IcuRules : public TimeZoneRules {
@@ -48,13 +54,35 @@ std::shared_ptr<const TimeZoneRules> TimeZoneRules::find(std::u16string_view ide
     return std::make_shared<const IcuRules>(std::move(zone));
 }
 
+bool isKnownTimeZone(std::string_view identifier) { return TimeZoneRules::find(toUtf16(identifier)) != nullptr; }
+
+bool isInCalendar(Date instant) { return std::abs(instant.time_since_epoch().count()) <= mostDays * secondsPerDay; }
+
+std::optional<TimeZone> fixedTimeZone(std::int64_t offset) {
+    if (offset == 0) return TimeZone{u"GMT"};
+    if (offset <= -secondsPerDay || offset >= secondsPerDay) return std::nullopt;
+    const int magnitude = std::abs(static_cast<int>(offset));
+    char text[16];
+    std::snprintf(text, sizeof text, "GMT%c%02d:%02d:%02d", offset < 0 ? '-' : '+', magnitude / 3600,
+                  magnitude / 60 % 60, magnitude % 60);
+    std::string_view shown = text;
+    if (magnitude % 60 == 0) shown.remove_suffix(3);
+    return TimeZone{toUtf16(shown)};
+}
+
+std::u16string TimeZoneRules::day(Date instant) const {
+    const CivilTime time = civil(instant);
+    char text[24];
+    std::snprintf(text, sizeof text, "%04d-%02u-%02u", time.year, time.month, time.day);
+    return toUtf16(text);
+}
+
 CivilTime TimeZoneRules::civil(Date instant) const {
-    const double seconds = instant.time_since_epoch().count() + offsetAt(instant);
+    const double wanted = instant.time_since_epoch().count();
+    const double known = std::isnan(wanted) ? 0 : std::clamp(wanted, -mostDays * secondsPerDay, mostDays * secondsPerDay);
+    const double seconds = known + offsetAt(Date(std::chrono::duration<double>(known)));
     const double days = std::floor(seconds / secondsPerDay);
-    // Far outside the years that exist, the nearest one there is.
-    constexpr double mostDays = 11'000'000;
-    const auto clamped = static_cast<int>(std::fmin(std::fmax(days, -mostDays), mostDays));
-    const std::chrono::year_month_day date{std::chrono::sys_days(std::chrono::days(clamped))};
+    const std::chrono::year_month_day date{std::chrono::sys_days(std::chrono::days(static_cast<int>(days)))};
     double rest = seconds - days * secondsPerDay;
     CivilTime civil{static_cast<int>(date.year()), static_cast<unsigned>(date.month()),
                     static_cast<unsigned>(date.day())};

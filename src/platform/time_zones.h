@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <optional>
+#include <string>
 #include <string_view>
 
 #include "vemo/time.h"
@@ -30,7 +32,10 @@ public:
     virtual ~TimeZoneRules() = default;
     // Seconds east of Greenwich in force at an instant.
     virtual int offsetAt(Date instant) const = 0;
+    // An instant outside the years of the calendar counts as the nearest one inside.
     CivilTime civil(Date instant) const;
+    // The day the calendar shows, as "2027-03-04".
+    std::u16string day(Date instant) const;
     // The instant at which the zone shows this time. A time that a clock change skips is taken as if the clock had
     // not changed yet; of one shown twice, the first. Nothing when there is no such day or time of day.
     std::optional<Date> instant(const CivilTime& civil) const;
@@ -38,5 +43,11 @@ public:
 private:
     virtual int offsetAtCivil(double secondsAsIfUtc) const = 0;
 };
+
+// True for instants in the years that calendars here know: some 30,000 to either side of 1970.
+bool isInCalendar(Date instant);
+
+// A zone that many seconds east of Greenwich all year; nothing from a day on.
+std::optional<TimeZone> fixedTimeZone(std::int64_t offset);
 
 }  // namespace vemo

@@ -66,9 +66,18 @@ TEST(Command, saysWhatItCannotRead) {
     EXPECT_EQ(run("--rates / -e 1").status, 2);
     EXPECT_EQ(run("--precision x").status, 2);
     EXPECT_EQ(run("--now yesterday").status, 2);
+    const Outcome zone = run("--timezone Mars/Olympus -e 1");
+    EXPECT_EQ(zone.status, 2);
+    EXPECT_EQ(zone.output.substr(0, zone.output.find('\n')), "--timezone: 'Mars/Olympus' is no time zone such as Europe/Berlin");
     EXPECT_EQ(run("--no-such-option").status, 2);
     EXPECT_EQ(run("--help").status, 0);
     EXPECT_EQ(run("--version").output, "vemo 0.1.0\n");
+}
+
+TEST(Command, hasTheTimeAndZoneItIsGiven) {
+    const std::string options = "--now 2026-11-24T23:30:00Z --timezone Asia/Tokyo ";
+    EXPECT_EQ(run(options + "--short -e 'time in UTC' -e yesterday -e 'tomorrow at noon'").output,
+              "time in UTC       11/24/26\nyesterday         11/24/26\ntomorrow at noon  11/26/26\n");
 }
 
 TEST(Command, readsRates) {

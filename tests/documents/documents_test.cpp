@@ -3,10 +3,12 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <map>
 
+#include "platform/time_zones.h"
 #include "support/calculators.h"
 
 namespace vemo::test {
@@ -19,7 +21,18 @@ struct Document {
     std::vector<std::pair<int, std::string>> expected;  // by line of the file
 };
 
-// A header line: "@locale de_DE", "@language de", "@timezone UTC", "@rates EUR=0.9 JPY=150".
+// "2026-11-24T13:00:00Z"
+Date instant(const std::string& text) {
+    CivilTime civil;
+    EXPECT_EQ(std::sscanf(text.c_str(), "%d-%u-%uT%d:%d:%lfZ", &civil.year, &civil.month, &civil.day, &civil.hour,
+                          &civil.minute, &civil.second), 6) << text;
+    const auto result = TimeZoneRules::find(u"UTC")->instant(civil);
+    EXPECT_TRUE(result) << text;
+    return result.value_or(Date());
+}
+
+// A header line: "@locale de_DE", "@language de", "@timezone UTC", "@now 2026-11-24T13:00:00Z",
+// "@rates EUR=0.9 JPY=150".
 void readHeader(const std::string& line, Document& document) {
     std::istringstream words(line);
     std::string key, word;
@@ -36,6 +49,7 @@ void readHeader(const std::string& line, Document& document) {
     if (key == "@locale") document.environment.locale = word;
     else if (key == "@language") document.environment.language = word;
     else if (key == "@timezone") document.environment.timeZone = word;
+    else if (key == "@now") document.environment.clock = [now = instant(word)] { return now; };
     else FAIL() << "unknown header " << line;
 }
 
@@ -76,7 +90,7 @@ void check(const std::filesystem::path& path) {
         ASSERT_EQ(result->lines.size(), document.expected.size());
         for (std::size_t i = 0; i < result->lines.size(); ++i) {
             const auto& line = result->lines[i];
-            EXPECT_EQ(utf8(line.formattedResult().regular.value_or(u"")), document.expected[i].second)
+            EXPECT_EQ(plainSpaces(utf8(line.formattedResult().regular.value_or(u""))), plainSpaces(document.expected[i].second))
                 << path.filename().string() << ":" << document.expected[i].first << " (" << run << "): "
                 << utf8(line.attributedText().compoundString());
         }

@@ -47,6 +47,22 @@ TEST(Runs, keepStructureApart) {
     EXPECT_EQ(runs("(1"), "prnth:(|num:1");
 }
 
+TEST(Runs, tellDatesFromLabelsAndArithmetic) {
+    EXPECT_EQ(runs("10:30"), "num:10:30");
+    EXPECT_EQ(runs("standup 10:30 + 90 min"), "standup |num:10:30| |oprtrsmb:+| |num:90| |unit:min");
+    EXPECT_EQ(runs("meeting at 10:30: 50"), "lbl:meeting at 10:30:| |num:50");
+    EXPECT_EQ(runs("due: 10:30"), "due: |num:10:30");
+    EXPECT_EQ(runs("March 14, 2027 - March 4, 2027"), "num:March 14, 2027| |oprtrsmb:-| |num:March 4, 2027");
+    EXPECT_EQ(runs("next friday + 3 days"), "num:next friday| |oprtrsmb:+| |num:3| |unit:days");
+    EXPECT_EQ(runs("lunch on Friday"), "lunch |num:on Friday");
+    EXPECT_EQ(runs("5-3"), "num:5|oprtrsmb:-|num:3");
+    EXPECT_EQ(runs("2027-3-4"), "num:2027|oprtrsmb:-|num:3|oprtrsmb:-|num:4");
+    EXPECT_EQ(runs("5 min"), "num:5| |unit:min");
+    EXPECT_EQ(runs("1 hour in minutes"), "num:1| |unit:hour| |oprtr:in| |unit:minutes");
+    EXPECT_EQ(runs("255 in dec"), "num:255| |oprtr:in| |unit:dec");
+    EXPECT_EQ(runs("Monday = 8 h\nMonday"), "var:Monday");
+}
+
 TEST(Runs, nameUnitsScalesFunctionsAndVariables) {
     EXPECT_EQ(runs("5 inch in cm"), "num:5| |unit:inch| |oprtr:in| |unit:cm");
     EXPECT_EQ(runs("6 ft 2 in in cm"), "num:6| |unit:ft| |num:2| |unit:in| |oprtr:in| |unit:cm");

@@ -21,13 +21,31 @@ std::unique_ptr<Calculator> newCalculator(const Environment& environment) {
     return calculator;
 }
 
-std::vector<std::string> results(std::string_view document) {
-    static const auto calculator = newCalculator();
+std::string plainSpaces(std::string text) {
+    for (const std::string_view space : {"\u202f", "\u00a0"})
+        for (std::size_t i; (i = text.find(space)) != text.npos;) text.replace(i, space.size(), " ");
+    return text;
+}
+
+namespace {
+
+std::vector<std::string> resultsOf(Calculator& calculator, std::string_view document) {
     Context context;
     std::vector<std::string> texts;
-    for (const LineResultPointer& line : calculator->calculate(utf16(document), context).lines)
-        texts.push_back(utf8(line->formattedValue().regular.value_or(u"")));
+    for (const LineResultPointer& line : calculator.calculate(utf16(document), context).lines)
+        texts.push_back(plainSpaces(utf8(line->formattedValue().regular.value_or(u""))));
     return texts;
+}
+
+}  // namespace
+
+std::vector<std::string> results(std::string_view document) {
+    static const auto calculator = newCalculator();
+    return resultsOf(*calculator, document);
+}
+
+std::vector<std::string> results(std::string_view document, const Environment& environment) {
+    return resultsOf(*newCalculator(environment), document);
 }
 
 std::string result(std::string_view document) { return results(document).back(); }

@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "evaluation/operator_collection.h"
+
+namespace vemo {
+
+class UnitConverter;
+
+// A date-time value. Its instant is arranged so that the local time zone shows on it the time that the clocks of its own
+// zone show: moving it to another zone shifts the instant.
+Value dateValue(Date instant);
+
+// A date-time moved from its time zone to another, by the difference of their offsets at the current time of the
+// context. Nothing when the value has no date or no zone, or when a zone is unknown.
+std::optional<Value> movedToTimeZone(const Value& dateTime, const TimeZone& target, Context& context);
+
+// Date plus or minus a duration: a plain shift by whole seconds, without regard to clock changes. The result has no
+// time zone, and is not-a-number where it lies outside the years of the calendar. Anything that is no duration is
+// declined; a bare number is one in seconds.
+class DateAndDecimalAdditionOperation : public Operation {
+public:
+    explicit DateAndDecimalAdditionOperation(const UnitConverter& unitConverter) : unitConverter_(unitConverter) {}
+    // The date may stand on either side; two dates give not-a-number.
+    std::optional<Value> calculate(const Value& left, const Value& right, Context& context) const override;
+
+private:
+    const UnitConverter& unitConverter_;
+};
+
+class DateAndDecimalSubtractionOperation : public Operation {
+public:
+    explicit DateAndDecimalSubtractionOperation(const UnitConverter& unitConverter) : unitConverter_(unitConverter) {}
+    std::optional<Value> calculate(const Value& left, const Value& right, Context& context) const override;
+
+private:
+    const UnitConverter& unitConverter_;
+};
+
+// The time between two dates, in the largest unit of which there is at least one.
+class DateSubtractionOperation : public Operation {
+public:
+    std::optional<Value> calculate(const Value& left, const Value& right, Context& context) const override;
+};
+
+// "in": a date-time that knows its zone, told in another one.
+class TimeZoneConversionOperation : public Operation {
+public:
+    std::optional<Value> calculate(const Value& left, const Value& right, Context& context) const override;
+};
+
+}  // namespace vemo

@@ -1,0 +1,20 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <span>
+#include <string_view>
+
+namespace vemo {
+
+struct TimeZoneAbbreviation {
+    std::u16string_view abbreviation;
+    std::u16string_view zone;  // an IANA name
+};
+
+// Sorted by abbreviation.
+std::span<const TimeZoneAbbreviation> timeZoneAbbreviations();
+
+// The zone that an abbreviation, in capitals, stands for; empty for none.
+std::u16string_view zoneForAbbreviation(std::u16string_view abbreviation);
+
+}  // namespace vemo
