@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <iostream>
 
+#include "extensions.h"
 #include "files.h"
 #include "options.h"
 #include "rates.h"
@@ -70,7 +71,8 @@ Layout layoutFor(const Options& options) {
 }
 
 int run(const Options& options) {
-    const auto text = readDocument(options);
+    if (!options.extensions.empty() && !isFolder(options.extensions)) return unusable;
+    const auto text = options.checkExtensions ? std::string() : readDocument(options);
     if (!text) return unusable;
     Environment environment;
     environment.locale = options.locale;
@@ -86,7 +88,10 @@ int run(const Options& options) {
     VemoEngine::Config config;
     config.testMode = true;  // the process ends before a timer would matter
     config.debug = options.debug;
+    config.extensions = options.extensions;
     engine.buildVemoWorker(config);
+    if (options.checkExtensions) return report(std::cout, engine.extensions()) ? 0 : 1;
+    printLogs(std::cerr, engine.extensions());
     Context context;
     context.setPrecision(options.precision);
     if (!options.rates.empty()) {

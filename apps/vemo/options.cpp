@@ -41,7 +41,7 @@ std::optional<Date> parseInstant(const std::string& text) {
 
 std::variant<Options, int> parseOptions(int argc, char** argv) {
     Options options;
-    std::string now;
+    std::string now, checked;
     CLI::App app{"A notepad-style calculator: one calculation per line, with a value for every line.", "vemo"};
     app.add_option("file", options.file, "Document to calculate; '-' or none reads standard input")->type_name("FILE");
     app.add_option("-e,--expression", options.expressions, "A line to calculate; may be repeated, instead of FILE")
@@ -55,6 +55,9 @@ std::variant<Options, int> parseOptions(int argc, char** argv) {
     app.add_option("--precision", options.precision, "Most fraction digits of results (2 unless given)")
         ->type_name("N")->check(CLI::Range(0, mostPrecision));
     app.add_option("--rates", options.rates, "JSON file of exchange rates per US dollar")->type_name("FILE");
+    auto* extensions = app.add_option("--extensions", options.extensions, "Folder of scripts (.js) to load")->type_name("DIR");
+    app.add_option("--check-extensions", checked, "Load the scripts of a folder and print what each defines")
+        ->type_name("DIR")->excludes(extensions);
     app.add_flag("--debug", options.debug, "Print how each line is calculated");
     const std::map<std::string, Options::Color> colors{
         {"auto", Options::Color::automatic}, {"always", Options::Color::always}, {"never", Options::Color::never}};
@@ -67,6 +70,8 @@ std::variant<Options, int> parseOptions(int argc, char** argv) {
             throw CLI::ValidationError("--now", "'" + now + "' is no instant such as 2026-11-24T12:00:00Z");
         if (!options.expressions.empty() && !options.file.empty())
             throw CLI::ValidationError("FILE", "give a file or --expression, not both");
+        options.checkExtensions = !checked.empty();
+        if (options.checkExtensions) options.extensions = checked;
     } catch (const CLI::ParseError& error) {
         return app.exit(error) == 0 ? 0 : usageError;
     }

@@ -24,6 +24,8 @@ struct Options {
     std::optional<Date> now;
     std::optional<std::int64_t> precision;
     std::string rates;  // file; empty: no rates
+    std::string extensions;        // folder; empty: no scripts
+    bool checkExtensions = false;  // of this folder, instead of a document
     bool debug = false;
     Color color = Color::automatic;
 };

@@ -5,6 +5,7 @@
 #include <cstdio>
 
 #include "scanning/string_extractor.h"
+#include "scripting/js_runner.h"
 
 namespace vemo {
 
@@ -33,6 +34,7 @@ void Calculator::trace(const std::u16string& line) const {
 }
 
 Calculator::MultilineResult Calculator::calculate(std::u16string_view text, Context& document) {
+    if (jsRunner_) jsRunner_->clearLog();
     Context snapshot = document.copyContext();
     document.add(context_.data(), false);
     MultilineResult result;
@@ -70,6 +72,7 @@ LineResultPointer Calculator::calculateLine(std::u16string_view text, Context& d
         return known;
     }
     const std::u16string line(text);
+    const std::size_t logged = jsRunner_ ? jsRunner_->log().size() : 0;
     if (debug) trace(u"=== Debug for '" + line + u"' ===");
     Context context = document.copyContext();
     ElementList elements;
@@ -90,6 +93,7 @@ LineResultPointer Calculator::calculateLine(std::u16string_view text, Context& d
     result->updates = context.updates();
     result->dependencies = context.dependencies();
     result->quickTypeData = context.quickTypeData();
+    if (jsRunner_) result->extensionsLog = jsRunner_->log().substr(logged);
     cacheManager_.add(result);
     if (debug) trace(u"---");
     return result;

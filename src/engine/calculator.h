@@ -23,6 +23,8 @@
 
 namespace vemo {
 
+class JSRunner;
+class JSVemo;
 class Scheduler;
 
 // Turns a document into one result per line: each line is cut into elements (extraction), these are
@@ -45,6 +47,9 @@ public:
     // Fills the catalogues and lists. Once, before the first calculation.
     void initialize();
     const Measurer& measurer() const { return measurer_; }
+    // Evaluates the scripts of a folder, holding the lock of the calculator's context for each. Before the first
+    // calculation; an empty path loads nothing.
+    std::vector<Extension> loadExtensions(const std::filesystem::path& folder);
 
     // Every line of `text`, in order; `document` is changed as the lines say.
     MultilineResult calculate(std::u16string_view text, Context& document);
@@ -102,6 +107,8 @@ private:
     SortedList<std::shared_ptr<const Extractor>> extractors_;
     SortedList<std::shared_ptr<const Evaluator>> evaluators_;
     SortedList<std::shared_ptr<const ValueFormatter>> formatters_;
+    std::unique_ptr<JSVemo> jsVemo_;      // null without scripts
+    std::unique_ptr<JSRunner> jsRunner_;  // null without scripts
     std::size_t evaluationDepth_ = 0;
 };
 

@@ -9,6 +9,8 @@
 #include "scanning/number_extractors.h"
 #include "scanning/structural_extractors.h"
 #include "scanning/vocabulary_extractors.h"
+#include "scripting/extensions.h"
+#include "scripting/js_runner.h"
 
 namespace vemo {
 
@@ -52,6 +54,14 @@ void Calculator::initialize() {
     for (const auto& [name, step] : steps) measurer_.measure(name, step);
     stringRangeDetector_.setSimplifiedWordRangesDetection(false);
     context_.setDelegate(this);
+}
+
+std::vector<Extension> Calculator::loadExtensions(const std::filesystem::path& folder) {
+    return vemo::loadExtensions(folder, context_.mutex(), [&]() -> std::pair<JSRunner&, JSVemo&> {
+        if (!jsVemo_) jsVemo_ = std::make_unique<JSVemo>(context_, unitRegistry_, functionManager_);
+        if (!jsRunner_) jsRunner_ = std::make_unique<JSRunner>(*jsVemo_, config_.scriptLimits, environment_.log);
+        return {*jsRunner_, *jsVemo_};
+    });
 }
 
 void Calculator::registerDates() {

@@ -3,12 +3,15 @@
 
 #include "engine/calculator.h"
 #include "platform/text.h"
+#include "scripting/extensions.h"
 
 namespace vemo {
 
 struct VemoEngine::State {
     Environment environment;
     std::unique_ptr<Calculator> calculator;
+    std::string startUpLog;
+    std::vector<Extension> extensions;
 };
 
 VemoEngine::VemoEngine(Environment environment) : state_(std::make_unique<State>()) {
@@ -23,6 +26,8 @@ void VemoEngine::buildVemoWorker(const Config& config) {
         const std::lock_guard lock(calculator->context().mutex());
         calculator->initialize();
     }
+    state_->extensions = calculator->loadExtensions(config.extensions);
+    state_->startUpLog = vemo::startUpLog(state_->extensions);
     state_->calculator = std::move(calculator);
 }
 
@@ -37,9 +42,13 @@ std::optional<VemoEngine::Result> VemoEngine::calculateSync(std::u16string_view 
     return result;
 }
 
+const std::string& VemoEngine::startUpLog() const { return state_->startUpLog; }
+const std::vector<Extension>& VemoEngine::extensions() const { return state_->extensions; }
+
 const AttributedText& VemoEngine::Result::Line::attributedText() const { return result_->formattedString; }
 const FormattedValue& VemoEngine::Result::Line::formattedResult() const { return result_->formattedValue; }
 const QuickTypeData& VemoEngine::Result::Line::quickTypeData() const { return result_->quickTypeData; }
+const std::u16string& VemoEngine::Result::Line::extensionsLog() const { return result_->extensionsLog; }
 
 std::string_view VemoEngine::version() { return VEMO_VERSION; }
 
