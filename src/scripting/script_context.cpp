@@ -16,7 +16,6 @@ namespace vemo {
 namespace {
 
 constexpr double watchInterval = 0.01;  // seconds between two looks at a running script
-constexpr double dropInterval = 0.001;
 constexpr std::size_t longestText = 1u << 20;     // of what a script hands over, in UTF-16 units
 constexpr std::size_t longestMessage = 1u << 10;
 
@@ -74,7 +73,7 @@ ScriptContext::ScriptContext(std::shared_ptr<const JavaScriptCore> js, std::size
     unitId_.emplace(*js_, u"unitId");
     JSValueRef exception = nullptr;
     evaluate(withdrawn, u"", &exception);
-    // Code made from texts could hide what `noteSource` looks for.
+    // Code made from texts could hide what `refusal` looks for.
     const ScriptText reason(*js_, u"no code is made from texts here");
     js_->JSGlobalContextSetEvalEnabled(context_, false, reason);
     armWatch(watchInterval);
@@ -93,7 +92,7 @@ void ScriptContext::armWatch(double seconds) {
 
 bool ScriptContext::shouldTerminate(JSContextRef, void* data) {
     auto& script = *static_cast<ScriptContext*>(data);
-    if (script.dropping_ || !script.stopReason_.empty()) return true;
+    if (!script.stopReason_.empty()) return true;
     if (threadTime() > script.deadline_) {
         script.stopReason_ = u"stopped, for it took longer than " +
                              toUtf16(std::to_string(script.limit_.count())) + u" ms";
@@ -123,28 +122,20 @@ ScriptContext::Run::Run(ScriptContext& script, std::chrono::milliseconds limit)
 
 ScriptContext::Run::~Run() {
     if (outermost_) {
-        if (!script_.stopReason_.empty()) script_.js_->JSGarbageCollect(script_.context_);
-        if (script_.leavesJobs_) script_.dropJobs();
+        if (!script_.stopReason_.empty()) script_.recover();
         script_.js_->JSUnlock(script_.context_);
     }
     --script_.runs_;
     current_ = before_;
 }
 
-void ScriptContext::noteSource(std::u16string_view source) {
-    const std::u16string lower = lowercased(source);
-    for (const std::u16string_view word : {u"async", u"import"})
-        if (lower.find(word) != lower.npos) leavesJobs_ = true;
-}
-
-// A script that is stopped loses its jobs; so one that does nothing is started and stopped.
-void ScriptContext::dropJobs() {
-    dropping_ = true;
-    armWatch(dropInterval);
+// A script stopped inside a host function leaves the order to stop behind, for the next one to run into.
+void ScriptContext::recover() {
+    stopReason_.clear();
+    deadline_ = threadTime() + limit_;
     JSValueRef exception = nullptr;
-    evaluate(u"for (;;);", u"", &exception);
-    dropping_ = false;
-    armWatch(watchInterval);
+    evaluate(u"0", u"", &exception);
+    js_->JSGarbageCollect(context_);
 }
 
 JSValueRef ScriptContext::evaluate(std::u16string_view source, std::u16string_view name, JSValueRef* exception) {

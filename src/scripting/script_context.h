@@ -65,9 +65,6 @@ public:
         bool outermost_;
     };
 
-    // A script that mentions asynchronous work leaves jobs behind, which are dropped after each run.
-    void noteSource(std::u16string_view source);
-
     // Why the present run was stopped; empty when it wasn't.
     const std::u16string& stopReason() const { return stopReason_; }
     // "Error on line 3: TypeError: …" for what a script threw.
@@ -93,7 +90,7 @@ public:
 private:
     static bool shouldTerminate(JSContextRef, void* data);
     void armWatch(double seconds);
-    void dropJobs();
+    void recover();
 
     static thread_local ScriptContext* current_;
 
@@ -109,8 +106,6 @@ private:
     std::chrono::milliseconds limit_{};
     std::size_t memoryBefore_ = 0;
     std::u16string stopReason_;
-    bool leavesJobs_ = false;
-    bool dropping_ = false;
 };
 
 }  // namespace vemo
