@@ -2,6 +2,9 @@
 #include <benchmark/benchmark.h>
 #include <malloc.h>
 
+#include <filesystem>
+#include <fstream>
+
 #include "documents.h"
 #include "vemo/engine.h"
 
@@ -49,6 +52,27 @@ void coldLine(benchmark::State& state) {
 }
 BENCHMARK(coldLine<arithmeticLine>)->Name("coldLine/arithmetic")->Iterations(5000)->Unit(benchmark::kMicrosecond);
 BENCHMARK(coldLine<unitLine>)->Name("coldLine/units")->Iterations(5000)->Unit(benchmark::kMicrosecond);
+
+// The cost of a call into a script, beside the same line with a built-in function.
+std::u16string builtInFunctionLine(std::size_t i) { return u"sqrt 1234." + digits(i); }
+std::u16string scriptFunctionLine(std::size_t i) { return u"scriptfn 1234." + digits(i); }
+
+template <std::u16string (*Line)(std::size_t)>
+void coldCall(benchmark::State& state) {
+    const auto folder = std::filesystem::temp_directory_path() / "vemo_bench_extensions";
+    std::filesystem::create_directories(folder);
+    std::ofstream(folder / "scriptfn.js")
+        << "vemo.addFunction({id: 'scriptfn', phrases: 'scriptfn'}, a => Math.sqrt(a[0].double))";
+    VemoEngine engine(english());
+    VemoEngine::Config config = quiet();
+    config.extensions = folder;
+    engine.buildVemoWorker(config);
+    std::filesystem::remove_all(folder);
+    std::size_t i = 0;
+    for (auto _ : state) calculate(engine, Line(i++));
+}
+BENCHMARK(coldCall<builtInFunctionLine>)->Name("coldLine/builtInFunction")->Iterations(20000)->Unit(benchmark::kMicrosecond);
+BENCHMARK(coldCall<scriptFunctionLine>)->Name("coldLine/scriptFunction")->Iterations(20000)->Unit(benchmark::kMicrosecond);
 
 std::u16string assigningLine(std::size_t i) { return (u"v" + digits(i)).append(u" = ") + digits(i * 7 % 1000); }
 std::u16string usingLine(std::size_t i) { return u"prev + " + digits(i); }

@@ -15,11 +15,13 @@ namespace {
 struct Document {
     Environment environment = fixedEnvironment();
     std::shared_ptr<CurrencyRatesContainer> rates;
+    std::filesystem::path extensions;
     std::u16string text;
     std::vector<std::pair<int, std::string>> expected;  // by line of the file
 };
 
-// A header line: "@locale de_DE", "@language de", "@timezone UTC", "@rates EUR=0.9 JPY=150".
+// A header line: "@locale de_DE", "@language de", "@timezone UTC", "@rates EUR=0.9 JPY=150", and "@extensions FOLDER"
+// of scripts, below the project's.
 void readHeader(const std::string& line, Document& document) {
     std::istringstream words(line);
     std::string key, word;
@@ -36,6 +38,7 @@ void readHeader(const std::string& line, Document& document) {
     if (key == "@locale") document.environment.locale = word;
     else if (key == "@language") document.environment.language = word;
     else if (key == "@timezone") document.environment.timeZone = word;
+    else if (key == "@extensions") document.extensions = std::filesystem::path(VEMO_TEST_DATA_DIR) / ".." / word;
     else FAIL() << "unknown header " << line;
 }
 
@@ -65,7 +68,9 @@ void check(const std::filesystem::path& path) {
     VemoEngine engine(document.environment);
     VemoEngine::Config config;
     config.testMode = true;
+    config.extensions = document.extensions;
     engine.buildVemoWorker(config);
+    for (const Extension& extension : engine.extensions()) EXPECT_EQ(extension.log, "") << extension.file;
     for (const char* run : {"cold", "cached"}) {
         Context context;
         if (document.rates) {
