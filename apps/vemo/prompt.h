@@ -7,7 +7,8 @@
 namespace vemo::cli {
 
 // Reads lines from the terminal and shows each one's result; together they are one document. Ends at the end of the
-// input or at ":quit", with the exit status. `settings` holds what every calculation begins with.
-int runPrompt(VemoEngine& engine, const Context& settings, const Layout& layout);
+// input or at ":quit", with the exit status. `settings` holds what every calculation begins with,
+// `loop` is the engine's, or null.
+int runPrompt(VemoEngine& engine, const Context& settings, const Layout& layout, RunLoop* loop);
 
 }  // namespace vemo::cli
