@@ -47,6 +47,11 @@ std::size_t residentMemory() {
     return resident * static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
 }
 
+std::u16string tookMore(std::u16string_view what, std::size_t limit, std::u16string_view unit) {
+    return std::u16string(u"stopped, for it took more ").append(what).append(u" than ").append(
+        toUtf16(std::to_string(limit))).append(u" ").append(unit);
+}
+
 const JSChar* characters(std::u16string_view text) { return reinterpret_cast<const JSChar*>(text.data()); }
 
 }  // namespace
@@ -94,14 +99,12 @@ bool ScriptContext::shouldTerminate(JSContextRef, void* data) {
     auto& script = *static_cast<ScriptContext*>(data);
     if (!script.stopReason_.empty()) return true;
     if (threadTime() > script.deadline_) {
-        script.stopReason_ = u"stopped, for it took longer than " +
-                             toUtf16(std::to_string(script.limit_.count())) + u" ms";
+        script.stopReason_ = tookMore(u"time", static_cast<std::size_t>(script.limit_.count()), u"ms");
         return true;
     }
     const std::size_t memory = residentMemory();
     if (memory > script.memoryBefore_ && memory - script.memoryBefore_ > script.memory_) {
-        script.stopReason_ = u"stopped, for it took more than " +
-                             toUtf16(std::to_string(script.memory_ >> 20)) + u" MB of memory";
+        script.stopReason_ = tookMore(u"memory", script.memory_ >> 20, u"MB");
         return true;
     }
     script.armWatch(watchInterval);  // it watches once each time
@@ -206,7 +209,7 @@ std::u16string ScriptContext::message(JSValueRef exception) {
         description = text && !failure ? text.string(longestMessage)
                                        : stopReason_.empty() ? u"what was thrown has no text" : stopReason_;
     }
-    return (u"Error on line " + line).append(u": ").append(description);
+    return std::u16string(u"Error on line ").append(line).append(u": ").append(description);
 }
 
 Value ScriptContext::value(JSValueRef value, JSValueRef* exception) {
