@@ -16,6 +16,7 @@ namespace vemo {
 namespace {
 
 constexpr double watchInterval = 0.01;  // seconds between two looks at a running script
+constexpr auto memoryMoment = std::chrono::milliseconds(100);
 constexpr std::size_t longestText = 1u << 20;     // of what a script hands over, in UTF-16 units
 constexpr std::size_t longestMessage = 1u << 10;
 
@@ -120,6 +121,10 @@ ScriptContext::Run::Run(ScriptContext& script, std::chrono::milliseconds limit)
     script_.stopReason_.clear();
     script_.limit_ = limit;
     script_.deadline_ = threadTime() + limit;
+    // Asking for the memory costs more than a short call; what it was a moment ago will do.
+    const auto now = std::chrono::steady_clock::now();
+    if (now - script_.memorySeen_ < memoryMoment) return;
+    script_.memorySeen_ = now;
     script_.memoryBefore_ = residentMemory();
 }
 
@@ -139,6 +144,7 @@ void ScriptContext::recover() {
     JSValueRef exception = nullptr;
     evaluate(u"0", u"", &exception);
     js_->JSGarbageCollect(context_);
+    memorySeen_ = {};
 }
 
 JSValueRef ScriptContext::evaluate(std::u16string_view source, std::u16string_view name, JSValueRef* exception) {
