@@ -36,8 +36,8 @@ std::optional<std::u16string> refusal(std::u16string_view source) {
         for (std::size_t i = source.find(word); i != source.npos; i = source.find(word, i + 1)) {
             if ((i > 0 && isPartOfName(i - 1)) || isPartOfName(i + word.size())) continue;
             const auto line = std::count(source.begin(), source.begin() + static_cast<std::ptrdiff_t>(i), u'\n') + 1;
-            return (u"Error on line " + toUtf16(std::to_string(line))).append(u": the word '").append(word).append(
-                u"' is not accepted, for a line needs its result at once");
+            return std::u16string(u"Error on line ").append(toUtf16(std::to_string(line))).append(u": the word '").append(
+                word).append(u"' is not accepted, for a line needs its result at once");
         }
     }
     return std::nullopt;
@@ -116,7 +116,7 @@ struct JSRunner::Callbacks {
         if (!phrases) return;
         const JSObjectRef function = objectArgument(1);
         if (!function || !script.js().JSObjectIsFunction(script.context(), function))
-            return runner.append(u"addFunction: '" + *id + u"' comes without a function");
+            return runner.append(std::u16string(u"addFunction: '").append(*id).append(u"' comes without a function"));
         // The calculator holds both, so the function does not outlive the runner in use.
         const auto report = [&log = runner](std::u16string_view message) { log.append(message); };
         runner.jsVemo_.addFunction(*id, splitAtCommas(*phrases),
@@ -192,7 +192,7 @@ bool JSRunner::start() {
     std::string problem;
     auto js = JavaScriptCore::load(library_, problem);
     if (!js) {
-        append(u"Scripts need the JavaScript engine: " + toUtf16(problem));
+        append(std::u16string(u"Scripts need the JavaScript engine: ").append(toUtf16(problem)));
         return false;
     }
     jsvmContext_ = std::make_shared<ScriptContext>(std::move(js), limits_.memory, *this);

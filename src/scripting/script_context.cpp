@@ -16,6 +16,7 @@ namespace vemo {
 namespace {
 
 constexpr double watchInterval = 0.01;  // seconds between two looks at a running script
+constexpr auto memoryMoment = std::chrono::milliseconds(100);
 constexpr std::size_t longestText = 1u << 20;     // of what a script hands over, in UTF-16 units
 constexpr std::size_t longestMessage = 1u << 10;
 
@@ -45,6 +46,11 @@ std::size_t residentMemory() {
     unsigned long total = 0, resident = 0;
     if (count <= 0 || std::sscanf(buffer.data(), "%lu %lu", &total, &resident) != 2) return 0;
     return resident * static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
+}
+
+std::u16string tookMore(std::u16string_view what, std::size_t limit, std::u16string_view unit) {
+    return std::u16string(u"stopped, for it took more ").append(what).append(u" than ").append(
+        toUtf16(std::to_string(limit))).append(u" ").append(unit);
 }
 
 const JSChar* characters(std::u16string_view text) { return reinterpret_cast<const JSChar*>(text.data()); }
@@ -94,14 +100,12 @@ bool ScriptContext::shouldTerminate(JSContextRef, void* data) {
     auto& script = *static_cast<ScriptContext*>(data);
     if (!script.stopReason_.empty()) return true;
     if (threadTime() > script.deadline_) {
-        script.stopReason_ = u"stopped, for it took longer than " +
-                             toUtf16(std::to_string(script.limit_.count())) + u" ms";
+        script.stopReason_ = tookMore(u"time", static_cast<std::size_t>(script.limit_.count()), u"ms");
         return true;
     }
     const std::size_t memory = residentMemory();
     if (memory > script.memoryBefore_ && memory - script.memoryBefore_ > script.memory_) {
-        script.stopReason_ = u"stopped, for it took more than " +
-                             toUtf16(std::to_string(script.memory_ >> 20)) + u" MB of memory";
+        script.stopReason_ = tookMore(u"memory", script.memory_ >> 20, u"MB");
         return true;
     }
     script.armWatch(watchInterval);  // it watches once each time
@@ -117,6 +121,10 @@ ScriptContext::Run::Run(ScriptContext& script, std::chrono::milliseconds limit)
     script_.stopReason_.clear();
     script_.limit_ = limit;
     script_.deadline_ = threadTime() + limit;
+    // Asking for the memory costs more than a short call; what it was a moment ago will do.
+    const auto now = std::chrono::steady_clock::now();
+    if (now - script_.memorySeen_ < memoryMoment) return;
+    script_.memorySeen_ = now;
     script_.memoryBefore_ = residentMemory();
 }
 
@@ -136,6 +144,7 @@ void ScriptContext::recover() {
     JSValueRef exception = nullptr;
     evaluate(u"0", u"", &exception);
     js_->JSGarbageCollect(context_);
+    memorySeen_ = {};
 }
 
 JSValueRef ScriptContext::evaluate(std::u16string_view source, std::u16string_view name, JSValueRef* exception) {
@@ -206,7 +215,7 @@ std::u16string ScriptContext::message(JSValueRef exception) {
         description = text && !failure ? text.string(longestMessage)
                                        : stopReason_.empty() ? u"what was thrown has no text" : stopReason_;
     }
-    return (u"Error on line " + line).append(u": ").append(description);
+    return std::u16string(u"Error on line ").append(line).append(u": ").append(description);
 }
 
 Value ScriptContext::value(JSValueRef value, JSValueRef* exception) {

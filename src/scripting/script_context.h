@@ -105,6 +105,7 @@ private:
     std::chrono::nanoseconds deadline_{};  // on the clock of the thread
     std::chrono::milliseconds limit_{};
     std::size_t memoryBefore_ = 0;
+    std::chrono::steady_clock::time_point memorySeen_{};
     std::u16string stopReason_;
 };
 
