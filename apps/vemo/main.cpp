@@ -105,10 +105,12 @@ int run(const Options& options) {
     const auto text = prompt || options.checkExtensions ? std::optional<std::string>("") : readDocument(options);
     if (!text) return unusable;
     const auto online = Online::forOptions(options);
-    VemoEngine engine(environmentFor(options, online), online ? online->loop() : nullptr);
+    // At the prompt time goes on between the lines; without it, and with nothing to fetch, there is nothing to wait for.
+    const auto loop = online ? online->loop() : prompt ? std::make_shared<RunLoop>() : nullptr;
+    VemoEngine engine(environmentFor(options, online), loop);
     engine.setDelegate(online);
     VemoEngine::Config config;
-    config.testMode = !online;  // without anything to fetch, the process ends before a timer would matter
+    config.testMode = !loop;
     config.debug = options.debug;
     config.extensions = options.extensions;
     engine.buildVemoWorker(config);
@@ -119,7 +121,7 @@ int run(const Options& options) {
         return unusable;
     Context context;
     context.setPrecision(options.precision);
-    if (prompt) return runPrompt(engine, context, layoutFor(options), online ? online->loop().get() : nullptr);
+    if (prompt) return runPrompt(engine, *loop, context, layoutFor(options));
     const auto result = online ? online->calculate(engine, utf16(*text), context)
                                : *engine.calculateSync(utf16(*text), context);
     if (options.json) printJson(std::cout, result, "");

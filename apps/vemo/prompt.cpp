@@ -31,8 +31,8 @@ std::optional<std::string> argument(std::string_view line, std::string_view comm
 
 class Session {
 public:
-    Session(VemoEngine& engine, const Context& settings, const Layout& layout, RunLoop* loop)
-        : engine_(engine), settings_(settings), layout_(layout), loop_(loop), completion_(vocabulary(engine)) {}
+    Session(VemoEngine& engine, RunLoop& loop, const Context& settings, const Layout& layout)
+        : engine_(engine), loop_(loop), settings_(settings), layout_(layout), completion_(vocabulary(engine)) {}
 
     void run() {
         std::cout << "vemo " << VemoEngine::version() << ", :help for help" << std::endl;
@@ -76,8 +76,8 @@ private:
 
     // The document as a whole: what did not change comes from the engine's cache.
     void calculate(std::u16string_view line) {
+        loop_.poll();
         document_.append(line).append(u"\n");
-        if (loop_) loop_->poll();  // rates may have come
         Context context = settings_.copyContext();
         const auto result = engine_.calculateSync(document_, context);
         if (!result || result->lines.empty()) return;
@@ -88,17 +88,17 @@ private:
     }
 
     VemoEngine& engine_;
+    RunLoop& loop_;
     const Context& settings_;
     Layout layout_;
-    RunLoop* loop_;
     Completion completion_;
     std::u16string document_;
 };
 
 }  // namespace
 
-int runPrompt(VemoEngine& engine, const Context& settings, const Layout& layout, RunLoop* loop) {
-    Session(engine, settings, layout, loop).run();
+int runPrompt(VemoEngine& engine, RunLoop& loop, const Context& settings, const Layout& layout) {
+    Session(engine, loop, settings, layout).run();
     return 0;
 }
 
