@@ -2,6 +2,8 @@
 #include <benchmark/benchmark.h>
 #include <malloc.h>
 
+#include <thread>
+
 #include "documents.h"
 #include "scanning/date_detector.h"
 #include "scanning/localizer.h"
@@ -26,9 +28,11 @@ Environment english() {
     return environment;
 }
 
-std::unique_ptr<VemoEngine> newEngine() {
+std::unique_ptr<VemoEngine> newEngine(bool hints = true) {
     auto engine = std::make_unique<VemoEngine>(english());
-    engine->buildVemoWorker(quiet());
+    VemoEngine::Config config = quiet();
+    config.enableQuickTypeHints = hints;
+    engine->buildVemoWorker(config);
     return engine;
 }
 
@@ -41,6 +45,34 @@ void startUp(benchmark::State& state) {
     for (auto _ : state) benchmark::DoNotOptimize(newEngine());
 }
 BENCHMARK(startUp)->Unit(benchmark::kMicrosecond);
+
+void startUpWithoutHints(benchmark::State& state) {
+    for (auto _ : state) benchmark::DoNotOptimize(newEngine(false));
+}
+BENCHMARK(startUpWithoutHints)->Unit(benchmark::kMicrosecond);
+
+std::shared_ptr<QuickTypeEngine> newQuickType(VemoEngine& engine) {
+    std::shared_ptr<QuickTypeEngine> built;
+    engine.buildQuickTypeEngine(VemoEngine::WorkerThread::main, [&](auto quickType) { built = std::move(quickType); });
+    return built;
+}
+
+void quickTypeBuild(benchmark::State& state) {
+    const auto engine = newEngine();
+    for (auto _ : state) benchmark::DoNotOptimize(newQuickType(*engine));
+}
+BENCHMARK(quickTypeBuild)->Unit(benchmark::kMicrosecond);
+
+// One letter more, with the words of a line.
+void quickTypeRequest(benchmark::State& state) {
+    const auto engine = newEngine();
+    const auto quickType = newQuickType(*engine);
+    const std::vector<std::u16string> tokens{u"in", u"inch", u"hourly rate", u"cm"};
+    constexpr std::u16string_view texts[] = {u"", u"m", u"mi", u"sq", u"Square", u"us", u"h", u"q"};
+    std::size_t i = 0;
+    for (auto _ : state) benchmark::DoNotOptimize(quickType->hintsFor(texts[i++ % std::size(texts)], tokens, 5));
+}
+BENCHMARK(quickTypeRequest)->Unit(benchmark::kMicrosecond);
 
 // One line at a time, never the same twice.
 template <std::u16string (*Line)(std::size_t)>
@@ -75,8 +107,8 @@ void dateVocabulary(benchmark::State& state) {
 }
 BENCHMARK(dateVocabulary)->Unit(benchmark::kMicrosecond);
 
-std::u16string assigningLine(std::size_t i) { return std::u16string(u"v").append(digits(i)).append(u" = ").append(digits(i * 7 % 1000)); }
-std::u16string usingLine(std::size_t i) { return u"prev + " + digits(i); }
+std::u16string assigningLine(std::size_t i) { return std::u16string(u"v").append(digits(i)) + u" = " + digits(i * 7 % 1000); }
+std::u16string usingLine(std::size_t i) { return std::u16string(u"prev + ").append(digits(i)); }
 std::u16string summingLine(std::size_t i) { return i % 2 == 0 ? digits(i) : u"sum"; }
 
 void reportPerLine(benchmark::State& state, std::size_t lines) {
@@ -132,11 +164,38 @@ DOCUMENTS(assigningLine);
 DOCUMENTS(usingLine);
 DOCUMENTS(summingLine);
 
+// From a request to its answer when it takes the place of one in a document of so many lines, against the answer when
+// nothing is under way ("idle").
+void replacedRequest(benchmark::State& state) {
+    const auto lines = static_cast<std::size_t>(state.range(0));
+    const auto loop = std::make_shared<RunLoop>();
+    VemoEngine engine(english(), loop);
+    engine.buildVemoWorker(quiet(), VemoEngine::WorkerThread::background);
+    std::size_t edit = 0;
+    const auto answer = [&](const std::u16string& text) {
+        engine.calculate(text, Context(), [&](VemoEngine::Result) { loop->stop(); });
+        loop->run();
+    };
+    answer(u"1");
+    for (auto _ : state) {
+        state.PauseTiming();
+        const std::u16string before = document(lines, [&](std::size_t i) { return arithmeticLine(i + lines * edit); });
+        const std::u16string text = arithmeticLine(1000000 + ++edit);
+        if (lines > 0) {
+            engine.calculate(before, Context(), [](VemoEngine::Result) {});
+            std::this_thread::sleep_for(std::chrono::milliseconds(20));  // it is under way
+        }
+        state.ResumeTiming();
+        answer(text);
+    }
+}
+BENCHMARK(replacedRequest)->Arg(0)->Arg(100000)->Iterations(20)->UseRealTime()->Unit(benchmark::kMicrosecond);
+
 // Assignments, then as many uses.
 void variables(benchmark::State& state) {
     const auto count = static_cast<std::size_t>(state.range(0));
-    const std::u16string text = document(count, [](std::size_t i) { return u"price " + digits(i) + u" = " + digits(i); }) +
-                                document(count, [](std::size_t i) { return u"price " + digits(i) + u" * 2"; });
+    const std::u16string text = document(count, [](std::size_t i) { return std::u16string(u"price ").append(digits(i)) + u" = " + digits(i); }) +
+                                document(count, [](std::size_t i) { return std::u16string(u"price ").append(digits(i)) + u" * 2"; });
     for (auto _ : state) {
         state.PauseTiming();
         auto engine = newEngine();

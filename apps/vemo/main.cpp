@@ -8,6 +8,7 @@
 
 #include "files.h"
 #include "options.h"
+#include "prompt.h"
 #include "rates.h"
 #include "terminal.h"
 
@@ -69,8 +70,13 @@ Layout layoutFor(const Options& options) {
     return layout;
 }
 
+bool wantsPrompt(const Options& options) {
+    return options.file.empty() && options.expressions.empty() && !options.json && isatty(STDIN_FILENO) && isatty(STDOUT_FILENO);
+}
+
 int run(const Options& options) {
-    const auto text = readDocument(options);
+    const bool prompt = wantsPrompt(options);
+    const auto text = prompt ? std::optional<std::string>("") : readDocument(options);
     if (!text) return unusable;
     Environment environment;
     environment.locale = options.locale;
@@ -100,6 +106,7 @@ int run(const Options& options) {
                                            std::get<CurrencyRatesContainer>(std::move(rates))));
         context.set(u"currency_rates_update_time", now.count());
     }
+    if (prompt) return runPrompt(engine, context, layoutFor(options));
     const auto result = engine.calculateSync(utf16(*text), context);
     if (options.json) printJson(std::cout, *result, "");
     else printResult(std::cout, *result, layoutFor(options));

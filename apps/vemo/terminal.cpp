@@ -30,11 +30,6 @@ std::string_view colorOf(RunType type) {
     return {};
 }
 
-std::string resultText(const FormattedValue& value, bool shortTexts) {
-    const auto& text = shortTexts && value.shortText ? value.shortText : value.regular;
-    return text ? utf8(*text) : std::string();
-}
-
 // Control characters would change the terminal's state: they are shown as the replacement character.
 std::string printable(std::string_view text) {
     std::string result;
@@ -86,6 +81,11 @@ std::vector<std::string> utf8All(const std::vector<std::u16string>& texts) {
 }
 
 }  // namespace
+
+std::string resultText(const FormattedValue& value, bool shortTexts) {
+    const auto& text = shortTexts && value.shortText ? value.shortText : value.regular;
+    return text ? utf8(*text) : std::string();
+}
 
 std::size_t displayWidth(std::string_view text) {
     std::size_t width = 0;

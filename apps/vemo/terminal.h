@@ -16,6 +16,9 @@ struct Layout {
     bool shortTexts = false;
 };
 
+// The text of a result, short where one is wanted and there; empty without a result.
+std::string resultText(const FormattedValue& value, bool shortTexts);
+
 // Columns that a text takes on a terminal.
 std::size_t displayWidth(std::string_view utf8);
 

@@ -87,6 +87,8 @@ public:
 
     // A context with this one's data; no updates, dependencies, completions or delegate.
     Context copyContext() const;
+    // The same, for a short life: what is written to it is kept apart from the data it shares.
+    Context layer() const;
 
     // Sets or, given nothing, removes an entry and then tells the delegate.
     void set(std::u16string_view key, std::optional<IsEquatable> value, bool registerUpdate = true);

@@ -10,6 +10,18 @@
 
 namespace vemo {
 
+// Where rates and the time zones of places are fetched from. Nothing is fetched for what is left empty.
+struct Sources {
+    std::string ratesHost;      // a host name, or the beginning of a URL, behind which both files below are found at
+                                // /rates/currency.json and /rates/coins2.json
+    std::string currencyRates;  // or the URL of each
+    std::string cryptoRates;
+    std::string timeZones;      // URL of a service that is asked with "?q=" and a place; without one, places are those
+                                // of the time zone database
+
+    friend bool operator==(const Sources&, const Sources&) = default;
+};
+
 // What varies by user or by test. A default-constructed one is the real system.
 struct Environment {
     std::string locale;               // ICU identifier such as "de_DE"; empty: the system's
@@ -17,6 +29,8 @@ struct Environment {
     std::string timeZone;             // IANA identifier; empty: the system's
     std::function<Date()> clock;      // empty: the system's clock
     std::filesystem::path resources;  // phrase tables that override the built-in ones; empty: none
+    std::filesystem::path caches;     // folder for what is fetched; empty: vemo in the user's cache folder
+    Sources sources;
     std::function<void(std::string_view)> log;    // one message a call, on any thread; empty: dropped
     std::function<void(std::string_view)> trace;  // lines of the per-line trace; empty: standard output
 };

@@ -3,26 +3,13 @@
 
 #include <array>
 #include <memory>
-#include <string>
+#include <span>
+#include <string_view>
 
-#include "engine/context_map.h"
+#include "engine/line_result.h"
 #include "platform/cache.h"
 
 namespace vemo {
-
-// What one line gave.
-struct LineResult {
-    // What every look at a cached line reads comes first, close together.
-    Value value;              // without attributes when the line yields nothing
-    ContextMap updates;       // entries the line set
-    ContextMap dependencies;  // entries the line read, with what it saw
-    AttributedText formattedString;
-    FormattedValue formattedValue;
-    QuickTypeData quickTypeData;
-    std::u16string extensionsLog;
-};
-
-using LineResultPointer = std::shared_ptr<const LineResult>;
 
 // Remembers the latest results of lines by their text, several per text for different contexts.
 class CacheManager {
@@ -34,12 +21,25 @@ public:
     void add(LineResultPointer entry);
     // The newest result whose dependencies all hold in the context; null without one.
     LineResultPointer lookup(std::u16string_view text, const Context& context);
+    // Lets the memory accesses of coming look-ups overlap, which in a large document are most of their time.
+    static constexpr std::size_t mostPrefetched = 32;
+    void prefetch(std::u16string_view document, std::span<const TextRange> lines) const;
     void setEnabled(bool enabled) { cache_.setEnabled(enabled); }
 
 private:
     static constexpr std::size_t cachedLines = 1u << 17;  // of each of the cache's two generations
 
-    Cache<std::array<LineResultPointer, cacheLevel>> cache_;
+    // Most texts have one result.
+    struct Results {
+        LineResultPointer newest;
+        std::unique_ptr<std::array<LineResultPointer, cacheLevel - 1>> older;
+    };
+    struct KeyOfResults {
+        explicit KeyOfResults(std::u16string_view) {}
+        bool is(std::u16string_view key, const Results& results) const { return results.newest && results.newest->text() == key; }
+    };
+
+    Cache<Results, KeyOfResults> cache_;
 };
 
 }  // namespace vemo

@@ -3,6 +3,7 @@
 
 #include <cassert>
 #include <cstdio>
+#include <span>
 
 #include "scanning/string_extractor.h"
 
@@ -32,15 +33,37 @@ void Calculator::trace(const std::u16string& line) const {
     else std::printf("%s\n", text.c_str());
 }
 
-Calculator::MultilineResult Calculator::calculate(std::u16string_view text, Context& document) {
+void Calculator::start() {
+    if (config_.testMode || !scheduler_) return;
+    using namespace std::chrono;
+    // The first tick comes when the minute turns.
+    const auto now = floor<milliseconds>(environment_.clock());
+    const auto untilNextMinute = floor<minutes>(now) + 1min - now;
+    minuteTimer_ = scheduler_->every(1min, [this] { later([](Calculator& self) { self.minuteTimerDing(); }); },
+                                     untilNextMinute);
+}
+
+void Calculator::retire() { minuteTimer_ = nullptr; }
+
+void Calculator::later(std::function<void(Calculator&)> change) {
+    scheduler_->postWorker([weak = weak_from_this(), change = std::move(change)] {
+        if (const auto self = weak.lock()) change(*self);
+    });
+}
+
+Calculator::MultilineResult Calculator::calculate(std::u16string_view text, Context& document,
+                                                  const std::atomic<bool>* cancelled) {
     Context snapshot = document.copyContext();
     document.add(context_.data(), false);
     MultilineResult result;
     const std::vector<TextRange> lines = lineRanges(text);
     result.lines.reserve(lines.size());
-    for (const TextRange& line : lines) {
+    for (std::size_t i = 0; i < lines.size(); ++i) {
+        const TextRange& line = lines[i];
+        if (i % CacheManager::mostPrefetched == 0) cacheManager_.prefetch(text, std::span(lines).subspan(i));
+        if (cancelled && *cancelled) return result;
         result.lines.push_back(calculateLine(line.in(text), document, config_.debug));
-        carryForward(result.lines.back()->value, document);
+        carryForward(result.lines.back()->value(), document);
     }
     if (const Value* total = document.get<Value>(context_keys::grandTotal)) {
         document.set(context_keys::grandTotalFormatted,
@@ -63,15 +86,15 @@ void Calculator::carryForward(const Value& value, Context& document) const {
 
 LineResultPointer Calculator::calculateLine(std::u16string_view text, Context& document, bool debug) {
     if (LineResultPointer known = cacheManager_.lookup(text, document)) {
-        document.add(known->updates, false);
+        document.add(known->updates(), false);
         // The same results as the line saw, as the same list: comparing what follows then stops there.
-        if (const IsEquatable* seen = known->dependencies.find(context_keys::previousResults))
+        if (const IsEquatable* seen = known->dependencies().find(context_keys::previousResults))
             document.set(context_keys::previousResults, *seen);
         return known;
     }
     const std::u16string line(text);
     if (debug) trace(u"=== Debug for '" + line + u"' ===");
-    Context context = document.copyContext();
+    Context context = document.layer();
     ElementList elements;
     if (line.size() > longestLine) {
         elements.append(makeElement(errorValue(), AttributedText(line)));
@@ -81,15 +104,13 @@ LineResultPointer Calculator::calculateLine(std::u16string_view text, Context& d
         elements = evaluate(elements, context, 0, debug);
     }
 
-    auto result = std::make_shared<LineResult>();
-    if (!elements.empty()) result->value = elements[0].value;
-    result->formattedString = elements.attributedText();
-    result->formattedValue = format(result->value, context);
-    document.add(context.updates(), false);
-    document.addDependencies(context.dependencies());
-    result->updates = context.updates();
-    result->dependencies = context.dependencies();
-    result->quickTypeData = context.quickTypeData();
+    const Value value = elements.empty() ? Value() : elements[0].value;
+    const FormattedValue formatted = format(value, context);
+    auto result = std::make_shared<const LineResult>(value, context.updates(), context.dependencies(),
+                                                     elements.attributedText(), formatted, context.quickTypeData(), u"");
+    context = Context();  // no longer shares the document's data, which can then be changed in place
+    document.add(result->updates(), false);
+    document.addDependencies(result->dependencies());
     cacheManager_.add(result);
     if (debug) trace(u"---");
     return result;
@@ -131,7 +152,17 @@ FormattedValue Calculator::format(const Value& value, Context& context) const {
     return {};
 }
 
-void Calculator::contextUpdated(Context&) {}
+std::shared_ptr<QuickTypeEngine> Calculator::buildQuickTypeEngine() {
+    const std::lock_guard lock(context_.mutex());
+    Measurer measurer("QuickTypeEngine", environment_.log);
+    std::shared_ptr<QuickTypeEngine> engine;
+    measurer.measure("QuickTypeEngine", [&] { engine = quickTypeEngine(quickTypeCollector_); });
+    return engine;
+}
+
+void Calculator::contextUpdated(Context& context) {
+    if (const auto delegate = delegate_.lock()) delegate->calculatorContextUpdated(context);
+}
 
 void Calculator::minuteTimerDing() {
     context_.syncUpdate([this] { setCurrentTime(); });

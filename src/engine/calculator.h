@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <atomic>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -15,6 +16,7 @@
 #include "output/time_formatter.h"
 #include "platform/scheduler.h"
 #include "platform/time_zones.h"
+#include "quicktype/quick_type_collector.h"
 #include "scanning/extractor.h"
 #include "scanning/localizer.h"
 #include "scanning/number_parsers.h"
@@ -26,10 +28,18 @@
 
 namespace vemo {
 
+// Hears from a calculator, on any thread and usually under the lock of its context.
+class CalculatorDelegate {
+public:
+    virtual ~CalculatorDelegate() = default;
+    virtual void calculatorContextUpdated(const Context& context) = 0;
+    virtual void calculatorCryptoInitialized() = 0;
+};
+
 // Turns a document into one result per line: each line is cut into elements (extraction), these are
 // reduced to a value (evaluation), and the value is written out (formatting). One calculation at a time,
 // under the lock of the calculator's own context.
-class Calculator : public EvaluationPass, public ContextDelegate {
+class Calculator : public EvaluationPass, public ContextDelegate, public std::enable_shared_from_this<Calculator> {
 public:
     using Config = VemoEngine::Config;
 
@@ -45,10 +55,15 @@ public:
 
     // Fills the catalogues and lists. Once, before the first calculation.
     void initialize();
+    // Starts timers and downloads, and ends them for good. On the main executor; neither need be called.
+    void start();
+    void retire();
     const Measurer& measurer() const { return measurer_; }
 
-    // Every line of `text`, in order; `document` is changed as the lines say.
-    MultilineResult calculate(std::u16string_view text, Context& document);
+    // Every line of `text`, in order; `document` is changed as the lines say. Once `cancelled` is set, the remaining
+    // lines are skipped.
+    MultilineResult calculate(std::u16string_view text, Context& document,
+                              const std::atomic<bool>* cancelled = nullptr);
     LineResultPointer calculateLine(std::u16string_view text, Context& document, bool debug);
 
     ElementList extractElements(const std::u16string& text, Context& context, bool debug) const;
@@ -56,9 +71,15 @@ public:
                          bool debug) override;
     FormattedValue format(const Value& value, Context& context) const;
 
+    void setDelegate(std::weak_ptr<CalculatorDelegate> delegate) { delegate_ = std::move(delegate); }
     void contextUpdated(Context& context) override;
-    // Sets the current time anew and notifies: once a minute, on the main executor.
+    // Sets the current time anew and notifies, as is done once a minute.
     void minuteTimerDing();
+
+    // Every completion offered while the catalogues were filled; none when the configuration wants none.
+    std::vector<QuickTypeHint> quickTypeHints() const { return quickTypeCollector_.hints(); }
+    // Takes the lock of the calculator's own context.
+    std::shared_ptr<QuickTypeEngine> buildQuickTypeEngine();
 
     Context& context() { return context_; }
     void setCachesEnabled(bool enabled);
@@ -72,6 +93,8 @@ public:
     FunctionManager& functionManager() { return functionManager_; }
 
 private:
+    // Changes the calculator's own context between calculations, so that the main executor never waits for one.
+    void later(std::function<void(Calculator&)> change);
     void registerExtractors();
     void registerEvaluators();
     void registerFormatters();
@@ -87,8 +110,10 @@ private:
     std::shared_ptr<const TimeZoneRules> localZone_;
     Measurer measurer_;
     Context context_;
+    std::weak_ptr<CalculatorDelegate> delegate_;
     CacheManager cacheManager_;
 
+    QuickTypeCollector quickTypeCollector_;
     Localizer localizer_;
     StringRangeDetector stringRangeDetector_;
     DecimalParser decimalParser_;

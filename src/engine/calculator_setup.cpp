@@ -16,6 +16,14 @@
 
 namespace vemo {
 
+namespace {
+
+QuickTypeCollector* hintsFor(const Calculator::Config& config, QuickTypeCollector& collector) {
+    return config.enableQuickTypeHints ? &collector : nullptr;
+}
+
+}  // namespace
+
 Calculator::Calculator(const Config& config, Environment environment, Scheduler* scheduler)
     : config_(config),
       environment_(withDefaults(std::move(environment))),
@@ -25,12 +33,12 @@ Calculator::Calculator(const Config& config, Environment environment, Scheduler*
       localizer_(environment_.language, environment_.resources, environment_.log),
       decimalParser_(LocaleInfo::forIdentifier(environment_.locale)),
       scientificParser_(decimalParser_),
-      operatorCollection_(stringRangeDetector_),
+      operatorCollection_(stringRangeDetector_, hintsFor(config, quickTypeCollector_)),
       operationCalculator_(operatorCollection_, operationCollection_),
       unitManager_(stringRangeDetector_),
-      unitRegistry_(unitManager_, unitConverter_),
-      scaleManager_(stringRangeDetector_),
-      functionManager_(stringRangeDetector_),
+      unitRegistry_(unitManager_, unitConverter_, hintsFor(config, quickTypeCollector_)),
+      scaleManager_(stringRangeDetector_, hintsFor(config, quickTypeCollector_)),
+      functionManager_(stringRangeDetector_, hintsFor(config, quickTypeCollector_)),
       numberFormatter_(environment_.locale),
       decimalUnitValueFormatter_(numberFormatter_, unitManager_, unitConverter_),
       timeFormatter_(decimalUnitValueFormatter_) {}
@@ -63,12 +71,6 @@ void Calculator::initialize() {
 void Calculator::registerDates() {
     setCurrentTime();
     context_.set(context_keys::currentTimeZone, TimeZone{toUtf16(environment_.timeZone)});
-    if (config_.testMode || !scheduler_) return;
-    using namespace std::chrono;
-    // The first tick comes when the minute turns.
-    const auto now = floor<milliseconds>(environment_.clock());
-    const auto untilNextMinute = floor<minutes>(now) + 1min - now;
-    minuteTimer_ = scheduler_->every(1min, [this] { minuteTimerDing(); }, untilNextMinute);
 }
 
 void Calculator::setCurrentTime() {

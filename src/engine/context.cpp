@@ -45,6 +45,9 @@ bool IsEquatable::isEqual(const IsEquatable& other) const {
 
 struct Context::State {
     ContextMap data;
+    // What a layer wrote itself: writing to data that it shares would copy much of it.
+    ContextMap own;
+    bool isLayer = false;
     ContextMap updates;
     ContextMap dependencies;
     QuickTypeData quickTypeData;
@@ -52,6 +55,31 @@ struct Context::State {
     ContextDelegate* delegate = nullptr;
     bool pauseDelegateUpdates = false;
     mutable std::recursive_mutex mutex;
+
+    const IsEquatable* find(std::u16string_view key) const {
+        const IsEquatable* written = own.empty() ? nullptr : own.find(key);
+        return written ? written : data.find(key);
+    }
+
+    void set(std::u16string_view key, IsEquatable value) {
+        const bool added = isLayer ? own.set(key, std::move(value)) && !data.find(key) : data.set(key, std::move(value));
+        noteVariable(key, added);
+    }
+
+    bool erase(std::u16string_view key) {
+        unite();
+        return data.erase(key);
+    }
+
+    // Writes what the layer holds to its data; it is a layer no more.
+    void unite() {
+        if (!isLayer) return;
+        isLayer = false;
+        std::exchange(own, {}).all([&](const auto& entry) {
+            data.setShared(entry);
+            return true;
+        });
+    }
 
     // To be called after an entry was set.
     void noteVariable(std::u16string_view key, bool added) {
@@ -74,12 +102,12 @@ struct Context::State {
         const std::u16string_view head = nameHead(name);
         if (head.size() == name.size()) return;
         const std::u16string key = namesKey(head);
-        const IsEquatable* before = data.find(key);
+        const IsEquatable* before = find(key);
         const auto known = before ? static_cast<std::uint64_t>(*before->get<std::int64_t>()) : 0u;
         const auto hash = static_cast<std::uint64_t>(std::hash<std::u16string_view>{}(name));
         const std::uint64_t sum = present ? known + hash : known - hash;
-        if (sum == 0) data.erase(key);
-        else data.set(key, static_cast<std::int64_t>(sum));
+        if (sum == 0) erase(key);
+        else set(key, static_cast<std::int64_t>(sum));
     }
 };
 
@@ -89,24 +117,31 @@ Context::Context(Context&&) noexcept = default;
 Context& Context::operator=(Context&&) noexcept = default;
 
 Context Context::copyContext() const {
-    Context copy;
-    copy.state_->data = state_->data;
-    copy.state_->variables = state_->variables;
+    Context copy = layer();
+    copy.state_->isLayer = false;
     return copy;
+}
+
+Context Context::layer() const {
+    Context layer;
+    layer.state_->data = data();
+    layer.state_->variables = state_->variables;
+    layer.state_->isLayer = true;
+    return layer;
 }
 
 void Context::set(std::u16string_view key, std::optional<IsEquatable> value, bool registerUpdate) {
     if (value) {
         if (registerUpdate) state_->updates.set(key, *value);
-        state_->noteVariable(key, state_->data.set(key, *std::move(value)));
+        state_->set(key, *std::move(value));
     } else {
         if (registerUpdate) state_->updates.erase(key);
-        if (state_->data.erase(key)) state_->noteRemoved(key);
+        if (state_->erase(key)) state_->noteRemoved(key);
     }
     if (!state_->pauseDelegateUpdates) notifyDelegate();
 }
 
-const IsEquatable* Context::find(std::u16string_view key) const { return state_->data.find(key); }
+const IsEquatable* Context::find(std::u16string_view key) const { return state_->find(key); }
 
 void Context::setValue(std::optional<Value> value, std::u16string_view variable) {
     std::optional<IsEquatable> entry;
@@ -148,10 +183,10 @@ void Context::syncUpdate(const std::function<void()>& block) {
 
 void Context::add(const ContextMap& data, bool registerUpdates) {
     data.all([&](const auto& entry) {
-        if (!registerUpdates && (!state_->delegate || state_->pauseDelegateUpdates)) {
-            state_->noteVariable(entry.first, state_->data.setShared(entry));
+        if (!registerUpdates && !state_->isLayer && (!state_->delegate || state_->pauseDelegateUpdates)) {
+            state_->noteVariable(entry.key(), state_->data.setShared(entry));
         } else {
-            set(entry.first, entry.second, registerUpdates);
+            set(entry.key(), entry.value(), registerUpdates);
         }
         return true;
     });
@@ -184,8 +219,8 @@ const IsEquatable* Context::dependencyFor(std::u16string_view name) const { retu
 
 bool Context::hasUpdatesFor(const ContextMap& dependencies) const {
     return !dependencies.all([&](const auto& entry) {
-        const IsEquatable* present = find(entry.first);
-        return !present || present->isEqual(entry.second);
+        const IsEquatable* present = find(entry.key());
+        return !present || present->isEqual(entry.value());
     });
 }
 
@@ -196,7 +231,10 @@ void Context::addQuickTypeExpression(std::u16string_view expression) {
 }
 
 const QuickTypeData& Context::quickTypeData() const { return state_->quickTypeData; }
-const ContextMap& Context::data() const { return state_->data; }
+const ContextMap& Context::data() const {
+    state_->unite();
+    return state_->data;
+}
 const ContextMap& Context::updates() const { return state_->updates; }
 const ContextMap& Context::dependencies() const { return state_->dependencies; }
 
@@ -207,7 +245,7 @@ bool Context::mayNameVariable(char16_t firstCharacter) const {
 std::size_t Context::longestVariableName() const { return state_->variables ? state_->variables->longest : 0; }
 
 bool Context::isEqual(const Context& other) const {
-    return state_->data == other.state_->data && state_->updates == other.state_->updates &&
+    return data() == other.data() && state_->updates == other.state_->updates &&
            state_->dependencies == other.state_->dependencies && state_->quickTypeData == other.state_->quickTypeData;
 }
 

@@ -22,6 +22,11 @@ inline constexpr std::u16string_view grandTotalFormatted = u"grand_total_formatt
 inline constexpr std::u16string_view currentTime = u"current_time";
 inline constexpr std::u16string_view currentDay = u"current_day";  // as "2027-03-04"; written with the time
 inline constexpr std::u16string_view currentTimeZone = u"current_time_zone";
+inline constexpr std::u16string_view geoName = u"geo_name";
+inline constexpr std::u16string_view currencyRates = u"currency_rates";
+inline constexpr std::u16string_view currencyRatesTime = u"currency_rates_update_time";
+inline constexpr std::u16string_view cryptoRates = u"crypto_rates";
+inline constexpr std::u16string_view cryptoRatesTime = u"crypto_rates_update_time";
 }  // namespace context_keys
 
 // The letters at the start of a variable's name or of a text: what a line must mention to use the name.
@@ -39,6 +44,10 @@ inline std::u16string_view nameHead(std::u16string_view text) {
 // The key under which a context says which names of more than their head begin with it (as a number that changes
 // with them), so that a line mentioning the head is calculated again when such a name comes or goes.
 inline std::u16string namesKey(std::u16string_view head) { return std::u16string(u"names_").append(head); }
+
+inline std::u16string geoNameKey(std::u16string_view place) {
+    return std::u16string(context_keys::geoName).append(place);
+}
 
 inline std::u16string variableKey(std::u16string_view name) {
     return std::u16string(context_keys::variable).append(name);

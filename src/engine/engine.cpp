@@ -2,44 +2,199 @@
 #include "vemo/engine.h"
 
 #include "engine/calculator.h"
+#include "engine/worker.h"
+#include "platform/scheduler.h"
 #include "platform/text.h"
+#include "scanning/localizer.h"
 
 namespace vemo {
 
-struct VemoEngine::State {
-    Environment environment;
-    std::unique_ptr<Calculator> calculator;
-};
+namespace {
 
-VemoEngine::VemoEngine(Environment environment) : state_(std::make_unique<State>()) {
-    state_->environment = std::move(environment);
-}
-
-VemoEngine::~VemoEngine() = default;
-
-void VemoEngine::buildVemoWorker(const Config& config) {
-    auto calculator = std::make_unique<Calculator>(config, state_->environment);
-    {
-        const std::lock_guard lock(calculator->context().mutex());
-        calculator->initialize();
-    }
-    state_->calculator = std::move(calculator);
-}
-
-std::optional<VemoEngine::Result> VemoEngine::calculateSync(std::u16string_view text, Context& context) {
-    if (!state_->calculator) return std::nullopt;
-    const std::lock_guard lock(state_->calculator->context().mutex());
-    Calculator::MultilineResult calculated = state_->calculator->calculate(text, context);
-    Result result;
-    result.context = &context;
+VemoEngine::Result resultOf(Calculator::MultilineResult calculated, std::shared_ptr<Context> context) {
+    VemoEngine::Result result;
+    result.context = std::move(context);
     result.lines.reserve(calculated.lines.size());
     for (LineResultPointer& line : calculated.lines) result.lines.emplace_back(std::move(line));
     return result;
 }
 
-const AttributedText& VemoEngine::Result::Line::attributedText() const { return result_->formattedString; }
-const FormattedValue& VemoEngine::Result::Line::formattedResult() const { return result_->formattedValue; }
-const QuickTypeData& VemoEngine::Result::Line::quickTypeData() const { return result_->quickTypeData; }
+struct Request {
+    std::shared_ptr<const std::u16string> text;
+    Context context;
+    VemoEngine::Callback callback;
+};
+
+std::shared_ptr<Calculator> build(const Environment& environment, const VemoEngine::Config& config,
+                                  Scheduler* scheduler) {
+    auto calculator = std::make_shared<Calculator>(config, environment, scheduler);
+    const std::lock_guard lock(calculator->context().mutex());
+    calculator->initialize();
+    return calculator;
+}
+
+}  // namespace
+
+// Tasks of the main executor hold this weakly: they may run when the engine is gone.
+class EngineCore : public CalculatorDelegate, public std::enable_shared_from_this<EngineCore> {
+public:
+    EngineCore(Environment environment, const std::shared_ptr<Executor>& main) : environment_(std::move(environment)) {
+        if (main) scheduler_ = std::make_unique<Scheduler>(main);
+    }
+
+    void setDelegate(std::weak_ptr<VemoEngineDelegate> delegate) { delegate_ = std::move(delegate); }
+
+    void buildWorker(const VemoEngine::Config& config, VemoEngine::WorkerThread thread) {
+        const bool background = scheduler_ && thread == VemoEngine::WorkerThread::background;
+        if (worker_) worker_->retire();
+        worker_ = std::make_shared<VemoWorker>(scheduler_.get(), !background);
+        if (!background) return adopt(worker_, build(environment_, config, scheduler_.get()));
+        // The task owns neither the engine nor the worker: they end on the main executor only.
+        scheduler_->postBackground([environment = environment_, config, scheduler = scheduler_.get(), core = weak_from_this(),
+                                    worker = std::weak_ptr(worker_)] {
+            scheduler->postMain([core, worker, calculator = build(environment, config, scheduler)] {
+                const auto engine = core.lock();
+                const auto current = worker.lock();
+                if (engine && current && engine->worker_ == current) engine->adopt(current, calculator);
+            });
+        });
+    }
+
+    void calculate(std::u16string_view text, const Context& context, VemoEngine::Callback callback) {
+        request_ = std::make_shared<Request>(std::make_shared<const std::u16string>(text), context.copyContext(),
+                                             std::move(callback));
+        startRequest();
+    }
+
+    std::optional<VemoEngine::Result> calculateSync(std::u16string_view text, Context& context) {
+        if (!worker_) return std::nullopt;
+        const auto calculator = worker_->calculator();
+        if (!calculator) return VemoEngine::Result{{}, std::make_shared<Context>()};
+        Calculator::MultilineResult calculated;
+        {
+            const std::lock_guard lock(calculator->context().mutex());
+            calculated = calculator->calculate(text, context);
+        }
+        log(calculated);
+        return resultOf(std::move(calculated), std::shared_ptr<Context>(std::shared_ptr<void>(), &context));
+    }
+
+    void buildQuickTypeEngine(VemoEngine::WorkerThread thread,
+                              std::function<void(std::shared_ptr<QuickTypeEngine>)> callback) {
+        auto calculator = worker_ ? worker_->calculator() : nullptr;
+        if (!calculator) return;
+        if (!scheduler_ || thread == VemoEngine::WorkerThread::main) return callback(calculator->buildQuickTypeEngine());
+        scheduler_->postBackground([calculator = std::move(calculator), scheduler = scheduler_.get(),
+                                    core = weak_from_this(), callback = std::move(callback)]() mutable {
+            auto built = calculator->buildQuickTypeEngine();
+            // The calculator ends on the main executor only.
+            scheduler->postMain([calculator = std::move(calculator), core = std::move(core),
+                                 callback = std::move(callback), built = std::move(built)] {
+                if (core.lock()) callback(built);
+            });
+        });
+    }
+
+    // After this, nothing of the engine's runs off the main executor.
+    void close() {
+        if (worker_) worker_->retire();
+        worker_ = nullptr;
+        scheduler_ = nullptr;
+    }
+
+    void calculatorContextUpdated(const Context& context) override {
+        if (!scheduler_) return;
+        scheduler_->postMain([core = weak_from_this(), copy = std::make_shared<Context>(context.copyContext())] {
+            tell(core, [&](VemoEngineDelegate& delegate) { delegate.engineContextUpdated(*copy); });
+        });
+    }
+
+    void calculatorCryptoInitialized() override {
+        if (!scheduler_) return;
+        scheduler_->postMain([core = weak_from_this()] {
+            tell(core, [](VemoEngineDelegate& delegate) { delegate.engineCryptoInitialized(); });
+        });
+    }
+
+private:
+    template <class Notify>
+    static void tell(const std::weak_ptr<EngineCore>& core, Notify notify) {
+        const auto engine = core.lock();
+        const auto delegate = engine ? engine->delegate_.lock() : nullptr;
+        if (delegate) notify(*delegate);
+    }
+
+    void adopt(const std::shared_ptr<VemoWorker>& worker, std::shared_ptr<Calculator> calculator) {
+        calculator->setDelegate(weak_from_this());
+        calculator->start();
+        worker->setCalculator(std::move(calculator));
+        if (request_) startRequest();
+        tell(weak_from_this(), [](VemoEngineDelegate& delegate) { delegate.engineInitialized(); });
+    }
+
+    void startRequest() {
+        if (!worker_ || !worker_->calculator()) return;  // waits for the worker
+        const auto request = request_;
+        worker_->calculate(request->text, request->context,
+                           [core = weak_from_this(), request](Calculator::MultilineResult calculated,
+                                                              std::shared_ptr<Context> context) {
+                               const auto engine = core.lock();
+                               if (!engine || engine->request_ != request) return;
+                               engine->log(calculated);
+                               engine->request_ = nullptr;
+                               request->callback(resultOf(std::move(calculated), std::move(context)));
+                           });
+    }
+
+    void log(const Calculator::MultilineResult& calculated) {
+        for (const LineResultPointer& line : calculated.lines) {
+            if (line->extensionsLog().empty()) continue;
+            tell(weak_from_this(), [&](VemoEngineDelegate& delegate) { delegate.engineLog(toUtf8(line->extensionsLog())); });
+        }
+    }
+
+    Environment environment_;
+    std::weak_ptr<VemoEngineDelegate> delegate_;
+    std::unique_ptr<Scheduler> scheduler_;  // null without a main executor
+    std::shared_ptr<VemoWorker> worker_;
+    std::shared_ptr<Request> request_;  // the latest one that is not answered
+};
+
+struct VemoEngine::State {
+    std::shared_ptr<EngineCore> core;
+};
+
+VemoEngine::VemoEngine(Environment environment, std::shared_ptr<Executor> main)
+    : state_(std::make_unique<State>(std::make_shared<EngineCore>(std::move(environment), main))) {}
+
+VemoEngine::~VemoEngine() { state_->core->close(); }
+
+void VemoEngine::setDelegate(std::weak_ptr<VemoEngineDelegate> delegate) {
+    state_->core->setDelegate(std::move(delegate));
+}
+
+void VemoEngine::buildVemoWorker(const Config& config, WorkerThread thread) { state_->core->buildWorker(config, thread); }
+
+void VemoEngine::calculate(std::u16string_view text, const Context& context, Callback callback) {
+    state_->core->calculate(text, context, std::move(callback));
+}
+
+std::optional<VemoEngine::Result> VemoEngine::calculateSync(std::u16string_view text, Context& context) {
+    return state_->core->calculateSync(text, context);
+}
+
+AttributedText VemoEngine::Result::Line::attributedText() const { return result_->attributedText(); }
+FormattedValue VemoEngine::Result::Line::formattedResult() const { return result_->formattedValue(); }
+QuickTypeData VemoEngine::Result::Line::quickTypeData() const { return result_->quickTypeData(); }
+
+void VemoEngine::buildQuickTypeEngine(WorkerThread thread,
+                                      std::function<void(std::shared_ptr<QuickTypeEngine>)> callback) {
+    state_->core->buildQuickTypeEngine(thread, std::move(callback));
+}
+
+std::u16string VemoEngine::welcomeSample(std::string_view language) {
+    return Localizer(language).translationOrBase(u"sample.welcome", u"Samples");
+}
 
 std::string_view VemoEngine::version() { return VEMO_VERSION; }
 

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "platform/cache.h"
+#include "quicktype/quick_type_collector.h"
 #include "scanning/phrase_detector.h"
 #include "scanning/sorted_list.h"
 #include "vemo/context.h"
@@ -23,7 +24,9 @@ struct Operator {
 
 class OperatorCollection {
 public:
-    explicit OperatorCollection(StringRangeDetector& stringRangeDetector) : phraseDetector_(stringRangeDetector) {}
+    // Phrases are offered as completions to `hints`, unless it is null.
+    explicit OperatorCollection(StringRangeDetector& stringRangeDetector, QuickTypeCollector* hints = nullptr)
+        : phraseDetector_(stringRangeDetector), hints_(hints) {}
 
     void add(Operator op);
     const std::vector<std::shared_ptr<const Operator>>& operators() const { return operators_; }
@@ -36,6 +39,7 @@ public:
 
 private:
     PhraseDetector<std::u16string> phraseDetector_;
+    QuickTypeCollector* hints_;
     std::vector<std::shared_ptr<const Operator>> operators_;
     TextMap<std::shared_ptr<const Operator>> operatorById_;
     TextMap<std::shared_ptr<const Operator>> operatorBySymbol_;

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "evaluation/structure_evaluators.h"
+#include "quicktype/quick_type_collector.h"
 #include "scanning/phrase_detector.h"
 
 namespace vemo {
@@ -20,7 +21,9 @@ public:
 
 class FunctionManager {
 public:
-    explicit FunctionManager(StringRangeDetector& stringRangeDetector) : phraseDetector_(stringRangeDetector) {}
+    // The words of phrases are offered as completions to `hints`, unless it is null.
+    explicit FunctionManager(StringRangeDetector& stringRangeDetector, QuickTypeCollector* hints = nullptr)
+        : phraseDetector_(stringRangeDetector), hints_(hints) {}
 
     // Replaces an earlier function with the same id; its phrases stay.
     void add(std::u16string id, const std::vector<std::u16string>& phrases, std::shared_ptr<const Function> function);
@@ -29,6 +32,7 @@ public:
 
 private:
     PhraseDetector<std::u16string> phraseDetector_;
+    QuickTypeCollector* hints_;
     TextMap<std::shared_ptr<const Function>> evaluators_;
 };
 

@@ -25,12 +25,23 @@ class PersistentMap {
     };
 
 public:
-    struct Entry : Counted {
-        Entry(std::u16string_view key, std::size_t keyHash, Mapped value)
-            : first(key), second(std::move(value)), hash(keyHash) {}
-        const std::u16string first;
-        Mapped second;
-        const std::size_t hash;
+    // Followed in memory by its key.
+    class Entry : public Counted {
+    public:
+        std::u16string_view key() const { return {reinterpret_cast<const char16_t*>(this + 1), keyLength_}; }
+        const Mapped& value() const { return value_; }
+
+    private:
+        friend class PersistentMap;
+
+        Entry(std::u16string_view key, std::size_t hash, Mapped value)
+            : keyLength_(static_cast<std::uint32_t>(key.size())), hash_(hash), value_(std::move(value)) {
+            std::copy(key.begin(), key.end(), reinterpret_cast<char16_t*>(this + 1));
+        }
+
+        std::uint32_t keyLength_;
+        std::size_t hash_;
+        Mapped value_;
     };
 
     PersistentMap() = default;
@@ -46,22 +57,32 @@ public:
 
     std::size_t size() const { return size_; }
     bool empty() const { return size_ == 0; }
+    // Brings the first node, then the entries in it, closer to the processor.
+    void prefetchRoot() const {
+        if (root_) __builtin_prefetch(root_);
+    }
+    void prefetchEntries() const {
+        if (!root_) return;
+        std::for_each(root_->slots(), root_->slots() + root_->count, [](Slot slot) {
+            __builtin_prefetch(isEntry(slot) ? static_cast<const void*>(entryOf(slot)) : nodeOf(slot));
+        });
+    }
     bool sharesWith(const PersistentMap& other) const { return root_ == other.root_; }
 
     // Valid until the map changes.
     const Mapped* find(std::u16string_view key) const {
         const Entry* entry = findEntry(key, hashOf(key), false);
-        return entry ? &entry->second : nullptr;
+        return entry ? &entry->value_ : nullptr;
     }
 
     // True when the key is new.
     bool set(std::u16string_view key, Mapped value) {
         const std::size_t hash = hashOf(key);
         if (Entry* own = findEntry(key, hash, true)) {
-            own->second = std::move(value);
+            own->value_ = std::move(value);
             return false;
         }
-        return add(new Entry(key, hash, std::move(value)));
+        return add(newEntry(key, hash, std::move(value)));
     }
 
     // The same with an entry of another map, which is shared.
@@ -89,8 +110,8 @@ public:
     friend bool operator==(const PersistentMap& a, const PersistentMap& b) {
         if (a.root_ == b.root_) return true;
         return a.size_ == b.size_ && a.all([&](const Entry& entry) {
-            const Mapped* other = b.find(entry.first);
-            return other && *other == entry.second;
+            const Mapped* other = b.find(entry.key());
+            return other && *other == entry.value();
         });
     }
 
@@ -127,12 +148,20 @@ private:
     }
     static void release(Slot slot) {
         if (!isEntry(slot)) return release(nodeOf(slot));
-        if (dropReference(entryOf(slot))) delete entryOf(slot);
+        if (dropReference(entryOf(slot))) freeEntry(entryOf(slot));
     }
     static void release(Node* node) {
         if (!node || !dropReference(node)) return;
         for (std::size_t i = 0; i < node->count; ++i) release(node->slots()[i]);
         freeNode(node);
+    }
+
+    static Entry* newEntry(std::u16string_view key, std::size_t hash, Mapped value) {
+        return new (::operator new(sizeof(Entry) + key.size() * sizeof(char16_t))) Entry(key, hash, std::move(value));
+    }
+    static void freeEntry(Entry* entry) {
+        entry->~Entry();
+        ::operator delete(entry);
     }
 
     static Node* newNode(std::size_t capacity) {
@@ -155,7 +184,7 @@ private:
             Slot slot = 0;
             if (shift >= hashBits) {
                 const Slot* end = node->slots() + node->count;
-                const Slot* found = std::find_if(node->slots(), end, [&](Slot s) { return entryOf(s)->first == key; });
+                const Slot* found = std::find_if(node->slots(), end, [&](Slot s) { return entryOf(s)->key() == key; });
                 if (found != end) slot = *found;
             } else if (const std::uint32_t bit = bitFor(hash, shift); node->bitmap & bit) {
                 slot = node->slots()[node->indexOf(bit)];
@@ -166,7 +195,7 @@ private:
                 continue;
             }
             Entry* entry = entryOf(slot);
-            return entry->hash == hash && entry->first == key && !(own && isShared(entry)) ? entry : nullptr;
+            return entry->hash_ == hash && entry->key() == key && !(own && isShared(entry)) ? entry : nullptr;
         }
         return nullptr;
     }
@@ -220,13 +249,13 @@ private:
         own(node);
         std::size_t index = 0;
         if (shift >= hashBits) {
-            while (index < node->count && entryOf(node->slots()[index])->first != entry->first) ++index;
+            while (index < node->count && entryOf(node->slots()[index])->key() != entry->key()) ++index;
             if (index == node->count) {
                 insertSlot(node, index, slotOf(entry));
                 return true;
             }
         } else {
-            const std::uint32_t bit = bitFor(entry->hash, shift);
+            const std::uint32_t bit = bitFor(entry->hash_, shift);
             index = node->indexOf(bit);
             if (!(node->bitmap & bit)) {
                 insertSlot(node, index, slotOf(entry));
@@ -242,7 +271,7 @@ private:
             return added;
         }
         Entry* present = entryOf(slot);
-        if (present->hash == entry->hash && present->first == entry->first) {
+        if (present->hash_ == entry->hash_ && present->key() == entry->key()) {
             release(slot);
             slot = slotOf(entry);
             return false;
@@ -259,7 +288,7 @@ private:
         own(node);
         if (shift >= hashBits) {
             std::size_t index = 0;
-            while (entryOf(node->slots()[index])->first != key) ++index;
+            while (entryOf(node->slots()[index])->key() != key) ++index;
             return removeSlot(node, index);
         }
         const std::uint32_t bit = bitFor(hash, shift);

@@ -13,82 +13,91 @@ namespace {
 
 constexpr std::size_t backgroundThreads = 2;
 
-// Kept alive by the pending wait; the owner's handle and the ticks on their way share the flag.
+// What the owner's handle and the ticks on their way share: they may outlive the scheduler.
+struct Ticker {
+    Scheduler::Task tick;
+    std::atomic<bool> cancelled = false;
+};
+
+// Kept alive by the pending wait.
 class RepeatingTimer : public std::enable_shared_from_this<RepeatingTimer> {
 public:
-    RepeatingTimer(asio::thread_pool& pool, std::shared_ptr<Executor> main, std::chrono::milliseconds interval,
-                   Scheduler::Task tick)
-        : timer_(pool), main_(std::move(main)), interval_(interval), tick_(std::move(tick)) {}
+    RepeatingTimer(asio::thread_pool& pool, std::shared_ptr<Executor> main, std::chrono::milliseconds first,
+                   std::chrono::milliseconds interval, std::shared_ptr<Ticker> ticker)
+        : timer_(pool, first), main_(std::move(main)), interval_(interval), ticker_(std::move(ticker)) {}
 
-    void start(std::chrono::milliseconds first) {
-        timer_.expires_after(first);
-        wait();
-    }
-
-    void cancel() {
-        const std::lock_guard lock(ticking_);
-        cancelled_ = true;
-    }
-
-private:
     void wait() {
         timer_.async_wait([self = shared_from_this()](const auto& error) {
-            if (error || self->cancelled_) return;
-            self->main_->post([self] {
-                const std::lock_guard lock(self->ticking_);
-                if (!self->cancelled_) self->tick_();
+            if (error || self->ticker_->cancelled) return;
+            self->main_->post([ticker = self->ticker_] {
+                if (!ticker->cancelled) ticker->tick();
             });
             self->timer_.expires_at(self->timer_.expiry() + self->interval_);
             self->wait();
         });
     }
 
+private:
     asio::steady_timer timer_;
     std::shared_ptr<Executor> main_;
     std::chrono::milliseconds interval_;
-    Scheduler::Task tick_;
-    std::recursive_mutex ticking_;  // a tick may destroy its own timer
-    std::atomic<bool> cancelled_ = false;
+    std::shared_ptr<Ticker> ticker_;
 };
 
 class TimerHandle : public Scheduler::Timer {
 public:
-    explicit TimerHandle(std::shared_ptr<RepeatingTimer> timer) : timer_(std::move(timer)) {}
-    ~TimerHandle() override { timer_->cancel(); }
+    explicit TimerHandle(std::shared_ptr<Ticker> ticker) : ticker_(std::move(ticker)) {}
+    ~TimerHandle() override { ticker_->cancelled = true; }
 
 private:
-    std::shared_ptr<RepeatingTimer> timer_;
+    std::shared_ptr<Ticker> ticker_;
+};
+
+// Threads that start at first use.
+class LazyPool {
+public:
+    explicit LazyPool(std::size_t threads) : threads_(threads) {}
+    ~LazyPool() {
+        if (!pool_) return;
+        pool_->stop();
+        pool_->join();
+    }
+
+    asio::thread_pool& get() {
+        std::call_once(started_, [&] { pool_ = std::make_unique<asio::thread_pool>(threads_); });
+        return *pool_;
+    }
+
+private:
+    std::size_t threads_;
+    std::once_flag started_;
+    std::unique_ptr<asio::thread_pool> pool_;
 };
 
 }  // namespace
 
 struct Scheduler::State {
     std::shared_ptr<Executor> main;
-    std::once_flag started;
-    std::unique_ptr<asio::thread_pool> pool;
-
-    asio::thread_pool& background() {
-        std::call_once(started, [&] { pool = std::make_unique<asio::thread_pool>(backgroundThreads); });
-        return *pool;
-    }
+    LazyPool background{backgroundThreads};
+    LazyPool worker{1};
 };
 
 Scheduler::Scheduler(std::shared_ptr<Executor> main) : state_(std::make_unique<State>()) {
     state_->main = std::move(main);
 }
 
-Scheduler::~Scheduler() {
-    if (!state_->pool) return;
-    state_->pool->stop();
-    state_->pool->join();
-}
+Scheduler::~Scheduler() = default;
 
 void Scheduler::postMain(Task task) { state_->main->post(std::move(task)); }
 
-void Scheduler::postBackground(Task task) { asio::post(state_->background(), std::move(task)); }
+void Scheduler::postWorker(Task task) {
+    asio::post(state_->worker.get(), std::move(task));
+}
+
+void Scheduler::postBackground(Task task) { asio::post(state_->background.get(), std::move(task)); }
 
 void Scheduler::postBackgroundAfter(std::chrono::milliseconds delay, Task task) {
-    auto timer = std::make_shared<asio::steady_timer>(state_->background(), delay);
+    auto timer = std::make_shared<asio::steady_timer>(state_->background.get(), delay);
     timer->async_wait([timer, task = std::move(task)](const auto& error) {
         if (!error) task();
     });
@@ -96,9 +105,10 @@ void Scheduler::postBackgroundAfter(std::chrono::milliseconds delay, Task task) 
 
 std::unique_ptr<Scheduler::Timer> Scheduler::every(std::chrono::milliseconds interval, Task tick,
                                                    std::optional<std::chrono::milliseconds> first) {
-    auto timer = std::make_shared<RepeatingTimer>(state_->background(), state_->main, interval, std::move(tick));
-    timer->start(first.value_or(interval));
-    return std::make_unique<TimerHandle>(std::move(timer));
+    auto ticker = std::make_shared<Ticker>(std::move(tick));
+    std::make_shared<RepeatingTimer>(state_->background.get(), state_->main, first.value_or(interval), interval, ticker)
+        ->wait();
+    return std::make_unique<TimerHandle>(std::move(ticker));
 }
 
 }  // namespace vemo

@@ -136,7 +136,7 @@ private:
         if (const DateLexeme* day = dayNumber(i)) return day;
         const DateLexeme* day = number(i);
         const bool commaYear = isSign(i + 1, u',') && touches(i + 1) && year(i + 2);
-        return commaYear && !day->openLeft && day->digits <= 2 && day->value >= 1 && day->value <= 31 ? day : nullptr;
+        return day && commaYear && !day->openLeft && day->digits <= 2 && day->value >= 1 && day->value <= 31 ? day : nullptr;
     }
 
     // 4 March 2027, the 4th of March, 4. März 2027, 4 de marzo de 2027

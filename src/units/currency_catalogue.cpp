@@ -28,6 +28,24 @@ constexpr std::u16string_view exactOnly[] = {u"CUP", u"KGS", u"KMF", u"TMT", u"U
 
 constexpr std::u16string_view table = u"Currency";
 
+// The codes that are typed most come first among the completions.
+constexpr std::u16string_view first[] = {u"USD", u"EUR", u"JPY"};
+constexpr std::u16string_view second[] = {u"CNY", u"GBP", u"CHF", u"CAD", u"AUD", u"NZD", u"ZAR", u"RUB", u"BYN"};
+constexpr int firstWeight = 20;
+constexpr int secondWeight = 15;
+constexpr int codeWeight = 10;
+
+void offerMajorCodes(QuickTypeCollector& hints) {
+    for (const std::u16string_view code : first) hints.add(code, firstWeight);
+    for (const std::u16string_view code : second) hints.add(code, secondWeight);
+}
+
+// The code and the words of its names, which follow the code among the phrases.
+void offer(const Unit& unit, QuickTypeCollector& hints) {
+    hints.add(unit.id, codeWeight);
+    for (std::size_t i = 1; i < unit.phrases.size(); ++i) hints.addWords(unit.phrases[i], 0);
+}
+
 void appendUnique(std::vector<std::u16string>& phrases, std::u16string phrase) {
     if (!phrase.empty() && std::find(phrases.begin(), phrases.end(), phrase) == phrases.end())
         phrases.push_back(std::move(phrase));
@@ -59,6 +77,7 @@ bool hasTableEntry(const Localizer& localizer, const std::u16string& key) {
 
 void registerCurrencies(UnitRegistry& registry, const Localizer& localizer, std::string_view language) {
     const std::string name(language);
+    if (registry.hints()) offerMajorCodes(*registry.hints());
     for (std::u16string_view rest = codes; !rest.empty();) {
         const std::size_t end = std::min(rest.find(u' '), rest.size());
         const std::u16string code(rest.substr(0, end));
@@ -82,7 +101,8 @@ void registerCurrencies(UnitRegistry& registry, const Localizer& localizer, std:
         unit.baseUnitId = u"USD";
         unit.toBaseValueConverter = currencyToUsdConverter(code, u"currency_rates_update_time", u"currency_rates");
         unit.fromBaseValueConverter = usdToCurrencyConverter(code, u"currency_rates_update_time", u"currency_rates");
-        registry.registerUnit(unit, true);
+        registry.registerUnit(unit, true, false);
+        if (registry.hints()) offer(unit, *registry.hints());
     }
 }
 

@@ -15,7 +15,10 @@ constexpr struct {
 }  // namespace
 
 void ScaleManager::add(Scale scale) {
-    for (const std::u16string& phrase : scale.phrases) phraseDetector_.add(phrase, scale.id, true);
+    for (const std::u16string& phrase : scale.phrases) {
+        phraseDetector_.add(phrase, scale.id, true);
+        if (hints_) hints_->addLowercased(phrase, 0);
+    }
     std::u16string id = scale.id;
     scales_.insert_or_assign(std::move(id), std::move(scale));
 }

@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "quicktype/quick_type_collector.h"
 #include "scanning/phrase_detector.h"
 
 namespace vemo {
@@ -19,7 +20,9 @@ struct Scale {
 
 class ScaleManager {
 public:
-    explicit ScaleManager(StringRangeDetector& stringRangeDetector) : phraseDetector_(stringRangeDetector) {}
+    // Phrases are offered as completions to `hints`, unless it is null.
+    explicit ScaleManager(StringRangeDetector& stringRangeDetector, QuickTypeCollector* hints = nullptr)
+        : phraseDetector_(stringRangeDetector), hints_(hints) {}
 
     // A later scale has the phrases it shares with an earlier one, and replaces one with the same id.
     void add(Scale scale);
@@ -28,6 +31,7 @@ public:
 
 private:
     PhraseDetector<std::u16string> phraseDetector_;
+    QuickTypeCollector* hints_;
     TextMap<Scale> scales_;
 };
 

@@ -36,6 +36,8 @@ constexpr UnitRow timeRows[] = {{u"minute", "60"},    {u"hour", "3600"},     {u"
 constexpr UnitRow weightRows[] = {{u"carat", "0.2"},           {u"pound", "453.59237"},   {u"centner", "100000"},
                                   {u"ounce", "28.349523125"}, {u"stone", "6350.29318"}};
 
+constexpr int symbolHintWeight = 10;
+
 class Catalogue {
 public:
     Catalogue(UnitRegistry& registry, const Localizer& localizer, const Log& log)
@@ -181,9 +183,13 @@ private:
 
 }  // namespace
 
-void UnitRegistry::registerUnit(const Unit& unit, bool phrasesVerbatim) {
+void UnitRegistry::registerUnit(const Unit& unit, bool phrasesVerbatim, bool addHints) {
     manager_.addUnit(unit, phrasesVerbatim);
     converter_.registerUnit(unit);
+    if (!hints_ || !addHints) return;
+    for (const auto* symbol : {&unit.localizedSymbol, &unit.internationalSymbol})
+        if (*symbol) hints_->add(**symbol, symbolHintWeight);
+    for (const std::u16string& phrase : unit.phrases) hints_->addWords(phrase, 0);
 }
 
 Unit poweredVariant(const Unit& unit, int power, const std::vector<std::u16string>& templates,

@@ -5,6 +5,7 @@
 #include <string_view>
 #include <vector>
 
+#include "quicktype/quick_type_collector.h"
 #include "units/unit_converter.h"
 #include "units/unit_manager.h"
 
@@ -17,15 +18,20 @@ using Log = std::function<void(std::string_view)>;
 // Where the catalogue's units go.
 class UnitRegistry {
 public:
-    UnitRegistry(UnitManager& manager, UnitConverter& converter) : manager_(manager), converter_(converter) {}
+    UnitRegistry(UnitManager& manager, UnitConverter& converter, QuickTypeCollector* hints = nullptr)
+        : manager_(manager), converter_(converter), hints_(hints) {}
     virtual ~UnitRegistry() = default;
-    virtual void registerUnit(const Unit& unit, bool phrasesVerbatim);
+    // With `addHints`, symbols and the words of phrases are offered as completions.
+    virtual void registerUnit(const Unit& unit, bool phrasesVerbatim, bool addHints = true);
     UnitManager& manager() const { return manager_; }
     UnitConverter& converter() const { return converter_; }
+    // Null when nobody wants any.
+    QuickTypeCollector* hints() const { return hints_; }
 
 private:
     UnitManager& manager_;
     UnitConverter& converter_;
+    QuickTypeCollector* hints_;
 };
 
 // Registers every built-in unit but currencies and the screen measures.

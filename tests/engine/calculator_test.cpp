@@ -12,7 +12,7 @@ namespace {
 
 using testing::ElementsAre;
 
-std::string joined(const LineResult& line) { return utf8(line.formattedString.compoundString()); }
+std::string joined(const LineResult& line) { return utf8(line.text()); }
 
 TEST(Calculator, measuresItsSetUpInOrder) {
     const auto calculator = newCalculator();
@@ -62,7 +62,7 @@ TEST(Calculator, recalculatesLinesWhoseNamesChange) {
     const auto calculator = newCalculator();
     const auto last = [&](std::u16string_view text) {
         Context context;
-        return utf8(calculator->calculate(text, context).lines.back()->formattedValue.regular.value_or(u"none"));
+        return utf8(calculator->calculate(text, context).lines.back()->formattedValue().regular.value_or(u"none"));
     };
     EXPECT_EQ(last(u"a = 5\na * 2"), "10");
     EXPECT_EQ(last(u"a = 6\na * 2"), "12");
@@ -79,10 +79,10 @@ TEST(Calculator, recalculatesLinesWhoseNamesChange) {
 TEST(Calculator, recalculatesWhenThePrecisionIsSet) {
     const auto calculator = newCalculator();
     Context plain;
-    EXPECT_EQ(*calculator->calculate(u"1/3", plain).lines[0]->formattedValue.regular, u"0.33");
+    EXPECT_EQ(*calculator->calculate(u"1/3", plain).lines[0]->formattedValue().regular, u"0.33");
     Context precise;
     precise.setPrecision(5);
-    EXPECT_EQ(*calculator->calculate(u"1/3", precise).lines[0]->formattedValue.regular, u"0.33333");
+    EXPECT_EQ(*calculator->calculate(u"1/3", precise).lines[0]->formattedValue().regular, u"0.33333");
 }
 
 TEST(Calculator, servesUnchangedLinesFromItsCache) {
@@ -137,10 +137,10 @@ RC_GTEST_PROP(CalculatorLaws, runsJoinToTheLineAndCachesChangeNothing, ()) {
     const auto b = uncached->calculate(text, second);
     RC_ASSERT(a.lines.size() == lines.size());
     for (std::size_t i = 0; i < lines.size(); ++i) {
-        RC_ASSERT(a.lines[i]->formattedString.compoundString() == lines[i].in(text));
-        RC_ASSERT(a.lines[i]->value == b.lines[i]->value);
-        RC_ASSERT(a.lines[i]->formattedString == b.lines[i]->formattedString);
-        RC_ASSERT(a.lines[i]->formattedValue == b.lines[i]->formattedValue);
+        RC_ASSERT(a.lines[i]->text() == lines[i].in(text));
+        RC_ASSERT(a.lines[i]->value() == b.lines[i]->value());
+        RC_ASSERT(a.lines[i]->attributedText() == b.lines[i]->attributedText());
+        RC_ASSERT(a.lines[i]->formattedValue() == b.lines[i]->formattedValue());
     }
     RC_ASSERT(first.data() == second.data());
 }
@@ -202,13 +202,13 @@ TEST(HostileInput, endsSoonAndLosesNothing) {
         const auto start = std::chrono::steady_clock::now();
         const auto result = calculator->calculateLine(line, context, false);
         const std::chrono::duration<double> elapsed = std::chrono::steady_clock::now() - start;
-        EXPECT_EQ(result->formattedString.compoundString(), line);
+        EXPECT_EQ(result->text(), line);
         EXPECT_LT(elapsed.count(), 20) << joined(*result).substr(0, 20);  // far above what it takes, sanitizers included
     }
     Context context;
-    EXPECT_TRUE(calculator->calculateLine(lines[0], context, false)->value.has(Attribute::error));
-    EXPECT_TRUE(calculator->calculateLine(repeated(u"(", 300) + u"1" + repeated(u")", 300), context, false)->value.has(Attribute::error));
-    EXPECT_EQ(*calculator->calculateLine(repeated(u"(", 40) + u"1" + repeated(u")", 40), context, false)->formattedValue.regular, u"1");
+    EXPECT_TRUE(calculator->calculateLine(lines[0], context, false)->value().has(Attribute::error));
+    EXPECT_TRUE(calculator->calculateLine(repeated(u"(", 300) + u"1" + repeated(u")", 300), context, false)->value().has(Attribute::error));
+    EXPECT_EQ(*calculator->calculateLine(repeated(u"(", 40) + u"1" + repeated(u")", 40), context, false)->formattedValue().regular, u"1");
 }
 
 }  // namespace

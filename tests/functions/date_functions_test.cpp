@@ -96,7 +96,7 @@ TEST(CurrentTime, goesOnByTheMinute) {
         Context document;
         return calculator->calculate(u"5 + 5\ntime\nfromunix 1795525200\ntime in JST", document).lines;
     };
-    const auto text = [](const LineResultPointer& line) { return plainSpaces(utf8(line->formattedValue.regular.value_or(u""))); };
+    const auto text = [](const LineResultPointer& line) { return plainSpaces(utf8(line->formattedValue().regular.value_or(u""))); };
     now -= 60;
     calculator->minuteTimerDing();
     EXPECT_EQ(notifications.count, 1);

@@ -33,7 +33,7 @@ TEST(NumberFormatter, keepsEveryDigitAndRoundsHalvesAway) {
 std::string shortText(std::u16string_view line) {
     static const auto calculator = newCalculator();
     Context context;
-    return utf8(calculator->calculate(line, context).lines[0]->formattedValue.shortText.value_or(u""));
+    return utf8(calculator->calculate(line, context).lines[0]->formattedValue().shortText.value_or(u""));
 }
 
 TEST(ValueFormatter, abbreviatesLongResults) {

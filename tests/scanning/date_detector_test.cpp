@@ -80,7 +80,7 @@ TEST(DateDetector, readsNamedDates) {
         {"4th of March", "2026-03-04 12:00"}, {"March the 4th", "2026-03-04 12:00"}, {"4 mar", "2026-03-04 12:00"},
         {"March 2027", "2027-03-01 12:00"}, {"May 5", "2026-05-05 12:00"}, {"Dec 31, 1969", "1969-12-31 12:00"},
         {"July 14, 1789", "1789-07-14 12:00"}, {"February 29, 2028", "2028-02-29 12:00"}, {"feb 29 2000", "2000-02-29 12:00"},
-        {"Sept 3", "2026-09-03 12:00"}, {"March 4,2027", "2027-03-04 12:00"},
+        {"Sept 3", "2026-09-03 12:00"}, {"March , 2027", ""}, {"March 4,2027", "2027-03-04 12:00"},
     });
 }
 
@@ -277,7 +277,7 @@ RC_GTEST_PROP(DateDetectorLaws, stayInTheText, ()) {
         u"at", u"on", u"5pm", u"am", u"uhr", u"h", u"EST", u"tomorrow", u"de", u"a", u"T", u"Z", u"\u5e74", u"\u6708", u"\u65e5", u"\u6642", u"\u534a", u"\u5f8c", u"\u5348\u5f8c",
         u"\u00e4", std::u16string(1, 0xd83d), u"\U0001f600", u"\u0130", u"\u0663", u"%", u"$", u"\u202f"};
     std::u16string text;
-    for (const std::u16string& piece : *rc::gen::container<std::vector<std::u16string>>(rc::gen::elementOf(pieces))) text += piece;
+    for (const std::u16string& piece : *rc::gen::container<std::vector<std::u16string>>(60, rc::gen::elementOf(pieces))) text += piece;
     std::size_t used = 0;
     for (const DetectedDate& date : detector(locale).detect(text, now, zone("Europe/Berlin"))) {
         RC_ASSERT(date.range.location >= used && date.range.length > 0);

@@ -14,7 +14,7 @@ std::string runs(std::string_view document) {
     Context context;
     const auto lines = calculator->calculate(utf16(document), context).lines;
     std::string result;
-    lines.back()->formattedString.enumerate([&](std::u16string_view text, RunType type, std::size_t) {
+    lines.back()->attributedText().enumerate([&](std::u16string_view text, RunType type, std::size_t) {
         if (!result.empty()) result += '|';
         if (type != RunType::none) result += utf8(runTypeCode(type)) + ":";
         result += utf8(text);

@@ -33,7 +33,7 @@ std::vector<std::string> resultsOf(Calculator& calculator, std::string_view docu
     Context context;
     std::vector<std::string> texts;
     for (const LineResultPointer& line : calculator.calculate(utf16(document), context).lines)
-        texts.push_back(plainSpaces(utf8(line->formattedValue.regular.value_or(u""))));
+        texts.push_back(plainSpaces(utf8(line->formattedValue().regular.value_or(u""))));
     return texts;
 }
 

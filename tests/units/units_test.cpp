@@ -143,7 +143,7 @@ TEST(PhraseTables, giveEveryUnitItsPhrases) {
 class Claims : public UnitRegistry {
 public:
     using UnitRegistry::UnitRegistry;
-    void registerUnit(const Unit& unit, bool) override {
+    void registerUnit(const Unit& unit, bool, bool) override {
         for (const std::u16string& phrase : unit.phrases) units_[phrase].insert(unit.id);
         for (const auto* symbol : {&unit.internationalSymbol, &unit.localizedSymbol})
             if (*symbol) units_[**symbol].insert(unit.id);

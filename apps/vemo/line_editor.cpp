@@ -1,0 +1,152 @@
+// SPDX-License-Identifier: MIT
+#include "line_editor.h"
+
+#include <histedit.h>
+#include <signal.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+
+namespace vemo::cli {
+
+namespace {
+
+constexpr int rememberedLines = 1000;
+
+volatile sig_atomic_t interrupted = 0;  // a signal handler reaches nothing else
+
+void noteInterrupt(int) { interrupted = 1; }
+
+std::wstring wide(std::u16string_view text) {
+    std::wstring result;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        wchar_t character = text[i];
+        if (character >= 0xd800 && character < 0xdc00 && i + 1 < text.size())
+            character = 0x10000 + ((character - 0xd800) << 10) + (text[++i] - 0xdc00);
+        result += character;
+    }
+    return result;
+}
+
+std::u16string narrowed(std::wstring_view text) {
+    std::u16string result;
+    for (const wchar_t character : text) {
+        if (character < 0x10000) {
+            result += static_cast<char16_t>(character);
+        } else {
+            result += static_cast<char16_t>(0xd800 + ((character - 0x10000) >> 10));
+            result += static_cast<char16_t>(0xdc00 + ((character - 0x10000) & 0x3ff));
+        }
+    }
+    return result;
+}
+
+wchar_t* promptText(EditLine*) {
+    static wchar_t text[] = L"> ";
+    return text;
+}
+
+}  // namespace
+
+struct LineEditor::State {
+    EditLine* editor = nullptr;
+    HistoryW* history = nullptr;
+    std::string file;
+    Complete complete;
+    struct sigaction before {};
+
+    unsigned char completeHere() {
+        const LineInfoW* line = el_wline(editor);
+        const std::wstring_view typedText(line->buffer, static_cast<std::size_t>(line->cursor - line->buffer));
+        const std::u16string text = narrowed(typedText);
+        const Completion::Answer answer = complete(text);
+        if (answer.choices.empty()) return CC_REFRESH_BEEP;
+        if (!answer.insertion.empty()) {
+            const std::wstring typed = wide(std::u16string_view(text).substr(text.size() - answer.typed));
+            el_wdeletestr(editor, static_cast<int>(typed.size()));
+            return el_winsertstr(editor, wide(answer.insertion).c_str()) == 0 ? CC_REFRESH : CC_REFRESH_BEEP;
+        }
+        if (answer.choices.size() == 1) return CC_REFRESH;
+        std::fputc('\n', stdout);
+        for (const std::u16string& choice : answer.choices) std::fprintf(stdout, "%s  ", utf8(choice).c_str());
+        std::fputc('\n', stdout);
+        std::fflush(stdout);
+        return CC_REDISPLAY;
+    }
+
+    static unsigned char completeWord(EditLine* editor, int) {
+        State* state = nullptr;
+        el_wget(editor, EL_CLIENTDATA, &state);
+        return state->completeHere();
+    }
+};
+
+LineEditor::LineEditor(const std::filesystem::path& history, Complete complete) : state_(std::make_unique<State>()) {
+    state_->file = history.string();
+    state_->complete = std::move(complete);
+    state_->history = history_winit();
+    HistEventW event{};
+    history_w(state_->history, &event, H_SETSIZE, rememberedLines);
+    history_w(state_->history, &event, H_SETUNIQUE, 1);
+    if (!state_->file.empty()) history_w(state_->history, &event, H_LOAD, state_->file.c_str());
+
+    EditLine* editor = state_->editor = el_init("vemo", stdin, stdout, stderr);
+    el_wset(editor, EL_CLIENTDATA, state_.get());
+    el_wset(editor, EL_PROMPT, promptText);
+    el_wset(editor, EL_EDITOR, L"emacs");
+    el_wset(editor, EL_SIGNAL, 1);  // the window's size, and a sane terminal while suspended
+    el_wset(editor, EL_HIST, history_w, state_->history);
+    el_wset(editor, EL_ADDFN, L"vemo-complete", L"Complete the word", State::completeWord);
+    el_wset(editor, EL_BIND, L"^I", L"vemo-complete", nullptr);
+    el_source(editor, nullptr);
+
+    struct sigaction action {};
+    action.sa_handler = noteInterrupt;  // no SA_RESTART: the read in progress ends
+    sigemptyset(&action.sa_mask);
+    sigaction(SIGINT, &action, &state_->before);
+}
+
+LineEditor::~LineEditor() {
+    sigaction(SIGINT, &state_->before, nullptr);
+    el_end(state_->editor);
+    history_wend(state_->history);
+}
+
+std::optional<std::u16string> LineEditor::read() {
+    for (;;) {
+        interrupted = 0;
+        int count = 0;
+        const wchar_t* line = el_wgets(state_->editor, &count);
+        if (line && count > 0) {
+            std::wstring_view text(line, static_cast<std::size_t>(count));
+            while (!text.empty() && (text.back() == L'\n' || text.back() == L'\r')) text.remove_suffix(1);
+            return narrowed(text);
+        }
+        std::fputc('\n', stdout);
+        if (!interrupted) return std::nullopt;
+        el_reset(state_->editor);
+    }
+}
+
+void LineEditor::remember(std::u16string_view line) {
+    HistEventW event{};
+    history_w(state_->history, &event, H_ENTER, wide(line).c_str());
+    if (state_->file.empty()) return;
+    std::error_code error;
+    std::filesystem::create_directories(std::filesystem::path(state_->file).parent_path(), error);
+    history_w(state_->history, &event, H_SAVE, state_->file.c_str());
+}
+
+std::filesystem::path historyFile() {
+    const char* state = std::getenv("XDG_STATE_HOME");
+    const char* home = std::getenv("HOME");
+    std::filesystem::path folder;
+    if (state && *state == '/') folder = state;
+    else if (home && *home == '/') folder = std::filesystem::path(home) / ".local" / "state";
+    else return {};
+    return folder / "vemo" / "history";
+}
+
+}  // namespace vemo::cli

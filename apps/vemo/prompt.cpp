@@ -1,0 +1,103 @@
+// SPDX-License-Identifier: MIT
+#include "prompt.h"
+
+#include <fstream>
+#include <iostream>
+
+#include "completion.h"
+#include "line_editor.h"
+
+namespace vemo::cli {
+
+namespace {
+
+constexpr std::string_view help =
+    "Every line is calculated; names and results hold for the lines below.\n"
+    "  Tab          completes a word, or shows what there is\n"
+    "  Up, Down     go through earlier lines\n"
+    "  Ctrl-C       clears the line\n"
+    "  :save FILE   writes the lines to a file\n"
+    "  :quit        ends, as Ctrl-D does\n";
+
+// The words behind a command, if the line is that command.
+std::optional<std::string> argument(std::string_view line, std::string_view command) {
+    if (!line.starts_with(command)) return std::nullopt;
+    line.remove_prefix(command.size());
+    if (!line.empty() && line.front() != ' ') return std::nullopt;
+    const std::size_t first = line.find_first_not_of(' ');
+    if (first == line.npos) return "";
+    return std::string(line.substr(first, line.find_last_not_of(' ') - first + 1));
+}
+
+class Session {
+public:
+    Session(VemoEngine& engine, const Context& settings, const Layout& layout)
+        : engine_(engine), settings_(settings), layout_(layout), completion_(vocabulary(engine)) {}
+
+    void run() {
+        std::cout << "vemo " << VemoEngine::version() << ", :help for help" << std::endl;
+        LineEditor editor(historyFile(), [&](std::u16string_view text) { return completion_.complete(text); });
+        while (const auto line = editor.read()) {
+            if (line->find_first_not_of(u" \t") != line->npos) editor.remember(*line);
+            if (line->starts_with(u':')) {
+                if (!obey(utf8(*line))) return;
+            } else {
+                calculate(*line);
+            }
+        }
+    }
+
+private:
+    static std::shared_ptr<const QuickTypeEngine> vocabulary(VemoEngine& engine) {
+        std::shared_ptr<const QuickTypeEngine> quickType;
+        engine.buildQuickTypeEngine(VemoEngine::WorkerThread::main, [&](auto built) { quickType = std::move(built); });
+        return quickType ? quickType : std::make_shared<const QuickTypeEngine>();
+    }
+
+    // False when that was the last one.
+    bool obey(const std::string& line) {
+        if (argument(line, ":quit")) return false;
+        if (argument(line, ":help")) std::cout << help << std::flush;
+        else if (const auto file = argument(line, ":save")) save(*file);
+        else std::cout << "no such command; :help lists them" << std::endl;
+        return true;
+    }
+
+    void save(const std::string& file) const {
+        if (file.empty()) {
+            std::cout << ":save needs the name of a file" << std::endl;
+            return;
+        }
+        std::ofstream stream(file, std::ios::binary);
+        stream << utf8(document_);
+        stream.close();
+        std::cout << (stream ? "saved " : "cannot write ") << file << std::endl;
+    }
+
+    // The document as a whole: what did not change comes from the engine's cache.
+    void calculate(std::u16string_view line) {
+        document_.append(line).append(u"\n");
+        Context context = settings_.copyContext();
+        const auto result = engine_.calculateSync(document_, context);
+        if (!result || result->lines.empty()) return;
+        completion_.learn(*result);
+        const std::string text = resultText(result->lines.back().formattedResult(), layout_.shortTexts);
+        if (text.empty()) return;
+        std::cout << "= " << (layout_.color ? "\033[1m" + text + "\033[0m" : text) << std::endl;
+    }
+
+    VemoEngine& engine_;
+    const Context& settings_;
+    Layout layout_;
+    Completion completion_;
+    std::u16string document_;
+};
+
+}  // namespace
+
+int runPrompt(VemoEngine& engine, const Context& settings, const Layout& layout) {
+    Session(engine, settings, layout).run();
+    return 0;
+}
+
+}  // namespace vemo::cli

@@ -1,0 +1,13 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "terminal.h"
+#include "vemo/engine.h"
+
+namespace vemo::cli {
+
+// Reads lines from the terminal and shows each one's result; together they are one document. Ends at the end of the
+// input or at ":quit", with the exit status. `settings` holds what every calculation begins with.
+int runPrompt(VemoEngine& engine, const Context& settings, const Layout& layout);
+
+}  // namespace vemo::cli

@@ -1,0 +1,66 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <atomic>
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "engine/calculator.h"
+
+namespace vemo {
+
+class Scheduler;
+
+// One calculation asked for: made on the main executor, carried out on the worker's thread, answered on the main
+// executor unless it was cancelled.
+class VemoWorkerOperation {
+public:
+    using Callback = std::function<void(Calculator::MultilineResult, std::shared_ptr<Context>)>;
+
+    VemoWorkerOperation(std::shared_ptr<Calculator> calculator, std::shared_ptr<const std::u16string> text,
+                        const Context& context, Callback callback);
+
+    void cancel() { cancelled_ = true; }
+    bool isCancelled() const { return cancelled_; }
+
+    // On the worker's thread; nothing is kept of a cancelled operation.
+    Calculator::MultilineResult calculate();
+    // On the main executor.
+    void deliver(Calculator::MultilineResult result);
+
+private:
+    std::shared_ptr<Calculator> calculator_;
+    std::shared_ptr<const std::u16string> text_;
+    std::shared_ptr<Context> context_;
+    Callback callback_;
+    std::atomic<bool> cancelled_ = false;
+};
+
+// A calculator with the queue of what it has to do, which holds one operation: a newer one cancels the one that runs
+// and takes the place of the one that waits. Used on the main executor.
+class VemoWorker : public std::enable_shared_from_this<VemoWorker> {
+public:
+    // Operations run on the scheduler's worker thread, or as tasks of the main executor; without a scheduler at once.
+    VemoWorker(Scheduler* scheduler, bool onMain);
+    ~VemoWorker();
+
+    // Null while it is being set up.
+    const std::shared_ptr<Calculator>& calculator() const { return calculator_; }
+    void setCalculator(std::shared_ptr<Calculator> calculator) { calculator_ = std::move(calculator); }
+
+    void calculate(std::shared_ptr<const std::u16string> text, const Context& context,
+                   VemoWorkerOperation::Callback callback);
+    // Cancels everything and lets the calculator go; what it still does has no effect any more.
+    void retire();
+
+private:
+    struct Queue;
+
+    Scheduler* scheduler_;
+    bool onMain_;
+    std::shared_ptr<Calculator> calculator_;
+    std::shared_ptr<Queue> queue_;
+};
+
+}  // namespace vemo

@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "evaluation/evaluator.h"
+#include "matching/domain_matchers.h"
+#include "online/place_names.h"
+
+namespace vemo {
+
+// Makes time zones of the places in "time in Tokyo" and "New York time". Where a server is asked, a place that has no
+// answer yet makes the line an error value; else the places are those that are built in, and other words stay words.
+class GeoNamesParser : public Evaluator {
+public:
+    // Null to ask a server.
+    explicit GeoNamesParser(const PlaceNames* places) : places_(places), matcher_(geoNameSequenceMatcher()) {}
+    std::u16string_view name() const override { return u"GeoNamesParser"; }
+    std::optional<ElementList> evaluate(const ElementList&, Context&, const EvaluationContext&) const override;
+
+private:
+    const PlaceNames* places_;
+    FinderMatcher matcher_;
+};
+
+}  // namespace vemo

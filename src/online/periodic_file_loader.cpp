@@ -1,0 +1,100 @@
+// SPDX-License-Identifier: MIT
+#include "online/periodic_file_loader.h"
+
+#include <boost/uuid/detail/sha1.hpp>
+#include <cstdio>
+
+#include "platform/file_io.h"
+
+namespace vemo {
+
+namespace {
+
+constexpr std::size_t largestFile = std::size_t(16) << 20;
+constexpr long ok = 200;
+
+std::string sha1Hex(std::string_view bytes) {
+    boost::uuids::detail::sha1 sha1;
+    sha1.process_bytes(bytes.data(), bytes.size());
+    unsigned int digest[5];
+    sha1.get_digest(digest);
+    std::string hex;
+    for (const unsigned int word : digest) {
+        char digits[9];
+        std::snprintf(digits, sizeof digits, "%08x", word);
+        hex += digits;
+    }
+    return hex;
+}
+
+// Why an answer is no use, or nothing.
+std::string problemOf(const HttpResponse& response, const PeriodicFileLoader::Validator& validator) {
+    if (!response.error.empty()) return response.error;
+    if (response.status != ok) return "HTTP status " + std::to_string(response.status);
+    return validator(response.body);
+}
+
+}  // namespace
+
+std::filesystem::path PeriodicFileLoader::cacheFile(const std::filesystem::path& caches, const std::string& url) {
+    const std::string path = url.substr(0, url.find_first_of("?#"));
+    return caches / (sha1Hex(url) + "-" + path.substr(path.rfind('/') + 1));
+}
+
+void PeriodicFileLoader::log(std::string_view message, std::string_view more) const {
+    if (log_) log_(std::string(message) + url_ + std::string(more));
+}
+
+void PeriodicFileLoader::start(const std::string& url, Handler handler, std::chrono::seconds interval) {
+    url_ = url;
+    handler_ = std::move(handler);
+    cacheFile_ = caches_.empty() ? std::filesystem::path() : cacheFile(caches_, url);
+    loadCached();
+    download();
+    timer_ = scheduler_.every(interval, [weak = weak_from_this()] {
+        if (const auto self = weak.lock()) self->download();
+    });
+}
+
+void PeriodicFileLoader::stop() {
+    timer_ = nullptr;
+    url_.clear();
+    cacheFile_.clear();
+    handler_ = nullptr;
+}
+
+void PeriodicFileLoader::loadCached() {
+    if (cacheFile_.empty()) return;
+    scheduler_.postBackground([weak = weak_from_this(), file = cacheFile_, &scheduler = scheduler_] {
+        removeLeftovers(file);
+        scheduler.postMain([weak, file, bytes = readFileAtMost(file, largestFile)] {
+            const auto self = weak.lock();
+            if (!self || self->cacheFile_ != file) return;
+            self->log("Processing data for ");
+            self->handler_(bytes ? &*bytes : nullptr);
+        });
+    });
+}
+
+void PeriodicFileLoader::download() {
+    if (url_.empty() || cacheFile_.empty()) return;
+    log("Started download ");
+    client_.get(url_, [weak = weak_from_this(), file = cacheFile_, validator = validator_,
+                       &scheduler = scheduler_](const HttpResponse& response) {
+        std::string problem = problemOf(response, validator);
+        if (problem.empty()) {
+            std::error_code error;
+            std::filesystem::create_directories(file.parent_path(), error);
+            if (!replaceFile(file, response.body)) problem = "the copy can't be written";
+        }
+        scheduler.postMain([weak, file, problem] {
+            const auto self = weak.lock();
+            if (!self || self->cacheFile_ != file) return;
+            if (!problem.empty()) return self->log("Failed to download ", ", error:" + problem);
+            self->log("Download finished for ");
+            self->loadCached();
+        });
+    });
+}
+
+}  // namespace vemo

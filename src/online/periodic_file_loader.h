@@ -1,0 +1,55 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <chrono>
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "platform/http_client.h"
+#include "platform/scheduler.h"
+
+namespace vemo {
+
+// Keeps a copy of a remote file on disk and hands its bytes on: once at the start, from the copy of an earlier run, and
+// after every download, which is repeated. What can't be fetched, or is not valid, leaves the copy as it is.
+// Used on the main executor, where the handler runs too.
+class PeriodicFileLoader : public std::enable_shared_from_this<PeriodicFileLoader> {
+public:
+    using Handler = std::function<void(const std::string* bytes)>;  // null when there is no copy
+    // What is wrong with a file; empty for a good one. Runs on another thread.
+    using Validator = std::function<std::string(std::string_view bytes)>;
+    using Log = std::function<void(std::string_view)>;
+
+    // `scheduler` and `client` must outlive what the loader starts. Without a `caches` folder nothing is fetched.
+    PeriodicFileLoader(Scheduler& scheduler, HttpClient& client, std::filesystem::path caches, Validator validator, Log log)
+        : scheduler_(scheduler), client_(client), caches_(std::move(caches)), validator_(std::move(validator)), log_(std::move(log)) {}
+
+    void start(const std::string& url, Handler handler, std::chrono::seconds interval);
+    // After this the handler is not called any more.
+    void stop();
+
+    // The steps of `start`, but for the timer.
+    void loadCached();
+    void download();
+
+    // The copy of a URL: its SHA-1 digest in hexadecimal, a hyphen, and its last path component.
+    static std::filesystem::path cacheFile(const std::filesystem::path& caches, const std::string& url);
+
+private:
+    void log(std::string_view message, std::string_view more = "") const;
+
+    Scheduler& scheduler_;
+    HttpClient& client_;
+    std::filesystem::path caches_;
+    Validator validator_;
+    Log log_;
+    std::string url_;
+    std::filesystem::path cacheFile_;
+    std::unique_ptr<Scheduler::Timer> timer_;
+    Handler handler_;
+};
+
+}  // namespace vemo

@@ -1,0 +1,78 @@
+// SPDX-License-Identifier: MIT
+#include "online/rates_file.h"
+
+#include <nlohmann/json.hpp>
+
+#include "platform/text.h"
+
+namespace vemo {
+
+namespace {
+
+// Outside, a rate is a mistake: results would overflow or vanish.
+constexpr double smallestRate = 1e-12;
+constexpr double largestRate = 1e15;
+constexpr std::size_t longestCode = 16;   // bytes
+constexpr std::size_t mostRates = 100'000;
+
+// Takes what stands two levels deep, below "rates", and nothing else into memory.
+class RatesHandler : public nlohmann::json_sax<nlohmann::json> {
+public:
+    CurrencyRatesContainer container;
+    bool found = false;
+
+    bool null() override { return true; }
+    bool boolean(bool) override { return true; }
+    bool number_integer(number_integer_t value) override { return rate(static_cast<double>(value)); }
+    bool number_unsigned(number_unsigned_t value) override { return rate(static_cast<double>(value)); }
+    // Doubles, whose 16 digits a file's rates have; a float would show in the cents of large amounts.
+    bool number_float(number_float_t value, const string_t&) override { return rate(value); }
+    bool string(string_t&) override { return true; }
+    bool binary(binary_t&) override { return true; }
+    bool start_object(std::size_t) override {
+        if (++depth_ == 2 && key_ == "rates") inRates_ = found = true;
+        return true;
+    }
+    bool end_object() override {
+        if (depth_-- == 2) inRates_ = false;
+        if (depth_ <= 1) key_.clear();
+        return true;
+    }
+    bool start_array(std::size_t) override {
+        ++depth_;
+        return true;
+    }
+    bool end_array() override {
+        --depth_;
+        return true;
+    }
+    bool key(string_t& key) override {
+        if (depth_ <= 2) key_ = std::move(key);
+        return true;
+    }
+    bool parse_error(std::size_t, const std::string&, const nlohmann::detail::exception&) override { return false; }
+
+private:
+    bool rate(double value) {
+        if (!inRates_ || depth_ != 2) return true;
+        if (!(value >= smallestRate && value <= largestRate) || key_.empty() || key_.size() > longestCode) return true;
+        if (container.rates.size() >= mostRates) return false;
+        container.rates.insert_or_assign(toUtf16(key_), DecimalNumber::fromDouble(value));
+        return true;
+    }
+
+    std::size_t depth_ = 0;
+    std::string key_;
+    bool inRates_ = false;
+};
+
+}  // namespace
+
+std::variant<CurrencyRatesContainer, std::string> parseRates(std::string_view json) {
+    RatesHandler handler;
+    if (!nlohmann::json::sax_parse(json, &handler)) return "not JSON";
+    if (!handler.found) return "has no object \"rates\"";
+    return std::move(handler.container);
+}
+
+}  // namespace vemo

@@ -1,0 +1,99 @@
+// SPDX-License-Identifier: MIT
+#include "platform/file_io.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+
+namespace vemo {
+
+namespace {
+
+constexpr std::string_view placeholder = ".XXXXXX";  // of a temporary name, as mkstemp(3) takes it
+constexpr std::chrono::minutes longestWrite{10};
+
+class Descriptor {
+public:
+    explicit Descriptor(int number) : number_(number) {}
+    ~Descriptor() {
+        if (number_ >= 0) ::close(number_);
+    }
+    Descriptor(const Descriptor&) = delete;
+    Descriptor& operator=(const Descriptor&) = delete;
+    int number() const { return number_; }
+    explicit operator bool() const { return number_ >= 0; }
+
+private:
+    int number_;
+};
+
+bool writeAll(int file, std::string_view bytes) {
+    while (!bytes.empty()) {
+        const ssize_t count = ::write(file, bytes.data(), bytes.size());
+        if (count < 0 && errno == EINTR) continue;
+        if (count <= 0) return false;
+        bytes.remove_prefix(static_cast<std::size_t>(count));
+    }
+    return true;
+}
+
+}  // namespace
+
+std::optional<std::string> readFileAtMost(const std::filesystem::path& path, std::size_t most) {
+    // Non-blocking: opening a pipe must not wait for a writer.
+    const Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    struct stat status {};
+    if (!file || ::fstat(file.number(), &status) != 0 || !S_ISREG(status.st_mode)) return std::nullopt;
+    if (status.st_size < 0 || static_cast<std::uintmax_t>(status.st_size) > most) return std::nullopt;
+    std::string bytes(static_cast<std::size_t>(status.st_size), '\0');
+    std::size_t filled = 0;
+    while (filled < bytes.size()) {
+        const ssize_t count = ::read(file.number(), bytes.data() + filled, bytes.size() - filled);
+        if (count < 0 && errno == EINTR) continue;
+        if (count < 0) return std::nullopt;
+        if (count == 0) break;  // it shrank meanwhile
+        filled += static_cast<std::size_t>(count);
+    }
+    bytes.resize(filled);
+    return bytes;
+}
+
+bool replaceFile(const std::filesystem::path& path, std::string_view bytes) {
+    std::string temporary = path.string() + std::string(placeholder);
+    {
+        const Descriptor file(::mkostemp(temporary.data(), O_CLOEXEC));
+        if (!file) return false;
+        struct stat old {};
+        if (::stat(path.c_str(), &old) == 0) ::fchmod(file.number(), old.st_mode & 0777);
+        if (!writeAll(file.number(), bytes) || ::fsync(file.number()) != 0) {
+            ::unlink(temporary.c_str());
+            return false;
+        }
+    }
+    if (::rename(temporary.c_str(), path.c_str()) != 0) {
+        ::unlink(temporary.c_str());
+        return false;
+    }
+    const std::filesystem::path folder = path.has_parent_path() ? path.parent_path() : ".";
+    const Descriptor directory(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (directory) ::fsync(directory.number());
+    return true;
+}
+
+void removeLeftovers(const std::filesystem::path& path) {
+    const std::string name = path.filename().string() + ".";
+    const auto oldest = std::filesystem::file_time_type::clock::now() - longestWrite;
+    std::error_code error;
+    for (const auto& entry : std::filesystem::directory_iterator(path.parent_path(), error)) {
+        const std::string other = entry.path().filename().string();
+        if (!other.starts_with(name) || other.size() != path.filename().string().size() + placeholder.size()) continue;
+        if (entry.last_write_time(error) < oldest && !error) std::filesystem::remove(entry.path(), error);
+    }
+}
+
+}  // namespace vemo

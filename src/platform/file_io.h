@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstddef>
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace vemo {
+
+// The bytes of a regular file; nothing when it can't be read or holds more than `most`.
+std::optional<std::string> readFileAtMost(const std::filesystem::path& path, std::size_t most);
+
+// Puts a file in the place of an earlier one, whole or not at all: whoever reads meanwhile, even after a loss of
+// power, sees the old bytes or the new ones. False when it could not be written; the earlier file is untouched then.
+bool replaceFile(const std::filesystem::path& path, std::string_view bytes);
+
+// Removes what processes that were ended while they replaced the file have left beside it.
+void removeLeftovers(const std::filesystem::path& path);
+
+}  // namespace vemo

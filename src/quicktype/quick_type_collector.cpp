@@ -1,0 +1,65 @@
+// SPDX-License-Identifier: MIT
+#include "quicktype/quick_type_collector.h"
+
+#include "platform/text.h"
+
+namespace vemo {
+
+namespace {
+
+constexpr std::u16string_view untranslated = u"variants";
+
+bool isWorthOffering(std::u16string_view hint) {
+    if (hint.empty() || (hint.front() >= u'0' && hint.front() <= u'9')) return false;
+    if (hint.find(untranslated) != hint.npos) return false;
+    const bool plain = hint.size() > 1 && hint[0] < 0x80 && hint[1] < 0x80;
+    return plain || graphemeCount(hint, 2) == 2;
+}
+
+template <class Visit>
+void eachWord(std::u16string_view phrase, Visit visit) {
+    for (std::size_t i = 0; i < phrase.size();) {
+        const std::size_t start = i;
+        while (i < phrase.size() && !isWhitespace(phrase[i])) ++i;
+        if (i > start) visit(phrase.substr(start, i - start));
+        while (i < phrase.size() && isWhitespace(phrase[i])) ++i;
+    }
+}
+
+}  // namespace
+
+void QuickTypeCollector::append(std::u16string_view text, int weight, Form form) {
+    texts_ += text;
+    items_.push_back({static_cast<std::uint32_t>(text.size()), static_cast<std::int16_t>(weight), form});
+}
+
+void QuickTypeCollector::enumerate(const std::function<void(std::u16string_view, int)>& visit) const {
+    std::size_t location = 0;
+    for (const Item& item : items_) {
+        const std::u16string_view text = std::u16string_view(texts_).substr(location, item.length);
+        location += item.length;
+        switch (item.form) {
+            case Form::verbatim: visit(text, item.weight); break;
+            case Form::lowercased: visit(lowercased(text), item.weight); break;
+            case Form::words:
+                eachWord(lowercased(text), [&](std::u16string_view word) { visit(word, item.weight); });
+                break;
+        }
+    }
+}
+
+std::vector<QuickTypeHint> QuickTypeCollector::hints() const {
+    std::vector<QuickTypeHint> result;
+    enumerate([&](std::u16string_view text, int weight) { result.push_back({std::u16string(text), weight}); });
+    return result;
+}
+
+std::shared_ptr<QuickTypeEngine> quickTypeEngine(const QuickTypeCollector& collector) {
+    auto engine = std::make_shared<QuickTypeEngine>();
+    collector.enumerate([&](std::u16string_view text, int weight) {
+        if (isWorthOffering(text)) engine->registerHint(text, weight);
+    });
+    return engine;
+}
+
+}  // namespace vemo

@@ -1,0 +1,182 @@
+// SPDX-License-Identifier: MIT
+// The prompt as a person meets it, on a terminal. VEMO_COMMAND names the command.
+
+#include <gtest/gtest.h>
+#include <poll.h>
+#include <pty.h>
+#include <signal.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+
+namespace vemo::test {
+namespace {
+
+using Clock = std::chrono::steady_clock;
+constexpr std::chrono::seconds patience(30);  // a failure takes as long; nothing else does
+
+// The command on a terminal of its own, in a folder of its own.
+class Prompt {
+public:
+    explicit Prompt(const std::filesystem::path& folder) {
+        winsize size{24, 100, 0, 0};
+        process_ = forkpty(&terminal_, nullptr, nullptr, &size);
+        if (process_ != 0) return;
+        const char* command = std::getenv("VEMO_COMMAND");
+        setenv("HOME", folder.c_str(), 1);
+        setenv("XDG_STATE_HOME", (folder / "state").c_str(), 1);
+        setenv("TERM", "xterm", 1);
+        setenv("LC_ALL", "C.UTF-8", 1);
+        if (command && chdir(folder.c_str()) == 0)
+            execl(command, command, "--locale", "en_US", "--language", "en", "--color", "never", nullptr);
+        _exit(127);
+    }
+    ~Prompt() {
+        if (process_ > 0) {
+            kill(process_, SIGKILL);
+            waitpid(process_, nullptr, 0);
+        }
+        close(terminal_);
+    }
+
+    void type(std::string_view keys) { ASSERT_EQ(write(terminal_, keys.data(), keys.size()), static_cast<ssize_t>(keys.size())); }
+
+    // True once the text came, behind what was seen before.
+    bool shows(std::string_view text) {
+        const auto deadline = Clock::now() + patience;
+        for (;;) {
+            const std::size_t found = screen_.find(text, seen_);
+            if (found != std::string::npos) {
+                seen_ = found + text.size();
+                return true;
+            }
+            if (!readSome(deadline)) return false;
+        }
+    }
+
+    // The exit status, or -1.
+    int ends() {
+        const auto deadline = Clock::now() + patience;
+        while (readSome(deadline)) {}
+        int status = 0;
+        if (Clock::now() >= deadline || waitpid(process_, &status, 0) != process_) return -1;
+        process_ = -1;
+        return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    }
+
+    std::string rest() const { return screen_.substr(seen_); }
+
+private:
+    bool readSome(Clock::time_point deadline) {
+        const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(deadline - Clock::now()).count();
+        pollfd descriptor{terminal_, POLLIN, 0};
+        if (left <= 0 || poll(&descriptor, 1, static_cast<int>(left)) <= 0) return false;
+        char buffer[4096];
+        const ssize_t count = read(terminal_, buffer, sizeof buffer);
+        if (count <= 0) return false;
+        screen_.append(buffer, static_cast<std::size_t>(count));
+        return true;
+    }
+
+    int terminal_ = -1;
+    pid_t process_ = -1;
+    std::string screen_;
+    std::size_t seen_ = 0;
+};
+
+#define EXPECT_SHOWN(prompt, text) EXPECT_TRUE((prompt).shows(text)) << (prompt).rest()
+
+class PromptTest : public testing::Test {
+protected:
+    PromptTest() {
+        std::filesystem::remove_all(folder);
+        std::filesystem::create_directories(folder);
+    }
+    ~PromptTest() override { std::filesystem::remove_all(folder); }
+
+    const std::filesystem::path folder =
+        std::filesystem::path(testing::TempDir()) / ("vemo_prompt_" + std::to_string(getpid()));
+};
+
+TEST_F(PromptTest, calculatesLinesAsOneDocument) {
+    Prompt prompt(folder);
+    EXPECT_SHOWN(prompt, "> ");
+    prompt.type("hourly rate = $40\r");
+    EXPECT_SHOWN(prompt, "= $40\r\n");
+    prompt.type("12 * hourly rate\r");
+    EXPECT_SHOWN(prompt, "= $480\r\n");
+    prompt.type("\r5 \xc2\xb0" "C in \xc2\xb0" "F // \xe6\xb0\x97\xe6\xb8\xa9\r");
+    EXPECT_SHOWN(prompt, "= 41 \xc2\xb0" "F\r\n");
+    prompt.type("sum\r");
+    EXPECT_SHOWN(prompt, "= 41 \xc2\xb0" "F\r\n");  // of the lines behind the empty one
+    prompt.type(":save notes.txt\r");
+    EXPECT_SHOWN(prompt, "saved notes.txt\r\n");
+    prompt.type(":save no/such/folder\r");
+    EXPECT_SHOWN(prompt, "cannot write no/such/folder\r\n");
+    prompt.type(":nonsense\r");
+    EXPECT_SHOWN(prompt, "no such command");
+    prompt.type(":help\r");
+    EXPECT_SHOWN(prompt, ":save FILE");
+    prompt.type(":quit\r");
+    EXPECT_EQ(prompt.ends(), 0);
+    std::ifstream file(folder / "notes.txt");
+    EXPECT_EQ(std::string(std::istreambuf_iterator<char>(file), {}),
+              "hourly rate = $40\n12 * hourly rate\n\n5 \xc2\xb0" "C in \xc2\xb0" "F // \xe6\xb0\x97\xe6\xb8\xa9\nsum\n");
+}
+
+TEST_F(PromptTest, completesWords) {
+    Prompt prompt(folder);
+    EXPECT_SHOWN(prompt, "> ");
+    prompt.type("2 celsi\t in fahrenh\t\r");
+    EXPECT_SHOWN(prompt, "= 35.6 \xc2\xb0" "F\r\n");
+    prompt.type("hourly rate = 40\r");
+    EXPECT_SHOWN(prompt, "= 40\r\n");
+    prompt.type("2 * hour\t");
+    EXPECT_SHOWN(prompt, "hourly rate  hour  hours  \r\n");
+    prompt.type("ly \t\r");  // over the blank of a name of two words
+    EXPECT_SHOWN(prompt, "= 80\r\n");
+    prompt.type("3Millil\tre\t");  // what all have in common, then what there is
+    EXPECT_SHOWN(prompt, "millilitre  millilitres  \r\n");
+    prompt.type("\r");
+    EXPECT_SHOWN(prompt, "= 3 ml\r\n");
+    prompt.type("qqq\t");
+    EXPECT_SHOWN(prompt, "\a");
+}
+
+TEST_F(PromptTest, clearsTheLineAndEnds) {
+    Prompt prompt(folder);
+    EXPECT_SHOWN(prompt, "> ");
+    prompt.type("1 + 999");
+    EXPECT_SHOWN(prompt, "999");
+    prompt.type("\x03");
+    EXPECT_SHOWN(prompt, "> ");
+    prompt.type("2 + 3\r");
+    EXPECT_SHOWN(prompt, "= 5\r\n");
+    prompt.type("\x04");
+    EXPECT_EQ(prompt.ends(), 0);
+}
+
+TEST_F(PromptTest, remembersLinesUntilTheNextTime) {
+    {
+        Prompt prompt(folder);
+        prompt.type("\xc3\xa9t\xc3\xa9 = 6 * 7\r");
+        EXPECT_SHOWN(prompt, "= 42\r\n");
+        prompt.type("\x04");
+        EXPECT_EQ(prompt.ends(), 0);
+    }
+    EXPECT_TRUE(std::filesystem::exists(folder / "state" / "vemo" / "history"));
+    Prompt prompt(folder);
+    EXPECT_SHOWN(prompt, "> ");
+    prompt.type("\x10\x10");  // there is but one
+    EXPECT_SHOWN(prompt, "6 * 7");
+    prompt.type(" + 1\r");
+    EXPECT_SHOWN(prompt, "= 43\r\n");
+}
+
+}  // namespace
+}  // namespace vemo::test
