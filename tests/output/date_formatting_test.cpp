@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
 
+#include <cmath>
+
 #include "engine/context_map.h"
 #include "evaluation/date_operations.h"
 #include "output/date_formatter.h"
