@@ -66,7 +66,16 @@ TEST(DateFunctions, showTimestampsInUtcWhereverOneIs) {
 
 TEST(DateFunctions, haveTheirPhrases) {
     EXPECT_THAT(results("now\ntime in local time\ntime in gmt 3\ntime in gmt (-5.5)\ntomorrow - today\ntomorrow - yesterday\nnow in JST"),
-                ElementsAre("1:00 PM", "1:00 PM", "4:00 PM", "7:30 AM", "1 days", "2 days", "10:00 PM"));
+                ElementsAre("1:00 PM", "1:00 PM", "4:00 PM", "7:30 AM", "1 day", "2 days", "10:00 PM"));
+}
+
+// Unless they are words, or a name.
+TEST(TimeZoneAbbreviations, standInEitherCase) {
+    EXPECT_THAT(results("time in est\ntime in Est\nJST time\njst time\nART time\nart 5\npst = 7%\n200 + pst"),
+                ElementsAre("8:00 AM", "8:00 AM", "10:00 PM", "10:00 PM", "10:00 AM", "5", "7%", "214"));
+    Environment french = fixedEnvironment();
+    french.language = "fr";
+    EXPECT_THAT(results("le prix est 5\ncet article 5\ntime in EST", french), ElementsAre("5", "5", "8:00 AM"));
 }
 
 class Notifications : public ContextDelegate {

@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+
 namespace vemo::test {
 namespace {
 
@@ -13,6 +15,9 @@ TEST(TimeZones, knowNamesAndFixedOffsets) {
     EXPECT_EQ(TimeZoneRules::find(u"GMT+05:30")->offsetAt(Date()), 19800);
     EXPECT_EQ(TimeZoneRules::find(u"UTC")->civil(Date(std::chrono::duration<double>(-1))),
               (CivilTime{1969, 12, 31, 23, 59, 59}));
+    EXPECT_EQ(TimeZoneRules::find(u"GMT-12:00")->day(Date(std::chrono::duration<double>(43199))), u"1969-12-31");
+    for (const double never : {1e300, -1e300, HUGE_VAL, std::nan("")})
+        EXPECT_TRUE(TimeZoneRules::find(u"Europe/Berlin")->instant(TimeZoneRules::find(u"UTC")->civil(Date(std::chrono::duration<double>(never)))));
 }
 
 // Expected instants from zdump(8) for 2026.

@@ -1,0 +1,65 @@
+// SPDX-License-Identifier: MIT
+#include <gtest/gtest.h>
+
+#include <condition_variable>
+
+#include "engine/context_map.h"
+#include "platform/scheduler.h"
+#include "support/calculators.h"
+
+namespace vemo::test {
+namespace {
+
+Date at(double seconds) { return Date(std::chrono::duration<double>(seconds)); }
+
+// Keeps what is posted until it is asked for.
+class HeldTasks : public Executor {
+public:
+    void post(std::function<void()> task) override {
+        const std::lock_guard lock(mutex_);
+        tasks_.push_back(std::move(task));
+        posted_.notify_all();
+    }
+    // The next task; an empty one when none comes in time.
+    std::function<void()> take(std::chrono::seconds patience = std::chrono::seconds(20)) {
+        std::unique_lock lock(mutex_);
+        if (!posted_.wait_for(lock, patience, [&] { return !tasks_.empty(); })) return {};
+        auto task = std::move(tasks_.front());
+        tasks_.erase(tasks_.begin());
+        return task;
+    }
+
+private:
+    std::mutex mutex_;
+    std::condition_variable posted_;
+    std::vector<std::function<void()>> tasks_;
+};
+
+TEST(MinuteTimer, ticksWhenTheMinuteTurnsUntilTheCalculatorGoes) {
+    const auto main = std::make_shared<HeldTasks>();
+    Scheduler scheduler(main);
+    Environment environment = fixedEnvironment();
+    double now = 1795525259.99;  // 10 ms before 13:01
+    environment.clock = [&] { return at(now); };
+    const auto make = [&] {
+        auto calculator = std::make_unique<Calculator>(VemoEngine::Config{}, environment, &scheduler);
+        calculator->initialize();
+        return calculator;
+    };
+    const auto first = make();
+    now = 1795525260;
+    const auto tick = main->take();
+    ASSERT_TRUE(tick);
+    tick();
+    EXPECT_EQ(*first->context().get<Date>(context_keys::currentTime), at(now));
+
+    now = 1795525259.99;
+    auto second = make();
+    const auto late = main->take();
+    ASSERT_TRUE(late);
+    second.reset();
+    late();  // finds nothing left to do
+}
+
+}  // namespace
+}  // namespace vemo::test
