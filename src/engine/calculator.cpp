@@ -2,6 +2,7 @@
 #include "engine/calculator.h"
 
 #include <cassert>
+#include <cmath>
 #include <cstdio>
 #include <span>
 
@@ -190,7 +191,10 @@ double Calculator::secondsSince2001() const {
 
 void Calculator::storeRates(std::u16string_view key, std::u16string_view timeKey, CurrencyRatesContainer rates) {
     context_.set(key, std::make_shared<const CurrencyRatesContainer>(std::move(rates)));
-    context_.set(timeKey, secondsSince2001());
+    // Lines depend on the time: it must differ even when the clock stands still.
+    const double* before = context_.get<double>(timeKey);
+    const double now = secondsSince2001();
+    context_.set(timeKey, before && *before >= now ? std::nextafter(*before, HUGE_VAL) : now);
 }
 
 void Calculator::setCurrencyRates(CurrencyRatesContainer rates) {

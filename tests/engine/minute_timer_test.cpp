@@ -42,8 +42,9 @@ TEST(MinuteTimer, ticksWhenTheMinuteTurnsUntilTheCalculatorGoes) {
     double now = 1795525259.99;  // 10 ms before 13:01
     environment.clock = [&] { return at(now); };
     const auto make = [&] {
-        auto calculator = std::make_unique<Calculator>(VemoEngine::Config{}, environment, &scheduler);
+        auto calculator = std::make_shared<Calculator>(VemoEngine::Config{}, environment, &scheduler);
         calculator->initialize();
+        calculator->start();
         return calculator;
     };
     const auto first = make();
@@ -51,12 +52,21 @@ TEST(MinuteTimer, ticksWhenTheMinuteTurnsUntilTheCalculatorGoes) {
     const auto tick = main->take();
     ASSERT_TRUE(tick);
     tick();
-    EXPECT_EQ(*first->context().get<Date>(context_keys::currentTime), at(now));
+    // The change is made on the worker's thread.
+    const auto changed = [&] {
+        const std::lock_guard lock(first->context().mutex());
+        return *first->context().get<Date>(context_keys::currentTime) == at(now);
+    };
+    for (const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(20); !changed() && std::chrono::steady_clock::now() < end;)
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    EXPECT_TRUE(changed());
+    first->retire();
 
     now = 1795525259.99;
     auto second = make();
     const auto late = main->take();
     ASSERT_TRUE(late);
+    second->retire();
     second.reset();
     late();  // finds nothing left to do
 }
