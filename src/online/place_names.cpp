@@ -12,6 +12,7 @@
 #include <memory>
 #include <vector>
 
+#include "platform/text.h"
 #include "scanning/localizer.h"
 
 namespace vemo {
