@@ -2,6 +2,8 @@
 #include <benchmark/benchmark.h>
 #include <malloc.h>
 
+#include <filesystem>
+#include <fstream>
 #include <thread>
 
 #include "documents.h"
@@ -106,6 +108,27 @@ void dateVocabulary(benchmark::State& state) {
     for (auto _ : state) benchmark::DoNotOptimize(DateDetector(localizer, "en", "en_US"));
 }
 BENCHMARK(dateVocabulary)->Unit(benchmark::kMicrosecond);
+
+// The cost of a call into a script, beside the same line with a built-in function.
+std::u16string builtInFunctionLine(std::size_t i) { return std::u16string(u"sqrt 1234.").append(digits(i)); }
+std::u16string scriptFunctionLine(std::size_t i) { return std::u16string(u"scriptfn 1234.").append(digits(i)); }
+
+template <std::u16string (*Line)(std::size_t)>
+void coldCall(benchmark::State& state) {
+    const auto folder = std::filesystem::temp_directory_path() / "vemo_bench_extensions";
+    std::filesystem::create_directories(folder);
+    std::ofstream(folder / "scriptfn.js")
+        << "vemo.addFunction({id: 'scriptfn', phrases: 'scriptfn'}, a => Math.sqrt(a[0].double))";
+    VemoEngine engine(english());
+    VemoEngine::Config config = quiet();
+    config.extensions = folder;
+    engine.buildVemoWorker(config);
+    std::filesystem::remove_all(folder);
+    std::size_t i = 0;
+    for (auto _ : state) calculate(engine, Line(i++));
+}
+BENCHMARK(coldCall<builtInFunctionLine>)->Name("coldLine/builtInFunction")->Iterations(20000)->Unit(benchmark::kMicrosecond);
+BENCHMARK(coldCall<scriptFunctionLine>)->Name("coldLine/scriptFunction")->Iterations(20000)->Unit(benchmark::kMicrosecond);
 
 std::u16string assigningLine(std::size_t i) { return std::u16string(u"v").append(digits(i)) + u" = " + digits(i * 7 % 1000); }
 std::u16string usingLine(std::size_t i) { return std::u16string(u"prev + ").append(digits(i)); }

@@ -93,6 +93,7 @@ LineEditor::LineEditor(const std::filesystem::path& history, Complete complete) 
     if (!state_->file.empty()) history_w(state_->history, &event, H_LOAD, state_->file.c_str());
 
     EditLine* editor = state_->editor = el_init("vemo", stdin, stdout, stderr);
+    if (!editor) return;  // no terminal after all
     el_wset(editor, EL_CLIENTDATA, state_.get());
     el_wset(editor, EL_PROMPT, promptText);
     el_wset(editor, EL_EDITOR, L"emacs");
@@ -109,13 +110,15 @@ LineEditor::LineEditor(const std::filesystem::path& history, Complete complete) 
 }
 
 LineEditor::~LineEditor() {
-    sigaction(SIGINT, &state_->before, nullptr);
-    el_end(state_->editor);
+    if (state_->editor) {
+        sigaction(SIGINT, &state_->before, nullptr);
+        el_end(state_->editor);
+    }
     history_wend(state_->history);
 }
 
 std::optional<std::u16string> LineEditor::read() {
-    for (;;) {
+    while (state_->editor) {
         interrupted = 0;
         int count = 0;
         const wchar_t* line = el_wgets(state_->editor, &count);
@@ -128,6 +131,7 @@ std::optional<std::u16string> LineEditor::read() {
         if (!interrupted) return std::nullopt;
         el_reset(state_->editor);
     }
+    return std::nullopt;
 }
 
 void LineEditor::remember(std::u16string_view line) {

@@ -6,10 +6,11 @@
 #include <cstdlib>
 #include <iostream>
 
+#include "extensions.h"
 #include "files.h"
+#include "online.h"
 #include "options.h"
 #include "prompt.h"
-#include "rates.h"
 #include "terminal.h"
 
 namespace vemo::cli {
@@ -74,42 +75,57 @@ bool wantsPrompt(const Options& options) {
     return options.file.empty() && options.expressions.empty() && !options.json && isatty(STDIN_FILENO) && isatty(STDOUT_FILENO);
 }
 
-int run(const Options& options) {
-    const bool prompt = wantsPrompt(options);
-    const auto text = prompt ? std::optional<std::string>("") : readDocument(options);
-    if (!text) return unusable;
+// False when the file is no use, which has been said.
+bool takeRates(VemoEngine& engine, VemoEngine::RatesFile kind, const std::string& file) {
+    if (file.empty() || isUrl(file)) return true;
+    const auto json = readFile(file);
+    const std::string problem = json ? engine.takeRates(kind, *json) : "cannot be read";
+    if (!problem.empty()) std::cerr << "vemo: " << file << ": " << problem << '\n';
+    return problem.empty();
+}
+
+Environment environmentFor(const Options& options, const std::shared_ptr<Online>& online) {
     Environment environment;
     environment.locale = options.locale;
     environment.language = options.language;
     environment.timeZone = options.timeZone;
     if (options.now) environment.clock = [now = *options.now] { return now; };
-    environment.log = [&](std::string_view message) {
-        if (options.debug) std::cerr << message << '\n';
+    if (online) environment.sources = online->sources();
+    environment.log = [debug = options.debug, online](std::string_view message) {
+        if (debug) std::cerr << message << '\n';
+        if (online) online->hear(message);
     };
     if (options.json) environment.trace = [](std::string_view line) { std::cerr << line << '\n'; };
+    return environment;
+}
 
-    VemoEngine engine(std::move(environment));
+int run(const Options& options) {
+    if (!options.extensions.empty() && !isFolder(options.extensions)) return unusable;
+    const bool prompt = !options.checkExtensions && wantsPrompt(options);
+    const auto text = prompt || options.checkExtensions ? std::optional<std::string>("") : readDocument(options);
+    if (!text) return unusable;
+    const auto online = Online::forOptions(options);
+    // At the prompt time goes on between the lines; without it, and with nothing to fetch, there is nothing to wait for.
+    const auto loop = online ? online->loop() : prompt ? std::make_shared<RunLoop>() : nullptr;
+    VemoEngine engine(environmentFor(options, online), loop);
+    engine.setDelegate(online);
     VemoEngine::Config config;
-    config.testMode = true;  // the process ends before a timer would matter
+    config.testMode = !loop;
     config.debug = options.debug;
+    config.extensions = options.extensions;
     engine.buildVemoWorker(config);
+    if (options.checkExtensions) return report(std::cout, engine.extensions()) ? 0 : 1;
+    printLogs(std::cerr, engine.extensions());
+    if (!takeRates(engine, VemoEngine::RatesFile::currency, options.rates) ||
+        !takeRates(engine, VemoEngine::RatesFile::crypto, options.coins))
+        return unusable;
     Context context;
     context.setPrecision(options.precision);
-    if (!options.rates.empty()) {
-        auto rates = readRates(options.rates);
-        if (const auto* message = std::get_if<std::string>(&rates)) {
-            std::cerr << "vemo: " << *message << '\n';
-            return unusable;
-        }
-        const std::chrono::duration<double> now = std::chrono::system_clock::now().time_since_epoch();
-        context.set(u"currency_rates", std::make_shared<const CurrencyRatesContainer>(
-                                           std::get<CurrencyRatesContainer>(std::move(rates))));
-        context.set(u"currency_rates_update_time", now.count());
-    }
-    if (prompt) return runPrompt(engine, context, layoutFor(options));
-    const auto result = engine.calculateSync(utf16(*text), context);
-    if (options.json) printJson(std::cout, *result, "");
-    else printResult(std::cout, *result, layoutFor(options));
+    if (prompt) return runPrompt(engine, *loop, context, layoutFor(options));
+    const auto result = online ? online->calculate(engine, utf16(*text), context)
+                               : *engine.calculateSync(utf16(*text), context);
+    if (options.json) printJson(std::cout, result, "");
+    else printResult(std::cout, result, layoutFor(options));
     return 0;
 }
 

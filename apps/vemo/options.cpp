@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <map>
 
+#include "config_file.h"
 #include "vemo/engine.h"
 
 namespace vemo::cli {
@@ -12,7 +13,6 @@ namespace vemo::cli {
 namespace {
 
 constexpr int usageError = 2;
-constexpr int mostPrecision = 999;
 
 }  // namespace
 
@@ -39,9 +39,19 @@ std::optional<Date> parseInstant(const std::string& text) {
     return Date(std::chrono::sys_days(date)) + std::chrono::duration<double>(seconds);
 }
 
+const std::map<std::string, Options::Color, std::less<>>& colors() {
+    static const std::map<std::string, Options::Color, std::less<>> names{
+        {"auto", Options::Color::automatic}, {"always", Options::Color::always}, {"never", Options::Color::never}};
+    return names;
+}
+
 std::variant<Options, int> parseOptions(int argc, char** argv) {
     Options options;
-    std::string now;
+    if (const std::string problem = readConfig(configFile(), options); !problem.empty()) {
+        std::fprintf(stderr, "vemo: %s\n", problem.c_str());
+        return usageError;
+    }
+    std::string now, checked;
     CLI::App app{"A notepad-style calculator: one calculation per line, with a value for every line.", "vemo"};
     app.add_option("file", options.file, "Document to calculate; '-' or none reads standard input")->type_name("FILE");
     app.add_option("-e,--expression", options.expressions, "A line to calculate; may be repeated, instead of FILE")
@@ -54,12 +64,14 @@ std::variant<Options, int> parseOptions(int argc, char** argv) {
     app.add_option("--now", now, "The current instant, such as 2026-11-24T12:00:00Z")->type_name("RFC3339");
     app.add_option("--precision", options.precision, "Most fraction digits of results (2 unless given)")
         ->type_name("N")->check(CLI::Range(0, mostPrecision));
-    app.add_option("--rates", options.rates, "JSON file of exchange rates per US dollar")->type_name("FILE");
+    app.add_option("--rates", options.rates, "JSON file of exchange rates per US dollar, or its URL")->type_name("FILE");
+    app.add_option("--coins", options.coins, "The same for crypto-currencies")->type_name("FILE");
+    auto* extensions = app.add_option("--extensions", options.extensions, "Folder of scripts (.js) to load")->type_name("DIR");
+    app.add_option("--check-extensions", checked, "Load the scripts of a folder and print what each defines")
+        ->type_name("DIR")->excludes(extensions);
     app.add_flag("--debug", options.debug, "Print how each line is calculated");
-    const std::map<std::string, Options::Color> colors{
-        {"auto", Options::Color::automatic}, {"always", Options::Color::always}, {"never", Options::Color::never}};
     app.add_option("--color", options.color, "auto, always or never")
-        ->type_name("WHEN")->transform(CLI::CheckedTransformer(colors));
+        ->type_name("WHEN")->transform(CLI::CheckedTransformer(std::map<std::string, Options::Color>(colors().begin(), colors().end())));
     app.set_version_flag("--version", "vemo " + std::string(VemoEngine::version()));
     try {
         app.parse(argc, argv);
@@ -69,6 +81,8 @@ std::variant<Options, int> parseOptions(int argc, char** argv) {
             throw CLI::ValidationError("--timezone", "'" + options.timeZone + "' is no time zone such as Europe/Berlin");
         if (!options.expressions.empty() && !options.file.empty())
             throw CLI::ValidationError("FILE", "give a file or --expression, not both");
+        options.checkExtensions = !checked.empty();
+        if (options.checkExtensions) options.extensions = checked;
     } catch (const CLI::ParseError& error) {
         return app.exit(error) == 0 ? 0 : usageError;
     }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
 #include <optional>
 #include <string>
 #include <variant>
@@ -23,12 +24,21 @@ struct Options {
     std::string timeZone;
     std::optional<Date> now;
     std::optional<std::int64_t> precision;
-    std::string rates;  // file; empty: no rates
+    std::string rates;   // file or URL of exchange rates; empty: none
+    std::string coins;   // the same for crypto-currencies
+    std::string places;  // URL of a service that knows the time zones of places; empty: the built-in ones
+    std::string extensions;        // folder; empty: no scripts
+    bool checkExtensions = false;  // of this folder, instead of a document
     bool debug = false;
     Color color = Color::automatic;
 };
 
-// The options, or the exit status of a command line that asks for help or is wrong (what there is to say has
+constexpr int mostPrecision = 999;
+
+// By the words that name them.
+const std::map<std::string, Options::Color, std::less<>>& colors();
+
+// The options of the configuration file and the command line, or the exit status of a command line that asks for help or is wrong (what there is to say has
 // been printed).
 std::variant<Options, int> parseOptions(int argc, char** argv);
 

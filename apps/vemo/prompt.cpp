@@ -31,8 +31,8 @@ std::optional<std::string> argument(std::string_view line, std::string_view comm
 
 class Session {
 public:
-    Session(VemoEngine& engine, const Context& settings, const Layout& layout)
-        : engine_(engine), settings_(settings), layout_(layout), completion_(vocabulary(engine)) {}
+    Session(VemoEngine& engine, RunLoop& loop, const Context& settings, const Layout& layout)
+        : engine_(engine), loop_(loop), settings_(settings), layout_(layout), completion_(vocabulary(engine)) {}
 
     void run() {
         std::cout << "vemo " << VemoEngine::version() << ", :help for help" << std::endl;
@@ -76,6 +76,7 @@ private:
 
     // The document as a whole: what did not change comes from the engine's cache.
     void calculate(std::u16string_view line) {
+        loop_.poll();
         document_.append(line).append(u"\n");
         Context context = settings_.copyContext();
         const auto result = engine_.calculateSync(document_, context);
@@ -87,6 +88,7 @@ private:
     }
 
     VemoEngine& engine_;
+    RunLoop& loop_;
     const Context& settings_;
     Layout layout_;
     Completion completion_;
@@ -95,8 +97,8 @@ private:
 
 }  // namespace
 
-int runPrompt(VemoEngine& engine, const Context& settings, const Layout& layout) {
-    Session(engine, settings, layout).run();
+int runPrompt(VemoEngine& engine, RunLoop& loop, const Context& settings, const Layout& layout) {
+    Session(engine, loop, settings, layout).run();
     return 0;
 }
 

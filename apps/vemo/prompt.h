@@ -7,7 +7,8 @@
 namespace vemo::cli {
 
 // Reads lines from the terminal and shows each one's result; together they are one document. Ends at the end of the
-// input or at ":quit", with the exit status. `settings` holds what every calculation begins with.
-int runPrompt(VemoEngine& engine, const Context& settings, const Layout& layout);
+// input or at ":quit", with the exit status. What is posted to the loop, the engine's executor, runs between the lines.
+// `settings` holds what every calculation begins with.
+int runPrompt(VemoEngine& engine, RunLoop& loop, const Context& settings, const Layout& layout);
 
 }  // namespace vemo::cli

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <chrono>
+#include <cstddef>
+#include <filesystem>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -17,6 +20,22 @@
 namespace vemo {
 
 class LineResult;
+
+// What scripts may take; past it they are stopped.
+struct ScriptLimits {
+    std::chrono::milliseconds evaluation{2000};  // of processor time, for one file
+    std::chrono::milliseconds call{100};         // of processor time, for one call in a line
+    std::size_t memory = std::size_t{256} << 20;  // bytes by which the process may grow meanwhile
+};
+
+// What became of a script file.
+struct Extension {
+    std::string file;                  // the path below the folder
+    std::string log;                   // its messages, each with a line feed behind it
+    std::vector<std::string> defined;  // such as "unit furlong", in the order of definition
+    bool failed = false;               // it did not come to its end
+    bool skipped = false;              // it can't be read as text; no log
+};
 
 // Hears what happens beside the answers to requests. Every call comes on the main executor.
 class VemoEngineDelegate {
@@ -41,6 +60,8 @@ public:
         bool enableQuickTypeHints = true;
         bool testMode = false;  // no timers
         bool debug = false;     // print the per-line trace
+        std::filesystem::path extensions;  // folder of user scripts; empty: none
+        ScriptLimits scriptLimits;
     };
 
     struct Result {
@@ -52,6 +73,7 @@ public:
             AttributedText attributedText() const;  // joins to the line's text
             FormattedValue formattedResult() const;
             QuickTypeData quickTypeData() const;
+            std::u16string extensionsLog() const;  // what user scripts logged while it was calculated
 
         private:
             std::shared_ptr<const LineResult> result_;
@@ -88,8 +110,18 @@ public:
     // the main executor. It never runs when there is no calculator.
     void buildQuickTypeEngine(WorkerThread thread, std::function<void(std::shared_ptr<QuickTypeEngine>)> callback);
 
+    enum class RatesFile { currency, crypto };
+    // Takes the JSON text of a rates file, as if it had been fetched: an object "rates" with the amount per US dollar by
+    // currency code. Says what is wrong with it, and changes nothing then; an empty text means that it was taken. Waits for a calculation under way.
+    std::string takeRates(RatesFile file, std::string_view json);
+
     // A first document for a new user, in the nearest language there is. On any thread.
     static std::u16string welcomeSample(std::string_view language = {});
+
+    // What the building of the worker and the loading of the user scripts said.
+    const std::string& startUpLog() const;
+    // The user scripts, in the order of their loading.
+    const std::vector<Extension>& extensions() const;
 
     // The version of the library, such as "1.2.3". On any thread.
     static std::string_view version();

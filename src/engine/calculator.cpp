@@ -6,6 +6,7 @@
 #include <span>
 
 #include "scanning/string_extractor.h"
+#include "scripting/js_runner.h"
 
 namespace vemo {
 
@@ -41,11 +42,22 @@ void Calculator::start() {
     const auto untilNextMinute = floor<minutes>(now) + 1min - now;
     minuteTimer_ = scheduler_->every(1min, [this] { later([](Calculator& self) { self.minuteTimerDing(); }); },
                                      untilNextMinute);
+    const auto receive = [this](void (Calculator::*set)(CurrencyRatesContainer)) {
+        return [this, set](CurrencyRatesContainer rates) {
+            later([set, rates = std::move(rates)](Calculator& self) { (self.*set)(rates); });
+        };
+    };
+    online_->start(receive(&Calculator::setCurrencyRates), receive(&Calculator::setCryptoRates));
 }
 
-void Calculator::retire() { minuteTimer_ = nullptr; }
+void Calculator::retire() {
+    retired_ = true;
+    minuteTimer_ = nullptr;
+    if (online_) online_->stop();
+}
 
 void Calculator::later(std::function<void(Calculator&)> change) {
+    if (!scheduler_) return change(*this);
     scheduler_->postWorker([weak = weak_from_this(), change = std::move(change)] {
         if (const auto self = weak.lock()) change(*self);
     });
@@ -53,6 +65,8 @@ void Calculator::later(std::function<void(Calculator&)> change) {
 
 Calculator::MultilineResult Calculator::calculate(std::u16string_view text, Context& document,
                                                   const std::atomic<bool>* cancelled) {
+    if (jsRunner_) jsRunner_->clearLog();
+    if (online_ && online_->geoNames()) online_->geoNames()->beginBatch();
     Context snapshot = document.copyContext();
     document.add(context_.data(), false);
     MultilineResult result;
@@ -93,6 +107,7 @@ LineResultPointer Calculator::calculateLine(std::u16string_view text, Context& d
         return known;
     }
     const std::u16string line(text);
+    const std::size_t logged = jsRunner_ ? jsRunner_->log().size() : 0;
     if (debug) trace(u"=== Debug for '" + line + u"' ===");
     Context context = document.layer();
     ElementList elements;
@@ -106,12 +121,15 @@ LineResultPointer Calculator::calculateLine(std::u16string_view text, Context& d
 
     const Value value = elements.empty() ? Value() : elements[0].value;
     const FormattedValue formatted = format(value, context);
+    const std::u16string extensionsLog = jsRunner_ ? jsRunner_->log().substr(logged) : u"";
     auto result = std::make_shared<const LineResult>(value, context.updates(), context.dependencies(),
-                                                     elements.attributedText(), formatted, context.quickTypeData(), u"");
+                                                     elements.attributedText(), formatted, context.quickTypeData(),
+                                                     extensionsLog);
     context = Context();  // no longer shares the document's data, which can then be changed in place
     document.add(result->updates(), false);
     document.addDependencies(result->dependencies());
     cacheManager_.add(result);
+    if (online_ && online_->geoNames()) lookUpPlaces(result->dependencies());
     if (debug) trace(u"---");
     return result;
 }
@@ -161,7 +179,58 @@ std::shared_ptr<QuickTypeEngine> Calculator::buildQuickTypeEngine() {
 }
 
 void Calculator::contextUpdated(Context& context) {
+    if (retired_) return;
     if (const auto delegate = delegate_.lock()) delegate->calculatorContextUpdated(context);
+}
+
+double Calculator::secondsSince2001() const {
+    constexpr double from1970 = 978307200;
+    return environment_.clock().time_since_epoch().count() - from1970;
+}
+
+void Calculator::storeRates(std::u16string_view key, std::u16string_view timeKey, CurrencyRatesContainer rates) {
+    context_.set(key, std::make_shared<const CurrencyRatesContainer>(std::move(rates)));
+    context_.set(timeKey, secondsSince2001());
+}
+
+void Calculator::setCurrencyRates(CurrencyRatesContainer rates) {
+    context_.syncUpdate([&] { storeRates(context_keys::currencyRates, context_keys::currencyRatesTime, std::move(rates)); });
+}
+
+void Calculator::setCryptoRates(CurrencyRatesContainer rates) {
+    const std::lock_guard lock(context_.mutex());
+    const bool first = !std::exchange(cryptoInitialized_, true);
+    if (first) {
+        Measurer("Crypto units", environment_.log).measure("Crypto units initialization", [&] { registerCryptoCurrencies(unitRegistry_, rates); });
+        cacheManager_.clear();  // lines were read without these units
+    }
+    context_.beginUpdates();
+    storeRates(context_keys::cryptoRates, context_keys::cryptoRatesTime, std::move(rates));
+    context_.endUpdates(!first);
+    const auto delegate = first && !retired_ ? delegate_.lock() : nullptr;
+    if (delegate) delegate->calculatorCryptoInitialized();
+}
+
+void Calculator::lookUpPlaces(const ContextMap& dependencies) {
+    dependencies.all([&](const auto& entry) {
+        if (!entry.key().starts_with(context_keys::geoName)) return true;
+        const std::u16string name(entry.key().substr(context_keys::geoName.size()));
+        if (const auto known = online_->geoNames()->known(name)) {
+            if (!known->empty()) later([name, zone = *known](Calculator& self) { self.setPlace(name, zone); });
+            return true;
+        }
+        online_->geoNames()->lookup(name, [weak = weak_from_this(), name](const std::optional<std::u16string>& zone) {
+            if (const auto self = weak.lock(); self && zone) self->setPlace(name, *zone);
+        });
+        return true;
+    });
+}
+
+void Calculator::setPlace(const std::u16string& name, const std::u16string& zone) {
+    const std::lock_guard lock(context_.mutex());
+    const std::u16string key = geoNameKey(name);
+    if (const auto* present = context_.get<std::u16string>(key); present && *present == zone) return;
+    context_.syncUpdate([&] { context_.set(key, zone); });
 }
 
 void Calculator::minuteTimerDing() {

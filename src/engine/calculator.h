@@ -12,6 +12,8 @@
 #include "evaluation/evaluator.h"
 #include "evaluation/operation_calculator.h"
 #include "functions/function_manager.h"
+#include "online/online_data.h"
+#include "online/place_names.h"
 #include "output/decimal_unit_value_formatter.h"
 #include "output/time_formatter.h"
 #include "platform/scheduler.h"
@@ -27,6 +29,9 @@
 #include "vemo/engine.h"
 
 namespace vemo {
+
+class JSRunner;
+class JSVemo;
 
 // Hears from a calculator, on any thread and usually under the lock of its context.
 class CalculatorDelegate {
@@ -59,6 +64,9 @@ public:
     void start();
     void retire();
     const Measurer& measurer() const { return measurer_; }
+    // Evaluates the scripts of a folder, holding the lock of the calculator's context for each. Before the first
+    // calculation; an empty path loads nothing.
+    std::vector<Extension> loadExtensions(const std::filesystem::path& folder);
 
     // Every line of `text`, in order; `document` is changed as the lines say. Once `cancelled` is set, the remaining
     // lines are skipped.
@@ -73,6 +81,12 @@ public:
 
     void setDelegate(std::weak_ptr<CalculatorDelegate> delegate) { delegate_ = std::move(delegate); }
     void contextUpdated(Context& context) override;
+    // New rates, which every document sees. The first crypto rates bring their units.
+    void setCurrencyRates(CurrencyRatesContainer rates);
+    void setCryptoRates(CurrencyRatesContainer rates);
+    // Runs the change on the worker's thread between calculations, so that the main executor never waits for one; at
+    // once without a scheduler.
+    void later(std::function<void(Calculator&)> change);
     // Sets the current time anew and notifies, as is done once a minute.
     void minuteTimerDing();
 
@@ -93,8 +107,10 @@ public:
     FunctionManager& functionManager() { return functionManager_; }
 
 private:
-    // Changes the calculator's own context between calculations, so that the main executor never waits for one.
-    void later(std::function<void(Calculator&)> change);
+    double secondsSince2001() const;
+    void storeRates(std::u16string_view key, std::u16string_view timeKey, CurrencyRatesContainer rates);
+    void lookUpPlaces(const ContextMap& dependencies);
+    void setPlace(const std::u16string& name, const std::u16string& zone);
     void registerExtractors();
     void registerEvaluators();
     void registerFormatters();
@@ -115,6 +131,10 @@ private:
 
     QuickTypeCollector quickTypeCollector_;
     Localizer localizer_;
+    PlaceNames placeNames_;
+    std::unique_ptr<OnlineData> online_;  // null without a scheduler
+    bool cryptoInitialized_ = false;      // guarded by the context's lock
+    std::atomic<bool> retired_ = false;
     StringRangeDetector stringRangeDetector_;
     DecimalParser decimalParser_;
     ScientificParser scientificParser_;
@@ -133,6 +153,8 @@ private:
     SortedList<std::shared_ptr<const Extractor>> extractors_;
     SortedList<std::shared_ptr<const Evaluator>> evaluators_;
     SortedList<std::shared_ptr<const ValueFormatter>> formatters_;
+    std::unique_ptr<JSVemo> jsVemo_;      // null without scripts
+    std::unique_ptr<JSRunner> jsRunner_;  // null without scripts
     std::size_t evaluationDepth_ = 0;
     std::unique_ptr<Scheduler::Timer> minuteTimer_;  // goes before what its ticks use
 };

@@ -6,6 +6,7 @@
 #include "evaluation/time_zone_evaluator.h"
 #include "functions/function_catalogue.h"
 #include "output/date_formatter.h"
+#include "online/geo_names_parser.h"
 #include "platform/system.h"
 #include "quicktype/expression_evaluator.h"
 #include "scanning/date_extractor.h"
@@ -13,6 +14,8 @@
 #include "scanning/structural_extractors.h"
 #include "scanning/time_zone_extractor.h"
 #include "scanning/vocabulary_extractors.h"
+#include "scripting/extensions.h"
+#include "scripting/js_runner.h"
 
 namespace vemo {
 
@@ -31,6 +34,8 @@ Calculator::Calculator(const Config& config, Environment environment, Scheduler*
       localZone_(TimeZoneRules::find(toUtf16(environment_.timeZone))),
       measurer_("Calculator initialization", environment_.log),
       localizer_(environment_.language, environment_.resources, environment_.log),
+      placeNames_(localizer_, environment_.language),
+      online_(scheduler && !config.testMode ? std::make_unique<OnlineData>(*scheduler, environment_) : nullptr),
       decimalParser_(LocaleInfo::forIdentifier(environment_.locale)),
       scientificParser_(decimalParser_),
       operatorCollection_(stringRangeDetector_, hintsFor(config, quickTypeCollector_)),
@@ -39,7 +44,7 @@ Calculator::Calculator(const Config& config, Environment environment, Scheduler*
       unitRegistry_(unitManager_, unitConverter_, hintsFor(config, quickTypeCollector_)),
       scaleManager_(stringRangeDetector_, hintsFor(config, quickTypeCollector_)),
       functionManager_(stringRangeDetector_, hintsFor(config, quickTypeCollector_)),
-      numberFormatter_(environment_.locale),
+      numberFormatter_(environment_.locale, environment_.language),
       decimalUnitValueFormatter_(numberFormatter_, unitManager_, unitConverter_),
       timeFormatter_(decimalUnitValueFormatter_) {}
 
@@ -66,6 +71,14 @@ void Calculator::initialize() {
     for (const auto& [name, step] : steps) measurer_.measure(name, step);
     stringRangeDetector_.setSimplifiedWordRangesDetection(false);
     context_.setDelegate(this);
+}
+
+std::vector<Extension> Calculator::loadExtensions(const std::filesystem::path& folder) {
+    return vemo::loadExtensions(folder, context_.mutex(), [&]() -> std::pair<JSRunner&, JSVemo&> {
+        if (!jsVemo_) jsVemo_ = std::make_unique<JSVemo>(context_, unitRegistry_, functionManager_);
+        if (!jsRunner_) jsRunner_ = std::make_unique<JSRunner>(*jsVemo_, config_.scriptLimits, environment_.log);
+        return {*jsRunner_, *jsVemo_};
+    });
 }
 
 void Calculator::registerDates() {
@@ -125,6 +138,7 @@ void Calculator::registerEvaluators() {
     evaluators_.add(std::make_shared<QuickTypeExpressionEvaluator>());
     evaluators_.add(std::make_shared<EmptyDependenciesEvaluator>(stringRangeDetector_));
     evaluators_.add(std::make_shared<ParenthesesEvaluator>());
+    evaluators_.add(std::make_shared<GeoNamesParser>(online_ && online_->geoNames() ? nullptr : &placeNames_));
     evaluators_.add(std::make_shared<AssignmentEvaluator>(operationCalculator_));
     evaluators_.add(std::make_shared<OperationEvaluator>(operationCalculator_));
     evaluators_.add(std::make_shared<ScaleEvaluator>(scaleManager_));

@@ -3,9 +3,11 @@
 
 #include "engine/calculator.h"
 #include "engine/worker.h"
+#include "online/rates_file.h"
 #include "platform/scheduler.h"
 #include "platform/text.h"
 #include "scanning/localizer.h"
+#include "scripting/extensions.h"
 
 namespace vemo {
 
@@ -25,12 +27,19 @@ struct Request {
     VemoEngine::Callback callback;
 };
 
-std::shared_ptr<Calculator> build(const Environment& environment, const VemoEngine::Config& config,
-                                  Scheduler* scheduler) {
-    auto calculator = std::make_shared<Calculator>(config, environment, scheduler);
-    const std::lock_guard lock(calculator->context().mutex());
-    calculator->initialize();
-    return calculator;
+struct Built {
+    std::shared_ptr<Calculator> calculator;
+    std::vector<Extension> extensions;
+};
+
+Built build(const Environment& environment, const VemoEngine::Config& config, Scheduler* scheduler) {
+    Built built{std::make_shared<Calculator>(config, environment, scheduler), {}};
+    {
+        const std::lock_guard lock(built.calculator->context().mutex());
+        built.calculator->initialize();
+    }
+    built.extensions = built.calculator->loadExtensions(config.extensions);
+    return built;
 }
 
 }  // namespace
@@ -52,10 +61,10 @@ public:
         // The task owns neither the engine nor the worker: they end on the main executor only.
         scheduler_->postBackground([environment = environment_, config, scheduler = scheduler_.get(), core = weak_from_this(),
                                     worker = std::weak_ptr(worker_)] {
-            scheduler->postMain([core, worker, calculator = build(environment, config, scheduler)] {
+            scheduler->postMain([core, worker, built = build(environment, config, scheduler)] {
                 const auto engine = core.lock();
                 const auto current = worker.lock();
-                if (engine && current && engine->worker_ == current) engine->adopt(current, calculator);
+                if (engine && current && engine->worker_ == current) engine->adopt(current, built);
             });
         });
     }
@@ -85,15 +94,26 @@ public:
         if (!calculator) return;
         if (!scheduler_ || thread == VemoEngine::WorkerThread::main) return callback(calculator->buildQuickTypeEngine());
         scheduler_->postBackground([calculator = std::move(calculator), scheduler = scheduler_.get(),
-                                    core = weak_from_this(), callback = std::move(callback)]() mutable {
-            auto built = calculator->buildQuickTypeEngine();
-            // The calculator ends on the main executor only.
-            scheduler->postMain([calculator = std::move(calculator), core = std::move(core),
-                                 callback = std::move(callback), built = std::move(built)] {
+                                    core = weak_from_this(), callback = std::move(callback)] {
+            scheduler->postMain([core, callback, built = calculator->buildQuickTypeEngine()] {
                 if (core.lock()) callback(built);
             });
         });
     }
+
+    std::string takeRates(VemoEngine::RatesFile file, std::string_view json) {
+        const auto calculator = worker_ ? worker_->calculator() : nullptr;
+        if (!calculator) return "there is no worker yet";
+        auto parsed = parseRates(json);
+        if (const auto* problem = std::get_if<std::string>(&parsed)) return *problem;
+        auto& rates = std::get<CurrencyRatesContainer>(parsed);
+        if (file == VemoEngine::RatesFile::currency) calculator->setCurrencyRates(std::move(rates));
+        else calculator->setCryptoRates(std::move(rates));
+        return "";
+    }
+
+    const std::string& startUpLog() const { return startUpLog_; }
+    const std::vector<Extension>& extensions() const { return extensions_; }
 
     // After this, nothing of the engine's runs off the main executor.
     void close() {
@@ -124,10 +144,14 @@ private:
         if (delegate) notify(*delegate);
     }
 
-    void adopt(const std::shared_ptr<VemoWorker>& worker, std::shared_ptr<Calculator> calculator) {
-        calculator->setDelegate(weak_from_this());
-        calculator->start();
-        worker->setCalculator(std::move(calculator));
+    void adopt(const std::shared_ptr<VemoWorker>& worker, Built built) {
+        const auto self = shared_from_this();  // the delegate may destroy the engine
+        built.calculator->setDelegate(weak_from_this());
+        built.calculator->start();
+        worker->setCalculator(std::move(built.calculator));
+        extensions_ = std::move(built.extensions);
+        startUpLog_ = vemo::startUpLog(extensions_);
+        tell(weak_from_this(), [this](VemoEngineDelegate& delegate) { delegate.engineLog(startUpLog_); });
         if (request_) startRequest();
         tell(weak_from_this(), [](VemoEngineDelegate& delegate) { delegate.engineInitialized(); });
     }
@@ -157,6 +181,8 @@ private:
     std::weak_ptr<VemoEngineDelegate> delegate_;
     std::unique_ptr<Scheduler> scheduler_;  // null without a main executor
     std::shared_ptr<VemoWorker> worker_;
+    std::string startUpLog_;
+    std::vector<Extension> extensions_;
     std::shared_ptr<Request> request_;  // the latest one that is not answered
 };
 
@@ -186,6 +212,7 @@ std::optional<VemoEngine::Result> VemoEngine::calculateSync(std::u16string_view 
 AttributedText VemoEngine::Result::Line::attributedText() const { return result_->attributedText(); }
 FormattedValue VemoEngine::Result::Line::formattedResult() const { return result_->formattedValue(); }
 QuickTypeData VemoEngine::Result::Line::quickTypeData() const { return result_->quickTypeData(); }
+std::u16string VemoEngine::Result::Line::extensionsLog() const { return std::u16string(result_->extensionsLog()); }
 
 void VemoEngine::buildQuickTypeEngine(WorkerThread thread,
                                       std::function<void(std::shared_ptr<QuickTypeEngine>)> callback) {
@@ -195,6 +222,11 @@ void VemoEngine::buildQuickTypeEngine(WorkerThread thread,
 std::u16string VemoEngine::welcomeSample(std::string_view language) {
     return Localizer(language).translationOrBase(u"sample.welcome", u"Samples");
 }
+
+std::string VemoEngine::takeRates(RatesFile file, std::string_view json) { return state_->core->takeRates(file, json); }
+
+const std::string& VemoEngine::startUpLog() const { return state_->core->startUpLog(); }
+const std::vector<Extension>& VemoEngine::extensions() const { return state_->core->extensions(); }
 
 std::string_view VemoEngine::version() { return VEMO_VERSION; }
 

@@ -16,8 +16,10 @@ VemoWorkerOperation::VemoWorkerOperation(std::shared_ptr<Calculator> calculator,
       callback_(std::move(callback)) {}
 
 Calculator::MultilineResult VemoWorkerOperation::calculate() {
-    const std::lock_guard lock(calculator_->context().mutex());
-    return calculator_->calculate(*text_, *context_, &cancelled_);
+    // Let go here: a calculator must not outlive the engine's threads in a result that waits to be delivered.
+    const auto calculator = std::move(calculator_);
+    const std::lock_guard lock(calculator->context().mutex());
+    return calculator->calculate(*text_, *context_, &cancelled_);
 }
 
 void VemoWorkerOperation::deliver(Calculator::MultilineResult result) {

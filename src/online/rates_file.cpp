@@ -12,6 +12,7 @@ namespace {
 // Outside, a rate is a mistake: results would overflow or vanish.
 constexpr double smallestRate = 1e-12;
 constexpr double largestRate = 1e15;
+constexpr std::size_t largestFile = std::size_t(16) << 20;
 constexpr std::size_t longestCode = 16;   // bytes
 constexpr std::size_t mostRates = 100'000;
 
@@ -20,6 +21,7 @@ class RatesHandler : public nlohmann::json_sax<nlohmann::json> {
 public:
     CurrencyRatesContainer container;
     bool found = false;
+    bool tooMany = false;
 
     bool null() override { return true; }
     bool boolean(bool) override { return true; }
@@ -56,7 +58,10 @@ private:
     bool rate(double value) {
         if (!inRates_ || depth_ != 2) return true;
         if (!(value >= smallestRate && value <= largestRate) || key_.empty() || key_.size() > longestCode) return true;
-        if (container.rates.size() >= mostRates) return false;
+        if (container.rates.size() >= mostRates) {
+            tooMany = true;
+            return false;
+        }
         container.rates.insert_or_assign(toUtf16(key_), DecimalNumber::fromDouble(value));
         return true;
     }
@@ -69,8 +74,9 @@ private:
 }  // namespace
 
 std::variant<CurrencyRatesContainer, std::string> parseRates(std::string_view json) {
+    if (json.size() > largestFile) return "is larger than 16 MiB";
     RatesHandler handler;
-    if (!nlohmann::json::sax_parse(json, &handler)) return "not JSON";
+    if (!nlohmann::json::sax_parse(json, &handler)) return handler.tooMany ? "has too many rates" : "not JSON";
     if (!handler.found) return "has no object \"rates\"";
     return std::move(handler.container);
 }

@@ -19,7 +19,6 @@ void append(std::string& bytes, std::uint64_t value, std::size_t width) {
 }
 
 void appendInteger(std::string& bytes, std::uint64_t value) {
-    // Eight bytes are read as signed.
     const std::size_t width = widthOf(value);
     bytes += static_cast<char>(0x10 | (width == 8 ? 3 : width == 4 ? 2 : width == 2 ? 1 : 0));
     append(bytes, value, width);

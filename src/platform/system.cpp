@@ -22,6 +22,13 @@ std::string firstSet(std::initializer_list<const char*> names) {
     return {};
 }
 
+std::filesystem::path cacheFolder() {
+    const std::string cache = firstSet({"XDG_CACHE_HOME"});
+    if (cache.starts_with('/')) return std::filesystem::path(cache) / "vemo";
+    const std::string home = firstSet({"HOME"});
+    return home.empty() ? std::filesystem::path() : std::filesystem::path(home) / ".cache" / "vemo";
+}
+
 bool isNeutral(std::string_view locale) { return locale.empty() || locale.starts_with("C") || locale == "POSIX"; }
 
 std::string hostTimeZone() {
@@ -46,6 +53,7 @@ Environment withDefaults(Environment environment) {
         if (environment.log) environment.log("No time zone is called '" + environment.timeZone + "': UTC is used.");
         environment.timeZone = "UTC";
     }
+    if (environment.caches.empty()) environment.caches = cacheFolder();
     if (!environment.clock) {
         environment.clock = [] { return Date(std::chrono::system_clock::now()); };
     }

@@ -41,6 +41,9 @@ public:
     // In text order, not overlapping; `zone` is the local one.
     std::vector<DetectedDate> detect(std::u16string_view text, Date now, const TimeZoneRules& zone) const;
 
+    // "2027/3/4" is how the locale writes dates.
+    bool writesYearFirst() const { return order_ == DateOrder::yearMonthDay; }
+
 private:
     DateVocabulary vocabulary_;
     DateOrder order_;

@@ -13,7 +13,7 @@ namespace vemo {
 
 class Localizer;
 
-// Dates and clock times. One with a colon wins over a label and over operator symbols.
+// Dates and clock times. One with a colon, or a whole numeric date, wins over a label and over operator symbols.
 class DateExtractor : public Extractor {
 public:
     // `zone` is the local time zone; null yields nothing.

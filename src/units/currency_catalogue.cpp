@@ -69,6 +69,14 @@ void appendCldrNames(const std::u16string& code, const std::string& language, st
     }
 }
 
+bool isListed(std::u16string_view code) {
+    for (std::size_t at = codes.find(code); at != codes.npos; at = codes.find(code, at + 1)) {
+        const std::size_t end = at + code.size();
+        if ((at == 0 || codes[at - 1] == u' ') && (end == codes.size() || codes[end] == u' ')) return true;
+    }
+    return false;
+}
+
 bool hasTableEntry(const Localizer& localizer, const std::u16string& key) {
     return localizer.translationOrBase(key, table) != key;
 }
@@ -103,6 +111,22 @@ void registerCurrencies(UnitRegistry& registry, const Localizer& localizer, std:
         unit.fromBaseValueConverter = usdToCurrencyConverter(code, u"currency_rates_update_time", u"currency_rates");
         registry.registerUnit(unit, true, false);
         if (registry.hints()) offer(unit, *registry.hints());
+    }
+}
+
+void registerCryptoCurrencies(UnitRegistry& registry, const CurrencyRatesContainer& rates) {
+    for (const auto& [code, rate] : rates.rates) {
+        // A code that is another unit's symbol ("MB") would take it.
+        if (isListed(code) || registry.manager().phraseDetector().find(code)) continue;
+        Unit unit;
+        unit.id = code;
+        unit.phrases = {code};
+        unit.format = code;
+        unit.baseUnitId = u"USD";
+        unit.toBaseValueConverter = currencyToUsdConverter(code, u"crypto_rates_update_time", u"crypto_rates");
+        unit.fromBaseValueConverter = usdToCurrencyConverter(code, u"crypto_rates_update_time", u"crypto_rates");
+        registry.registerUnit(unit, true, false);
+        if (registry.hints()) registry.hints()->add(code, -1);
     }
 }
 

@@ -44,6 +44,10 @@ void registerScreenUnits(UnitRegistry& registry, const Localizer& localizer, Con
 // lack come from CLDR, in the given language and in English.
 void registerCurrencies(UnitRegistry& registry, const Localizer& localizer, std::string_view language);
 
+// Registers the codes of a rates file that are no currencies of the catalogue, converted by the rates under
+// "crypto_rates".
+void registerCryptoCurrencies(UnitRegistry& registry, const CurrencyRatesContainer& rates);
+
 // The square (2) or cubic (3) variant of a length.
 Unit poweredVariant(const Unit& unit, int power, const std::vector<std::u16string>& templates,
                     std::u16string_view powerFormat, const Log& log);

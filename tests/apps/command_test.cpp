@@ -7,6 +7,7 @@
 #include <array>
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
 #include <fstream>
 #include <nlohmann/json.hpp>
 
@@ -88,6 +89,23 @@ TEST(Command, readsRates) {
     std::ofstream(file) << "{";
     EXPECT_EQ(run("--rates " + file + " -e 1").status, 2);
     EXPECT_EQ(run("--rates /no/such/file -e 1").output, "vemo: /no/such/file: cannot be read\n");
+}
+
+TEST(Command, loadsAndChecksScripts) {
+    const std::string folder = testing::TempDir() + "vemo_command_scripts";
+    std::filesystem::create_directories(folder);
+    std::ofstream(folder + "/a.js") << "vemo.setVariable('seven', 7)\nlog('ready')\nnonsense()";
+    EXPECT_EQ(run("--extensions " + folder + " -e 'seven + 1'").output,
+              "vemo: a.js: ready\nvemo: a.js: Error on line 3: ReferenceError: Can't find variable: nonsense\nseven + 1  8\n");
+    const Outcome failed = run("--check-extensions " + folder);
+    EXPECT_EQ(failed.status, 1);
+    EXPECT_EQ(failed.output,
+              "a.js: failed\n    variable seven\n    | ready\n    | Error on line 3: ReferenceError: Can't find variable: nonsense\n");
+    std::ofstream(folder + "/a.js") << "vemo.addUnit({id: 'lap', phrases: 'lap'})";
+    EXPECT_EQ(run("--check-extensions " + folder).output, "a.js: loaded\n    unit lap\n");
+    EXPECT_EQ(run("--check-extensions " + folder).status, 0);
+    std::filesystem::remove_all(folder);
+    EXPECT_EQ(run("--extensions " + folder + " -e 1").status, 2);
 }
 
 TEST(Command, colorsOnlyWhenAsked) {

@@ -17,6 +17,7 @@ namespace {
 struct Document {
     Environment environment = fixedEnvironment();
     std::shared_ptr<CurrencyRatesContainer> rates;
+    std::filesystem::path extensions;
     std::u16string text;
     std::vector<std::pair<int, std::string>> expected;  // by line of the file
 };
@@ -32,7 +33,7 @@ Date instant(const std::string& text) {
 }
 
 // A header line: "@locale de_DE", "@language de", "@timezone UTC", "@now 2026-11-24T13:00:00Z",
-// "@rates EUR=0.9 JPY=150".
+// "@rates EUR=0.9 JPY=150", and "@extensions FOLDER" of scripts, below the project's.
 void readHeader(const std::string& line, Document& document) {
     std::istringstream words(line);
     std::string key, word;
@@ -50,6 +51,7 @@ void readHeader(const std::string& line, Document& document) {
     else if (key == "@language") document.environment.language = word;
     else if (key == "@timezone") document.environment.timeZone = word;
     else if (key == "@now") document.environment.clock = [now = instant(word)] { return now; };
+    else if (key == "@extensions") document.extensions = std::filesystem::path(VEMO_TEST_DATA_DIR) / ".." / word;
     else FAIL() << "unknown header " << line;
 }
 
@@ -79,7 +81,9 @@ void check(const std::filesystem::path& path) {
     VemoEngine engine(document.environment);
     VemoEngine::Config config;
     config.testMode = true;
+    config.extensions = document.extensions;
     engine.buildVemoWorker(config);
+    for (const Extension& extension : engine.extensions()) EXPECT_EQ(extension.log, "") << extension.file;
     for (const char* run : {"cold", "cached"}) {
         Context context;
         if (document.rates) {

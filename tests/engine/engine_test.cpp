@@ -87,7 +87,7 @@ TEST_F(Engine, answersARequestMadeBeforeTheWorkerIsReady) {
     ask(u"2 + 2");
     build();
     awaitAnswer();
-    EXPECT_THAT(events, ElementsAre("initialized", "4;"));
+    EXPECT_THAT(events, ElementsAre("log Initialization...\n", "initialized", "4;"));
 }
 
 TEST_F(Engine, answersOnlyTheLatestOfABurst) {

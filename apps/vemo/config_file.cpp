@@ -1,0 +1,83 @@
+// SPDX-License-Identifier: MIT
+#include "config_file.h"
+
+#include <cstdlib>
+#include <filesystem>
+#include <functional>
+
+#define TOML_EXCEPTIONS 0
+#include <toml++/toml.h>
+
+namespace vemo::cli {
+
+namespace {
+
+// Takes a value; says what was expected when it is none of that.
+using Setter = std::function<std::string(const toml::node&, Options&)>;
+
+template <class Member>
+Setter text(Member Options::*member) {
+    return [member](const toml::node& node, Options& options) -> std::string {
+        const auto value = node.value_exact<std::string>();
+        if (!value) return "a text";
+        options.*member = *value;
+        return "";
+    };
+}
+
+std::string setPrecision(const toml::node& node, Options& options) {
+    const auto digits = node.value_exact<std::int64_t>();
+    if (!digits || *digits < 0 || *digits > mostPrecision) return "a number from 0 to " + std::to_string(mostPrecision);
+    options.precision = *digits;
+    return "";
+}
+
+std::string setColor(const toml::node& node, Options& options) {
+    const auto value = node.value_exact<std::string>();
+    const auto found = value ? colors().find(*value) : colors().end();
+    if (found == colors().end()) return "auto, always or never";
+    options.color = found->second;
+    return "";
+}
+
+const std::map<std::string, Setter, std::less<>>& setters() {
+    static const std::map<std::string, Setter, std::less<>> table{
+        {"locale", text(&Options::locale)},         {"language", text(&Options::language)},
+        {"timezone", text(&Options::timeZone)},     {"precision", setPrecision},
+        {"extensions", text(&Options::extensions)}, {"rates", text(&Options::rates)},
+        {"coins", text(&Options::coins)},           {"places", text(&Options::places)},
+        {"color", setColor},
+    };
+    return table;
+}
+
+std::string at(const std::string& file, const toml::source_region& where) {
+    return file + ":" + std::to_string(where.begin.line) + ": ";
+}
+
+}  // namespace
+
+std::string configFile() {
+    const char* folder = std::getenv("XDG_CONFIG_HOME");
+    if (folder && *folder == '/') return std::string(folder) + "/vemo/config.toml";
+    const char* home = std::getenv("HOME");
+    return home && *home ? std::string(home) + "/.config/vemo/config.toml" : "";
+}
+
+std::string readConfig(const std::string& file, Options& options) {
+    std::error_code error;
+    if (file.empty() || !std::filesystem::exists(file, error)) return "";
+    if (!std::filesystem::is_regular_file(file, error)) return file + ": is no file";
+    const toml::parse_result parsed = toml::parse_file(file);
+    if (!parsed) return at(file, parsed.error().source()) + std::string(parsed.error().description());
+    for (const auto& [key, node] : parsed.table()) {
+        const std::string name(key.str());
+        const auto setter = setters().find(name);
+        if (setter == setters().end()) return at(file, key.source()) + "there is no key '" + name + "'";
+        const std::string expected = setter->second(node, options);
+        if (!expected.empty()) return at(file, node.source()) + "'" + name + "' takes " + expected;
+    }
+    return "";
+}
+
+}  // namespace vemo::cli

@@ -1,0 +1,38 @@
+// SPDX-License-Identifier: MIT
+#include "extensions.h"
+
+#include <algorithm>
+#include <iostream>
+#include <sstream>
+
+namespace vemo::cli {
+
+bool isFolder(const std::string& path) {
+    std::error_code error;
+    if (std::filesystem::is_directory(path, error)) return true;
+    std::cerr << "vemo: " << path << ": not a folder\n";
+    return false;
+}
+
+void printLogs(std::ostream& out, const std::vector<Extension>& extensions) {
+    for (const Extension& extension : extensions) {
+        if (extension.skipped) out << "vemo: " << extension.file << ": cannot be read as text\n";
+        std::istringstream messages(extension.log);
+        for (std::string message; std::getline(messages, message);)
+            out << "vemo: " << extension.file << ": " << message << '\n';
+    }
+}
+
+bool report(std::ostream& out, const std::vector<Extension>& extensions) {
+    const auto unusable = [](const Extension& extension) { return extension.failed || extension.skipped; };
+    for (const Extension& extension : extensions) {
+        out << extension.file << (unusable(extension) ? ": failed\n" : ": loaded\n");
+        for (const std::string& defined : extension.defined) out << "    " << defined << '\n';
+        if (extension.skipped) out << "    cannot be read as text\n";
+        std::istringstream messages(extension.log);
+        for (std::string message; std::getline(messages, message);) out << "    | " << message << '\n';
+    }
+    return std::none_of(extensions.begin(), extensions.end(), unusable);
+}
+
+}  // namespace vemo::cli

@@ -1,0 +1,21 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <iosfwd>
+#include <string>
+#include <vector>
+
+#include "vemo/engine.h"
+
+namespace vemo::cli {
+
+// False where there is no such folder, which has been said.
+bool isFolder(const std::string& path);
+
+// The messages of the scripts, each behind the name of its file.
+void printLogs(std::ostream& out, const std::vector<Extension>& extensions);
+
+// What each script defined and said. False when one of them failed.
+bool report(std::ostream& out, const std::vector<Extension>& extensions);
+
+}  // namespace vemo::cli

@@ -1,0 +1,59 @@
+// SPDX-License-Identifier: MIT
+#include "online.h"
+
+#include <optional>
+
+namespace vemo::cli {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr auto longestWaitForRates = 5000ms;
+constexpr auto longestWaitForPlaces = 2000ms;
+constexpr auto step = 5ms;
+
+}  // namespace
+
+bool isUrl(const std::string& source) { return source.starts_with("http://") || source.starts_with("https://"); }
+
+std::shared_ptr<Online> Online::forOptions(const Options& options) {
+    auto online = std::make_shared<Online>();
+    if (isUrl(options.rates)) online->sources_.currencyRates = options.rates;
+    if (isUrl(options.coins)) online->sources_.cryptoRates = options.coins;
+    online->sources_.timeZones = options.places;
+    return online->sources_ == Sources() ? nullptr : online;
+}
+
+void Online::hear(std::string_view message) {
+    // The loader says these on the main loop.
+    if (message.starts_with("Started download ")) ++downloads_, ++unread_;
+    else if (message.starts_with("Failed to download ")) --downloads_;
+    else if (message.starts_with("Download finished for ")) --downloads_, ++unread_;
+    else if (message.starts_with("Processing data for ")) --unread_;
+}
+
+void Online::runUntil(const std::function<bool()>& done, std::chrono::milliseconds atMost) {
+    const auto end = std::chrono::steady_clock::now() + atMost;
+    while (!done() && std::chrono::steady_clock::now() < end) loop_->runFor(step);
+}
+
+VemoEngine::Result Online::calculate(VemoEngine& engine, std::u16string_view text, const Context& context) {
+    runUntil([&] { return initialized_ && downloads_ <= 0 && unread_ <= 0; }, longestWaitForRates);
+    const auto answer = [&] {
+        std::optional<VemoEngine::Result> result;
+        engine.calculate(text, context, [&](VemoEngine::Result answered) {
+            result = std::move(answered);
+            loop_->stop();
+        });
+        while (!result) loop_->run();
+        return *std::move(result);
+    };
+    updated_ = false;
+    auto result = answer();
+    if (sources_.timeZones.empty()) return result;
+    runUntil([&] { return updated_; }, longestWaitForPlaces);
+    return updated_ ? answer() : result;
+}
+
+}  // namespace vemo::cli

@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: MIT
+#include "online/online_data.h"
+
+namespace vemo {
+
+namespace {
+
+// The URL of a rates file, or nothing.
+std::string sourceOf(const std::string& url, const std::string& host, std::string_view path) {
+    if (!url.empty() || host.empty()) return url;
+    const std::string base = host.find("://") == host.npos ? "https://" + host : host;
+    return base.substr(0, base.find_last_not_of('/') + 1) + std::string(path);
+}
+
+}  // namespace
+
+OnlineData::OnlineData(Scheduler& scheduler, const Environment& environment)
+    : sources_(environment.sources),
+      client_(std::make_shared<HttpClient>()),
+      currency_(std::make_shared<CurrencyRatesLoader>(scheduler, *client_, environment.caches, environment.log)),
+      crypto_(std::make_shared<CryptoRatesLoader>(scheduler, *client_, environment.caches, environment.log)) {
+    if (sources_.timeZones.empty()) return;
+    auto service = std::make_shared<GeoNamesService>(scheduler, client_, sources_.timeZones, environment.log);
+    geoNames_ = std::make_shared<GeoNamesManager>(scheduler, std::move(service));
+}
+
+void OnlineData::start(CurrencyRatesLoader::Deliver currency, CurrencyRatesLoader::Deliver crypto) {
+    const std::string currencyUrl = sourceOf(sources_.currencyRates, sources_.ratesHost, "/rates/currency.json");
+    const std::string cryptoUrl = sourceOf(sources_.cryptoRates, sources_.ratesHost, "/rates/coins2.json");
+    if (!currencyUrl.empty()) currency_->start(currencyUrl, std::move(currency));
+    if (!cryptoUrl.empty()) crypto_->start(cryptoUrl, std::move(crypto));
+}
+
+void OnlineData::stop() {
+    currency_->stop();
+    crypto_->stop();
+}
+
+}  // namespace vemo

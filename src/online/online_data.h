@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <memory>
+
+#include "online/geo_names_manager.h"
+#include "online/rates_loaders.h"
+#include "vemo/environment.h"
+
+namespace vemo {
+
+// What a calculator fetches from the sources of its environment. Where none is configured, nothing starts.
+class OnlineData {
+public:
+    // `scheduler` must outlive this.
+    OnlineData(Scheduler& scheduler, const Environment& environment);
+
+    // Starts the rates, whose receivers run on the main executor until `stop`. Both belong there, too.
+    void start(CurrencyRatesLoader::Deliver currency, CurrencyRatesLoader::Deliver crypto);
+    void stop();
+
+    // Null without a source of places.
+    GeoNamesManager* geoNames() const { return geoNames_.get(); }
+
+private:
+    Sources sources_;
+    std::shared_ptr<HttpClient> client_;
+    std::shared_ptr<CurrencyRatesLoader> currency_;
+    std::shared_ptr<CryptoRatesLoader> crypto_;
+    std::shared_ptr<GeoNamesManager> geoNames_;
+};
+
+}  // namespace vemo

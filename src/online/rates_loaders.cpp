@@ -1,0 +1,55 @@
+// SPDX-License-Identifier: MIT
+#include "online/rates_loaders.h"
+
+#include "online/rates_file.h"
+#include "platform/text.h"
+
+namespace vemo {
+
+namespace {
+
+constexpr std::chrono::seconds interval{21600};
+constexpr int loggedRates = 3;
+
+std::string problemOf(std::string_view bytes) {
+    const auto rates = parseRates(bytes);
+    const auto* problem = std::get_if<std::string>(&rates);
+    return problem ? *problem : std::string();
+}
+
+}  // namespace
+
+CurrencyRatesLoader::CurrencyRatesLoader(Scheduler& scheduler, HttpClient& client, const std::filesystem::path& caches,
+                                         Log log)
+    : log_(log), fileLoader_(std::make_shared<PeriodicFileLoader>(scheduler, client, caches, problemOf, std::move(log))) {}
+
+void CurrencyRatesLoader::start(const std::string& url, Deliver deliver) {
+    const auto handle = [weak = weak_from_this(), deliver = std::move(deliver)](const std::string* bytes) {
+        const auto self = weak.lock();
+        if (!self || !bytes) return;
+        auto rates = parseRates(*bytes);
+        if (const auto* problem = std::get_if<std::string>(&rates)) {
+            if (self->log_) self->log_("Cached rates are no use: " + *problem);
+            return;
+        }
+        auto& container = std::get<CurrencyRatesContainer>(rates);
+        self->received(container);
+        deliver(std::move(container));
+    };
+    fileLoader_->start(url, handle, interval);
+}
+
+void CryptoRatesLoader::received(const CurrencyRatesContainer& rates) {
+    if (!log()) return;
+    int logged = 0;
+    for (const auto& [code, rate] : rates.rates) {
+        if (logged++ == loggedRates) break;
+        log()("Rates for " + toUtf8(code) + " = " + rate.toString());
+    }
+    if (!first_) return;
+    first_ = false;
+    const std::chrono::duration<double> elapsed = std::chrono::steady_clock::now() - started_;
+    log()("Measure CryptoRatesLoader initial load: " + std::to_string(elapsed.count()));
+}
+
+}  // namespace vemo

@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <filesystem>
+#include <mutex>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "platform/function_ref.h"
+#include "vemo/engine.h"
+
+namespace vemo {
+
+class JSRunner;
+class JSVemo;
+
+// Evaluates the files of a folder and of those below it whose extension is exactly "js", in the order of their
+// paths, each under `lock`. `scripts` gives who does it; it is not called when there is no such file.
+std::vector<Extension> loadExtensions(const std::filesystem::path& folder, std::recursive_mutex& lock,
+                                      FunctionRef<std::pair<JSRunner&, JSVemo&>()> scripts);
+
+// What the start-up says about them.
+std::string startUpLog(const std::vector<Extension>& extensions);
+
+}  // namespace vemo

@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: MIT
+#include "scripting/javascript_function.h"
+
+namespace vemo {
+
+JavaScriptFunction::JavaScriptFunction(std::shared_ptr<ScriptContext> script, JSObjectRef function,
+                                       std::chrono::milliseconds limit, Report report)
+    : script_(std::move(script)), function_(function), limit_(limit), report_(std::move(report)) {
+    script_->js().JSValueProtect(script_->context(), function_);
+}
+
+JavaScriptFunction::~JavaScriptFunction() { script_->js().JSValueUnprotect(script_->context(), function_); }
+
+std::optional<Value> JavaScriptFunction::evaluate(const std::vector<Value>& values, Context&) const {
+    const ScriptContext::Run run(*script_, limit_);
+    const JavaScriptCore& js = script_->js();
+    const JSContextRef context = script_->context();
+    JSValueRef exception = nullptr;
+    const JSObjectRef array = js.JSObjectMakeArray(context, 0, nullptr, &exception);
+    for (std::size_t i = 0; array && i < values.size(); ++i)
+        js.JSObjectSetPropertyAtIndex(context, array, static_cast<unsigned>(i), script_->object(values[i]), &exception);
+    std::optional<Value> result;
+    if (!exception) {
+        const JSValueRef argument = array;
+        const JSValueRef returned = js.JSObjectCallAsFunction(context, function_, nullptr, 1, &argument, &exception);
+        if (!exception && !script_->isAbsent(returned)) result = script_->value(returned, &exception);
+    }
+    if (!exception && script_->stopReason().empty()) return result;
+    report_(script_->message(exception));
+    return std::nullopt;
+}
+
+}  // namespace vemo

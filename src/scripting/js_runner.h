@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "scripting/js_vemo.h"
+#include "vemo/engine.h"
+
+namespace vemo {
+
+class ScriptContext;
+
+// Runs a calculator's scripts. The JavaScript engine is loaded and started by the first of them. Used under the
+// lock of the calculator's context.
+class JSRunner {
+public:
+    // `systemLog` hears every message too. `library` is the JavaScript engine's.
+    JSRunner(JSVemo& jsVemo, const ScriptLimits& limits, Log systemLog, std::string library = {});
+    ~JSRunner();
+    JSRunner(const JSRunner&) = delete;
+    JSRunner& operator=(const JSRunner&) = delete;
+
+    // Evaluates a file's text. False when it did not come to its end; what it did before stays, and the log
+    // says why.
+    bool evaluate(std::u16string_view script, std::string_view fileName);
+
+    // The messages since it was cleared, each with a line feed behind it.
+    const std::u16string& log() const { return log_; }
+    void clearLog() { log_.clear(); }
+    void append(std::u16string_view message);
+
+private:
+    struct Callbacks;
+
+    bool start();
+    void defineGlobals();
+
+    JSVemo& jsVemo_;
+    ScriptLimits limits_;
+    Log systemLog_;
+    std::string library_;
+    std::u16string log_;
+    bool scriptEvaluation_ = false;
+    std::shared_ptr<ScriptContext> jsvmContext_;
+};
+
+}  // namespace vemo

@@ -1,0 +1,157 @@
+// SPDX-License-Identifier: MIT
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <condition_variable>
+
+#include "online/geo_names_manager.h"
+#include "online/place_names.h"
+#include "scanning/localizer.h"
+#include "support/calculators.h"
+#include "support/test_server.h"
+
+namespace vemo::test {
+namespace {
+
+using namespace std::chrono_literals;
+using testing::Contains;
+using testing::ElementsAre;
+using testing::SizeIs;
+
+constexpr auto deadline = 60s;
+
+TEST(PlaceNames, findCitiesInAnyCaseAndSpelling) {
+    const Localizer localizer("de");
+    const PlaceNames places(localizer, "de");
+    const auto zone = [&](std::u16string_view name) { return utf8(places.zoneOf(name).value_or(u"none")); };
+    EXPECT_EQ(zone(u"Tokyo"), "Asia/Tokyo");
+    EXPECT_EQ(zone(u"TOKYO"), "Asia/Tokyo");
+    EXPECT_EQ(zone(u"tokio"), "Asia/Tokyo");  // in German
+    EXPECT_EQ(zone(u"New York"), "America/New_York");
+    EXPECT_EQ(zone(u"new_york"), "America/New_York");
+    EXPECT_EQ(zone(u"S\u00e3o Paulo"), "America/Sao_Paulo");
+    EXPECT_EQ(zone(u"Sao Paulo"), "America/Sao_Paulo");
+    EXPECT_EQ(zone(u"sa\u0303o-paulo"), "America/Sao_Paulo");
+    EXPECT_EQ(zone(u"Europe/Berlin"), "Europe/Berlin");
+    EXPECT_EQ(zone(u"San Francisco"), "America/Los_Angeles");
+    EXPECT_EQ(zone(u"Japan"), "Asia/Tokyo");
+    for (const char16_t* name : {u"", u" ", u"foo", u"may", u"cm", u"est", u"utc", u"!", u"unknown"}) EXPECT_EQ(zone(name), "none");
+    EXPECT_EQ(zone(std::u16string(100000, u'a')), "none");
+}
+
+TEST(PlaceNames, workInLines) {
+    EXPECT_EQ(result("time in Tokyo"), "10:00 PM");  // 13:00 UTC
+    EXPECT_EQ(result("New York time"), "8:00 AM");
+    EXPECT_EQ(result("time in los angeles"), "5:00 AM");
+    EXPECT_EQ(result("5 in foo"), "5");  // no place: words as ever
+    // The run covers the name alone.
+    const auto calculator = newCalculator();
+    Context context;
+    const auto line = calculator->calculate(u"time in Tokyo // now", context).lines[0];
+    std::vector<std::string> units;
+    line->attributedText().enumerate([&](std::u16string_view text, RunType type, std::size_t) {
+        if (type == RunType::unit) units.push_back(utf8(text));
+    });
+    EXPECT_THAT(units, ElementsAre("Tokyo"));
+}
+
+class Service : public testing::Test {
+protected:
+    // What the service says of a place; "none" for a place without a zone.
+    std::string ask(const std::string& place) {
+        std::mutex mutex;
+        std::condition_variable answered;
+        std::optional<std::string> answer;
+        service->request(place, [&](std::optional<std::string> zone) {
+            const std::lock_guard lock(mutex);
+            answer = zone.value_or("none");
+            answered.notify_all();
+        });
+        std::unique_lock lock(mutex);
+        answered.wait_for(lock, deadline, [&] { return answer.has_value(); });
+        return answer.value_or("no answer");
+    }
+
+    std::vector<std::string> messages() {
+        const std::lock_guard lock(logging);
+        return log;
+    }
+
+    TestServer server;
+    std::shared_ptr<RunLoop> loop = std::make_shared<RunLoop>();
+    std::mutex logging;
+    std::vector<std::string> log;
+    Scheduler scheduler{loop};
+    std::shared_ptr<GeoNamesService> service = std::make_shared<GeoNamesService>(
+        scheduler, std::make_shared<HttpClient>(), server.url("/timezone"),
+        [this](std::string_view message) {
+            const std::lock_guard lock(logging);
+            log.emplace_back(message);
+        },
+        1ms);
+};
+
+TEST_F(Service, asksForAnEncodedPlace) {
+    server.on("/timezone?q=S%C3%A3o%20Paulo", {ok(" America/Sao_Paulo\r\n")});
+    EXPECT_EQ(ask("S\u00e3o Paulo"), "America/Sao_Paulo");
+    server.on("/timezone?q=a%26b", {ok(" \n\t")});
+    EXPECT_EQ(ask("a&b"), "none");
+    server.on("/timezone?q=Atlantis", {status(204)});
+    EXPECT_EQ(ask("Atlantis"), "none");
+    EXPECT_THAT(messages(), Contains("Request succeded for Atlantis: no time zone"));
+    EXPECT_EQ(ask("missing"), "none");
+    EXPECT_THAT(messages(), Contains("Request succeded, status code not expected: 404"));
+}
+
+TEST_F(Service, triesAgainWhileTheServerIsBusy) {
+    server.on("/timezone?q=a", {status(503), status(503), ok("Asia/Tokyo")});
+    EXPECT_EQ(ask("a"), "Asia/Tokyo");
+    EXPECT_THAT(server.requests(), SizeIs(3));
+    server.on("/timezone?q=b", {status(503)});
+    EXPECT_EQ(ask("b"), "none");
+    EXPECT_THAT(server.requests(), SizeIs(3 + 5));
+}
+
+// The whole engine: a place is an error until its zone is known, then the document is told to calculate again.
+class Application : public VemoEngineDelegate {
+public:
+    explicit Application(RunLoop& loop) : loop_(loop) {}
+    void engineContextUpdated(const Context&) override {
+        ++updates;
+        loop_.stop();
+    }
+    int updates = 0;
+
+private:
+    RunLoop& loop_;
+};
+
+TEST(EngineWithAPlaceServer, resolvesPlacesForTheNextCalculation) {
+    TestServer server;
+    server.on("/timezone?q=Tokyo", {ok("Asia/Tokyo")});
+    server.on("/timezone?q=Atlantis", {ok("Nowhere/Atlantis")});
+    const auto loop = std::make_shared<RunLoop>();
+    Environment environment = fixedEnvironment();
+    environment.sources.timeZones = server.url("/timezone");
+    VemoEngine engine(environment, loop);
+    const auto application = std::make_shared<Application>(*loop);
+    engine.setDelegate(application);
+    engine.buildVemoWorker(VemoEngine::Config(), VemoEngine::WorkerThread::background);
+    const auto answer = [&] {
+        std::vector<std::string> texts;
+        engine.calculate(u"time in Tokyo\ntime in Atlantis\n1 + 1", Context(), [&](VemoEngine::Result result) {
+            for (const auto& line : result.lines) texts.push_back(plainSpaces(utf8(line.formattedResult().regular.value_or(u""))));
+            loop->stop();
+        });
+        const auto end = std::chrono::steady_clock::now() + deadline;
+        while (texts.empty() && std::chrono::steady_clock::now() < end) loop->runFor(10ms);
+        return texts;
+    };
+    EXPECT_THAT(answer(), ElementsAre("", "", "2"));
+    const auto end = std::chrono::steady_clock::now() + deadline;
+    while (application->updates == 0 && std::chrono::steady_clock::now() < end) loop->runFor(10ms);
+    EXPECT_THAT(answer(), ElementsAre("10:00 PM", "", "2"));
+}
+
+}  // namespace
+}  // namespace vemo::test

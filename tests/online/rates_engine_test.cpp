@@ -1,0 +1,87 @@
+// SPDX-License-Identifier: MIT
+// Rates as documents see them.
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "support/calculators.h"
+#include "support/temporary_folder.h"
+#include "support/test_server.h"
+
+namespace vemo::test {
+namespace {
+
+using namespace std::chrono_literals;
+using testing::ElementsAre;
+
+constexpr auto deadline = 60s;
+
+std::vector<std::string> texts(const VemoEngine::Result& result) {
+    std::vector<std::string> texts;
+    for (const auto& line : result.lines) texts.push_back(utf8(line.formattedResult().regular.value_or(u"")));
+    return texts;
+}
+
+class RatesOfAnEngine : public testing::Test {
+protected:
+    std::vector<std::string> calculate(std::u16string_view text) {
+        Context context;
+        return texts(*engine.calculateSync(text, context));
+    }
+
+    VemoEngine engine{fixedEnvironment()};
+};
+
+TEST_F(RatesOfAnEngine, areTakenAndReplacedAsAWhole) {
+    engine.buildVemoWorker();
+    EXPECT_THAT(calculate(u"$10 in EUR\n1 + 1"), ElementsAre("", "2"));
+    EXPECT_EQ(engine.takeRates(VemoEngine::RatesFile::currency, R"({"rates":{"EUR":0.5,"USD":1}})"), "");
+    EXPECT_THAT(calculate(u"$10 in EUR\n1 + 1"), ElementsAre("€5", "2"));
+    EXPECT_EQ(engine.takeRates(VemoEngine::RatesFile::currency, "garbage"), "not JSON");
+    EXPECT_THAT(calculate(u"$10 in EUR"), ElementsAre("€5"));
+    EXPECT_EQ(engine.takeRates(VemoEngine::RatesFile::currency, R"({"rates":{"EUR":0.6}})"), "");
+    EXPECT_THAT(calculate(u"$10 in EUR"), ElementsAre("€6"));
+}
+
+TEST_F(RatesOfAnEngine, bringCryptoCurrencies) {
+    engine.buildVemoWorker();
+    EXPECT_THAT(calculate(u"2 QQQ in USD\n3 MB in kB"), ElementsAre("2", "3,000 kB"));
+    EXPECT_EQ(engine.takeRates(VemoEngine::RatesFile::crypto, R"({"rates":{"QQQ":0.25,"BTC":7,"MB":3,"USD":1}})"), "");
+    // Lines are read anew; units keep their symbols.
+    EXPECT_THAT(calculate(u"2 QQQ in USD\n3 MB in kB"), ElementsAre("$8", "3,000 kB"));
+    EXPECT_EQ(engine.takeRates(VemoEngine::RatesFile::crypto, R"({"rates":{"QQQ":0.5}})"), "");
+    EXPECT_THAT(calculate(u"2 QQQ in USD"), ElementsAre("$4"));
+}
+
+TEST(EngineWithARatesServer, calculatesWithWhatArrives) {
+    struct Application : VemoEngineDelegate {
+        std::vector<std::string> events;
+        void engineContextUpdated(const Context&) override { events.emplace_back("updated"); }
+        void engineCryptoInitialized() override { events.emplace_back("crypto"); }
+    };
+    TemporaryFolder folder;
+    TestServer server;
+    server.on("/rates/currency.json", {ok(R"({"rates":{"EUR":0.5}})")});
+    server.on("/rates/coins2.json", {ok(R"({"rates":{"QQQ":0.25}})")});
+    for (const bool fresh : {true, false}) {
+        const auto loop = std::make_shared<RunLoop>();
+        Environment environment = fixedEnvironment();
+        environment.sources.ratesHost = server.url();
+        environment.caches = folder.path() / "cache";
+        const auto application = std::make_shared<Application>();
+        VemoEngine engine(environment, loop);
+        engine.setDelegate(application);
+        engine.buildVemoWorker(VemoEngine::Config());
+        // Once from the server, and from the copies of an earlier run before that.
+        const std::size_t expected = fresh ? 2 : 4;
+        const auto end = std::chrono::steady_clock::now() + deadline;
+        while (application->events.size() < expected && std::chrono::steady_clock::now() < end) loop->runFor(10ms);
+        EXPECT_EQ(application->events.size(), expected);
+        EXPECT_EQ(std::count(application->events.begin(), application->events.end(), "crypto"), 1);
+        Context context;
+        EXPECT_THAT(texts(*engine.calculateSync(u"$10 in EUR\n1 QQQ in EUR", context)), ElementsAre("€5", "€2"));
+    }
+}
+
+}  // namespace
+}  // namespace vemo::test
