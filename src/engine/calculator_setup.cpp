@@ -44,7 +44,7 @@ Calculator::Calculator(const Config& config, Environment environment, Scheduler*
       unitRegistry_(unitManager_, unitConverter_, hintsFor(config, quickTypeCollector_)),
       scaleManager_(stringRangeDetector_, hintsFor(config, quickTypeCollector_)),
       functionManager_(stringRangeDetector_, hintsFor(config, quickTypeCollector_)),
-      numberFormatter_(environment_.locale),
+      numberFormatter_(environment_.locale, environment_.language),
       decimalUnitValueFormatter_(numberFormatter_, unitManager_, unitConverter_),
       timeFormatter_(decimalUnitValueFormatter_) {}
 

@@ -30,11 +30,14 @@ bool isShort(std::u16string_view text) { return graphemeCount(text, shortLength)
 
 }  // namespace
 
-std::u16string DecimalUnitValueFormatter::displayFormat(const Value& value) const {
+std::u16string DecimalUnitValueFormatter::displayFormat(const Value& value, const DecimalNumber& shown) const {
     const auto unit = value.string(Attribute::unit);
     const std::u16string* format = unit ? unitCollection_.format(*unit) : nullptr;
     if (!format) return u"%@";
-    return format->find(u"%@") == format->npos ? u"%@ " + *format : *format;
+    if (format->find(u"%@") == format->npos) return u"%@ " + *format;
+    const std::size_t bar = format->find(u'|');
+    if (bar == format->npos) return *format;
+    return numberFormatter_.isSingular(shown) ? format->substr(0, bar) : format->substr(bar + 1);
 }
 
 std::optional<FormattedValue> DecimalUnitValueFormatter::format(const Value& value, Context& context) const {
@@ -49,10 +52,11 @@ std::optional<FormattedValue> DecimalUnitValueFormatter::format(const Value& val
     const DecimalNumber magnitude = number->abs();
     // One and a half dollars are 1.50; what is cut off for display does not count.
     const auto unit = value.string(Attribute::unit);
-    const bool cents = unit && unitConverter_.isCurrency(*unit) && number->round(static_cast<std::int16_t>(maxFraction)).fractionDigitsCount() == 1;
+    const DecimalNumber shown = magnitude.round(static_cast<std::int16_t>(maxFraction));
+    const bool cents = unit && unitConverter_.isCurrency(*unit) && shown.fractionDigitsCount() == 1;
     const auto text = numberFormatter_.stringFrom(magnitude, numeralSystem(value), maxFraction, cents ? 2 : 0);
     if (!text) return std::nullopt;
-    const std::u16string format = displayFormat(value);
+    const std::u16string format = displayFormat(value, shown);
     const std::u16string sign = number->isNegative() ? u"-" : u"";
 
     FormattedValue result;

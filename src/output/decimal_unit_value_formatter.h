@@ -22,7 +22,8 @@ public:
     std::optional<FormattedValue> format(const Value& value, Context& context) const override;
 
 private:
-    std::u16string displayFormat(const Value& value) const;
+    // For a value that is shown as `shown`: of "%@ day|%@ days" the one that suits.
+    std::u16string displayFormat(const Value& value, const DecimalNumber& shown) const;
 
     const VemoEngineNumberFormatter& numberFormatter_;
     const UnitManager& unitCollection_;

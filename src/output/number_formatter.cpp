@@ -2,6 +2,7 @@
 #include "output/number_formatter.h"
 
 #include <unicode/numberformatter.h>
+#include <unicode/plurrule.h>
 
 #include <algorithm>
 #include <map>
@@ -29,6 +30,7 @@ std::u16string integerText(const DecimalNumber& decimal, unsigned bitsPerDigit, 
 
 struct VemoEngineNumberFormatter::Formatters {
     icu::Locale locale;
+    std::unique_ptr<icu::PluralRules> plurals;
     mutable std::map<std::tuple<bool, int, int>, icu::number::LocalizedNumberFormatter> built;
 
     const icu::number::LocalizedNumberFormatter& formatter(bool scientific, int maxFraction, int minFraction) const {
@@ -42,12 +44,18 @@ struct VemoEngineNumberFormatter::Formatters {
     }
 };
 
-VemoEngineNumberFormatter::VemoEngineNumberFormatter(std::string_view locale)
+VemoEngineNumberFormatter::VemoEngineNumberFormatter(std::string_view locale, std::string_view language)
     : formatters_(std::make_unique<Formatters>()) {
     formatters_->locale = icu::Locale(std::string(locale).c_str());
+    UErrorCode status = U_ZERO_ERROR;
+    formatters_->plurals.reset(icu::PluralRules::forLocale(icu::Locale(std::string(language).c_str()), status));
 }
 
 VemoEngineNumberFormatter::~VemoEngineNumberFormatter() = default;
+
+bool VemoEngineNumberFormatter::isSingular(const DecimalNumber& count) const {
+    return formatters_->plurals && formatters_->plurals->select(count.toDouble()) == icu::UnicodeString(u"one");
+}
 
 std::optional<std::u16string> VemoEngineNumberFormatter::stringFrom(const DecimalNumber& decimal, NumeralSystem system,
                                                                     int maxFraction, int minFraction) const {

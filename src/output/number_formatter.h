@@ -16,14 +16,17 @@ class VemoEngineNumberFormatter {
 public:
     enum class NumeralSystem { binary, octal, decimal, hexadecimal, scientific };
 
-    // An ICU locale identifier.
-    explicit VemoEngineNumberFormatter(std::string_view locale);
+    // ICU identifiers of how numbers are written and of the language beside them.
+    VemoEngineNumberFormatter(std::string_view locale, std::string_view language);
     ~VemoEngineNumberFormatter();
 
     // Fraction digits from 0 to 999, halves rounded away from zero; the integer systems take the number as a
     // signed 64-bit integer and ignore them. Nothing for not-a-number.
     std::optional<std::u16string> stringFrom(const DecimalNumber& decimal, NumeralSystem system, int maxFraction,
                                              int minFraction) const;
+
+    // True when the language puts what is counted in the singular.
+    bool isSingular(const DecimalNumber& count) const;
 
 private:
     struct Formatters;

@@ -66,7 +66,7 @@ TEST(DateFunctions, showTimestampsInUtcWhereverOneIs) {
 
 TEST(DateFunctions, haveTheirPhrases) {
     EXPECT_THAT(results("now\ntime in local time\ntime in gmt 3\ntime in gmt (-5.5)\ntomorrow - today\ntomorrow - yesterday\nnow in JST"),
-                ElementsAre("1:00 PM", "1:00 PM", "4:00 PM", "7:30 AM", "1 days", "2 days", "10:00 PM"));
+                ElementsAre("1:00 PM", "1:00 PM", "4:00 PM", "7:30 AM", "1 day", "2 days", "10:00 PM"));
 }
 
 // Unless they are words, or a name.

@@ -84,7 +84,7 @@ TEST(TimeFormatter, breaksDurationsDown) {
         {"0 hours", "0 h"},
         {"-1.5 hours", "-1 h -30 min"},
         {"1.0001 h", "1 h"},                      // 0.36 s
-        {"(1/3) year", "0 years 4 months 1 days 16 h"},
+        {"(1/3) year", "0 years 4 months 1 day 16 h"},
         {"0.9999999 hours", "1 h"},               // and no 59 min 60 s
         {"1 hour + 0.5 s", "3,600.5 s"},
         {"61.25 min", "61 min 15 s"},
