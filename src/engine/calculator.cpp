@@ -2,7 +2,9 @@
 #include "engine/calculator.h"
 
 #include <cassert>
+#include <cmath>
 #include <cstdio>
+#include <limits>
 #include <span>
 
 #include "scanning/string_extractor.h"
@@ -104,6 +106,8 @@ LineResultPointer Calculator::calculateLine(std::u16string_view text, Context& d
         // The same results as the line saw, as the same list: comparing what follows then stops there.
         if (const IsEquatable* seen = known->dependencies().find(context_keys::previousResults))
             document.set(context_keys::previousResults, *seen);
+        // A look-up that a newer calculation has made void is still to be done.
+        if (online_ && online_->geoNames()) lookUpPlaces(known->dependencies());
         return known;
     }
     const std::u16string line(text);
@@ -190,7 +194,10 @@ double Calculator::secondsSince2001() const {
 
 void Calculator::storeRates(std::u16string_view key, std::u16string_view timeKey, CurrencyRatesContainer rates) {
     context_.set(key, std::make_shared<const CurrencyRatesContainer>(std::move(rates)));
-    context_.set(timeKey, secondsSince2001());
+    // Lines depend on the time: it must differ even when the clock stands still.
+    const double* before = context_.get<double>(timeKey);
+    const double now = secondsSince2001();
+    context_.set(timeKey, before && *before >= now ? std::nextafter(*before, HUGE_VAL) : now);
 }
 
 void Calculator::setCurrencyRates(CurrencyRatesContainer rates) {
@@ -201,7 +208,12 @@ void Calculator::setCryptoRates(CurrencyRatesContainer rates) {
     const std::lock_guard lock(context_.mutex());
     const bool first = !std::exchange(cryptoInitialized_, true);
     if (first) {
-        Measurer("Crypto units", environment_.log).measure("Crypto units initialization", [&] { registerCryptoCurrencies(unitRegistry_, rates); });
+        Measurer("Crypto units", environment_.log).measure("Crypto units initialization", [&] {
+            registerCryptoCurrencies(unitRegistry_, rates, [&](std::u16string_view code) {
+                return operatorCollection_.phraseDetector().find(code) || functionManager_.phraseDetector().find(code) ||
+                       scaleManager_.phraseDetector().find(code);
+            });
+        });
         cacheManager_.clear();  // lines were read without these units
     }
     context_.beginUpdates();
@@ -213,14 +225,15 @@ void Calculator::setCryptoRates(CurrencyRatesContainer rates) {
 
 void Calculator::lookUpPlaces(const ContextMap& dependencies) {
     dependencies.all([&](const auto& entry) {
-        if (!entry.key().starts_with(context_keys::geoName)) return true;
+        if (!entry.key().starts_with(context_keys::geoName) || !entry.value().isEmptyValue()) return true;
         const std::u16string name(entry.key().substr(context_keys::geoName.size()));
         if (const auto known = online_->geoNames()->known(name)) {
             if (!known->empty()) later([name, zone = *known](Calculator& self) { self.setPlace(name, zone); });
             return true;
         }
         online_->geoNames()->lookup(name, [weak = weak_from_this(), name](const std::optional<std::u16string>& zone) {
-            if (const auto self = weak.lock(); self && zone) self->setPlace(name, *zone);
+            const auto self = weak.lock();
+            if (self && zone) self->later([name, zone = *zone](Calculator& calculator) { calculator.setPlace(name, zone); });
         });
         return true;
     });

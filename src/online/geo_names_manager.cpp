@@ -6,8 +6,9 @@
 
 namespace vemo {
 
-GeoNamesManager::GeoNamesManager(Scheduler& scheduler, std::shared_ptr<GeoNamesService> service)
-    : scheduler_(scheduler), service_(std::move(service)) {}
+GeoNamesManager::GeoNamesManager(Scheduler& scheduler, std::shared_ptr<GeoNamesService> service,
+                                 std::chrono::steady_clock::duration believedFor)
+    : scheduler_(scheduler), service_(std::move(service)), believedFor_(believedFor) {}
 
 void GeoNamesManager::beginBatch() {
     const std::lock_guard lock(mutex_);
@@ -16,8 +17,10 @@ void GeoNamesManager::beginBatch() {
 
 std::optional<std::u16string> GeoNamesManager::known(std::u16string_view name) {
     const std::lock_guard lock(mutex_);
-    const std::u16string* zone = cache_.find(name);
-    return zone ? std::optional(*zone) : std::nullopt;
+    const Answer* answer = cache_.find(name);
+    if (!answer) return std::nullopt;
+    if (answer->zone.empty() && std::chrono::steady_clock::now() - answer->time > believedFor_) return std::nullopt;
+    return answer->zone;
 }
 
 void GeoNamesManager::lookup(const std::u16string& name, Completion completion) {
@@ -31,7 +34,7 @@ void GeoNamesManager::lookup(const std::u16string& name, Completion completion) 
         if (!self) return;
         {
             const std::lock_guard lock(self->mutex_);
-            if (self->batchCounter_ != batch) return;
+            if (self->batchCounter_ != batch || !self->asked_.insert(name).second) return;
         }
         self->service_->request(toUtf8(name), [weak, name, completion](const std::optional<std::string>& answer) {
             const auto manager = weak.lock();
@@ -41,7 +44,8 @@ void GeoNamesManager::lookup(const std::u16string& name, Completion completion) 
             if (!zone.empty() && !TimeZoneRules::find(zone)) zone.clear();
             {
                 const std::lock_guard lock(manager->mutex_);
-                if (auto* entry = manager->cache_.obtain(name)) *entry = zone;
+                manager->asked_.erase(name);
+                if (Answer* entry = manager->cache_.obtain(name)) *entry = {zone, std::chrono::steady_clock::now()};
             }
             completion(zone.empty() ? std::nullopt : std::optional(zone));
         });

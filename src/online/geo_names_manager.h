@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <functional>
 #include <memory>
 #include <mutex>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 
@@ -19,22 +21,31 @@ class GeoNamesManager : public std::enable_shared_from_this<GeoNamesManager> {
 public:
     using Completion = std::function<void(std::optional<std::u16string> zone)>;
 
-    GeoNamesManager(Scheduler& scheduler, std::shared_ptr<GeoNamesService> service);
+    // That a place has no zone is believed for so long: the server may have been out of reach.
+    GeoNamesManager(Scheduler& scheduler, std::shared_ptr<GeoNamesService> service,
+                    std::chrono::steady_clock::duration believedFor = std::chrono::minutes(5));
 
     // A new calculation has begun: look-ups of earlier ones that have not started are dropped.
     void beginBatch();
     // What is known of a place: nothing, or its zone, empty for a place that has none.
     std::optional<std::u16string> known(std::u16string_view name);
-    // The completion runs on another thread.
+    // The completion runs on another thread; never, when the place is being asked for already.
     void lookup(const std::u16string& name, Completion completion);
 
 private:
+    struct Answer {
+        std::u16string zone;  // empty: none
+        std::chrono::steady_clock::time_point time;
+    };
+
     static constexpr std::size_t rememberedPlaces = 4096;
 
     Scheduler& scheduler_;
     std::shared_ptr<GeoNamesService> service_;
+    std::chrono::steady_clock::duration believedFor_;
     std::mutex mutex_;
-    Cache<std::u16string> cache_{rememberedPlaces};
+    Cache<Answer> cache_{rememberedPlaces};
+    std::set<std::u16string> asked_;  // without an answer yet
     std::uint64_t batchCounter_ = 0;
 };
 

@@ -9,6 +9,8 @@ constexpr long ok = 200;
 constexpr long noContent = 204;
 constexpr long unavailable = 503;
 
+constexpr std::size_t longestZone = 100;  // bytes; a longer answer is no identifier
+
 std::string_view trimmedBytes(std::string_view text) {
     constexpr std::string_view space = " \t\r\n\v\f";
     const std::size_t start = text.find_first_not_of(space);
@@ -51,9 +53,9 @@ void GeoNamesService::answer(const std::string& name, const Completion& completi
         log("Request succeded, status code not expected: " + std::to_string(response.status));
         return completion(std::nullopt);
     }
-    log("Request succeded for " + name + ": " + response.body);
+    log("Request succeded for " + name + ": " + response.body.substr(0, longestZone));
     const std::string_view zone = trimmedBytes(response.body);
-    completion(zone.empty() ? std::nullopt : std::optional<std::string>(zone));
+    completion(zone.empty() || zone.size() > longestZone ? std::nullopt : std::optional<std::string>(zone));
 }
 
 }  // namespace vemo

@@ -71,7 +71,8 @@ void PeriodicFileLoader::loadCached() {
             const auto self = weak.lock();
             if (!self || self->cacheFile_ != file) return;
             self->log("Processing data for ");
-            self->handler_(bytes ? &*bytes : nullptr);
+            const Handler handler = self->handler_;  // which may stop the loader
+            handler(bytes ? &*bytes : nullptr);
         });
     });
 }

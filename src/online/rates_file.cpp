@@ -32,7 +32,9 @@ public:
     bool string(string_t&) override { return true; }
     bool binary(binary_t&) override { return true; }
     bool start_object(std::size_t) override {
-        if (++depth_ == 2 && key_ == "rates") inRates_ = found = true;
+        if (++depth_ != 2 || key_ != "rates") return true;
+        container.rates.clear();
+        inRates_ = found = true;
         return true;
     }
     bool end_object() override {
@@ -78,6 +80,7 @@ std::variant<CurrencyRatesContainer, std::string> parseRates(std::string_view js
     RatesHandler handler;
     if (!nlohmann::json::sax_parse(json, &handler)) return handler.tooMany ? "has too many rates" : "not JSON";
     if (!handler.found) return "has no object \"rates\"";
+    if (handler.container.rates.empty()) return "has no usable rates";
     return std::move(handler.container);
 }
 

@@ -11,7 +11,7 @@ namespace vemo {
 
 // Reads a file of rates: a JSON object with an object "rates", the amount per US dollar by currency code. Other
 // members are ignored, as are rates that are no number from 10^-12 to 10^15; of two rates for one code the last
-// counts. Or says in a few words what is wrong.
+// counts. Or says in a few words what is wrong, also with a file that leaves no rates.
 std::variant<CurrencyRatesContainer, std::string> parseRates(std::string_view json);
 
 }  // namespace vemo

@@ -89,10 +89,12 @@ void removeLeftovers(const std::filesystem::path& path) {
     const std::string name = path.filename().string() + ".";
     const auto oldest = std::filesystem::file_time_type::clock::now() - longestWrite;
     std::error_code error;
-    for (const auto& entry : std::filesystem::directory_iterator(path.parent_path(), error)) {
-        const std::string other = entry.path().filename().string();
+    std::filesystem::directory_iterator entry(path.parent_path(), error);
+    for (const std::filesystem::directory_iterator end; !error && entry != end; entry.increment(error)) {
+        const std::string other = entry->path().filename().string();
         if (!other.starts_with(name) || other.size() != path.filename().string().size() + placeholder.size()) continue;
-        if (entry.last_write_time(error) < oldest && !error) std::filesystem::remove(entry.path(), error);
+        std::error_code gone;
+        if (entry->last_write_time(gone) < oldest && !gone) std::filesystem::remove(entry->path(), gone);
     }
 }
 

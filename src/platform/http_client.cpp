@@ -172,7 +172,9 @@ struct HttpClient::State {
         set(CURLOPT_MAXREDIRS, mostRedirects);
         set(CURLOPT_SSL_VERIFYPEER, 1L);
         set(CURLOPT_SSL_VERIFYHOST, 2L);
+        if (!limits.authorities.empty()) set(CURLOPT_CAINFO, limits.authorities.c_str());
         set(CURLOPT_ACCEPT_ENCODING, "");
+        set(CURLOPT_QUICK_EXIT, 1L);  // the end does not wait for names being resolved
         set(CURLOPT_NOSIGNAL, 1L);
         set(CURLOPT_CONNECTTIMEOUT_MS, static_cast<long>(limits.connect.count()));
         set(CURLOPT_TIMEOUT_MS, static_cast<long>(limits.total.count()));

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include <unicode/locid.h>
+#include <unicode/uchar.h>
 #include <unicode/ucurr.h>
 
 #include <algorithm>
@@ -81,6 +82,21 @@ bool hasTableEntry(const Localizer& localizer, const std::u16string& key) {
     return localizer.translationOrBase(key, table) != key;
 }
 
+// Stands for the unit of a date.
+constexpr std::u16string_view dateMarker = u"date";
+
+bool hasLetter(std::u16string_view text) {
+    const icu::UnicodeString characters(false, text.data(), static_cast<std::int32_t>(text.size()));
+    for (std::int32_t i = 0; i < characters.length(); i = characters.moveIndex32(i, 1))
+        if (u_isalpha(characters.char32At(i))) return true;
+    return false;
+}
+
+std::u16string uppercased(const std::u16string& text) {
+    const icu::UnicodeString upper = icu::UnicodeString(text.c_str()).toUpper(icu::Locale::getRoot());
+    return {upper.getBuffer(), static_cast<std::size_t>(upper.length())};
+}
+
 }  // namespace
 
 void registerCurrencies(UnitRegistry& registry, const Localizer& localizer, std::string_view language) {
@@ -114,10 +130,12 @@ void registerCurrencies(UnitRegistry& registry, const Localizer& localizer, std:
     }
 }
 
-void registerCryptoCurrencies(UnitRegistry& registry, const CurrencyRatesContainer& rates) {
+void registerCryptoCurrencies(UnitRegistry& registry, const CurrencyRatesContainer& rates,
+                              const std::function<bool(std::u16string_view code)>& isWord) {
     for (const auto& [code, rate] : rates.rates) {
-        // A code that is another unit's symbol ("MB") would take it.
-        if (isListed(code) || registry.manager().phraseDetector().find(code)) continue;
+        // A code that is another unit's symbol ("MB") would take it, as would one that is a word of another kind.
+        if (isListed(code) || registry.manager().phraseDetector().find(code) || registry.converter().baseUnit(code)) continue;
+        if (code == dateMarker || !hasLetter(code) || isWord(code)) continue;
         Unit unit;
         unit.id = code;
         unit.phrases = {code};
@@ -126,7 +144,7 @@ void registerCryptoCurrencies(UnitRegistry& registry, const CurrencyRatesContain
         unit.toBaseValueConverter = currencyToUsdConverter(code, u"crypto_rates_update_time", u"crypto_rates");
         unit.fromBaseValueConverter = usdToCurrencyConverter(code, u"crypto_rates_update_time", u"crypto_rates");
         registry.registerUnit(unit, true, false);
-        if (registry.hints()) registry.hints()->add(code, -1);
+        if (registry.hints()) registry.hints()->add(uppercased(code), -1);
     }
 }
 

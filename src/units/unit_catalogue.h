@@ -46,7 +46,8 @@ void registerCurrencies(UnitRegistry& registry, const Localizer& localizer, std:
 
 // Registers the codes of a rates file that are no currencies of the catalogue, converted by the rates under
 // "crypto_rates".
-void registerCryptoCurrencies(UnitRegistry& registry, const CurrencyRatesContainer& rates);
+void registerCryptoCurrencies(UnitRegistry& registry, const CurrencyRatesContainer& rates,
+                              const std::function<bool(std::u16string_view code)>& isWord);
 
 // The square (2) or cubic (3) variant of a length.
 Unit poweredVariant(const Unit& unit, int power, const std::vector<std::u16string>& templates,

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <condition_variable>
+#include <future>
 
 #include "online/geo_names_manager.h"
 #include "online/place_names.h"
@@ -112,6 +113,66 @@ TEST_F(Service, triesAgainWhileTheServerIsBusy) {
     EXPECT_THAT(server.requests(), SizeIs(3 + 5));
 }
 
+TEST_F(Service, takesNoLongAnswer) {
+    server.on("/timezone?q=a", {ok(std::string(100'000, 'x'))});
+    EXPECT_EQ(ask("a"), "none");
+    for (const std::string& message : messages()) EXPECT_LT(message.size(), 200u);
+}
+
+class Manager : public Service {
+protected:
+    // Both background threads wait until this is called.
+    void holdBackground() {
+        for (int i = 0; i < 2; ++i) scheduler.postBackground([held = held] { held.wait(); });
+    }
+    void letGo() { gate.set_value(); }
+
+    // The look-up's answer; "none" for no zone.
+    std::future<std::string> lookup(const std::u16string& place) {
+        auto promise = std::make_shared<std::promise<std::string>>();
+        manager->lookup(place, [promise](const auto& zone) { promise->set_value(zone ? utf8(*zone) : "none"); });
+        return promise->get_future();
+    }
+
+    std::promise<void> gate;
+    std::shared_future<void> held = gate.get_future().share();
+    std::shared_ptr<GeoNamesManager> manager = std::make_shared<GeoNamesManager>(scheduler, service, 0s);
+};
+
+TEST_F(Manager, dropsLookUpsOfEarlierCalculations) {
+    server.on("/timezone?q=Tokyo", {ok("Asia/Tokyo")});
+    holdBackground();
+    std::vector<std::future<std::string>> answers;
+    for (const char16_t* typed : {u"To", u"Toky", u"Tokyo"}) {
+        manager->beginBatch();
+        answers.push_back(lookup(typed));
+    }
+    letGo();
+    ASSERT_EQ(answers.back().wait_for(deadline), std::future_status::ready);
+    EXPECT_EQ(answers.back().get(), "Asia/Tokyo");
+    EXPECT_THAT(server.requests(), ElementsAre("/timezone?q=Tokyo"));
+    EXPECT_EQ(manager->known(u"Tokyo"), u"Asia/Tokyo");
+    EXPECT_EQ(manager->known(u"Toky"), std::nullopt);
+}
+
+TEST_F(Manager, asksForAPlaceOnceAtATimeAndAgainAfterAFailure) {
+    server.on("/timezone?q=Tokyo", {status(500), ok("Asia/Tokyo")});
+    holdBackground();
+    auto first = lookup(u"Tokyo");
+    auto second = lookup(u"Tokyo");
+    letGo();
+    // The second one ran into the first, or came behind its end.
+    ASSERT_EQ(first.wait_for(deadline), std::future_status::ready);
+    const std::size_t asked = server.requests().size();
+    EXPECT_GE(asked, 1u);
+    EXPECT_EQ(manager->known(u"Tokyo"), std::nullopt);  // believed for no time at all
+    if (asked > 1) return;
+    EXPECT_EQ(first.get(), "none");
+    auto third = lookup(u"Tokyo");
+    ASSERT_EQ(third.wait_for(deadline), std::future_status::ready);
+    EXPECT_EQ(third.get(), "Asia/Tokyo");
+}
+
 // The whole engine: a place is an error until its zone is known, then the document is told to calculate again.
 class Application : public VemoEngineDelegate {
 public:
@@ -151,6 +212,33 @@ TEST(EngineWithAPlaceServer, resolvesPlacesForTheNextCalculation) {
     const auto end = std::chrono::steady_clock::now() + deadline;
     while (application->updates == 0 && std::chrono::steady_clock::now() < end) loop->runFor(10ms);
     EXPECT_THAT(answer(), ElementsAre("10:00 PM", "", "2"));
+}
+
+// The line's result is known by then, but not the answer to its look-up.
+TEST(EngineWithAPlaceServer, looksUpAgainWhatANewerCalculationDropped) {
+    TestServer server;
+    server.on("/timezone?q=Tokyo", {ok("Asia/Tokyo")});
+    const auto loop = std::make_shared<RunLoop>();
+    Scheduler scheduler(loop);
+    std::promise<void> gate;
+    const std::shared_future<void> held = gate.get_future().share();
+    for (int i = 0; i < 2; ++i) scheduler.postBackground([held] { held.wait(); });
+    Environment environment = fixedEnvironment();
+    environment.sources.timeZones = server.url("/timezone");
+    const auto calculator = std::make_shared<Calculator>(Calculator::Config(), environment, &scheduler);
+    calculator->initialize();
+    const auto answer = [&] {
+        const std::lock_guard lock(calculator->context().mutex());
+        Context context;
+        return plainSpaces(utf8(calculator->calculate(u"time in Tokyo", context).lines[0]->formattedValue().regular.value_or(u"")));
+    };
+    EXPECT_EQ(answer(), "");
+    EXPECT_EQ(answer(), "");  // from the cache; the first look-up is void now
+    gate.set_value();
+    const auto end = std::chrono::steady_clock::now() + deadline;
+    std::string latest;
+    while ((latest = answer()).empty() && std::chrono::steady_clock::now() < end) loop->runFor(1ms);
+    EXPECT_EQ(latest, "10:00 PM");
 }
 
 }  // namespace

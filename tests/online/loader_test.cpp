@@ -20,6 +20,7 @@ namespace vemo::test {
 namespace {
 
 using namespace std::chrono_literals;
+using testing::AnyOf;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::SizeIs;
@@ -99,11 +100,12 @@ TEST_F(Loader, handsOnTheCopyAndThenTheDownload) {
     server.on(path, {ok(good), ok(better)});
     start(server.url(path));
     awaitHandled(2);
-    EXPECT_THAT(handled, ElementsAre("nothing", good));
+    // The first reading may come so late that it finds the download.
+    EXPECT_THAT(handled, ElementsAre(AnyOf("nothing", good), good));
     handled.clear();
     start(server.url(path));
     awaitHandled(2);
-    EXPECT_THAT(handled, ElementsAre(good, better));
+    EXPECT_THAT(handled, ElementsAre(AnyOf(good, better), better));
     EXPECT_THAT(files(), SizeIs(1));
     // Another URL with the same file name has a copy of its own.
     TestServer other;
@@ -242,26 +244,31 @@ TEST(FileReplacement, leavesAWholeFileWheneverTheProcessIsKilled) {
     server.on(path, replies);
     const auto file = PeriodicFileLoader::cacheFile(folder.path(), server.url(path));
     std::mt19937 random(7);
-    int written = 0;
     constexpr int kills = 200;
     for (int i = 0; i < kills; ++i) {
+        int dots[2];
+        ASSERT_EQ(pipe2(dots, O_CLOEXEC), 0);
         const pid_t child = fork();
         ASSERT_GE(child, 0);
         if (child == 0) {
+            dup2(dots[1], STDOUT_FILENO);
             execl(VEMO_FETCH_PROGRAM, "fetch", server.url(path).c_str(), folder.path().c_str(), nullptr);
             _exit(127);
         }
-        usleep(std::uniform_int_distribution<useconds_t>(0, 60'000)(random));
+        close(dots[1]);
+        // Once it is in full swing, or has failed.
+        char dot = 0;
+        const bool started = read(dots[0], &dot, 1) == 1;
+        usleep(std::uniform_int_distribution<useconds_t>(0, 30'000)(random));
         kill(child, SIGKILL);
         int state = 0;
         waitpid(child, &state, 0);
-        ASSERT_TRUE(WIFSIGNALED(state));
-        if (!std::filesystem::exists(file)) continue;
-        ++written;
+        close(dots[0]);
+        ASSERT_TRUE(started);
         const auto bytes = readFileAtMost(file, 1 << 20);
         ASSERT_TRUE(bytes && (*bytes == first || *bytes == second)) << "after kill " << i;
     }
-    EXPECT_GT(written, kills / 2);
+    EXPECT_GT(server.requests().size(), 2u * kills);
 }
 
 }  // namespace

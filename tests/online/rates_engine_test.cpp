@@ -45,12 +45,46 @@ TEST_F(RatesOfAnEngine, areTakenAndReplacedAsAWhole) {
 
 TEST_F(RatesOfAnEngine, bringCryptoCurrencies) {
     engine.buildVemoWorker();
-    EXPECT_THAT(calculate(u"2 QQQ in USD\n3 MB in kB"), ElementsAre("2", "3,000 kB"));
+    EXPECT_THAT(calculate(u"2 QQQ in USD\n3 MB in kB"), ElementsAre("$2", "3,000 kB"));  // QQQ is a word
     EXPECT_EQ(engine.takeRates(VemoEngine::RatesFile::crypto, R"({"rates":{"QQQ":0.25,"BTC":7,"MB":3,"USD":1}})"), "");
     // Lines are read anew; units keep their symbols.
     EXPECT_THAT(calculate(u"2 QQQ in USD\n3 MB in kB"), ElementsAre("$8", "3,000 kB"));
     EXPECT_EQ(engine.takeRates(VemoEngine::RatesFile::crypto, R"({"rates":{"QQQ":0.5}})"), "");
     EXPECT_THAT(calculate(u"2 QQQ in USD"), ElementsAre("$4"));
+}
+
+TEST_F(RatesOfAnEngine, takeNoWordAwayFromItsMeaning) {
+    engine.buildVemoWorker();
+    EXPECT_EQ(engine.takeRates(VemoEngine::RatesFile::crypto,
+                               R"({"rates":{"QQQ":0.25,"300":7,"sum":7,"to":7,"million":7,"date":7,"nautical_mile":7,"+":7}})"),
+              "");
+    EXPECT_THAT(calculate(u"300 + 5\nsum\n1 m to cm\n2 million\ntoday + 1 day - today\n1 nautical mile in m\n2 QQQ in USD"),
+                ElementsAre("305", "305", "100 cm", "2,000,000", "1 day", "1,853.18 m", "$8"));
+}
+
+// Lines that know nothing of money keep the very results they had.
+TEST(Rates, changeTheLinesThatDependOnThem) {
+    const auto calculator = newCalculator();
+    const auto rates = [](const char* euros) {
+        CurrencyRatesContainer container;
+        container.rates[u"EUR"] = DecimalNumber::parse(euros);
+        return container;
+    };
+    std::string text;
+    for (int i = 0; i < 1000; ++i) text += i % 100 == 7 ? "$" + std::to_string(i) + " in EUR\n" : std::to_string(i) + " * 2\n";
+    Context context;
+    const auto calculated = [&] {
+        Context copy = context.copyContext();
+        return calculator->calculate(utf16(text), copy).lines;
+    };
+    calculator->setCurrencyRates(rates("0.5"));
+    const auto before = calculated();
+    EXPECT_EQ(calculated(), before);
+    calculator->setCurrencyRates(rates("0.25"));
+    const auto after = calculated();
+    ASSERT_EQ(after.size(), before.size());
+    for (std::size_t i = 0; i < after.size(); ++i) EXPECT_EQ(after[i] == before[i], i % 100 != 7) << i;
+    EXPECT_EQ(utf8(after[107]->formattedValue().regular.value_or(u"")), "\u20ac26.75");
 }
 
 TEST(EngineWithARatesServer, calculatesWithWhatArrives) {

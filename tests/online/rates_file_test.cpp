@@ -34,6 +34,9 @@ TEST(RatesFile, refusesWhatIsNone) {
     for (const char* text : {"{}", "[]", "1", R"({"rates":[1]})", R"({"data":{"rates":{"EUR":1}}})", R"([{"rates":{"EUR":1}}])",
                              R"([{"rates":1},{"EUR":1}])"})
         EXPECT_EQ(problem(text), "has no object \"rates\"") << text;
+    // No rates must not take the place of good ones.
+    for (const char* text : {R"({"rates":{}})", R"({"rates":{"EUR":0}})", R"({"rates":{"EUR":1},"rates":{}})"})
+        EXPECT_EQ(problem(text), "has no usable rates") << text;
 }
 
 TEST(RatesFile, isNotHarmedByHostileFiles) {

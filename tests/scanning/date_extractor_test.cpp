@@ -72,11 +72,11 @@ TEST(DateExtractor, followsTheDayAndTheMinuteWhereItMust) {
         EXPECT_EQ(first, minuteLater) << utf8(line);
     }
     const auto [today, tomorrow] = twice(u"10:30", now + day);
-    EXPECT_EQ(tomorrow->value.date().value() - today->value.date().value(), std::chrono::seconds(86400));
+    EXPECT_EQ(tomorrow->value().date().value() - today->value().date().value(), std::chrono::seconds(86400));
     const auto [lateToday, pastMidnight] = twice(u"noon", midnight + day + 1);
-    EXPECT_EQ(*pastMidnight->value.date(), at(midnight + day * 1.5));
+    EXPECT_EQ(*pastMidnight->value().date(), at(midnight + day * 1.5));
     const auto [first, minuteLater] = twice(u"in 10 minutes", now + 60);
-    EXPECT_EQ(*minuteLater->value.date(), at(now + 660));
+    EXPECT_EQ(*minuteLater->value().date(), at(now + 660));
     const auto [fixed, yearLater] = twice(u"March 4, 2027", now + 365 * day);
     EXPECT_EQ(fixed, yearLater);
 }

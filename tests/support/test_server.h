@@ -2,6 +2,7 @@
 #pragma once
 
 #include <chrono>
+#include <filesystem>
 #include <memory>
 #include <string>
 #include <vector>
@@ -20,15 +21,19 @@ struct Reply {
 Reply ok(const std::string& body, const std::string& headers = "");
 Reply status(int code, const std::string& headers = "");
 
-// An HTTP server on the loopback interface, on a thread of its own.
+// A web server on the loopback interface, on a thread of its own.
 class TestServer {
 public:
-    TestServer();
+    enum class Scheme { http, https };
+
+    explicit TestServer(Scheme scheme = Scheme::http);
     ~TestServer();
 
     // What requests for a path (with its query) are answered with, one after the other; the last reply is repeated.
     void on(const std::string& path, std::vector<Reply> replies);
     std::string url(const std::string& path = "") const;
+    // Of an HTTPS server: the file of the certificate that vouches for it.
+    const std::filesystem::path& certificate() const;
     // The paths asked for so far.
     std::vector<std::string> requests() const;
 
