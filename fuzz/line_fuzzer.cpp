@@ -9,31 +9,26 @@
 
 namespace {
 
-vemo::VemoEngine& engine() {
-    static vemo::VemoEngine instance = [] {
-        vemo::Environment environment;
-        environment.locale = "en_US";
-        environment.language = "en";
-        environment.timeZone = "Europe/Berlin";
-        environment.clock = [] { return vemo::Date(std::chrono::duration<double>(1795525200)); };
-        return environment;
-    }();
-    static const bool built = [] {
-        vemo::VemoEngine::Config config;
-        config.testMode = true;
-        instance.buildVemoWorker(config);
-        return true;
-    }();
-    (void)built;
-    return instance;
+std::unique_ptr<vemo::VemoEngine> newEngine() {
+    vemo::Environment environment;
+    environment.locale = "en_US";
+    environment.language = "en";
+    environment.timeZone = "Europe/Berlin";
+    environment.clock = [] { return vemo::Date(std::chrono::duration<double>(1795525200)); };
+    auto engine = std::make_unique<vemo::VemoEngine>(std::move(environment));
+    vemo::VemoEngine::Config config;
+    config.testMode = true;
+    engine->buildVemoWorker(config);
+    return engine;
 }
 
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::u16string text = vemo::utf16(std::string_view(reinterpret_cast<const char*>(data), size));
+    static const auto engine = newEngine();
     vemo::Context context;
-    const auto result = engine().calculateSync(text, context);
+    const auto result = engine->calculateSync(text, context);
     const auto lines = vemo::lineRanges(text);
     if (!result || result->lines.size() != lines.size()) std::abort();
     for (std::size_t i = 0; i < lines.size(); ++i)

@@ -194,11 +194,10 @@ double Calculator::secondsSince2001() const {
 
 void Calculator::storeRates(std::u16string_view key, std::u16string_view timeKey, CurrencyRatesContainer rates) {
     context_.set(key, std::make_shared<const CurrencyRatesContainer>(std::move(rates)));
-    // Lines depend on the time: new rates need another one even where the clock stands still.
-    double time = secondsSince2001();
-    if (const double* before = context_.get<double>(timeKey); before && *before == time)
-        time = std::nextafter(time, std::numeric_limits<double>::infinity());
-    context_.set(timeKey, time);
+    // Lines depend on the time: it must differ even when the clock stands still.
+    const double* before = context_.get<double>(timeKey);
+    const double now = secondsSince2001();
+    context_.set(timeKey, before && *before >= now ? std::nextafter(*before, HUGE_VAL) : now);
 }
 
 void Calculator::setCurrencyRates(CurrencyRatesContainer rates) {

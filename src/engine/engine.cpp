@@ -70,8 +70,8 @@ public:
     }
 
     void calculate(std::u16string_view text, const Context& context, VemoEngine::Callback callback) {
-        request_ = std::make_shared<Request>(std::make_shared<const std::u16string>(text), context.copyContext(),
-                                             std::move(callback));
+        request_ = std::make_shared<Request>(Request{std::make_shared<const std::u16string>(text), context.copyContext(),
+                                                     std::move(callback)});
         startRequest();
     }
 
@@ -191,7 +191,7 @@ struct VemoEngine::State {
 };
 
 VemoEngine::VemoEngine(Environment environment, std::shared_ptr<Executor> main)
-    : state_(std::make_unique<State>(std::make_shared<EngineCore>(std::move(environment), main))) {}
+    : state_(std::make_unique<State>(State{std::make_shared<EngineCore>(std::move(environment), main)})) {}
 
 VemoEngine::~VemoEngine() { state_->core->close(); }
 

@@ -15,6 +15,8 @@ constexpr std::size_t backgroundThreads = 2;
 
 // What the owner's handle and the ticks on their way share: they may outlive the scheduler.
 struct Ticker {
+    explicit Ticker(Scheduler::Task task) : tick(std::move(task)) {}
+
     Scheduler::Task tick;
     std::atomic<bool> cancelled = false;
 };

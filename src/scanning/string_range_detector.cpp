@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "scanning/string_range_detector.h"
 
+#include <unicode/uchar.h>
+
 #include <algorithm>
 
 namespace vemo {
@@ -12,7 +14,8 @@ constexpr std::size_t cachedTexts = 2048;
 using Predicate = bool (*)(char16_t);
 
 bool isDigit(char16_t c) { return c >= u'0' && c <= u'9'; }
-bool isDollar(char16_t c) { return c == u'$'; }
+// In "(€40)" the sign stands between a bracket and a number.
+bool isCurrencySign(char16_t c) { return c == u'$' || (c >= 0x80 && u_charType(c) == U_CURRENCY_SYMBOL); }
 
 // Replaces each range by the runs of characters for which the predicate holds and the stretches between.
 std::vector<TextRange> splitRuns(std::u16string_view text, const std::vector<TextRange>& ranges, Predicate holds) {
@@ -72,7 +75,7 @@ std::vector<TextRange> StringRangeDetector::cut(std::u16string_view text) {
     std::vector<TextRange> ranges = chunks(text);
     if (simplified_ || ranges.empty()) return ranges;
     ranges = splitWords(ranges, segmenter_.words(text));
-    return splitRuns(text, splitRuns(text, ranges, isDigit), isDollar);
+    return splitRuns(text, splitRuns(text, ranges, isDigit), isCurrencySign);
 }
 
 const std::vector<TextRange>& StringRangeDetector::wordRanges(std::u16string_view text) {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <condition_variable>
 
 #include "engine/context_map.h"
@@ -35,30 +36,58 @@ private:
     std::vector<std::function<void()>> tasks_;
 };
 
+class Notified : public CalculatorDelegate {
+public:
+    void calculatorContextUpdated(const Context& context) override {
+        times_.post([now = *context.get<Date>(context_keys::currentTime), this] { latest = now; });
+    }
+    void calculatorCryptoInitialized() override {}
+    bool wait() {
+        const auto told = times_.take();
+        if (told) told();
+        return told != nullptr;
+    }
+    Date latest;
+
+private:
+    HeldTasks times_;
+};
+
 TEST(MinuteTimer, ticksWhenTheMinuteTurnsUntilTheCalculatorGoes) {
     const auto main = std::make_shared<HeldTasks>();
     Scheduler scheduler(main);
+    std::atomic<double> now = 1795525259.99;  // 10 ms before 13:01
     Environment environment = fixedEnvironment();
-    double now = 1795525259.99;  // 10 ms before 13:01
     environment.clock = [&] { return at(now); };
-    const auto make = [&] {
-        auto calculator = std::make_unique<Calculator>(VemoEngine::Config{}, environment, &scheduler);
+    const auto delegate = std::make_shared<Notified>();
+    const auto make = [&](bool testMode) {
+        VemoEngine::Config config;
+        config.testMode = testMode;
+        auto calculator = std::make_shared<Calculator>(config, environment, &scheduler);
         calculator->initialize();
+        calculator->setDelegate(delegate);
+        calculator->start();
         return calculator;
     };
-    const auto first = make();
-    now = 1795525260;
+    auto quiet = make(true);
+    auto calculator = make(false);
     const auto tick = main->take();
     ASSERT_TRUE(tick);
+    now = 1795525260;
     tick();
-    EXPECT_EQ(*first->context().get<Date>(context_keys::currentTime), at(now));
+    ASSERT_TRUE(delegate->wait());
+    EXPECT_EQ(delegate->latest, at(now));
+    const std::lock_guard lock(quiet->context().mutex());
+    EXPECT_EQ(*quiet->context().get<Date>(context_keys::currentTime), at(1795525259.99));
 
-    now = 1795525259.99;
-    auto second = make();
+    // A tick that is on its way when the calculator goes has nothing left to do.
+    now = 1795525319.99;
+    auto retired = make(false);
     const auto late = main->take();
     ASSERT_TRUE(late);
-    second.reset();
-    late();  // finds nothing left to do
+    retired->retire();
+    retired = nullptr;
+    late();
 }
 
 }  // namespace

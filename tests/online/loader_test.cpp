@@ -20,6 +20,7 @@ namespace vemo::test {
 namespace {
 
 using namespace std::chrono_literals;
+using testing::AnyOf;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::SizeIs;
@@ -99,11 +100,12 @@ TEST_F(Loader, handsOnTheCopyAndThenTheDownload) {
     server.on(path, {ok(good), ok(better)});
     start(server.url(path));
     awaitHandled(2);
-    EXPECT_THAT(handled, ElementsAre("nothing", good));
+    // The first reading may come so late that it finds the download.
+    EXPECT_THAT(handled, ElementsAre(AnyOf("nothing", good), good));
     handled.clear();
     start(server.url(path));
     awaitHandled(2);
-    EXPECT_THAT(handled, ElementsAre(good, better));
+    EXPECT_THAT(handled, ElementsAre(AnyOf(good, better), better));
     EXPECT_THAT(files(), SizeIs(1));
     // Another URL with the same file name has a copy of its own.
     TestServer other;

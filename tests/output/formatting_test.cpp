@@ -10,7 +10,7 @@ namespace {
 using NumeralSystem = VemoEngineNumberFormatter::NumeralSystem;
 
 std::string decimalText(const char* locale, const char* number, int maxFraction = 2, int minFraction = 0) {
-    const VemoEngineNumberFormatter formatter(locale);
+    const VemoEngineNumberFormatter formatter(locale, locale);
     return utf8(formatter.stringFrom(DecimalNumber::parse(number), NumeralSystem::decimal, maxFraction, minFraction).value_or(u""));
 }
 
