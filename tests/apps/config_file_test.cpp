@@ -81,7 +81,8 @@ TEST_F(Configured, findsRatesBesideIt) {
     write("rates.json", R"({"rates": {"EUR": 0.5}})");
     write("coins.json", R"({"rates": {"QQQ": 0.25}})");
     configure("rates = \"rates.json\"\ncoins = \"coins.json\"\nlocale = \"en_US\"\nlanguage = \"en\"\n");
-    EXPECT_EQ(run("-e '$10 in EUR' -e '1 QQQ in USD'").substr(0, 20), "$10 in EUR     \u20ac5\n1 ");
+    EXPECT_EQ(run("-e '$10 in EUR'"), "$10 in EUR  \u20ac5\n");
+    EXPECT_EQ(run("-e '1 QQQ in USD'"), "1 QQQ in USD  $4\n");
     write("other.json", R"({"rates": {"EUR": 0.8}})");
     EXPECT_EQ(run("--rates " + path("other.json") + " -e '$10 in EUR'"), "$10 in EUR  \u20ac8\n");
     write("coins.json", "{}");
