@@ -99,7 +99,9 @@ TEST_F(Configured, fetchesFromUrlsAndKeepsACopy) {
         configuration += "rates = \"" + server.url("/rates/currency.json") + "\"\ncoins = \"" + server.url("/coins") +
                          "\"\nplaces = \"" + server.url("/timezone") + "\"\n";
         configure(configuration);
+        const auto start = std::chrono::steady_clock::now();
         EXPECT_EQ(run("-e '$10 in EUR'"), "$10 in EUR  \u20ac5\n");
+        EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(1900));  // waits for no place
         EXPECT_EQ(run("-e '1 QQQ in EUR'"), "1 QQQ in EUR  \u20ac2\n");
         EXPECT_EQ(run("--short -e 'time in Middle Earth'").substr(0, 22), "time in Middle Earth  ");
         EXPECT_NE(run("-e 'time in Middle Earth'").find("10:00"), std::string::npos);
