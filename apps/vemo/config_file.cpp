@@ -8,6 +8,9 @@
 #define TOML_EXCEPTIONS 0
 #include <toml++/toml.h>
 
+#include "online.h"
+#include "vemo/engine.h"
+
 namespace vemo::cli {
 
 namespace {
@@ -32,6 +35,13 @@ std::string setPrecision(const toml::node& node, Options& options) {
     return "";
 }
 
+std::string setTimeZone(const toml::node& node, Options& options) {
+    const auto zone = node.value_exact<std::string>();
+    if (!zone || !isKnownTimeZone(*zone)) return "a time zone such as Europe/Berlin";
+    options.timeZone = *zone;
+    return "";
+}
+
 std::string setColor(const toml::node& node, Options& options) {
     const auto value = node.value_exact<std::string>();
     const auto found = value ? colors().find(*value) : colors().end();
@@ -43,12 +53,20 @@ std::string setColor(const toml::node& node, Options& options) {
 const std::map<std::string, Setter, std::less<>>& setters() {
     static const std::map<std::string, Setter, std::less<>> table{
         {"locale", text(&Options::locale)},         {"language", text(&Options::language)},
-        {"timezone", text(&Options::timeZone)},     {"precision", setPrecision},
+        {"timezone", setTimeZone},                  {"precision", setPrecision},
         {"extensions", text(&Options::extensions)}, {"rates", text(&Options::rates)},
         {"coins", text(&Options::coins)},           {"places", text(&Options::places)},
         {"color", setColor},
     };
     return table;
+}
+
+// A file or folder that is named from where the configuration is, or from home; URLs stay as they are.
+void resolve(std::string& name, const std::filesystem::path& folder) {
+    if (name.empty() || isUrl(name)) return;
+    const char* home = std::getenv("HOME");
+    if (name.starts_with("~/") && home) name = home + name.substr(1);
+    else name = (folder / name).string();
 }
 
 std::string at(const std::string& file, const toml::source_region& where) {
@@ -77,6 +95,8 @@ std::string readConfig(const std::string& file, Options& options) {
         const std::string expected = setter->second(node, options);
         if (!expected.empty()) return at(file, node.source()) + "'" + name + "' takes " + expected;
     }
+    const std::filesystem::path folder = std::filesystem::path(file).parent_path();
+    for (std::string* name : {&options.extensions, &options.rates, &options.coins}) resolve(*name, folder);
     return "";
 }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "online.h"
 
+#include <algorithm>
 #include <optional>
 
 namespace vemo::cli {
@@ -26,11 +27,41 @@ std::shared_ptr<Online> Online::forOptions(const Options& options) {
 }
 
 void Online::hear(std::string_view message) {
+    hearOfPlaces(message);
     // The loader says these on the main loop.
     if (message.starts_with("Started download ")) ++downloads_, ++unread_;
     else if (message.starts_with("Failed to download ")) --downloads_;
     else if (message.starts_with("Download finished for ")) --downloads_, ++unread_;
     else if (message.starts_with("Processing data for ")) --unread_;
+}
+
+// These come from any thread.
+void Online::hearOfPlaces(std::string_view message) {
+    constexpr std::string_view asking = "Looking up ", answer = "Request succeded for ";
+    const std::lock_guard lock(mutex_);
+    if (message.starts_with(asking)) {
+        asked_.emplace(message.substr(asking.size()));
+    } else if (message.starts_with(answer)) {
+        const auto place = std::find_if(asked_.begin(), asked_.end(), [&](const std::string& name) {
+            return message.substr(answer.size()).starts_with(name + ": ");
+        });
+        if (place == asked_.end()) return;
+        if (!message.ends_with(": no time zone")) found_.insert(*place);
+        asked_.erase(place);
+    } else if (message.starts_with("Request ")) {
+        ++failed_;  // of whatever place
+    }
+}
+
+void Online::engineContextUpdated(const Context& context) {
+    const std::lock_guard lock(mutex_);
+    const std::size_t known = std::erase_if(found_, [&](const std::string& name) { return context.find(u"geo_name" + utf16(name)) != nullptr; });
+    resolved_ = resolved_ || known > 0;
+}
+
+bool Online::awaitsPlaces() {
+    const std::lock_guard lock(mutex_);
+    return asked_.size() > failed_ || !found_.empty();
 }
 
 void Online::runUntil(const std::function<bool()>& done, std::chrono::milliseconds atMost) {
@@ -49,11 +80,9 @@ VemoEngine::Result Online::calculate(VemoEngine& engine, std::u16string_view tex
         while (!result) loop_->run();
         return *std::move(result);
     };
-    updated_ = false;
     auto result = answer();
-    if (sources_.timeZones.empty()) return result;
-    runUntil([&] { return updated_; }, longestWaitForPlaces);
-    return updated_ ? answer() : result;
+    runUntil([&] { return !awaitsPlaces(); }, longestWaitForPlaces);
+    return resolved_ ? answer() : result;
 }
 
 }  // namespace vemo::cli

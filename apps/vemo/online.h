@@ -4,6 +4,8 @@
 #include <chrono>
 #include <functional>
 #include <memory>
+#include <mutex>
+#include <set>
 #include <string>
 
 #include "options.h"
@@ -27,9 +29,11 @@ public:
     VemoEngine::Result calculate(VemoEngine& engine, std::u16string_view text, const Context& context);
 
     void engineInitialized() override { initialized_ = true; }
-    void engineContextUpdated(const Context&) override { updated_ = true; }
+    void engineContextUpdated(const Context& context) override;
 
 private:
+    void hearOfPlaces(std::string_view message);
+    bool awaitsPlaces();
     void runUntil(const std::function<bool()>& done, std::chrono::milliseconds atMost);
 
     Sources sources_;
@@ -37,7 +41,11 @@ private:
     int downloads_ = 0;  // under way
     int unread_ = 0;     // files to be read: the copy of an earlier run, and what was downloaded
     bool initialized_ = false;
-    bool updated_ = false;
+    bool resolved_ = false;        // a place has become known since the document was calculated
+    std::mutex mutex_;             // guards what follows
+    std::set<std::string> asked_;  // places that were asked for, and have not been answered by name
+    std::set<std::string> found_;  // those that have a zone, which documents do not see yet
+    std::size_t failed_ = 0;       // answers that name no place
 };
 
 }  // namespace vemo::cli

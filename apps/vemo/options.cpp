@@ -47,10 +47,7 @@ const std::map<std::string, Options::Color, std::less<>>& colors() {
 
 std::variant<Options, int> parseOptions(int argc, char** argv) {
     Options options;
-    if (const std::string problem = readConfig(configFile(), options); !problem.empty()) {
-        std::fprintf(stderr, "vemo: %s\n", problem.c_str());
-        return usageError;
-    }
+    const std::string problem = readConfig(configFile(), options);
     std::string now, checked;
     CLI::App app{"A notepad-style calculator: one calculation per line, with a value for every line.", "vemo"};
     app.add_option("file", options.file, "Document to calculate; '-' or none reads standard input")->type_name("FILE");
@@ -86,7 +83,9 @@ std::variant<Options, int> parseOptions(int argc, char** argv) {
     } catch (const CLI::ParseError& error) {
         return app.exit(error) == 0 ? 0 : usageError;
     }
-    return options;
+    if (problem.empty()) return options;
+    std::fprintf(stderr, "vemo: %s\n", problem.c_str());
+    return usageError;
 }
 
 }  // namespace vemo::cli

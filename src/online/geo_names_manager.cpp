@@ -24,17 +24,28 @@ std::optional<std::u16string> GeoNamesManager::known(std::u16string_view name) {
 }
 
 void GeoNamesManager::lookup(const std::u16string& name, Completion completion) {
+    if (name.size() > longestPlace) return;
     std::uint64_t batch = 0;
     {
         const std::lock_guard lock(mutex_);
         batch = batchCounter_;
+        const auto [question, isNew] = asked_.try_emplace(name, Question{batch, false});
+        if (!isNew && (question->second.sent || question->second.batch == batch)) return;
+        question->second.batch = batch;
     }
+    service_->log("Looking up " + toUtf8(name));
     scheduler_.postBackground([weak = weak_from_this(), name, batch, completion = std::move(completion)] {
         const auto self = weak.lock();
         if (!self) return;
         {
             const std::lock_guard lock(self->mutex_);
-            if (self->batchCounter_ != batch || !self->asked_.insert(name).second) return;
+            const auto question = self->asked_.find(name);
+            if (question == self->asked_.end() || question->second.batch != batch || question->second.sent) return;
+            if (self->batchCounter_ != batch) {
+                self->asked_.erase(question);
+                return;
+            }
+            question->second.sent = true;
         }
         self->service_->request(toUtf8(name), [weak, name, completion](const std::optional<std::string>& answer) {
             const auto manager = weak.lock();

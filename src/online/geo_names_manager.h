@@ -4,10 +4,10 @@
 #include <chrono>
 #include <cstdint>
 #include <functional>
+#include <map>
 #include <memory>
 #include <mutex>
 #include <optional>
-#include <set>
 #include <string>
 #include <string_view>
 
@@ -29,7 +29,8 @@ public:
     void beginBatch();
     // What is known of a place: nothing, or its zone, empty for a place that has none.
     std::optional<std::u16string> known(std::u16string_view name);
-    // The completion runs on another thread; never, when the place is being asked for already.
+    // The completion runs on another thread; never, when the place is being asked for already, or in vain because a newer
+    // calculation began.
     void lookup(const std::u16string& name, Completion completion);
 
 private:
@@ -39,13 +40,19 @@ private:
     };
 
     static constexpr std::size_t rememberedPlaces = 4096;
+    static constexpr std::size_t longestPlace = 100;  // nobody is asked for a longer one
 
     Scheduler& scheduler_;
     std::shared_ptr<GeoNamesService> service_;
     std::chrono::steady_clock::duration believedFor_;
     std::mutex mutex_;
     Cache<Answer> cache_{rememberedPlaces};
-    std::set<std::u16string> asked_;  // without an answer yet
+    // Without an answer yet: by the place, the batch that wants it.
+    struct Question {
+        std::uint64_t batch;
+        bool sent;
+    };
+    std::map<std::u16string, Question> asked_;
     std::uint64_t batchCounter_ = 0;
 };
 

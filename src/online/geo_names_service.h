@@ -29,10 +29,10 @@ public:
 
     // The completion runs once, on another thread, unless the service is gone by then.
     void request(const std::string& name, Completion completion, int attempt = 0);
+    void log(const std::string& message) const;
 
 private:
     void answer(const std::string& name, const Completion& completion, int attempt, const HttpResponse& response);
-    void log(const std::string& message) const;
 
     Scheduler& scheduler_;
     std::shared_ptr<HttpClient> client_;

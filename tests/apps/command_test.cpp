@@ -22,7 +22,7 @@ struct Outcome {
 Outcome run(const std::string& arguments, const std::string& input = "") {
     const char* command = std::getenv("VEMO_COMMAND");
     if (!command) throw std::runtime_error("VEMO_COMMAND is not set");
-    const std::string line = "printf '%b' '" + input + "' | env -u NO_COLOR LC_ALL=C.UTF-8 '" + command + "' --locale en_US --language en " + arguments + " 2>&1";
+    const std::string line = "printf '%b' '" + input + "' | env -u NO_COLOR XDG_CONFIG_HOME=/nonexistent LC_ALL=C.UTF-8 '" + command + "' --locale en_US --language en " + arguments + " 2>&1";
     Outcome outcome;
     FILE* pipe = popen(line.c_str(), "r");
     std::array<char, 4096> buffer;

@@ -29,6 +29,7 @@ public:
         if (process_ != 0) return;
         const char* command = std::getenv("VEMO_COMMAND");
         setenv("HOME", folder.c_str(), 1);
+        setenv("XDG_CONFIG_HOME", (folder / "config").c_str(), 1);
         setenv("XDG_STATE_HOME", (folder / "state").c_str(), 1);
         setenv("TERM", "xterm", 1);
         setenv("LC_ALL", "C.UTF-8", 1);

@@ -239,9 +239,7 @@ TEST(FileReplacement, leavesAWholeFileWheneverTheProcessIsKilled) {
     const std::string padding(200'000, ' ');
     const std::string first = R"({"rates":{"EUR":0.5}})" + padding;
     const std::string second = R"({"rates":{"EUR":0.6}})" + padding;
-    std::vector<Reply> replies;
-    for (int i = 0; i < 4000; ++i) replies.push_back(ok(i % 2 ? first : second));
-    server.on(path, replies);
+    server.alternate(path, {ok(first), ok(second)});
     const auto file = PeriodicFileLoader::cacheFile(folder.path(), server.url(path));
     std::mt19937 random(7);
     constexpr int kills = 200;

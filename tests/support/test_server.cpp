@@ -123,7 +123,12 @@ struct TestServer::State {
     asio::io_context context;
     tcp::acceptor acceptor{context, tcp::endpoint(asio::ip::address_v4::loopback(), 0)};
     mutable std::mutex mutex;
-    std::map<std::string, std::vector<Reply>> replies;
+    struct Replies {
+        std::vector<Reply> all;
+        bool endless = false;
+        std::size_t next = 0;
+    };
+    std::map<std::string, Replies> replies;
     std::vector<std::string> requests;
     std::optional<asio::ssl::context> tls;
     std::filesystem::path certificate;
@@ -134,9 +139,9 @@ struct TestServer::State {
         requests.push_back(path);
         const auto found = replies.find(path);
         if (found == replies.end()) return status(404);
-        Reply reply = found->second.front();
-        if (found->second.size() > 1) found->second.erase(found->second.begin());
-        return reply;
+        Replies& each = found->second;
+        const std::size_t index = each.next++;
+        return each.all[each.endless ? index % each.all.size() : std::min(index, each.all.size() - 1)];
     }
 
     void accept() {
@@ -173,7 +178,12 @@ TestServer::~TestServer() {
 
 void TestServer::on(const std::string& path, std::vector<Reply> replies) {
     const std::lock_guard lock(state_->mutex);
-    state_->replies[path] = std::move(replies);
+    state_->replies[path] = {std::move(replies), false, 0};
+}
+
+void TestServer::alternate(const std::string& path, std::vector<Reply> replies) {
+    const std::lock_guard lock(state_->mutex);
+    state_->replies[path] = {std::move(replies), true, 0};
 }
 
 std::string TestServer::url(const std::string& path) const {

@@ -31,6 +31,8 @@ public:
 
     // What requests for a path (with its query) are answered with, one after the other; the last reply is repeated.
     void on(const std::string& path, std::vector<Reply> replies);
+    // The same, in turn and without end.
+    void alternate(const std::string& path, std::vector<Reply> replies);
     std::string url(const std::string& path = "") const;
     // Of an HTTPS server: the file of the certificate that vouches for it.
     const std::filesystem::path& certificate() const;
