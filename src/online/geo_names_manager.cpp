@@ -24,6 +24,7 @@ std::optional<std::u16string> GeoNamesManager::known(std::u16string_view name) {
 }
 
 void GeoNamesManager::lookup(const std::u16string& name, Completion completion) {
+    if (name.size() > longestPlace) return;
     std::uint64_t batch = 0;
     {
         const std::lock_guard lock(mutex_);

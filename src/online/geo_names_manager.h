@@ -40,6 +40,7 @@ private:
     };
 
     static constexpr std::size_t rememberedPlaces = 4096;
+    static constexpr std::size_t longestPlace = 100;  // nobody is asked for a longer one
 
     Scheduler& scheduler_;
     std::shared_ptr<GeoNamesService> service_;
