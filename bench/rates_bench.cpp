@@ -23,7 +23,7 @@ void documentWithMoney(benchmark::State& state, bool newRates) {
     engine.buildVemoWorker(config);
     const std::u16string text = document(lines, [&](std::size_t i) {
         const bool converts = money > 0 && i % (lines / money) == 0;
-        return converts ? u"$" + digits(i) + u" in EUR" : arithmeticLine(i);
+        return converts ? std::u16string(u"$").append(digits(i)) + u" in EUR" : arithmeticLine(i);
     });
     // Each set of rates is new, so that no earlier result is of use.
     std::size_t count = 0;

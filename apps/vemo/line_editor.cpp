@@ -121,6 +121,8 @@ std::optional<std::u16string> LineEditor::read() {
     while (state_->editor) {
         interrupted = 0;
         int count = 0;
+        // Before the prompt is shown, not after: Ctrl-D typed in between would be lost to the terminal's own editing.
+        el_wset(state_->editor, EL_PREP_TERM, 1);
         const wchar_t* line = el_wgets(state_->editor, &count);
         if (line && count > 0) {
             std::wstring_view text(line, static_cast<std::size_t>(count));

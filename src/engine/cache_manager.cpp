@@ -38,7 +38,8 @@ LineResultPointer CacheManager::lookup(std::u16string_view text, const Context& 
     return nullptr;
 }
 
-void CacheManager::prefetch(std::u16string_view document, std::span<const TextRange> lines) const {
+void CacheManager::prefetch(std::u16string_view document, std::span<const TextRange> lines,
+                            const Context& context) const {
     std::array<std::size_t, mostPrefetched> hashes;
     std::array<const LineResult*, mostPrefetched> results;
     const std::size_t count = std::min(lines.size(), mostPrefetched);
@@ -60,6 +61,9 @@ void CacheManager::prefetch(std::u16string_view document, std::span<const TextRa
         result->updates().prefetchEntries();
         result->dependencies().prefetchEntries();
     }
+    constexpr unsigned levels = 4;  // of a map of a million entries; the upper ones are at hand
+    for (unsigned level = 1; level < levels; ++level)
+        for (const LineResult* result : found) context.data().prefetchPlaces(result->updates(), level);
 }
 
 }  // namespace vemo

@@ -23,7 +23,7 @@ public:
     LineResultPointer lookup(std::u16string_view text, const Context& context);
     // Lets the memory accesses of coming look-ups overlap, which in a large document are most of their time.
     static constexpr std::size_t mostPrefetched = 32;
-    void prefetch(std::u16string_view document, std::span<const TextRange> lines) const;
+    void prefetch(std::u16string_view document, std::span<const TextRange> lines, const Context& context) const;
     void clear() { cache_.clear(); }
     void setEnabled(bool enabled) { cache_.setEnabled(enabled); }
 

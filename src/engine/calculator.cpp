@@ -76,7 +76,7 @@ Calculator::MultilineResult Calculator::calculate(std::u16string_view text, Cont
     result.lines.reserve(lines.size());
     for (std::size_t i = 0; i < lines.size(); ++i) {
         const TextRange& line = lines[i];
-        if (i % CacheManager::mostPrefetched == 0) cacheManager_.prefetch(text, std::span(lines).subspan(i));
+        if (i % CacheManager::mostPrefetched == 0) cacheManager_.prefetch(text, std::span(lines).subspan(i), document);
         if (cancelled && *cancelled) return result;
         result.lines.push_back(calculateLine(line.in(text), document, config_.debug));
         carryForward(result.lines.back()->value(), document);

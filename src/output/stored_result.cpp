@@ -14,25 +14,41 @@ using Id = KeyedArchiver::Id;
 using Field = KeyedArchiver::Field;
 
 template <class Item, class Encode>
-Id encodeList(KeyedArchiver& archive, const std::vector<Item>& items, Encode encode) {
+Id encodeList(KeyedArchiver& archive, const std::vector<Item>& items, Encode&& encode) {
     std::vector<Id> ids;
     ids.reserve(items.size());
     for (const Item& item : items) ids.push_back(encode(archive, item));
     return archive.list(ids);
 }
 
-Id encodeText(KeyedArchiver& archive, const AttributedText& attributed) {
-    std::vector<Id> runs;
-    runs.reserve(attributed.elementsCount());
-    attributed.enumerate([&](std::u16string_view text, RunType type, std::size_t) {
+// Documents repeat themselves: short runs that are equal become one object.
+class TextEncoder {
+public:
+    Id operator()(KeyedArchiver& archive, const AttributedText& attributed) {
+        std::vector<Id> runs;
+        runs.reserve(attributed.elementsCount());
+        attributed.enumerate([&](std::u16string_view text, RunType type, std::size_t) {
+            if (text.size() > longestShared) return runs.push_back(encodeRun(archive, text, type));
+            const auto [known, made] = runs_.try_emplace(std::u16string(text) + static_cast<char16_t>(type), 0);
+            if (made) known->second = encodeRun(archive, text, type);
+            runs.push_back(known->second);
+        });
+        const Field fields[] = {{u"elements", archive.list(runs)}};
+        return archive.object({u"AttributedText"}, fields);
+    }
+
+private:
+    static constexpr std::size_t longestShared = 16;
+
+    static Id encodeRun(KeyedArchiver& archive, std::u16string_view text, RunType type) {
         std::vector<Field> fields;
         if (type != RunType::none) fields.emplace_back(u"type", archive.text(runTypeCode(type)));
         fields.emplace_back(u"text", archive.text(text));
-        runs.push_back(archive.object({u"AttributedTextElement"}, fields));
-    });
-    const Field fields[] = {{u"elements", archive.list(runs)}};
-    return archive.object({u"AttributedText"}, fields);
-}
+        return archive.object({u"AttributedTextElement"}, fields);
+    }
+
+    TextMap<Id> runs_;
+};
 
 Id encodeValue(KeyedArchiver& archive, const FormattedValue& value) {
     std::vector<Field> fields;
@@ -97,7 +113,7 @@ std::optional<FormattedValue> decodeValue(KeyedUnarchiver& archive, KeyedUnarchi
 
 std::string VemoEngineResultSerializerResult::encode() const {
     KeyedArchiver archive;
-    const Field fields[] = {{u"attributes", encodeList(archive, attributedText, encodeText)},
+    const Field fields[] = {{u"attributes", encodeList(archive, attributedText, TextEncoder())},
                             {u"format", encodeList(archive, formattedResult, encodeValue)}};
     return archive.finish({u"VemoEngineResultSerializerResult"}, fields);
 }

@@ -3,7 +3,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <map>
 #include <optional>
 #include <span>
 #include <string>
@@ -88,7 +87,7 @@ private:
     std::u16string texts_;
     std::vector<Object> references_;
     TextMap<Object> shared_;
-    std::map<std::pair<unsigned, std::uint64_t>, Object> scalars_;
+    std::unordered_map<std::uint64_t, Object> scalars_;
 };
 
 }  // namespace vemo

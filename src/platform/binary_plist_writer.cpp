@@ -37,7 +37,8 @@ BinaryPlistWriter::Object BinaryPlistWriter::add(Item item) {
 }
 
 BinaryPlistWriter::Object BinaryPlistWriter::scalar(unsigned type, std::uint64_t value) {
-    const auto [place, made] = scalars_.try_emplace({type, value}, 0);
+    if (value >> 60 != 0) return add({type, value, 0});
+    const auto [place, made] = scalars_.try_emplace(value << 4 | type, 0);
     if (made) place->second = add({type, value, 0});
     return place->second;
 }

@@ -15,6 +15,8 @@
 #include <utility>
 #include <vector>
 
+#include "platform/signals_blocked.h"
+
 namespace vemo {
 
 namespace {
@@ -223,7 +225,9 @@ void HttpClient::get(const std::string& url, Completion completion) {
     const std::lock_guard lock(state_->mutex);
     state_->waiting.push_back({url, std::move(completion)});
     state_->wakeUp();
-    if (!state_->thread.joinable()) state_->thread = std::thread([state = state_] { state->run(); });
+    if (state_->thread.joinable()) return;
+    const SignalsBlocked blocked;
+    state_->thread = std::thread([state = state_] { state->run(); });
 }
 
 std::string HttpClient::withQuery(const std::string& url, const std::string& name, const std::string& value) {

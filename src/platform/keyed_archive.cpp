@@ -16,7 +16,7 @@ constexpr std::u16string_view nullObject = u"$null";
 constexpr KeyedArchiver::Id rootId = 1;  // behind the null object
 
 constexpr std::size_t mostWork = std::size_t(1) << 26;
-constexpr std::size_t workPerByte = 16;  // what is written here takes less
+constexpr std::size_t workPerByte = 64;  // what is written here takes less
 constexpr std::size_t mostSuperclasses = 16;
 
 }  // namespace

@@ -57,14 +57,31 @@ public:
 
     std::size_t size() const { return size_; }
     bool empty() const { return size_ == 0; }
-    // Brings the first node, then the entries in it, closer to the processor.
+    // For many maps to be read, or keys to be written, soon. Each of these steps leaves the next one less to wait for
+    // when it is done for all of them first: the first node of a map, then the entries in it; the node in which
+    // another map's entries will be placed, then what is there.
     void prefetchRoot() const {
         if (root_) __builtin_prefetch(root_);
     }
     void prefetchEntries() const {
-        if (!root_) return;
-        std::for_each(root_->slots(), root_->slots() + root_->count, [](Slot slot) {
-            __builtin_prefetch(isEntry(slot) ? static_cast<const void*>(entryOf(slot)) : nodeOf(slot));
+        if (root_) prefetchBelow(*root_);
+    }
+    void prefetchPlaces(const PersistentMap& entries, unsigned levels) const {
+        entries.all([&](const Entry& entry) {
+            const Node* node = root_;
+            unsigned level = 0;
+            for (; node; ++level) {
+                const std::uint32_t bit = bitFor(entry.hash_, level * bits);
+                if (!(node->bitmap & bit)) break;
+                const Slot& slot = node->slots()[node->indexOf(bit)];
+                if (level == levels) {
+                    __builtin_prefetch(isEntry(slot) ? static_cast<const void*>(entryOf(slot)) : nodeOf(slot));
+                    break;
+                }
+                if (isEntry(slot)) break;
+                node = nodeOf(slot);
+            }
+            return true;
         });
     }
     bool sharesWith(const PersistentMap& other) const { return root_ == other.root_; }
@@ -152,8 +169,17 @@ private:
     }
     static void release(Node* node) {
         if (!node || !dropReference(node)) return;
+        // What is below lies all over the memory: its accesses overlap when they are announced.
+        prefetchBelow(*node);
+        for (std::size_t i = 0; i < node->count; ++i)
+            if (!isEntry(node->slots()[i])) prefetchBelow(*nodeOf(node->slots()[i]));
         for (std::size_t i = 0; i < node->count; ++i) release(node->slots()[i]);
         freeNode(node);
+    }
+    static void prefetchBelow(const Node& node) {
+        std::for_each(node.slots(), node.slots() + node.count, [](Slot slot) {
+            __builtin_prefetch(isEntry(slot) ? static_cast<const void*>(entryOf(slot)) : nodeOf(slot));
+        });
     }
 
     static Entry* newEntry(std::u16string_view key, std::size_t hash, Mapped value) {

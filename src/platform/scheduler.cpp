@@ -7,6 +7,8 @@
 #include <atomic>
 #include <mutex>
 
+#include "platform/signals_blocked.h"
+
 namespace vemo {
 
 namespace {
@@ -66,7 +68,10 @@ public:
     }
 
     asio::thread_pool& get() {
-        std::call_once(started_, [&] { pool_ = std::make_unique<asio::thread_pool>(threads_); });
+        std::call_once(started_, [&] {
+            const SignalsBlocked blocked;
+            pool_ = std::make_unique<asio::thread_pool>(threads_);
+        });
         return *pool_;
     }
 

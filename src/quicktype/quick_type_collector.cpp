@@ -9,6 +9,10 @@ namespace {
 
 constexpr std::u16string_view untranslated = u"variants";
 
+// Enough for the built-in vocabulary, so that the lists don't grow on the way.
+constexpr std::size_t usualUnits = 30000;
+constexpr std::size_t usualItems = 4000;
+
 bool isWorthOffering(std::u16string_view hint) {
     if (hint.empty() || (hint.front() >= u'0' && hint.front() <= u'9')) return false;
     if (hint.find(untranslated) != hint.npos) return false;
@@ -29,6 +33,10 @@ void eachWord(std::u16string_view phrase, Visit visit) {
 }  // namespace
 
 void QuickTypeCollector::append(std::u16string_view text, int weight, Form form) {
+    if (items_.empty()) {
+        texts_.reserve(usualUnits);
+        items_.reserve(usualItems);
+    }
     texts_ += text;
     items_.push_back({static_cast<std::uint32_t>(text.size()), static_cast<std::int16_t>(weight), form});
 }

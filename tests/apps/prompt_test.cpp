@@ -158,6 +158,7 @@ TEST_F(PromptTest, clearsTheLineAndEnds) {
     EXPECT_SHOWN(prompt, "> ");
     prompt.type("2 + 3\r");
     EXPECT_SHOWN(prompt, "= 5\r\n");
+    EXPECT_SHOWN(prompt, "> ");
     prompt.type("\x04");
     EXPECT_EQ(prompt.ends(), 0);
 }
@@ -165,8 +166,10 @@ TEST_F(PromptTest, clearsTheLineAndEnds) {
 TEST_F(PromptTest, remembersLinesUntilTheNextTime) {
     {
         Prompt prompt(folder);
+        EXPECT_SHOWN(prompt, "> ");
         prompt.type("\xc3\xa9t\xc3\xa9 = 6 * 7\r");
         EXPECT_SHOWN(prompt, "= 42\r\n");
+        EXPECT_SHOWN(prompt, "> ");
         prompt.type("\x04");
         EXPECT_EQ(prompt.ends(), 0);
     }
