@@ -2,10 +2,10 @@
 #include "line_editor.h"
 
 #include <histedit.h>
-#include <signal.h>
 #include <unistd.h>
 
 #include <cerrno>
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 
@@ -14,10 +14,6 @@ namespace vemo::cli {
 namespace {
 
 constexpr int rememberedLines = 1000;
-
-volatile sig_atomic_t interrupted = 0;  // a signal handler reaches nothing else
-
-void noteInterrupt(int) { interrupted = 1; }
 
 std::wstring wide(std::u16string_view text) {
     std::wstring result;
@@ -55,7 +51,8 @@ struct LineEditor::State {
     HistoryW* history = nullptr;
     std::string file;
     Complete complete;
-    struct sigaction before {};
+    bool dropped = false;  // the line, by Ctrl-C
+    void (*before)(int) = SIG_DFL;
 
     unsigned char completeHere() {
         const LineInfoW* line = el_wline(editor);
@@ -81,6 +78,20 @@ struct LineEditor::State {
         el_wget(editor, EL_CLIENTDATA, &state);
         return state->completeHere();
     }
+
+    static unsigned char dropLine(EditLine* editor, int) {
+        State* state = nullptr;
+        el_wget(editor, EL_CLIENTDATA, &state);
+        state->dropped = true;
+        return CC_EOF;
+    }
+
+    static unsigned char suspend(EditLine* editor, int) {
+        el_wset(editor, EL_PREP_TERM, 0);
+        raise(SIGTSTP);
+        el_wset(editor, EL_PREP_TERM, 1);
+        return CC_REDISPLAY;
+    }
 };
 
 LineEditor::LineEditor(const std::filesystem::path& history, Complete complete) : state_(std::make_unique<State>()) {
@@ -101,17 +112,19 @@ LineEditor::LineEditor(const std::filesystem::path& history, Complete complete) 
     el_wset(editor, EL_HIST, history_w, state_->history);
     el_wset(editor, EL_ADDFN, L"vemo-complete", L"Complete the word", State::completeWord);
     el_wset(editor, EL_BIND, L"^I", L"vemo-complete", nullptr);
+    // Ctrl-C is a key like others: as a signal it would be lost whenever it comes just before the next read.
+    el_wset(editor, EL_SETTY, L"-d", L"-isig", nullptr);
+    el_wset(editor, EL_ADDFN, L"vemo-drop", L"Drop the line", State::dropLine);
+    el_wset(editor, EL_BIND, L"^C", L"vemo-drop", nullptr);
+    el_wset(editor, EL_ADDFN, L"vemo-suspend", L"Suspend the program", State::suspend);
+    el_wset(editor, EL_BIND, L"^Z", L"vemo-suspend", nullptr);
     el_source(editor, nullptr);
-
-    struct sigaction action {};
-    action.sa_handler = noteInterrupt;  // no SA_RESTART: the read in progress ends
-    sigemptyset(&action.sa_mask);
-    sigaction(SIGINT, &action, &state_->before);
+    state_->before = std::signal(SIGINT, SIG_IGN);  // between the lines
 }
 
 LineEditor::~LineEditor() {
     if (state_->editor) {
-        sigaction(SIGINT, &state_->before, nullptr);
+        std::signal(SIGINT, state_->before);
         el_end(state_->editor);
     }
     history_wend(state_->history);
@@ -119,7 +132,7 @@ LineEditor::~LineEditor() {
 
 std::optional<std::u16string> LineEditor::read() {
     while (state_->editor) {
-        interrupted = 0;
+        state_->dropped = false;
         int count = 0;
         // Before the prompt is shown, not after: Ctrl-D typed in between would be lost to the terminal's own editing.
         el_wset(state_->editor, EL_PREP_TERM, 1);
@@ -129,9 +142,9 @@ std::optional<std::u16string> LineEditor::read() {
             while (!text.empty() && (text.back() == L'\n' || text.back() == L'\r')) text.remove_suffix(1);
             return narrowed(text);
         }
+        const int fault = errno;
         std::fputc('\n', stdout);
-        if (!interrupted) return std::nullopt;
-        el_reset(state_->editor);
+        if (!state_->dropped && !(count < 0 && fault == EINTR)) return std::nullopt;
     }
     return std::nullopt;
 }

@@ -169,7 +169,7 @@ TEST_F(PromptTest, remembersLinesUntilTheNextTime) {
         EXPECT_SHOWN(prompt, "> ");
         prompt.type("\xc3\xa9t\xc3\xa9 = 6 * 7\r");
         EXPECT_SHOWN(prompt, "= 42\r\n");
-        EXPECT_SHOWN(prompt, "> ");
+        EXPECT_SHOWN(prompt, "> ");  // control characters mean something else to the terminal between the lines
         prompt.type("\x04");
         EXPECT_EQ(prompt.ends(), 0);
     }

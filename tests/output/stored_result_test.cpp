@@ -16,6 +16,8 @@
 namespace vemo::test {
 namespace {
 
+using namespace std::string_view_literals;
+
 using Stored = VemoEngineResultSerializerResult;
 
 class StoredResult : public testing::Test {
@@ -37,7 +39,7 @@ protected:
 
 TEST_F(StoredResult, comesBackForDisplay) {
     // The astral characters, the null character and the empty line are what a file format may stumble over.
-    const std::string_view text("x = 5 inch in cm\n\n2 \xf0\x9f\x98\x80 + \0 1 // \xc3\xa9\nsum", 44);
+    const std::string_view text = "x = 5 inch in cm\n\n2 \xf0\x9f\x98\x80 + \0 1 // \xc3\xa9\nsum"sv;
     const auto result = calculated(text);
     ASSERT_EQ(result.lines.size(), 4u);
     serializer.serialize(result, path);
