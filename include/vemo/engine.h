@@ -112,7 +112,8 @@ public:
 
     enum class RatesFile { currency, crypto };
     // Takes the JSON text of a rates file, as if it had been fetched: an object "rates" with the amount per US dollar by
-    // currency code. Says what is wrong with it, and changes nothing then; an empty text means that it was taken. Waits for a calculation under way.
+    // currency code. Says what is wrong with it, and changes nothing then; an empty text means that it was taken. Waits
+    // for a calculation under way.
     std::string takeRates(RatesFile file, std::string_view json);
 
     // A first document for a new user, in the nearest language there is. On any thread.
