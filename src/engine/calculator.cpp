@@ -36,7 +36,8 @@ void Calculator::trace(const std::u16string& line) const {
     else std::printf("%s\n", text.c_str());
 }
 
-void Calculator::start() {
+void Calculator::start(bool onMain) {
+    onMain_ = onMain;
     if (config_.testMode || !scheduler_) return;
     using namespace std::chrono;
     // The first tick comes when the minute turns.
@@ -60,9 +61,11 @@ void Calculator::retire() {
 
 void Calculator::later(std::function<void(Calculator&)> change) {
     if (!scheduler_) return change(*this);
-    scheduler_->postWorker([weak = weak_from_this(), change = std::move(change)] {
+    const auto run = [weak = weak_from_this(), change = std::move(change)] {
         if (const auto self = weak.lock()) change(*self);
-    });
+    };
+    if (onMain_) scheduler_->postMain(run);
+    else scheduler_->postWorker(run);
 }
 
 Calculator::MultilineResult Calculator::calculate(std::u16string_view text, Context& document,

@@ -60,8 +60,9 @@ public:
 
     // Fills the catalogues and lists. Once, before the first calculation.
     void initialize();
-    // Starts timers and downloads, and ends them for good. On the main executor; neither need be called.
-    void start();
+    // Starts timers and downloads, and ends them for good. On the main executor; neither need be called. `onMain` when
+    // calculations run there, too.
+    void start(bool onMain = false);
     void retire();
     const Measurer& measurer() const { return measurer_; }
     // Evaluates the scripts of a folder, holding the lock of the calculator's context for each. Before the first
@@ -84,8 +85,8 @@ public:
     // New rates, which every document sees. The first crypto rates bring their units.
     void setCurrencyRates(CurrencyRatesContainer rates);
     void setCryptoRates(CurrencyRatesContainer rates);
-    // Runs the change on the worker's thread between calculations, so that the main executor never waits for one; at
-    // once without a scheduler.
+    // Runs the change where calculations run, between them, so that the main executor never waits for one; at once
+    // without a scheduler.
     void later(std::function<void(Calculator&)> change);
     // Sets the current time anew and notifies, as is done once a minute.
     void minuteTimerDing();
@@ -135,6 +136,7 @@ private:
     std::unique_ptr<OnlineData> online_;  // null without a scheduler
     bool cryptoInitialized_ = false;      // guarded by the context's lock
     std::atomic<bool> retired_ = false;
+    bool onMain_ = false;
     StringRangeDetector stringRangeDetector_;
     DecimalParser decimalParser_;
     ScientificParser scientificParser_;

@@ -147,7 +147,7 @@ private:
     void adopt(const std::shared_ptr<VemoWorker>& worker, Built built) {
         const auto self = shared_from_this();  // the delegate may destroy the engine
         built.calculator->setDelegate(weak_from_this());
-        built.calculator->start();
+        built.calculator->start(worker->onMain());
         worker->setCalculator(std::move(built.calculator));
         extensions_ = std::move(built.extensions);
         startUpLog_ = vemo::startUpLog(extensions_);

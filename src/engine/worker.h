@@ -45,6 +45,7 @@ public:
     VemoWorker(Scheduler* scheduler, bool onMain);
     ~VemoWorker();
 
+    bool onMain() const { return onMain_; }
     // Null while it is being set up.
     const std::shared_ptr<Calculator>& calculator() const { return calculator_; }
     void setCalculator(std::shared_ptr<Calculator> calculator) { calculator_ = std::move(calculator); }
