@@ -65,6 +65,7 @@ struct QuickTypeData {
 
 class Context;
 class ContextMap;
+class LineResult;
 
 class ContextDelegate {
 public:
@@ -87,7 +88,7 @@ public:
 
     // A context with this one's data; no updates, dependencies, completions or delegate.
     Context copyContext() const;
-    // The same, for a short life: what is written to it is kept apart from the data it shares.
+    // The same, for a short life: the first write to it is as cheap as any.
     Context layer() const;
 
     // Sets or, given nothing, removes an entry and then tells the delegate.
@@ -116,6 +117,8 @@ public:
 
     void add(const ContextMap& data, bool registerUpdates);
     void addDependencies(const ContextMap& dependencies);
+    // The same with those of a line's result, put off until somebody asks for dependencies.
+    void addDependenciesOf(std::shared_ptr<const LineResult> line);
     // Records what a reader saw under `name`: `value`, else the present entry, else `defaultValue`; else
     // an earlier record is removed.
     void addDependencyOn(std::u16string_view name, std::optional<IsEquatable> value = std::nullopt,
@@ -147,6 +150,9 @@ public:
 
 private:
     struct State;
+
+    Context sharing(ContextMap data) const;
+
     std::unique_ptr<State> state_;
 };
 

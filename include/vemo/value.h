@@ -78,9 +78,9 @@ private:
     static constexpr std::uint16_t bit(Attribute key) { return static_cast<std::uint16_t>(1u << static_cast<unsigned>(key)); }
     Marks& ownMarks();
 
-    DecimalNumber decimal_;
+    [[no_unique_address]] DecimalNumber decimal_;
+    std::uint16_t mask_ = 0;  // lies in the number's padding
     std::shared_ptr<const Marks> marks_;
-    std::uint16_t mask_ = 0;
 };
 
 // An immutable list of values, oldest first. Appending takes amortised constant time and shares the older part;

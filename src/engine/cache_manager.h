@@ -3,7 +3,6 @@
 
 #include <array>
 #include <memory>
-#include <span>
 #include <string_view>
 
 #include "engine/line_result.h"
@@ -21,9 +20,6 @@ public:
     void add(LineResultPointer entry);
     // The newest result whose dependencies all hold in the context; null without one.
     LineResultPointer lookup(std::u16string_view text, const Context& context);
-    // Lets the memory accesses of coming look-ups overlap, which in a large document are most of their time.
-    static constexpr std::size_t mostPrefetched = 32;
-    void prefetch(std::u16string_view document, std::span<const TextRange> lines, const Context& context) const;
     void clear() { cache_.clear(); }
     void setEnabled(bool enabled) { cache_.setEnabled(enabled); }
 
@@ -34,11 +30,23 @@ private:
     struct Results {
         LineResultPointer newest;
         std::unique_ptr<std::array<LineResultPointer, cacheLevel - 1>> older;
+
+        // The newest first; stops when `visit` returns true.
+        template <class Visit>
+        void any(Visit&& visit) const {
+            if (visit(newest) || !older) return;
+            for (const LineResultPointer& result : *older)
+                if (result && visit(result)) return;
+        }
     };
     struct KeyOfResults {
         explicit KeyOfResults(std::u16string_view) {}
         bool is(std::u16string_view key, const Results& results) const { return results.newest && results.newest->text() == key; }
     };
+
+    template <class Prepare>
+    void prepare(std::size_t distance, Prepare&& prepare) const;
+    void prepareNext(const Context& context) const;
 
     Cache<Results, KeyOfResults> cache_;
 };

@@ -77,12 +77,11 @@ Calculator::MultilineResult Calculator::calculate(std::u16string_view text, Cont
     MultilineResult result;
     const std::vector<TextRange> lines = lineRanges(text);
     result.lines.reserve(lines.size());
-    for (std::size_t i = 0; i < lines.size(); ++i) {
-        const TextRange& line = lines[i];
-        if (i % CacheManager::mostPrefetched == 0) cacheManager_.prefetch(text, std::span(lines).subspan(i), document);
+    for (const TextRange& line : lines) {
         if (cancelled && *cancelled) return result;
-        result.lines.push_back(calculateLine(line.in(text), document, config_.debug));
-        carryForward(result.lines.back()->value(), document);
+        const LineResultPointer& calculated = result.lines.emplace_back(calculateLine(line.in(text), document, config_.debug));
+        if (jsRunner_ && !calculated->extensionsLog().empty()) result.logging.push_back(calculated);
+        carryForward(calculated->value(), document);
     }
     if (const Value* total = document.get<Value>(context_keys::grandTotal)) {
         document.set(context_keys::grandTotalFormatted,
@@ -107,10 +106,10 @@ LineResultPointer Calculator::calculateLine(std::u16string_view text, Context& d
     if (LineResultPointer known = cacheManager_.lookup(text, document)) {
         document.add(known->updates(), false);
         // The same results as the line saw, as the same list: comparing what follows then stops there.
-        if (const IsEquatable* seen = known->dependencies().find(context_keys::previousResults))
+        if (const IsEquatable* seen = known->seen().find(context_keys::previousResults))
             document.set(context_keys::previousResults, *seen);
         // A look-up that a newer calculation has made void is still to be done.
-        if (online_ && online_->geoNames()) lookUpPlaces(known->dependencies());
+        if (online_ && online_->geoNames()) lookUpPlaces(*known);
         return known;
     }
     const std::u16string line(text);
@@ -134,9 +133,9 @@ LineResultPointer Calculator::calculateLine(std::u16string_view text, Context& d
                                                      extensionsLog);
     context = Context();  // no longer shares the document's data, which can then be changed in place
     document.add(result->updates(), false);
-    document.addDependencies(result->dependencies());
+    document.addDependenciesOf(result);
     cacheManager_.add(result);
-    if (online_ && online_->geoNames()) lookUpPlaces(result->dependencies());
+    if (online_ && online_->geoNames()) lookUpPlaces(*result);
     if (debug) trace(u"---");
     return result;
 }
@@ -226,19 +225,18 @@ void Calculator::setCryptoRates(CurrencyRatesContainer rates) {
     if (delegate) delegate->calculatorCryptoInitialized();
 }
 
-void Calculator::lookUpPlaces(const ContextMap& dependencies) {
-    dependencies.all([&](const auto& entry) {
-        if (!entry.key().starts_with(context_keys::geoName) || !entry.value().isEmptyValue()) return true;
-        const std::u16string name(entry.key().substr(context_keys::geoName.size()));
+void Calculator::lookUpPlaces(const LineResult& line) {
+    line.absentKeys([&](std::u16string_view key) {
+        if (!key.starts_with(context_keys::geoName)) return;
+        const std::u16string name(key.substr(context_keys::geoName.size()));
         if (const auto known = online_->geoNames()->known(name)) {
             if (!known->empty()) later([name, zone = *known](Calculator& self) { self.setPlace(name, zone); });
-            return true;
+            return;
         }
         online_->geoNames()->lookup(name, [weak = weak_from_this(), name](const std::optional<std::u16string>& zone) {
             const auto self = weak.lock();
             if (self && zone) self->later([name, zone = *zone](Calculator& calculator) { calculator.setPlace(name, zone); });
         });
-        return true;
     });
 }
 

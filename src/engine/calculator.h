@@ -50,6 +50,7 @@ public:
 
     struct MultilineResult {
         std::vector<LineResultPointer> lines;
+        std::vector<LineResultPointer> logging;  // those among them in which scripts logged something
     };
 
     // `scheduler` must outlive the calculator; without one there are no timers and no downloads.
@@ -110,7 +111,7 @@ public:
 private:
     double secondsSince2001() const;
     void storeRates(std::u16string_view key, std::u16string_view timeKey, CurrencyRatesContainer rates);
-    void lookUpPlaces(const ContextMap& dependencies);
+    void lookUpPlaces(const LineResult& line);
     void setPlace(const std::u16string& name, const std::u16string& zone);
     void registerExtractors();
     void registerEvaluators();

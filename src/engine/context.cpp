@@ -2,9 +2,11 @@
 #include "vemo/context.h"
 
 #include <algorithm>
+#include <atomic>
 #include <unordered_set>
 
 #include "engine/context_map.h"
+#include "engine/line_result.h"
 #include "platform/text.h"
 
 namespace vemo {
@@ -45,40 +47,25 @@ bool IsEquatable::isEqual(const IsEquatable& other) const {
 
 struct Context::State {
     ContextMap data;
-    // What a layer wrote itself: writing to data that it shares would copy much of it.
-    ContextMap own;
-    bool isLayer = false;
     ContextMap updates;
-    ContextMap dependencies;
+    ContextMap writtenDependencies;
+    std::vector<LineResultPointer> linesDependedOn;  // whose dependencies are still to be written
+    std::atomic<bool> dependenciesWait = false;
     QuickTypeData quickTypeData;
     std::shared_ptr<const VariableIndex> variables;  // null before the first variable
     ContextDelegate* delegate = nullptr;
     bool pauseDelegateUpdates = false;
     mutable std::recursive_mutex mutex;
 
-    const IsEquatable* find(std::u16string_view key) const {
-        const IsEquatable* written = own.empty() ? nullptr : own.find(key);
-        return written ? written : data.find(key);
-    }
+    void set(std::u16string_view key, IsEquatable value) { noteVariable(key, data.set(key, std::move(value))); }
 
-    void set(std::u16string_view key, IsEquatable value) {
-        const bool added = isLayer ? own.set(key, std::move(value)) && !data.find(key) : data.set(key, std::move(value));
-        noteVariable(key, added);
-    }
-
-    bool erase(std::u16string_view key) {
-        unite();
-        return data.erase(key);
-    }
-
-    // Writes what the layer holds to its data; it is a layer no more.
-    void unite() {
-        if (!isLayer) return;
-        isLayer = false;
-        std::exchange(own, {}).all([&](const auto& entry) {
-            data.setShared(entry);
-            return true;
-        });
+    // Several threads may read a context.
+    ContextMap& dependencies() {
+        if (!dependenciesWait.load(std::memory_order_acquire)) return writtenDependencies;
+        const std::lock_guard lock(mutex);
+        for (const LineResultPointer& line : std::exchange(linesDependedOn, {})) line->addDependenciesTo(writtenDependencies);
+        dependenciesWait.store(false, std::memory_order_release);
+        return writtenDependencies;
     }
 
     // To be called after an entry was set.
@@ -102,11 +89,11 @@ struct Context::State {
         const std::u16string_view head = nameHead(name);
         if (head.size() == name.size()) return;
         const std::u16string key = namesKey(head);
-        const IsEquatable* before = find(key);
+        const IsEquatable* before = data.find(key);
         const auto known = before ? static_cast<std::uint64_t>(*before->get<std::int64_t>()) : 0u;
         const auto hash = static_cast<std::uint64_t>(std::hash<std::u16string_view>{}(name));
         const std::uint64_t sum = present ? known + hash : known - hash;
-        if (sum == 0) erase(key);
+        if (sum == 0) data.erase(key);
         else set(key, static_cast<std::int64_t>(sum));
     }
 };
@@ -116,18 +103,15 @@ Context::~Context() = default;
 Context::Context(Context&&) noexcept = default;
 Context& Context::operator=(Context&&) noexcept = default;
 
-Context Context::copyContext() const {
-    Context copy = layer();
-    copy.state_->isLayer = false;
-    return copy;
-}
+Context Context::copyContext() const { return sharing(state_->data); }
 
-Context Context::layer() const {
-    Context layer;
-    layer.state_->data = data();
-    layer.state_->variables = state_->variables;
-    layer.state_->isLayer = true;
-    return layer;
+Context Context::layer() const { return sharing(ContextMap(state_->data.layer())); }
+
+Context Context::sharing(ContextMap data) const {
+    Context context;
+    context.state_->data = std::move(data);
+    context.state_->variables = state_->variables;
+    return context;
 }
 
 void Context::set(std::u16string_view key, std::optional<IsEquatable> value, bool registerUpdate) {
@@ -136,12 +120,12 @@ void Context::set(std::u16string_view key, std::optional<IsEquatable> value, boo
         state_->set(key, *std::move(value));
     } else {
         if (registerUpdate) state_->updates.erase(key);
-        if (state_->erase(key)) state_->noteRemoved(key);
+        if (state_->data.erase(key)) state_->noteRemoved(key);
     }
     if (!state_->pauseDelegateUpdates) notifyDelegate();
 }
 
-const IsEquatable* Context::find(std::u16string_view key) const { return state_->find(key); }
+const IsEquatable* Context::find(std::u16string_view key) const { return state_->data.find(key); }
 
 void Context::setValue(std::optional<Value> value, std::u16string_view variable) {
     std::optional<IsEquatable> entry;
@@ -183,7 +167,7 @@ void Context::syncUpdate(const std::function<void()>& block) {
 
 void Context::add(const ContextMap& data, bool registerUpdates) {
     data.all([&](const auto& entry) {
-        if (!registerUpdates && !state_->isLayer && (!state_->delegate || state_->pauseDelegateUpdates)) {
+        if (!registerUpdates && (!state_->delegate || state_->pauseDelegateUpdates)) {
             state_->noteVariable(entry.key(), state_->data.setShared(entry));
         } else {
             set(entry.key(), entry.value(), registerUpdates);
@@ -193,14 +177,20 @@ void Context::add(const ContextMap& data, bool registerUpdates) {
 }
 
 void Context::addDependencies(const ContextMap& dependencies) {
-    if (state_->dependencies.empty()) {
-        state_->dependencies = dependencies;
+    ContextMap& mine = state_->dependencies();
+    if (mine.empty()) {
+        mine = dependencies;
         return;
     }
     dependencies.all([&](const auto& entry) {
-        state_->dependencies.setShared(entry);
+        mine.setShared(entry);
         return true;
     });
+}
+
+void Context::addDependenciesOf(LineResultPointer line) {
+    state_->linesDependedOn.push_back(std::move(line));
+    state_->dependenciesWait.store(true, std::memory_order_release);
 }
 
 void Context::addDependencyOn(std::u16string_view name, std::optional<IsEquatable> value,
@@ -209,13 +199,13 @@ void Context::addDependencyOn(std::u16string_view name, std::optional<IsEquatabl
         if (const IsEquatable* present = find(name)) value = *present;
         else value = std::move(defaultValue);
     }
-    if (value) state_->dependencies.set(name, *std::move(value));
-    else state_->dependencies.erase(name);
+    if (value) state_->dependencies().set(name, *std::move(value));
+    else state_->dependencies().erase(name);
 }
 
 bool Context::hasDependencyOn(std::u16string_view name) const { return dependencyFor(name) != nullptr; }
 
-const IsEquatable* Context::dependencyFor(std::u16string_view name) const { return state_->dependencies.find(name); }
+const IsEquatable* Context::dependencyFor(std::u16string_view name) const { return state_->dependencies().find(name); }
 
 bool Context::hasUpdatesFor(const ContextMap& dependencies) const {
     return !dependencies.all([&](const auto& entry) {
@@ -231,12 +221,9 @@ void Context::addQuickTypeExpression(std::u16string_view expression) {
 }
 
 const QuickTypeData& Context::quickTypeData() const { return state_->quickTypeData; }
-const ContextMap& Context::data() const {
-    state_->unite();
-    return state_->data;
-}
+const ContextMap& Context::data() const { return state_->data; }
 const ContextMap& Context::updates() const { return state_->updates; }
-const ContextMap& Context::dependencies() const { return state_->dependencies; }
+const ContextMap& Context::dependencies() const { return state_->dependencies(); }
 
 bool Context::mayNameVariable(char16_t firstCharacter) const {
     return state_->variables && state_->variables->firstCharacters.contains(firstCharacter);
@@ -246,7 +233,7 @@ std::size_t Context::longestVariableName() const { return state_->variables ? st
 
 bool Context::isEqual(const Context& other) const {
     return data() == other.data() && state_->updates == other.state_->updates &&
-           state_->dependencies == other.state_->dependencies && state_->quickTypeData == other.state_->quickTypeData;
+           state_->dependencies() == other.state_->dependencies() && state_->quickTypeData == other.state_->quickTypeData;
 }
 
 void Context::setDelegate(ContextDelegate* delegate) { state_->delegate = delegate; }

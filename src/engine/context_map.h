@@ -1,14 +1,20 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/persistent_map.h"
+#include <algorithm>
+
+#include "platform/layered_map.h"
 #include "platform/text.h"
 #include "vemo/context.h"
 
 namespace vemo {
 
 // Entries by key.
-class ContextMap : public PersistentMap<IsEquatable> {};
+class ContextMap : public LayeredMap<IsEquatable> {
+public:
+    ContextMap() = default;
+    explicit ContextMap(LayeredMap map) : LayeredMap(std::move(map)) {}
+};
 
 // Prefixes and keys the engine reserves.
 namespace context_keys {
@@ -29,16 +35,16 @@ inline constexpr std::u16string_view cryptoRates = u"crypto_rates";
 inline constexpr std::u16string_view cryptoRatesTime = u"crypto_rates_update_time";
 }  // namespace context_keys
 
-// The letters at the start of a variable's name or of a text: what a line must mention to use the name.
+// The letters, and the digits behind them, with which a variable's name or a text begins: what a line must mention to
+// use the name.
 inline std::u16string_view nameHead(std::u16string_view text) {
-    std::size_t length = 0;
-    while (length < text.size()) {
-        const char16_t c = text[length];
-        const bool letter = (c >= u'a' && c <= u'z') || (c >= u'A' && c <= u'Z') || c == u'_' || c == u'$' || c >= 0x80;
-        if (!letter || isWhitespace(c)) break;
-        ++length;
-    }
-    return text.substr(0, length);
+    const auto isLetter = [](char16_t c) {
+        return (c >= u'a' && c <= u'z') || (c >= u'A' && c <= u'Z') || c == u'_' || c == u'$' ||
+               (c >= 0x80 && !isWhitespace(c));
+    };
+    const auto letters = std::find_if_not(text.begin(), text.end(), isLetter);
+    if (letters == text.begin()) return {};
+    return {text.begin(), std::find_if_not(letters, text.end(), [](char16_t c) { return c >= u'0' && c <= u'9'; })};
 }
 
 // The key under which a context says which names of more than their head begin with it (as a number that changes

@@ -171,10 +171,8 @@ private:
     }
 
     void log(const Calculator::MultilineResult& calculated) {
-        for (const LineResultPointer& line : calculated.lines) {
-            if (line->extensionsLog().empty()) continue;
+        for (const LineResultPointer& line : calculated.logging)
             tell(weak_from_this(), [&](VemoEngineDelegate& delegate) { delegate.engineLog(toUtf8(line->extensionsLog())); });
-        }
     }
 
     Environment environment_;

@@ -16,6 +16,10 @@ enum class Presence : char16_t { absent, present, sameAsRegular };
 class Writer {
 public:
     void units(std::u16string_view text) { block_ += text; }
+    void hash(std::size_t hash) {
+        number(hash & 0xffffffff);
+        number(hash >> 32);
+    }
     void number(std::size_t number) {
         block_ += static_cast<char16_t>(number & 0xffff);
         block_ += static_cast<char16_t>(number >> 16);
@@ -46,6 +50,26 @@ private:
 class LineResult::Reader {
 public:
     explicit Reader(const LineResult& result) : at_(result.texts_.get() + result.textLength_) {}
+    static Reader atLog(const LineResult& result) {
+        Reader reader(result);
+        reader.absentKeys([](std::u16string_view, std::size_t) { return true; });
+        return reader;
+    }
+    static Reader atRuns(const LineResult& result) {
+        Reader reader = atLog(result);
+        reader.text();
+        return reader;
+    }
+
+    // With their hashes; stops when `visit` returns false, which is given back.
+    template <class Visit>
+    bool absentKeys(Visit&& visit) {
+        for (std::size_t count = number(); count > 0; --count) {
+            const std::size_t hash = number() | number() << 32;
+            if (!visit(text(), hash)) return false;
+        }
+        return true;
+    }
 
     std::size_t number() {
         const std::size_t low = *at_++;
@@ -90,15 +114,26 @@ private:
     const char16_t* at_;
 };
 
-LineResult::LineResult(Value value, ContextMap updates, ContextMap dependencies, const AttributedText& text,
+LineResult::LineResult(Value value, ContextMap updates, const ContextMap& dependencies, const AttributedText& text,
                        const FormattedValue& formatted, const QuickTypeData& quickType,
                        std::u16string_view extensionsLog)
     : textLength_(static_cast<std::uint32_t>(text.compoundString().size())),
       value_(std::move(value)),
-      updates_(std::move(updates)),
-      dependencies_(std::move(dependencies)) {
+      updates_(std::move(updates)) {
     Writer writer;
     writer.units(text.compoundString());
+    std::vector<const ContextMap::Entry*> absent;
+    dependencies.all([&](const auto& entry) {
+        if (entry.value().isEmptyValue()) absent.push_back(&entry);
+        else seen_.setShared(entry);
+        return true;
+    });
+    writer.number(absent.size());
+    for (const auto* entry : absent) {
+        writer.hash(entry->hash());
+        writer.text(entry->key());
+    }
+    writer.text(extensionsLog);
     writer.number(text.elementsCount());
     for (const AttributedText::Run& run : text.runs())
         writer.number(std::size_t{run.length} << runTypeBits | static_cast<std::size_t>(run.type));
@@ -114,20 +149,54 @@ LineResult::LineResult(Value value, ContextMap updates, ContextMap dependencies,
     }
     writer.texts(quickType.tokens);
     writer.texts(quickType.expressions);
-    writer.text(extensionsLog);
     texts_ = writer.block();
 }
 
-AttributedText LineResult::attributedText() const { return Reader(*this).runs(text()); }
+bool LineResult::holdsIn(const Context& context) const {
+    const ContextMap& data = context.data();
+    return Reader(*this).absentKeys([&](std::u16string_view key, std::size_t hash) {
+        const IsEquatable* present = data.find(key, hash);
+        return !present || present->isEmptyValue();
+    }) && seen_.all([&](const auto& entry) {
+        const IsEquatable* present = data.find(entry.key(), entry.hash());
+        return present && present->isEqual(entry.value());
+    });
+}
+
+void LineResult::addDependenciesTo(ContextMap& dependencies) const {
+    absentKeys([&](std::u16string_view key) { dependencies.set(key, Value()); });
+    seen_.all([&](const auto& entry) {
+        dependencies.setShared(entry);
+        return true;
+    });
+}
+
+void LineResult::absentKeys(FunctionRef<void(std::u16string_view)> visit) const {
+    Reader(*this).absentKeys([&](std::u16string_view key, std::size_t) {
+        visit(key);
+        return true;
+    });
+}
+
+void LineResult::prefetchPlaces(const ContextMap& data) const {
+    updates_.prefetchEntries();
+    seen_.prefetchEntries();
+    Reader(*this).absentKeys([&](std::u16string_view, std::size_t hash) {
+        data.prefetchPlace(hash);
+        return true;
+    });
+}
+
+AttributedText LineResult::attributedText() const { return Reader::atRuns(*this).runs(text()); }
 
 FormattedValue LineResult::formattedValue() const {
-    Reader reader(*this);
+    Reader reader = Reader::atRuns(*this);
     reader.runs(text());
     return reader.formatted();
 }
 
 QuickTypeData LineResult::quickTypeData() const {
-    Reader reader(*this);
+    Reader reader = Reader::atRuns(*this);
     reader.runs(text());
     reader.formatted();
     QuickTypeData data;
@@ -136,13 +205,6 @@ QuickTypeData LineResult::quickTypeData() const {
     return data;
 }
 
-std::u16string_view LineResult::extensionsLog() const {
-    Reader reader(*this);
-    reader.runs(text());
-    reader.formatted();
-    reader.texts();
-    reader.texts();
-    return reader.text();
-}
+std::u16string_view LineResult::extensionsLog() const { return Reader::atLog(*this).text(); }
 
 }  // namespace vemo

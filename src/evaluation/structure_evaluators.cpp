@@ -66,13 +66,19 @@ std::optional<Value> foldGroup(const ElementList& elements, const Match& match, 
 std::optional<ElementList> EmptyDependenciesEvaluator::evaluate(const ElementList& elements, Context& context,
                                                                 const EvaluationContext&) const {
     const std::u16string text = elements.text();
-    for (const TextRange& range : stringRangeDetector_.wordRanges(text)) {
-        const std::u16string_view head = nameHead(std::u16string_view(text).substr(range.location));
+    const std::vector<TextRange>& words = stringRangeDetector_.wordRanges(text);
+    const auto depend = [&](const std::u16string& key) {
+        if (!context.hasDependencyOn(key)) context.addDependencyOn(key, std::nullopt, Value());
+    };
+    for (auto word = words.begin(); word != words.end(); ++word) {
+        const std::u16string_view head = nameHead(std::u16string_view(text).substr(word->location));
         if (head.empty()) continue;  // digits and signs begin no name
-        // Names are stored in lower case.
-        const std::u16string word = lowercased(range.in(text));
-        for (const std::u16string& key : {variableKey(word), namesKey(lowercased(head))})
-            if (!context.hasDependencyOn(key)) context.addDependencyOn(key, std::nullopt, Value());
+        // Names are stored in lower case. Those that go on behind their head are told by it; the others are a word, or
+        // some of the words that the head is cut into.
+        depend(namesKey(lowercased(head)));
+        depend(variableKey(lowercased(word->in(text))));
+        for (auto last = word + 1; last != words.end() && last->end() <= word->location + head.size(); ++last)
+            depend(variableKey(lowercased(head.substr(0, last->end() - word->location))));
     }
     return std::nullopt;
 }

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <deque>
@@ -10,7 +9,8 @@
 #include <string_view>
 #include <unordered_map>
 #include <utility>
-#include <vector>
+
+#include "platform/hash_index.h"
 
 namespace vemo {
 
@@ -49,7 +49,10 @@ public:
     }
 
     // The entry or null; valid until the next change.
-    Mapped* find(std::u16string_view key) { return findHashed(key, TextHash{}(key)); }
+    Mapped* find(std::u16string_view key) {
+        if (Mapped* next = young_.findNext(key)) return next;
+        return findHashed(key, TextHash{}(key));
+    }
 
     // The entry, made when missing; null when the cache is disabled.
     Mapped* obtain(std::u16string_view key) {
@@ -58,16 +61,9 @@ public:
         return present || !enabled_ ? present : &add(key, hash);
     }
 
-    // For looking many keys up soon: the two steps before `find`, each of which leaves the next one less to wait for
-    // when it is done for all keys first. The second gives the entry that probably has the key, or null.
-    void prefetch(std::size_t hash) const {
-        for (const Generation* generation : {&young_, &old_})
-            if (!generation->slots.empty()) __builtin_prefetch(&generation->slotFor(hash));
-    }
-    const Mapped* probable(std::size_t hash) const {
-        const Mapped* young = young_.probable(hash);
-        return young ? young : old_.probable(hash);
-    }
+    // What was added as the `distance`th behind the entry found latest, or null. Keys that are looked up in the order in
+    // which they came can so be prepared for.
+    const Mapped* ahead(std::size_t distance) const { return young_.at(young_.next + distance - 1); }
 
     void clear() {
         young_ = {};
@@ -75,58 +71,39 @@ public:
     }
 
 private:
-    // An open-addressing table of positions over entries in the order of their coming: lines of a document are
-    // looked up in that order too, which keeps memory accesses close together.
+    // Entries in the order of their coming. Lines of a document are looked up in that order too: most are found where
+    // they are expected, and memory accesses lie close together.
     struct Generation {
         struct Entry {
             std::size_t hash;
             [[no_unique_address]] Key key;
             Mapped value;
         };
-        struct Slot {
-            std::uint32_t tag = 0;
-            std::uint32_t position = 0;  // of the entry, plus one; 0 for a free slot
-        };
-
         Mapped* find(std::u16string_view key, std::size_t hash) {
-            if (slots.empty()) return nullptr;
-            for (std::size_t i = hash & (slots.size() - 1); slots[i].position != 0; i = (i + 1) & (slots.size() - 1)) {
-                if (slots[i].tag != tagOf(hash)) continue;
-                Entry& entry = entries[slots[i].position - 1];
-                if (entry.hash == hash && entry.key.is(key, entry.value)) return &entry.value;
-            }
-            return nullptr;
+            const auto position = index.find(hash, [&](std::size_t i) {
+                return entries[i].hash == hash && entries[i].key.is(key, entries[i].value);
+            });
+            if (!position) return nullptr;
+            next = *position + 1;
+            return &entries[*position].value;
         }
 
-        const Slot& slotFor(std::size_t hash) const { return slots[hash & (slots.size() - 1)]; }
-
-        const Mapped* probable(std::size_t hash) const {
-            if (slots.empty() || slotFor(hash).position == 0 || slotFor(hash).tag != tagOf(hash)) return nullptr;
-            return &entries[slotFor(hash).position - 1].value;
+        Mapped* findNext(std::u16string_view key) {
+            if (next >= entries.size() || !entries[next].key.is(key, entries[next].value)) return nullptr;
+            return &entries[next++].value;
         }
+
+        const Mapped* at(std::size_t position) const { return position < entries.size() ? &entries[position].value : nullptr; }
 
         Mapped& add(std::u16string_view key, std::size_t hash) {
-            if (2 * (entries.size() + 1) > slots.size()) grow();
+            index.add(hash, entries.size());
             entries.push_back({hash, Key(key), Mapped()});
-            place(hash, entries.size());
             return entries.back().value;
         }
 
-        void grow() {
-            slots.assign(std::max<std::size_t>(64, slots.size() * 4), Slot());
-            for (std::size_t i = 0; i < entries.size(); ++i) place(entries[i].hash, i + 1);
-        }
-
-        void place(std::size_t hash, std::size_t position) {
-            std::size_t i = hash & (slots.size() - 1);
-            while (slots[i].position != 0) i = (i + 1) & (slots.size() - 1);
-            slots[i] = {tagOf(hash), static_cast<std::uint32_t>(position)};
-        }
-
-        static std::uint32_t tagOf(std::size_t hash) { return static_cast<std::uint32_t>(hash >> 32); }
-
-        std::vector<Slot> slots;
+        HashIndex index;
         std::deque<Entry> entries;
+        std::size_t next = 0;  // position behind the entry found latest
     };
 
     Mapped* findHashed(std::u16string_view key, std::size_t hash) {

@@ -74,6 +74,10 @@ TEST(Calculator, recalculatesLinesWhoseNamesChange) {
     EXPECT_EQ(last(u"x1 = 4\nx1 * 2"), "8");
     EXPECT_EQ(last(u"\nx1 * 2"), "2");  // the letter x multiplies
     EXPECT_EQ(last(u"x1 = 5\nx1 * 2"), "10");
+    EXPECT_EQ(last(u"\n東京都 + 1"), "1");  // one run of letters that is cut into several words
+    EXPECT_EQ(last(u"東京 = 4\n東京都 + 1"), "5");
+    EXPECT_EQ(last(u"東京都 = 6\n東京都 + 1"), "7");
+    EXPECT_EQ(last(u"\n東京都 + 1"), "1");
 }
 
 TEST(Calculator, recalculatesWhenThePrecisionIsSet) {

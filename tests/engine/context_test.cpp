@@ -5,8 +5,10 @@
 #include <limits>
 #include <map>
 #include <unordered_map>
+#include <vector>
 
 #include "engine/context_map.h"
+#include "engine/line_result.h"
 
 namespace vemo {
 namespace {
@@ -90,10 +92,13 @@ TEST(Context, noticesNamesThatGoOnBehindTheirHead) {
     EXPECT_EQ(context.find(namesKey(u"rate")), nullptr);
     context.setValue(number(1), u"rate two");
     const IsEquatable one = *context.find(namesKey(u"rate"));
-    context.setValue(number(1), u"rate3");
+    context.setValue(number(1), u"rate3");  // all of this is its head, and the line depends on the variable itself
+    EXPECT_EQ(*context.find(namesKey(u"rate")), one);
+    EXPECT_EQ(context.find(namesKey(u"rate3")), nullptr);
+    context.setValue(number(1), u"rate of tax");
     EXPECT_NE(*context.find(namesKey(u"rate")), one);
-    context.setValue(number(2), u"rate3");  // a new value is no new name
-    context.setValue(std::nullopt, u"rate3");
+    context.setValue(number(2), u"rate of tax");  // a new value is no new name
+    context.setValue(std::nullopt, u"rate of tax");
     EXPECT_EQ(*context.find(namesKey(u"rate")), one);
     context.setValue(std::nullopt, u"rate two");
     EXPECT_EQ(context.find(namesKey(u"rate")), nullptr);
@@ -125,30 +130,71 @@ TEST(ValuesList, forksKeepTheirOwnValues) {
     EXPECT_EQ(rest, ValuesList());
 }
 
-// Colliding keys too: any sequence of changes gives what a plain map gives, and copies stay as they were.
-RC_GTEST_PROP(PersistentMapLaws, isAMapWhoseCopiesStay, ()) {
-    PersistentMap<int> map, before;
-    std::map<std::u16string, int> model, modelBefore;
-    const auto steps = *rc::gen::container<std::vector<std::pair<int, int>>>(
-        rc::gen::pair(rc::gen::inRange(0, 400), rc::gen::inRange(0, 4)));
-    for (std::size_t i = 0; i < steps.size(); ++i) {
-        const std::string text = std::to_string(steps[i].first);
+// Any history of changes and of copies, some of which are let go, gives what plain maps give.
+RC_GTEST_PROP(LayeredMapLaws, isAMapWhoseCopiesStay, ()) {
+    using Model = std::map<std::u16string, int>;
+    std::vector<std::pair<LayeredMap<int>, Model>> maps(1);
+    for (const int step : *rc::gen::container<std::vector<int>>(rc::gen::inRange(0, 1 << 20))) {
+        const std::string text = std::to_string(step / 16 % 60);
         const std::u16string key(text.begin(), text.end());
-        if (i == steps.size() / 2) {
-            before = map;
-            modelBefore = model;
-        }
-        if (steps[i].second == 0) {
-            RC_ASSERT(map.erase(key) == (model.erase(key) > 0));
-        } else {
-            map.set(key, steps[i].second);
-            model[key] = steps[i].second;
+        auto& [chosenMap, chosenModel] = maps[static_cast<std::size_t>(step) / 1024 % maps.size()];
+        LayeredMap<int>& map = chosenMap;
+        Model& model = chosenModel;
+        switch (step % 16) {
+            case 0: maps.push_back(maps[static_cast<std::size_t>(step) / 1024 % maps.size()]); break;
+            case 1: maps.emplace_back(map.layer(), model); break;
+            case 2: if (maps.size() > 1) maps.pop_back(); break;
+            case 3: case 4: case 5: RC_ASSERT(map.erase(key) == (model.erase(key) > 0)); break;
+            case 6: {
+                LayeredMap<int> other;
+                other.set(key, step);
+                other.all([&](const auto& entry) { return map.setShared(entry) || true; });
+                model[key] = step;
+                break;
+            }
+            default: RC_ASSERT(map.set(key, step) == model.insert_or_assign(key, step).second);
         }
     }
-    for (const auto& [m, expected] : {std::pair(&map, &model), std::pair(&before, &modelBefore)}) {
-        RC_ASSERT(m->size() == expected->size());
-        for (const auto& [key, value] : *expected) RC_ASSERT(m->find(key) && *m->find(key) == value);
+    for (const auto& [map, expected] : maps) {
+        Model seen;
+        map.all([&](const auto& entry) { return seen.emplace(entry.key(), entry.value()).second; });
+        RC_ASSERT(seen == expected);
+        RC_ASSERT(map.size() == expected.size());
+        for (const auto& [key, value] : expected) RC_ASSERT(map.find(key) && *map.find(key) == value);
     }
+}
+
+// A chain of copies, each of which writes a little, as a host makes that keeps a context from line to line.
+TEST(LayeredMap, staysFlatOverManyCopies) {
+    LayeredMap<int> map;
+    std::vector<LayeredMap<int>> history;
+    const auto key = [](int number) {
+        const std::string text = std::to_string(number);
+        return std::u16string(text.begin(), text.end());
+    };
+    for (int i = 0; i < 20000; ++i) {
+        history.push_back(map);
+        map.set(key(i), i);
+        map.erase(key(i / 2));
+    }
+    for (const std::size_t at : {3u, 999u, 19999u}) {
+        EXPECT_EQ(history[at].size(), at - (at + 1) / 2) << at;
+        EXPECT_NE(history[at].find(key(static_cast<int>(at) - 1)), nullptr) << at;
+    }
+}
+
+TEST(Context, hasTheDependenciesOfItsLines) {
+    Context line;
+    line.setValue(number(5), u"a");
+    line.addDependencyOn(variableKey(u"a"));
+    line.addDependencyOn(variableKey(u"b"), std::nullopt, Value());
+    Context document;
+    document.addDependencyOn(variableKey(u"a"), number(4));
+    document.addDependenciesOf(std::make_shared<const LineResult>(Value(), line.updates(), line.dependencies(),
+                                                                  AttributedText(), FormattedValue(), QuickTypeData(), u""));
+    EXPECT_EQ(document.dependencies(), line.dependencies());
+    document.addDependencyOn(variableKey(u"a"), number(6));
+    EXPECT_EQ(*document.dependencyFor(variableKey(u"a")), IsEquatable(number(6)));
 }
 
 }  // namespace
