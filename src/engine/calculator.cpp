@@ -72,6 +72,7 @@ Calculator::MultilineResult Calculator::calculate(std::u16string_view text, Cont
                                                   const std::atomic<bool>* cancelled) {
     if (jsRunner_) jsRunner_->clearLog();
     if (online_ && online_->geoNames()) online_->geoNames()->beginBatch();
+    document.dependencies();  // writes those of an earlier calculation, whose results would else be kept
     Context snapshot = document.copyContext();
     document.add(context_.data(), false);
     MultilineResult result;

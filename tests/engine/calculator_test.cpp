@@ -50,6 +50,17 @@ TEST(Calculator, keepsRunningValues) {
     EXPECT_EQ(*context.grandTotalFormatted()->regular, u"30");
 }
 
+// A host may calculate with one context as long as it lives.
+TEST(Calculator, leavesNothingOfEarlierCalculationsInAContextButItsEntries) {
+    const auto calculator = newCalculator();
+    calculator->setCachesEnabled(false);
+    Context context;
+    const std::weak_ptr<const LineResult> first = calculator->calculate(u"unknown + 1", context).lines[0];
+    calculator->calculate(u"2", context);
+    EXPECT_TRUE(first.expired());
+    EXPECT_TRUE(context.hasDependencyOn(u"var_unknown"));
+}
+
 TEST(Calculator, startsANewTotalAfterOneThatCannotBeComputed) {
     const auto calculator = newCalculator();
     Context context;
