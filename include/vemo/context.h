@@ -116,8 +116,10 @@ public:
     void syncUpdate(const std::function<void()>& block);
 
     void add(const ContextMap& data, bool registerUpdates);
+    // The entries that a line set, without registering them.
+    void addUpdatesOf(const LineResult& line);
     void addDependencies(const ContextMap& dependencies);
-    // The same with those of a line's result, put off until somebody asks for dependencies.
+    // The same with those of a line, put off until somebody asks for dependencies.
     void addDependenciesOf(std::shared_ptr<const LineResult> line);
     // Records what a reader saw under `name`: `value`, else the present entry, else `defaultValue`; else
     // an earlier record is removed.
@@ -152,6 +154,7 @@ private:
     struct State;
 
     Context sharing(ContextMap data) const;
+    void notifyUnlessPaused();
 
     std::unique_ptr<State> state_;
 };

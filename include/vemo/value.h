@@ -106,6 +106,7 @@ private:
 
     std::shared_ptr<Block> block_;
     std::size_t count_ = 0;  // of the block's values that belong to this list
+    std::size_t hash_ = 0;   // of all values: lists that differ are told apart without a look at their blocks
 };
 
 }  // namespace vemo

@@ -39,12 +39,11 @@ void CacheManager::prepare(std::size_t distance, Prepare&& prepare) const {
 }
 
 // Asks for the memory that the look-ups of the lines behind this one will probably read. In a large document a line
-// waits for several places in turn; so each is asked for some lines before the next.
+// waits for its result, and then for what that leads to: so the one is asked for some lines before the other.
 void CacheManager::prepareNext(const Context& context) const {
     constexpr std::size_t step = 3;
-    prepare(3 * step, [](const LineResult& result) { result.prefetchResult(); });
-    prepare(2 * step, [](const LineResult& result) { result.prefetchParts(); });
-    prepare(step, [&](const LineResult& result) { result.prefetchPlaces(context.data()); });
+    prepare(2 * step, [](const LineResult& result) { result.prefetchResult(); });
+    prepare(step, [&](const LineResult& result) { result.prefetchParts(context.data()); });
 }
 
 }  // namespace vemo

@@ -105,10 +105,10 @@ void Calculator::carryForward(const Value& value, Context& document) const {
 
 LineResultPointer Calculator::calculateLine(std::u16string_view text, Context& document, bool debug) {
     if (LineResultPointer known = cacheManager_.lookup(text, document)) {
-        document.add(known->updates(), false);
+        document.addUpdatesOf(*known);
         // The same results as the line saw, as the same list: comparing what follows then stops there.
-        if (const IsEquatable* seen = known->seen().find(context_keys::previousResults))
-            document.set(context_keys::previousResults, *seen);
+        for (const LineResult::EntryPointer& seen : known->seen())
+            if (seen->key() == context_keys::previousResults) document.set(seen->key(), seen->value());
         // A look-up that a newer calculation has made void is still to be done.
         if (online_ && online_->geoNames()) lookUpPlaces(*known);
         return known;
@@ -129,11 +129,10 @@ LineResultPointer Calculator::calculateLine(std::u16string_view text, Context& d
     const Value value = elements.empty() ? Value() : elements[0].value;
     const FormattedValue formatted = format(value, context);
     const std::u16string extensionsLog = jsRunner_ ? jsRunner_->log().substr(logged) : u"";
-    auto result = std::make_shared<const LineResult>(value, context.updates(), context.dependencies(),
-                                                     elements.attributedText(), formatted, context.quickTypeData(),
-                                                     extensionsLog);
+    LineResultPointer result = LineResult::make(value, context.updates(), context.dependencies(), elements.attributedText(),
+                                                formatted, context.quickTypeData(), extensionsLog);
     context = Context();  // no longer shares the document's data, which can then be changed in place
-    document.add(result->updates(), false);
+    document.addUpdatesOf(*result);
     document.addDependenciesOf(result);
     cacheManager_.add(result);
     if (online_ && online_->geoNames()) lookUpPlaces(*result);

@@ -58,6 +58,7 @@ struct Context::State {
     mutable std::recursive_mutex mutex;
 
     void set(std::u16string_view key, IsEquatable value) { noteVariable(key, data.set(key, std::move(value))); }
+    void share(const ContextMap::Entry& entry) { noteVariable(entry.key(), data.setShared(entry)); }
 
     // Several threads may read a context.
     ContextMap& dependencies() {
@@ -122,7 +123,7 @@ void Context::set(std::u16string_view key, std::optional<IsEquatable> value, boo
         if (registerUpdate) state_->updates.erase(key);
         if (state_->data.erase(key)) state_->noteRemoved(key);
     }
-    if (!state_->pauseDelegateUpdates) notifyDelegate();
+    notifyUnlessPaused();
 }
 
 const IsEquatable* Context::find(std::u16string_view key) const { return state_->data.find(key); }
@@ -167,13 +168,21 @@ void Context::syncUpdate(const std::function<void()>& block) {
 
 void Context::add(const ContextMap& data, bool registerUpdates) {
     data.all([&](const auto& entry) {
-        if (!registerUpdates && (!state_->delegate || state_->pauseDelegateUpdates)) {
-            state_->noteVariable(entry.key(), state_->data.setShared(entry));
+        if (registerUpdates) {
+            set(entry.key(), entry.value());
         } else {
-            set(entry.key(), entry.value(), registerUpdates);
+            state_->share(entry);
+            notifyUnlessPaused();
         }
         return true;
     });
+}
+
+void Context::addUpdatesOf(const LineResult& line) {
+    for (const LineResult::EntryPointer& entry : line.updates()) {
+        state_->share(*entry);
+        notifyUnlessPaused();
+    }
 }
 
 void Context::addDependencies(const ContextMap& dependencies) {
@@ -240,6 +249,10 @@ void Context::setDelegate(ContextDelegate* delegate) { state_->delegate = delega
 
 void Context::notifyDelegate() {
     if (state_->delegate) state_->delegate->contextUpdated(*this);
+}
+
+void Context::notifyUnlessPaused() {
+    if (!state_->pauseDelegateUpdates) notifyDelegate();
 }
 
 std::recursive_mutex& Context::mutex() const { return state_->mutex; }

@@ -12,9 +12,13 @@ constexpr std::uint32_t runTypeBits = 4;
 // How a result text is there.
 enum class Presence : char16_t { absent, present, sameAsRegular };
 
+}  // namespace
+
 // Numbers take two units, texts their length and their units.
-class Writer {
+class LineResult::Writer {
 public:
+    std::u16string_view block() const { return block_; }
+
     void units(std::u16string_view text) { block_ += text; }
     void hash(std::size_t hash) {
         number(hash & 0xffffffff);
@@ -32,24 +36,34 @@ public:
         number(texts.size());
         for (const std::u16string& each : texts) text(each);
     }
-    void presence(Presence presence) { block_ += static_cast<char16_t>(presence); }
-
-    std::unique_ptr<char16_t[]> block() const {
-        auto copy = std::make_unique_for_overwrite<char16_t[]>(block_.size());
-        std::copy(block_.begin(), block_.end(), copy.get());
-        return copy;
+    void runs(const AttributedText& text) {
+        number(text.elementsCount());
+        for (const AttributedText::Run& run : text.runs())
+            number(std::size_t{run.length} << runTypeBits | static_cast<std::size_t>(run.type));
+    }
+    void formatted(const FormattedValue& formatted) {
+        for (const auto* result : {&formatted.regular, &formatted.shortText}) {
+            if (!*result) {
+                presence(Presence::absent);
+            } else if (result != &formatted.regular && *result == formatted.regular) {
+                presence(Presence::sameAsRegular);
+            } else {
+                presence(Presence::present);
+                text(**result);
+            }
+        }
     }
 
 private:
+    void presence(Presence presence) { block_ += static_cast<char16_t>(presence); }
+
     std::u16string block_;
 };
-
-}  // namespace
 
 // Reads what stands behind the line, in the order in which it was written.
 class LineResult::Reader {
 public:
-    explicit Reader(const LineResult& result) : at_(result.texts_.get() + result.textLength_) {}
+    explicit Reader(const LineResult& result) : at_(result.texts() + result.textLength_) {}
     static Reader atLog(const LineResult& result) {
         Reader reader(result);
         reader.absentKeys([](std::u16string_view, std::size_t) { return true; });
@@ -114,61 +128,89 @@ private:
     const char16_t* at_;
 };
 
-LineResult::LineResult(Value value, ContextMap updates, const ContextMap& dependencies, const AttributedText& text,
-                       const FormattedValue& formatted, const QuickTypeData& quickType,
-                       std::u16string_view extensionsLog)
-    : textLength_(static_cast<std::uint32_t>(text.compoundString().size())),
-      value_(std::move(value)),
-      updates_(std::move(updates)) {
-    Writer writer;
-    writer.units(text.compoundString());
+// Allocates one object together with that many bytes behind it.
+template <class T>
+class LineResult::SpaceBehind {
+public:
+    using value_type = T;
+
+    explicit SpaceBehind(std::size_t bytes) : bytes_(bytes) {}
+    template <class U>
+    SpaceBehind(const SpaceBehind<U>& other) : bytes_(other.bytes()) {}
+
+    std::size_t bytes() const { return bytes_; }
+    T* allocate(std::size_t count) { return static_cast<T*>(::operator new(count * sizeof(T) + bytes_)); }
+    void deallocate(T* address, std::size_t) { ::operator delete(address); }
+    friend bool operator==(const SpaceBehind&, const SpaceBehind&) { return true; }
+
+private:
+    std::size_t bytes_;
+};
+
+LineResultPointer LineResult::make(Value value, const ContextMap& updates, const ContextMap& dependencies,
+                                   const AttributedText& text, const FormattedValue& formatted,
+                                   const QuickTypeData& quickType, std::u16string_view extensionsLog) {
+    std::vector<EntryPointer> written;
+    updates.all([&](const auto& entry) {
+        written.emplace_back(&entry);
+        return true;
+    });
+    std::vector<EntryPointer> seen;
     std::vector<const ContextMap::Entry*> absent;
     dependencies.all([&](const auto& entry) {
         if (entry.value().isEmptyValue()) absent.push_back(&entry);
-        else seen_.setShared(entry);
+        else seen.emplace_back(&entry);
         return true;
     });
+    Writer writer;
+    writer.units(text.compoundString());
     writer.number(absent.size());
     for (const auto* entry : absent) {
         writer.hash(entry->hash());
         writer.text(entry->key());
     }
     writer.text(extensionsLog);
-    writer.number(text.elementsCount());
-    for (const AttributedText::Run& run : text.runs())
-        writer.number(std::size_t{run.length} << runTypeBits | static_cast<std::size_t>(run.type));
-    for (const auto* result : {&formatted.regular, &formatted.shortText}) {
-        if (!*result) {
-            writer.presence(Presence::absent);
-        } else if (result != &formatted.regular && *result == formatted.regular) {
-            writer.presence(Presence::sameAsRegular);
-        } else {
-            writer.presence(Presence::present);
-            writer.text(**result);
-        }
-    }
+    writer.runs(text);
+    writer.formatted(formatted);
     writer.texts(quickType.tokens);
     writer.texts(quickType.expressions);
-    texts_ = writer.block();
+    const std::size_t behind = (written.size() + seen.size()) * sizeof(EntryPointer) + writer.block().size() * sizeof(char16_t);
+    return std::allocate_shared<LineResult>(SpaceBehind<LineResult>(behind), Key(), std::move(value),
+                                            text.compoundString().size(), written, seen, writer.block());
+}
+
+LineResult::LineResult(Key, Value value, std::size_t textLength, std::span<EntryPointer> updates,
+                       std::span<EntryPointer> seen, std::u16string_view texts)
+    : textLength_(static_cast<std::uint32_t>(textLength)),
+      updateCount_(static_cast<std::uint32_t>(updates.size())),
+      seenCount_(static_cast<std::uint32_t>(seen.size())),
+      value_(std::move(value)) {
+    auto* entries = const_cast<EntryPointer*>(this->entries());
+    entries = std::uninitialized_move(updates.begin(), updates.end(), entries);
+    std::uninitialized_move(seen.begin(), seen.end(), entries);
+    std::copy(texts.begin(), texts.end(), const_cast<char16_t*>(this->texts()));
+}
+
+LineResult::~LineResult() {
+    for (const EntryPointer& entry : updates()) entry.~EntryPointer();
+    for (const EntryPointer& entry : seen()) entry.~EntryPointer();
 }
 
 bool LineResult::holdsIn(const Context& context) const {
     const ContextMap& data = context.data();
-    return Reader(*this).absentKeys([&](std::u16string_view key, std::size_t hash) {
+    // What it saw first: where that has changed, the rest need not be read.
+    return std::ranges::all_of(seen(), [&](const EntryPointer& entry) {
+        const IsEquatable* present = data.find(entry->key(), entry->hash());
+        return present && present->isEqual(entry->value());
+    }) && Reader(*this).absentKeys([&](std::u16string_view key, std::size_t hash) {
         const IsEquatable* present = data.find(key, hash);
         return !present || present->isEmptyValue();
-    }) && seen_.all([&](const auto& entry) {
-        const IsEquatable* present = data.find(entry.key(), entry.hash());
-        return present && present->isEqual(entry.value());
     });
 }
 
 void LineResult::addDependenciesTo(ContextMap& dependencies) const {
     absentKeys([&](std::u16string_view key) { dependencies.set(key, Value()); });
-    seen_.all([&](const auto& entry) {
-        dependencies.setShared(entry);
-        return true;
-    });
+    for (const EntryPointer& entry : seen()) dependencies.setShared(*entry);
 }
 
 void LineResult::absentKeys(FunctionRef<void(std::u16string_view)> visit) const {
@@ -178,9 +220,9 @@ void LineResult::absentKeys(FunctionRef<void(std::u16string_view)> visit) const 
     });
 }
 
-void LineResult::prefetchPlaces(const ContextMap& data) const {
-    updates_.prefetchEntries();
-    seen_.prefetchEntries();
+void LineResult::prefetchParts(const ContextMap& data) const {
+    constexpr std::size_t key = 32;  // the beginning of it
+    for (std::size_t i = 0; i < updateCount_ + seenCount_; ++i) prefetch(entries()[i].get(), sizeof(ContextMap::Entry) + key);
     Reader(*this).absentKeys([&](std::u16string_view, std::size_t hash) {
         data.prefetchPlace(hash);
         return true;

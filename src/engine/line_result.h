@@ -2,6 +2,7 @@
 #pragma once
 
 #include <memory>
+#include <span>
 #include <string_view>
 
 #include "engine/context_map.h"
@@ -9,52 +10,66 @@
 
 namespace vemo {
 
-// What one line gave. Documents keep one for every line, so what can be is packed into one block of text.
-class LineResult {
-public:
-    // `dependencies` are the entries that the line read, with what it saw.
-    LineResult(Value value, ContextMap updates, const ContextMap& dependencies, const AttributedText& text,
-               const FormattedValue& formatted, const QuickTypeData& quickType, std::u16string_view extensionsLog);
+class LineResult;
+using LineResultPointer = std::shared_ptr<const LineResult>;
 
-    const Value& value() const { return value_; }           // without attributes when the line yields nothing
-    const ContextMap& updates() const { return updates_; }  // entries the line set
+// What one line gave. Documents keep one for every line, and look at all of them when one changes: so each is one block of
+// memory. The object is followed by the entries it refers to and by its texts.
+class LineResult {
+    class Key {};  // for `make` alone
+
+public:
+    using EntryPointer = ContextMap::EntryPointer;
+
+    // `dependencies` are the entries that the line read, with what it saw.
+    static LineResultPointer make(Value value, const ContextMap& updates, const ContextMap& dependencies,
+                                  const AttributedText& text, const FormattedValue& formatted,
+                                  const QuickTypeData& quickType, std::u16string_view extensionsLog);
+    LineResult(Key, Value value, std::size_t textLength, std::span<EntryPointer> updates, std::span<EntryPointer> seen,
+               std::u16string_view texts);
+    LineResult(const LineResult&) = delete;
+    LineResult& operator=(const LineResult&) = delete;
+    ~LineResult();
+
+    const Value& value() const { return value_; }  // without attributes when the line yields nothing
+
+    // The entries it set; those it saw; and the keys under which it saw none.
+    std::span<const EntryPointer> updates() const { return {entries(), updateCount_}; }
+    std::span<const EntryPointer> seen() const { return {entries() + updateCount_, seenCount_}; }
+    void absentKeys(FunctionRef<void(std::u16string_view)> visit) const;
 
     // True when the line would read the same there: what it saw must be unchanged, and what was absent still be so.
     bool holdsIn(const Context& context) const;
     void addDependenciesTo(ContextMap& dependencies) const;
-    // The entries it saw, and the keys under which it saw none.
-    const ContextMap& seen() const { return seen_; }
-    void absentKeys(FunctionRef<void(std::u16string_view)> visit) const;
 
-    std::u16string_view text() const { return {texts_.get(), textLength_}; }
+    std::u16string_view text() const { return {texts(), textLength_}; }
     AttributedText attributedText() const;
     FormattedValue formattedValue() const;
     QuickTypeData quickTypeData() const;
     std::u16string_view extensionsLog() const;
 
-    // For a look at the result, and at `data` for it, soon: three steps, each some time after the one before.
+    // For a look at the result, and at `data` for it, soon: two steps, the second some time after the first.
     void prefetchResult() const {
         constexpr std::size_t counters = 16;  // of the shared pointer, in front
-        prefetch(reinterpret_cast<const char*>(this) - counters, counters + sizeof(LineResult));
+        constexpr std::size_t usual = 256;    // size of all
+        prefetch(reinterpret_cast<const char*>(this) - counters, usual);
     }
-    void prefetchParts() const {
-        prefetch(texts_.get(), 64);
-        updates_.prefetchTop();
-        seen_.prefetchTop();
-    }
-    void prefetchPlaces(const ContextMap& data) const;
+    void prefetchParts(const ContextMap& data) const;
 
 private:
     class Reader;
+    class Writer;
+    template <class T>
+    class SpaceBehind;
 
-    // What every look at a cached line reads comes first.
-    std::unique_ptr<char16_t[]> texts_;  // the line, then the absent keys, log, runs, results, tokens and expressions
+    const EntryPointer* entries() const { return reinterpret_cast<const EntryPointer*>(this + 1); }
+    const char16_t* texts() const { return reinterpret_cast<const char16_t*>(entries() + updateCount_ + seenCount_); }
+
     std::uint32_t textLength_;
+    std::uint32_t updateCount_;
+    std::uint32_t seenCount_;
     Value value_;
-    ContextMap updates_;
-    ContextMap seen_;
+    // Behind: updates, entries seen, and in UTF-16 units the line, the absent keys, log, runs, results, tokens and expressions.
 };
-
-using LineResultPointer = std::shared_ptr<const LineResult>;
 
 }  // namespace vemo

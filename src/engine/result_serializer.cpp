@@ -33,9 +33,8 @@ std::optional<VemoEngine::Result> VemoEngineResultSerializer::deserialize(const 
     result.context = std::make_shared<Context>();
     result.lines.reserve(stored->attributedText.size());
     for (std::size_t i = 0; i < stored->attributedText.size(); ++i) {
-        result.lines.emplace_back(std::make_shared<const LineResult>(Value(), ContextMap(), ContextMap(),
-                                                                     stored->attributedText[i],
-                                                                     stored->formattedResult[i], QuickTypeData(), u""));
+        result.lines.emplace_back(LineResult::make(Value(), ContextMap(), ContextMap(), stored->attributedText[i],
+                                                   stored->formattedResult[i], QuickTypeData(), u""));
     }
     return result;
 }

@@ -52,15 +52,16 @@ const Value& ValuesList::newest() const {
 
 void ValuesList::dropNewest() {
     assert(!empty());
-    if (--count_ > 0) return;
-    std::shared_ptr<Block> previous = block_->previous;
-    block_ = std::move(previous);
-    count_ = block_ ? blockSize : 0;
+    if (--count_ == 0) {
+        std::shared_ptr<Block> previous = block_->previous;
+        block_ = std::move(previous);
+        count_ = block_ ? blockSize : 0;
+    }
+    hash_ = empty() ? 0 : block_->slots[count_ - 1].hash;
 }
 
 ValuesList ValuesList::appending(Value value) const {
-    const std::size_t seed = empty() ? 0 : block_->slots[count_ - 1].hash;
-    const std::size_t hash = combineHashes(seed, value.hash());
+    const std::size_t hash = combineHashes(hash_, value.hash());
     ValuesList result = *this;
     if (!block_ || count_ == blockSize) {
         result.block_ = std::make_shared<Block>(block_, size());
@@ -72,6 +73,7 @@ ValuesList ValuesList::appending(Value value) const {
         const Block::Slot& taken = block_->slots[count_];
         if (block_->written.load(std::memory_order_acquire) > count_ && taken.hash == hash && taken.value == value) {
             ++result.count_;
+            result.hash_ = hash;
             return result;
         }
         auto copy = std::make_shared<Block>(block_->previous, block_->countBefore);
@@ -81,14 +83,14 @@ ValuesList ValuesList::appending(Value value) const {
     }
     result.block_->slots[result.count_] = {std::move(value), hash};
     ++result.count_;
+    result.hash_ = hash;
     result.block_->written.store(result.count_, std::memory_order_release);
     return result;
 }
 
 bool ValuesList::isEqual(const ValuesList& other) const {
     if (isSameAs(other)) return true;
-    if (empty() || other.empty() || size() != other.size()) return false;
-    if (block_->slots[count_ - 1].hash != other.block_->slots[count_ - 1].hash) return false;
+    if (hash_ != other.hash_ || empty() || other.empty() || size() != other.size()) return false;
     std::size_t count = count_;
     for (const Block *a = block_.get(), *b = other.block_.get(); a != b; a = a->previous.get(), b = b->previous.get()) {
         for (std::size_t i = count; i > 0; --i)

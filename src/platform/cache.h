@@ -10,15 +10,10 @@
 #include <unordered_map>
 #include <utility>
 
+#include "platform/hash.h"
 #include "platform/hash_index.h"
 
 namespace vemo {
-
-// Hash that lets maps keyed by text be searched with a view.
-struct TextHash {
-    using is_transparent = void;
-    std::size_t operator()(std::u16string_view text) const { return std::hash<std::u16string_view>{}(text); }
-};
 
 template <class Mapped>
 using TextMap = std::unordered_map<std::u16string, Mapped, TextHash, std::equal_to<>>;
@@ -56,6 +51,7 @@ public:
 
     // The entry, made when missing; null when the cache is disabled.
     Mapped* obtain(std::u16string_view key) {
+        if (Mapped* latest = young_.findLatest(key)) return latest;
         const std::size_t hash = TextHash{}(key);
         Mapped* present = findHashed(key, hash);
         return present || !enabled_ ? present : &add(key, hash);
@@ -79,6 +75,7 @@ private:
             [[no_unique_address]] Key key;
             Mapped value;
         };
+
         Mapped* find(std::u16string_view key, std::size_t hash) {
             const auto position = index.find(hash, [&](std::size_t i) {
                 return entries[i].hash == hash && entries[i].key.is(key, entries[i].value);
@@ -88,10 +85,9 @@ private:
             return &entries[*position].value;
         }
 
-        Mapped* findNext(std::u16string_view key) {
-            if (next >= entries.size() || !entries[next].key.is(key, entries[next].value)) return nullptr;
-            return &entries[next++].value;
-        }
+        // Where the entry found latest is, or the one behind it: most keys are one of them.
+        Mapped* findLatest(std::u16string_view key) { return isAt(next - 1, key) ? &entries[next - 1].value : nullptr; }
+        Mapped* findNext(std::u16string_view key) { return isAt(next, key) ? &entries[next++].value : nullptr; }
 
         const Mapped* at(std::size_t position) const { return position < entries.size() ? &entries[position].value : nullptr; }
 
@@ -99,6 +95,10 @@ private:
             index.add(hash, entries.size());
             entries.push_back({hash, Key(key), Mapped()});
             return entries.back().value;
+        }
+
+        bool isAt(std::size_t position, std::u16string_view key) const {
+            return position < entries.size() && entries[position].key.is(key, entries[position].value);
         }
 
         HashIndex index;

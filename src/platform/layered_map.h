@@ -3,14 +3,15 @@
 
 #include <algorithm>
 #include <atomic>
+#include <boost/smart_ptr/intrusive_ptr.hpp>
 #include <cstddef>
 #include <cstdint>
-#include <functional>
 #include <memory>
 #include <new>
 #include <string_view>
 #include <utility>
 
+#include "platform/hash.h"
 #include "platform/hash_index.h"
 #include "platform/prefetch.h"
 
@@ -23,8 +24,15 @@ namespace vemo {
 // Copies may be used on different threads.
 template <class Mapped>
 class LayeredMap {
-    struct Counted {
-        std::atomic<std::uint32_t> references{1};
+    class Counted {
+    public:
+        void retain() const { references_.fetch_add(1, std::memory_order_relaxed); }
+        bool isShared() const { return references_.load(std::memory_order_acquire) > 1; }
+        // True when it was the last.
+        bool dropReference() const { return references_.fetch_sub(1, std::memory_order_acq_rel) == 1; }
+
+    private:
+        mutable std::atomic<std::uint32_t> references_{1};
     };
 
 public:
@@ -37,17 +45,26 @@ public:
 
     private:
         friend class LayeredMap;
+        friend void intrusive_ptr_add_ref(const Entry* entry) { entry->retain(); }
+        friend void intrusive_ptr_release(const Entry* entry) { entry->release(); }
 
         Entry(std::u16string_view key, std::size_t hash, Mapped value)
             : keyLength_(static_cast<std::uint32_t>(key.size())), hash_(hash), value_(std::move(value)) {
             std::copy(key.begin(), key.end(), reinterpret_cast<char16_t*>(this + 1));
         }
         bool is(std::u16string_view key, std::size_t hash) const { return hash_ == hash && this->key() == key; }
+        void release() const {
+            if (!this->dropReference()) return;
+            this->~Entry();
+            ::operator delete(const_cast<Entry*>(this));
+        }
 
         std::uint32_t keyLength_;
         std::size_t hash_;
         Mapped value_;
     };
+
+    using EntryPointer = boost::intrusive_ptr<const Entry>;
 
     LayeredMap() = default;
     LayeredMap(const LayeredMap& other) : top_(other.top_), size_(other.size_) { retain(top_); }
@@ -73,14 +90,6 @@ public:
     bool empty() const { return size_ == 0; }
     bool sharesWith(const LayeredMap& other) const { return top_ == other.top_; }
 
-    // For a map to be read soon: first its top layer, some time later the entries in that.
-    void prefetchTop() const {
-        if (top_) prefetch(top_, sizeof(Layer) + sizeof(Item));
-    }
-    void prefetchEntries() const {
-        if (!top_) return;
-        for (std::size_t i = 0; i < top_->count; ++i) prefetch(entryOf(top_->items()[i]), sizeof(Entry) + 16);
-    }
     // For a key to be looked up or set soon.
     void prefetchPlace(std::size_t hash) const {
         if (top_ && top_->index) top_->index->prefetch(hash);
@@ -88,7 +97,7 @@ public:
 
     // Valid until the map changes.
     const Mapped* find(std::u16string_view key) const {
-        return empty() ? nullptr : find(key, hashOf(key));
+        return empty() ? nullptr : find(key, TextHash{}(key));
     }
     const Mapped* find(std::u16string_view key, std::size_t hash) const {
         const Entry* entry = find(top_, key, hash);
@@ -97,10 +106,10 @@ public:
 
     // True when the key is new.
     bool set(std::u16string_view key, Mapped value) {
-        const std::size_t hash = hashOf(key);
-        if (top_ && !isShared(top_)) {
+        const std::size_t hash = TextHash{}(key);
+        if (top_ && !top_->isShared()) {
             const Item* own = top_->find(key, hash);
-            if (own && !isRemoved(*own) && !isShared(entryOf(*own))) {
+            if (own && !isRemoved(*own) && !entryOf(*own)->isShared()) {
                 entryOf(*own)->value_ = std::move(value);
                 return false;
             }
@@ -111,15 +120,15 @@ public:
     // The same with an entry of another map, which is shared.
     bool setShared(const Entry& entry) {
         auto& shared = const_cast<Entry&>(entry);
-        retain(&shared);
+        shared.retain();
         return put(itemOf(&shared));
     }
 
     // True when the key was there.
     bool erase(std::u16string_view key) {
-        Entry* entry = find(top_, key, hashOf(key));
+        Entry* entry = find(top_, key, TextHash{}(key));
         if (!entry) return false;
-        retain(entry);
+        entry->retain();
         put(itemOf(entry) | removed);
         return true;
     }
@@ -150,7 +159,6 @@ private:
     static constexpr Item removed = 1;
 
     static constexpr std::size_t mostWithoutIndex = 8;
-    static constexpr std::size_t ahead = 16;  // entries whose memory is asked for before they are released
 
     // Followed in memory by its items, each with a key of its own.
     struct Layer : Counted {
@@ -177,24 +185,12 @@ private:
     static Entry* entryOf(Item item) { return reinterpret_cast<Entry*>(item & ~removed); }
     static Item itemOf(Entry* entry) { return reinterpret_cast<Item>(entry); }
 
-    static void retain(Counted* counted) {
-        if (counted) counted->references.fetch_add(1, std::memory_order_relaxed);
-    }
-    static bool isShared(const Counted* counted) { return counted->references.load(std::memory_order_acquire) > 1; }
-    static bool dropReference(Counted* counted) {
-        return counted->references.fetch_sub(1, std::memory_order_acq_rel) == 1;
-    }
-    static void release(Entry* entry) {
-        if (!dropReference(entry)) return;
-        entry->~Entry();
-        ::operator delete(entry);
+    static void retain(const Layer* layer) {
+        if (layer) layer->retain();
     }
     static void release(Layer* layer) {
-        while (layer && dropReference(layer)) {
-            for (std::size_t i = 0; i < layer->count; ++i) {
-                if (i + ahead < layer->count) prefetch(entryOf(layer->items()[i + ahead]));
-                release(entryOf(layer->items()[i]));
-            }
+        while (layer && layer->dropReference()) {
+            for (std::size_t i = 0; i < layer->count; ++i) entryOf(layer->items()[i])->release();
             freeLayer(std::exchange(layer, layer->below));
         }
     }
@@ -213,8 +209,6 @@ private:
         ::operator delete(layer);
     }
 
-    static std::size_t hashOf(std::u16string_view key) { return std::hash<std::u16string_view>{}(key); }
-
     // From the layer down; null when the key is not there.
     static Entry* find(Layer* layer, std::u16string_view key, std::size_t hash) {
         for (; layer; layer = layer->below)
@@ -230,7 +224,7 @@ private:
 
     // Makes the top layer one that may be changed.
     void own() {
-        if (top_ && !isShared(top_)) return;
+        if (top_ && !top_->isShared()) return;
         // A layer less than twice as long as those above it together becomes one with them, so that there are O(log size)
         // layers; a short one at the top is better copied than searched.
         std::size_t above = 0;
@@ -245,7 +239,7 @@ private:
             for (std::size_t i = 0; i < layer->count; ++i) {
                 const Item item = layer->items()[i];
                 if ((!rest && isRemoved(item)) || isHidden(*entryOf(item), top_, layer)) continue;
-                retain(entryOf(item));
+                entryOf(item)->retain();
                 append(fresh, item);
             }
         }
@@ -279,7 +273,7 @@ private:
             larger->index = std::move(layer->index);
         } else {
             for (Item* item = layer->items(); item != end; ++item) {
-                if (isRemoved(*item)) release(entryOf(*item));
+                if (isRemoved(*item)) entryOf(*item)->release();
                 else append(larger, *item);
             }
         }
@@ -293,7 +287,7 @@ private:
         Item* present = top_->find(entry.key(), entry.hash_);
         const bool before = present ? !isRemoved(*present) : find(top_->below, entry.key(), entry.hash_) != nullptr;
         const bool after = !isRemoved(item);
-        if (present) release(entryOf(std::exchange(*present, item)));
+        if (present) entryOf(std::exchange(*present, item))->release();
         else append(top_, item);
         size_ += static_cast<std::size_t>(after);
         size_ -= static_cast<std::size_t>(before);

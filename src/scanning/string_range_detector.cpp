@@ -9,7 +9,9 @@ namespace vemo {
 
 namespace {
 
-constexpr std::size_t cachedTexts = 2048;
+constexpr std::size_t cachedTexts = 1u << 17;  // as many as results of lines: a document's lines are cut again and again
+constexpr std::size_t longestCached = 0xffff;  // UTF-16 units, the key's included: its length is kept in one
+constexpr std::size_t bitsPerUnit = 16;
 
 using Predicate = bool (*)(char16_t);
 
@@ -71,6 +73,33 @@ std::vector<TextRange> splitWords(const std::vector<TextRange>& chunks, const st
 
 StringRangeDetector::StringRangeDetector() : wordRangesCache_(cachedTexts) {}
 
+// In the block: the length of the key, the key, which ends with the text, and a bit for each unit of the text, set where
+// a word begins. Words end where the next begins, or white space.
+void StringRangeDetector::PackedRanges::pack(std::u16string_view key, const std::vector<TextRange>& ranges) {
+    block_.reserve(1 + key.size() + key.size() / bitsPerUnit + 1);
+    block_ += static_cast<char16_t>(key.size());
+    block_ += key;
+    const std::size_t bits = block_.size();
+    block_.resize(bits + key.size() / bitsPerUnit + 1);
+    for (const auto& [start, length] : ranges)
+        block_[bits + start / bitsPerUnit] |= static_cast<char16_t>(1u << start % bitsPerUnit);
+}
+
+void StringRangeDetector::PackedRanges::unpack(std::u16string_view text, std::vector<TextRange>& ranges) const {
+    ranges.clear();
+    const std::u16string_view bits = std::u16string_view(block_).substr(1 + key().size());
+    bool inWord = false;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if ((bits[i / bitsPerUnit] >> i % bitsPerUnit & 1) != 0) {
+            ranges.push_back({i, 0});
+            inWord = true;
+        } else if (isWhitespace(text[i])) {
+            inWord = false;
+        }
+        if (inWord) ++ranges.back().length;
+    }
+}
+
 std::vector<TextRange> StringRangeDetector::cut(std::u16string_view text) {
     std::vector<TextRange> ranges = chunks(text);
     if (simplified_ || ranges.empty()) return ranges;
@@ -81,13 +110,16 @@ std::vector<TextRange> StringRangeDetector::cut(std::u16string_view text) {
 const std::vector<TextRange>& StringRangeDetector::wordRanges(std::u16string_view text) {
     const char16_t mode = simplified_ ? u's' : u'f';
     const std::u16string_view latest = latestKey_;
-    if (!latest.empty() && latest.front() == mode && latest.substr(1) == text) return *latest_;
+    if (!latest.empty() && latest.front() == mode && latest.substr(1) == text) return latest_;
     latestKey_.assign(1, mode).append(text);
-    if (const auto* known = wordRangesCache_.find(latestKey_)) return *(latest_ = known);
-    auto* entry = wordRangesCache_.obtain(latestKey_);
-    if (!entry) entry = &uncached_;
-    *entry = cut(text);
-    return *(latest_ = entry);
+    const bool cached = latestKey_.size() <= longestCached;
+    if (const PackedRanges* known = cached ? wordRangesCache_.find(latestKey_) : nullptr) {
+        known->unpack(text, latest_);
+        return latest_;
+    }
+    latest_ = cut(text);
+    if (PackedRanges* added = cached ? wordRangesCache_.obtain(latestKey_) : nullptr) added->pack(latestKey_, latest_);
+    return latest_;
 }
 
 std::u16string StringRangeDetector::normalized(std::u16string_view phrase) {

@@ -28,14 +28,30 @@ public:
     void setCacheEnabled(bool enabled);
 
 private:
+    // The ranges of a text together with its key, as small as they go: there is one for every line of a document.
+    class PackedRanges {
+    public:
+        void pack(std::u16string_view key, const std::vector<TextRange>& ranges);
+        void unpack(std::u16string_view text, std::vector<TextRange>& ranges) const;
+        std::u16string_view key() const {
+            return block_.empty() ? std::u16string_view() : std::u16string_view(block_).substr(1, block_.front());
+        }
+
+    private:
+        std::u16string block_;
+    };
+    struct KeyOfPackedRanges {
+        explicit KeyOfPackedRanges(std::u16string_view) {}
+        bool is(std::u16string_view key, const PackedRanges& ranges) const { return ranges.key() == key; }
+    };
+
     std::vector<TextRange> cut(std::u16string_view text);
 
     bool simplified_ = false;
     WordSegmenter segmenter_;
-    Cache<std::vector<TextRange>> wordRangesCache_;
+    Cache<PackedRanges, KeyOfPackedRanges> wordRangesCache_;
     std::u16string latestKey_;  // many phrase tables ask for the same line in a row
-    const std::vector<TextRange>* latest_ = nullptr;
-    std::vector<TextRange> uncached_;
+    std::vector<TextRange> latest_;
 };
 
 }  // namespace vemo

@@ -124,6 +124,11 @@ TEST(ValuesList, forksKeepTheirOwnValues) {
     EXPECT_EQ(two.newest(), number(200));
     EXPECT_TRUE(base.appending(number(100)).appending(number(101)).isSameAs(one));  // the same values again share
     EXPECT_EQ(base.size(), 40u);
+    ValuesList back = one;
+    back.dropNewest();
+    back.dropNewest();
+    EXPECT_EQ(back, base);
+    EXPECT_EQ(back.appending(number(300)), base.appending(number(300)));
     ValuesList rest = two;
     for (int i = 0; i < 41; ++i) rest.dropNewest();
     EXPECT_TRUE(rest.empty());
@@ -190,8 +195,8 @@ TEST(Context, hasTheDependenciesOfItsLines) {
     line.addDependencyOn(variableKey(u"b"), std::nullopt, Value());
     Context document;
     document.addDependencyOn(variableKey(u"a"), number(4));
-    document.addDependenciesOf(std::make_shared<const LineResult>(Value(), line.updates(), line.dependencies(),
-                                                                  AttributedText(), FormattedValue(), QuickTypeData(), u""));
+    document.addDependenciesOf(LineResult::make(Value(), line.updates(), line.dependencies(), AttributedText(),
+                                                FormattedValue(), QuickTypeData(), u""));
     EXPECT_EQ(document.dependencies(), line.dependencies());
     document.addDependencyOn(variableKey(u"a"), number(6));
     EXPECT_EQ(*document.dependencyFor(variableKey(u"a")), IsEquatable(number(6)));

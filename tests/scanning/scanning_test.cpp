@@ -35,6 +35,26 @@ TEST(StringRangeDetector, cutsWordsDigitsAndDollars) {
     EXPECT_THAT(words(detector, u"10km $10"), ElementsAre(u"10", u"km", u"$", u"10"));
 }
 
+RC_GTEST_PROP(StringRangeDetectorLaws, theCacheChangesNothing, ()) {
+    static StringRangeDetector cached, uncached;
+    uncached.setCacheEnabled(false);
+    const std::u16string text = *rc::gen::container<std::u16string>(rc::gen::element<char16_t>(
+        u'a', u'Z', u'1', u'2', u'.', u'\'', u'$', u'+', u'=', u' ', u'\t', u'\u00a0', u'\u3000', u'\u0301', u'\u20ac', u'\u6771',
+        u'\u4eac', u'\u30ab', u'\u0e01', u'\u0e32', u'\xd83d', u'\xde00'));
+    const std::vector<TextRange> expected = uncached.wordRanges(text);
+    RC_ASSERT(cached.wordRanges(text) == expected);
+    cached.wordRanges(u"another line");
+    RC_ASSERT(cached.wordRanges(text) == expected);
+}
+
+TEST(StringRangeDetector, cutsTextsOfAnyLength) {
+    StringRangeDetector detector;
+    const std::u16string longText = std::u16string(70000, u'a') + u" b";
+    EXPECT_THAT(detector.wordRanges(longText), ElementsAre(TextRange{0, 70000}, TextRange{70001, 1}));
+    EXPECT_THAT(words(detector, u"a b"), ElementsAre(u"a", u"b"));
+    EXPECT_THAT(detector.wordRanges(longText), ElementsAre(TextRange{0, 70000}, TextRange{70001, 1}));
+}
+
 rc::Gen<std::u16string> asciiText() {
     return rc::gen::container<std::u16string>(rc::gen::map(
         rc::gen::oneOf(rc::gen::inRange(1, 128), rc::gen::element<int>('a', 'Z', '0', '9', '_', '.', '\'', ':', ',', ';', '-', ' ', '@')),
