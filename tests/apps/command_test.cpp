@@ -2,33 +2,20 @@
 // The command as a person calls it. VEMO_COMMAND names it.
 
 #include <gtest/gtest.h>
-#include <sys/wait.h>
 
-#include <array>
-#include <cstdio>
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <nlohmann/json.hpp>
 
+#include "support/command.h"
+
 namespace vemo::test {
 namespace {
 
-struct Outcome {
-    int status = 0;
-    std::string output;  // standard output and error
-};
-
+// Standard output and error together.
 Outcome run(const std::string& arguments, const std::string& input = "") {
-    const char* command = std::getenv("VEMO_COMMAND");
-    if (!command) throw std::runtime_error("VEMO_COMMAND is not set");
-    const std::string line = "printf '%b' '" + input + "' | env -u NO_COLOR XDG_CONFIG_HOME=/nonexistent LC_ALL=C.UTF-8 '" + command + "' --locale en_US --language en " + arguments + " 2>&1";
-    Outcome outcome;
-    FILE* pipe = popen(line.c_str(), "r");
-    std::array<char, 4096> buffer;
-    for (std::size_t count; (count = fread(buffer.data(), 1, buffer.size(), pipe)) > 0;) outcome.output.append(buffer.data(), count);
-    outcome.status = WEXITSTATUS(pclose(pipe));
-    return outcome;
+    return runShell("printf '%b' '" + input + "' | env -u NO_COLOR XDG_CONFIG_HOME=/nonexistent LC_ALL=C.UTF-8 '" +
+                    vemoCommand() + "' --locale en_US --language en " + arguments + " 2>&1");
 }
 
 TEST(Command, printsResultsSideBySideAndTheTotal) {

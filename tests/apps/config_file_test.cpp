@@ -2,13 +2,10 @@
 // The command with a configuration file, and with sources of rates and places. VEMO_COMMAND names it.
 
 #include <gtest/gtest.h>
-#include <sys/wait.h>
 
-#include <array>
-#include <cstdio>
-#include <cstdlib>
 #include <fstream>
 
+#include "support/command.h"
 #include "support/temporary_folder.h"
 #include "support/test_server.h"
 
@@ -25,15 +22,11 @@ protected:
 
     // What the command prints, standard error included, and its status when that is not 0.
     std::string run(const std::string& arguments) {
-        const std::string line = "env -u NO_COLOR LC_ALL=C.UTF-8 LANG=en_US.UTF-8 XDG_CONFIG_HOME=" + folder.path().string() +
-                                 " XDG_CACHE_HOME=" + (folder.path() / "cache").string() + " '" + std::getenv("VEMO_COMMAND") +
-                                 "' --now 2026-11-24T13:00:00Z " + arguments + " 2>&1 </dev/null";
-        std::string output;
-        FILE* pipe = popen(line.c_str(), "r");
-        std::array<char, 4096> buffer;
-        for (std::size_t count; (count = fread(buffer.data(), 1, buffer.size(), pipe)) > 0;) output.append(buffer.data(), count);
-        const int status = WEXITSTATUS(pclose(pipe));
-        return status == 0 ? output : output + "status " + std::to_string(status);
+        const Outcome outcome = runShell("env -u NO_COLOR LC_ALL=C.UTF-8 LANG=en_US.UTF-8 XDG_CONFIG_HOME=" +
+                                         folder.path().string() + " XDG_CACHE_HOME=" + (folder.path() / "cache").string() +
+                                         " '" + vemoCommand() + "' --now 2026-11-24T13:00:00Z " + arguments +
+                                         " 2>&1 </dev/null");
+        return outcome.status == 0 ? outcome.output : outcome.output + "status " + std::to_string(outcome.status);
     }
 
     TemporaryFolder folder;

@@ -8,11 +8,16 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <chrono>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <system_error>
+
+#include "support/command.h"
+#include "support/temporary_folder.h"
 
 namespace vemo::test {
 namespace {
@@ -24,17 +29,18 @@ constexpr std::chrono::seconds patience(30);  // a failure takes as long; nothin
 class Prompt {
 public:
     explicit Prompt(const std::filesystem::path& folder) {
+        const std::string command = vemoCommand();
         winsize size{24, 100, 0, 0};
         process_ = forkpty(&terminal_, nullptr, nullptr, &size);
-        if (process_ != 0) return;
-        const char* command = std::getenv("VEMO_COMMAND");
+        if (process_ < 0) throw std::system_error(errno, std::generic_category(), "no terminal");
+        if (process_ > 0) return;
         setenv("HOME", folder.c_str(), 1);
         setenv("XDG_CONFIG_HOME", (folder / "config").c_str(), 1);
         setenv("XDG_STATE_HOME", (folder / "state").c_str(), 1);
         setenv("TERM", "xterm", 1);
         setenv("LC_ALL", "C.UTF-8", 1);
-        if (command && chdir(folder.c_str()) == 0)
-            execl(command, command, "--locale", "en_US", "--language", "en", "--color", "never", nullptr);
+        if (chdir(folder.c_str()) == 0)
+            execl(command.c_str(), command.c_str(), "--locale", "en_US", "--language", "en", "--color", "never", nullptr);
         _exit(127);
     }
     ~Prompt() {
@@ -90,39 +96,33 @@ private:
     std::size_t seen_ = 0;
 };
 
-#define EXPECT_SHOWN(prompt, text) EXPECT_TRUE((prompt).shows(text)) << (prompt).rest()
+#define ASSERT_SHOWN(prompt, text) ASSERT_TRUE((prompt).shows(text)) << (prompt).rest()
 
 class PromptTest : public testing::Test {
 protected:
-    PromptTest() {
-        std::filesystem::remove_all(folder);
-        std::filesystem::create_directories(folder);
-    }
-    ~PromptTest() override { std::filesystem::remove_all(folder); }
-
-    const std::filesystem::path folder =
-        std::filesystem::path(testing::TempDir()) / ("vemo_prompt_" + std::to_string(getpid()));
+    const TemporaryFolder temporary;
+    const std::filesystem::path folder = temporary.path();
 };
 
 TEST_F(PromptTest, calculatesLinesAsOneDocument) {
     Prompt prompt(folder);
-    EXPECT_SHOWN(prompt, "> ");
+    ASSERT_SHOWN(prompt, "> ");
     prompt.type("hourly rate = $40\r");
-    EXPECT_SHOWN(prompt, "= $40\r\n");
+    ASSERT_SHOWN(prompt, "= $40\r\n");
     prompt.type("12 * hourly rate\r");
-    EXPECT_SHOWN(prompt, "= $480\r\n");
+    ASSERT_SHOWN(prompt, "= $480\r\n");
     prompt.type("\r5 \xc2\xb0" "C in \xc2\xb0" "F // \xe6\xb0\x97\xe6\xb8\xa9\r");
-    EXPECT_SHOWN(prompt, "= 41 \xc2\xb0" "F\r\n");
+    ASSERT_SHOWN(prompt, "= 41 \xc2\xb0" "F\r\n");
     prompt.type("sum\r");
-    EXPECT_SHOWN(prompt, "= 41 \xc2\xb0" "F\r\n");  // of the lines behind the empty one
+    ASSERT_SHOWN(prompt, "= 41 \xc2\xb0" "F\r\n");  // of the lines behind the empty one
     prompt.type(":save notes.txt\r");
-    EXPECT_SHOWN(prompt, "saved notes.txt\r\n");
+    ASSERT_SHOWN(prompt, "saved notes.txt\r\n");
     prompt.type(":save no/such/folder\r");
-    EXPECT_SHOWN(prompt, "cannot write no/such/folder\r\n");
+    ASSERT_SHOWN(prompt, "cannot write no/such/folder\r\n");
     prompt.type(":nonsense\r");
-    EXPECT_SHOWN(prompt, "no such command");
+    ASSERT_SHOWN(prompt, "no such command");
     prompt.type(":help\r");
-    EXPECT_SHOWN(prompt, ":save FILE");
+    ASSERT_SHOWN(prompt, ":save FILE");
     prompt.type(":quit\r");
     EXPECT_EQ(prompt.ends(), 0);
     std::ifstream file(folder / "notes.txt");
@@ -132,33 +132,33 @@ TEST_F(PromptTest, calculatesLinesAsOneDocument) {
 
 TEST_F(PromptTest, completesWords) {
     Prompt prompt(folder);
-    EXPECT_SHOWN(prompt, "> ");
+    ASSERT_SHOWN(prompt, "> ");
     prompt.type("2 celsi\t in fahrenh\t\r");
-    EXPECT_SHOWN(prompt, "= 35.6 \xc2\xb0" "F\r\n");
+    ASSERT_SHOWN(prompt, "= 35.6 \xc2\xb0" "F\r\n");
     prompt.type("hourly rate = 40\r");
-    EXPECT_SHOWN(prompt, "= 40\r\n");
+    ASSERT_SHOWN(prompt, "= 40\r\n");
     prompt.type("2 * hour\t");
-    EXPECT_SHOWN(prompt, "hourly rate  hour  hours  \r\n");
+    ASSERT_SHOWN(prompt, "hourly rate  hour  hours  \r\n");
     prompt.type("ly \t\r");  // over the blank of a name of two words
-    EXPECT_SHOWN(prompt, "= 80\r\n");
+    ASSERT_SHOWN(prompt, "= 80\r\n");
     prompt.type("3Millil\tre\t");  // what all have in common, then what there is
-    EXPECT_SHOWN(prompt, "millilitre  millilitres  \r\n");
+    ASSERT_SHOWN(prompt, "millilitre  millilitres  \r\n");
     prompt.type("\r");
-    EXPECT_SHOWN(prompt, "= 3 ml\r\n");
+    ASSERT_SHOWN(prompt, "= 3 ml\r\n");
     prompt.type("qqq\t");
-    EXPECT_SHOWN(prompt, "\a");
+    ASSERT_SHOWN(prompt, "\a");
 }
 
 TEST_F(PromptTest, clearsTheLineAndEnds) {
     Prompt prompt(folder);
-    EXPECT_SHOWN(prompt, "> ");
+    ASSERT_SHOWN(prompt, "> ");
     prompt.type("1 + 999");
-    EXPECT_SHOWN(prompt, "999");
+    ASSERT_SHOWN(prompt, "999");
     prompt.type("\x03");
-    EXPECT_SHOWN(prompt, "> ");
+    ASSERT_SHOWN(prompt, "> ");
     prompt.type("2 + 3\r");
-    EXPECT_SHOWN(prompt, "= 5\r\n");
-    EXPECT_SHOWN(prompt, "> ");
+    ASSERT_SHOWN(prompt, "= 5\r\n");
+    ASSERT_SHOWN(prompt, "> ");
     prompt.type("\x04");
     EXPECT_EQ(prompt.ends(), 0);
 }
@@ -166,20 +166,20 @@ TEST_F(PromptTest, clearsTheLineAndEnds) {
 TEST_F(PromptTest, remembersLinesUntilTheNextTime) {
     {
         Prompt prompt(folder);
-        EXPECT_SHOWN(prompt, "> ");
+        ASSERT_SHOWN(prompt, "> ");
         prompt.type("\xc3\xa9t\xc3\xa9 = 6 * 7\r");
-        EXPECT_SHOWN(prompt, "= 42\r\n");
-        EXPECT_SHOWN(prompt, "> ");  // control characters mean something else to the terminal between the lines
+        ASSERT_SHOWN(prompt, "= 42\r\n");
+        ASSERT_SHOWN(prompt, "> ");  // control characters mean something else to the terminal between the lines
         prompt.type("\x04");
         EXPECT_EQ(prompt.ends(), 0);
     }
     EXPECT_TRUE(std::filesystem::exists(folder / "state" / "vemo" / "history"));
     Prompt prompt(folder);
-    EXPECT_SHOWN(prompt, "> ");
+    ASSERT_SHOWN(prompt, "> ");
     prompt.type("\x10\x10");  // there is but one
-    EXPECT_SHOWN(prompt, "6 * 7");
+    ASSERT_SHOWN(prompt, "6 * 7");
     prompt.type(" + 1\r");
-    EXPECT_SHOWN(prompt, "= 43\r\n");
+    ASSERT_SHOWN(prompt, "= 43\r\n");
 }
 
 }  // namespace
