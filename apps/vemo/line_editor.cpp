@@ -39,6 +39,33 @@ std::u16string narrowed(std::wstring_view text) {
     return result;
 }
 
+// Lines, as they are in a file.
+class History {
+public:
+    explicit History(const std::string& file) : history_(history_winit()) {
+        HistEventW event{};
+        history_w(history_, &event, H_SETSIZE, rememberedLines);
+        history_w(history_, &event, H_SETUNIQUE, 1);
+        if (!file.empty()) history_w(history_, &event, H_LOAD, file.c_str());
+    }
+    ~History() { history_wend(history_); }
+    History(const History&) = delete;
+    History& operator=(const History&) = delete;
+
+    void enter(std::u16string_view line) {
+        HistEventW event{};
+        history_w(history_, &event, H_ENTER, wide(line).c_str());
+    }
+    void save(const std::string& file) {
+        HistEventW event{};
+        history_w(history_, &event, H_SAVE, file.c_str());
+    }
+    HistoryW* get() const { return history_; }
+
+private:
+    HistoryW* history_;
+};
+
 wchar_t* promptText(EditLine*) {
     static wchar_t text[] = L"> ";
     return text;
@@ -47,9 +74,11 @@ wchar_t* promptText(EditLine*) {
 }  // namespace
 
 struct LineEditor::State {
+    explicit State(const std::filesystem::path& historyFile) : file(historyFile.string()), history(file) {}
+
     EditLine* editor = nullptr;
-    HistoryW* history = nullptr;
     std::string file;
+    History history;
     Complete complete;
     bool dropped = false;  // the line, by Ctrl-C
     void (*before)(int) = SIG_DFL;
@@ -94,22 +123,16 @@ struct LineEditor::State {
     }
 };
 
-LineEditor::LineEditor(const std::filesystem::path& history, Complete complete) : state_(std::make_unique<State>()) {
-    state_->file = history.string();
+LineEditor::LineEditor(const std::filesystem::path& history, Complete complete)
+    : state_(std::make_unique<State>(history)) {
     state_->complete = std::move(complete);
-    state_->history = history_winit();
-    HistEventW event{};
-    history_w(state_->history, &event, H_SETSIZE, rememberedLines);
-    history_w(state_->history, &event, H_SETUNIQUE, 1);
-    if (!state_->file.empty()) history_w(state_->history, &event, H_LOAD, state_->file.c_str());
-
     EditLine* editor = state_->editor = el_init("vemo", stdin, stdout, stderr);
     if (!editor) return;  // no terminal after all
     el_wset(editor, EL_CLIENTDATA, state_.get());
     el_wset(editor, EL_PROMPT, promptText);
     el_wset(editor, EL_EDITOR, L"emacs");
     el_wset(editor, EL_SIGNAL, 1);  // the window's size, and a sane terminal while suspended
-    el_wset(editor, EL_HIST, history_w, state_->history);
+    el_wset(editor, EL_HIST, history_w, state_->history.get());
     el_wset(editor, EL_ADDFN, L"vemo-complete", L"Complete the word", State::completeWord);
     el_wset(editor, EL_BIND, L"^I", L"vemo-complete", nullptr);
     // Ctrl-C is a key like others: as a signal it would be lost whenever it comes just before the next read.
@@ -123,11 +146,9 @@ LineEditor::LineEditor(const std::filesystem::path& history, Complete complete) 
 }
 
 LineEditor::~LineEditor() {
-    if (state_->editor) {
-        std::signal(SIGINT, state_->before);
-        el_end(state_->editor);
-    }
-    history_wend(state_->history);
+    if (!state_->editor) return;
+    std::signal(SIGINT, state_->before);
+    el_end(state_->editor);
 }
 
 std::optional<std::u16string> LineEditor::read() {
@@ -150,12 +171,13 @@ std::optional<std::u16string> LineEditor::read() {
 }
 
 void LineEditor::remember(std::u16string_view line) {
-    HistEventW event{};
-    history_w(state_->history, &event, H_ENTER, wide(line).c_str());
+    state_->history.enter(line);
     if (state_->file.empty()) return;
     std::error_code error;
     std::filesystem::create_directories(std::filesystem::path(state_->file).parent_path(), error);
-    history_w(state_->history, &event, H_SAVE, state_->file.c_str());
+    History latest(state_->file);  // with what prompts on other terminals have added
+    latest.enter(line);
+    latest.save(state_->file);
 }
 
 std::filesystem::path historyFile() {

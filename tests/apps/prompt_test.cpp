@@ -182,5 +182,23 @@ TEST_F(PromptTest, remembersLinesUntilTheNextTime) {
     ASSERT_SHOWN(prompt, "= 43\r\n");
 }
 
+TEST_F(PromptTest, keepsTheLinesOfSeveralPrompts) {
+    Prompt one(folder), two(folder);
+    ASSERT_SHOWN(one, "> ");
+    ASSERT_SHOWN(two, "> ");
+    one.type("1 + 10\r");
+    ASSERT_SHOWN(one, "= 11\r\n");
+    two.type("2 + 20\r");
+    ASSERT_SHOWN(two, "= 22\r\n");
+    one.type("3 + 30\r");
+    ASSERT_SHOWN(one, "= 33\r\n");
+    Prompt later(folder);
+    ASSERT_SHOWN(later, "> ");
+    later.type("\x10\x10");
+    ASSERT_SHOWN(later, "2 + 20");
+    later.type("\x10");
+    ASSERT_SHOWN(later, "1 + 10");
+}
+
 }  // namespace
 }  // namespace vemo::test
