@@ -30,25 +30,31 @@ ElementList reducedTo(const Value& value, const ElementList& elements) {
     return ElementList({makeElement(value, elements.attributedText())});
 }
 
+ElementList& ElementReplacer::replace(const ElementRange& range) {
+    takeUpTo(range.location);
+    taken_ = range.end();
+    changed_ = true;
+    return result_;
+}
+
+std::optional<ElementList> ElementReplacer::finished() {
+    if (!changed_) return std::nullopt;
+    takeUpTo(elements_.size());
+    return std::move(result_);
+}
+
+void ElementReplacer::takeUpTo(std::size_t end) {
+    for (; taken_ < end; ++taken_) result_.append(elements_.pointers()[taken_]);
+}
+
 std::optional<ElementList> replacingMatches(const ElementList& elements, const FinderMatcher& matcher,
                                             FunctionRef<std::optional<Value>(const Match&)> reduce) {
-    ElementList result;
-    std::size_t copied = 0;
-    bool changed = false;
-    const auto copyUpTo = [&](std::size_t end) {
-        for (; copied < end; ++copied) result.append(elements.pointers()[copied]);
-    };
+    ElementReplacer replacer(elements);
     for (const Match& match : matcher.occurrences(elements)) {
-        const auto value = reduce(match);
-        if (!value) continue;
-        copyUpTo(match.range.location);
-        result.append(makeElement(*value, elements.attributedText(match.range.location, match.range.end())));
-        copied = match.range.end();
-        changed = true;
+        if (const auto value = reduce(match))
+            replacer.replace(match.range).append(makeElement(*value, elements.attributedText(match.range.location, match.range.end())));
     }
-    if (!changed) return std::nullopt;
-    copyUpTo(elements.size());
-    return result;
+    return replacer.finished();
 }
 
 std::optional<Value> foldGroup(const ElementList& elements, const Match& match, std::u16string_view group,

@@ -62,6 +62,25 @@ public:
     std::optional<ElementList> evaluate(const ElementList&, Context&, const EvaluationContext&) const override;
 };
 
+// A list some of whose elements give way to others, from the left to the right.
+class ElementReplacer {
+public:
+    explicit ElementReplacer(const ElementList& elements) : elements_(elements) {}
+
+    // What stands before the range is taken over; what is appended next stands in its place.
+    ElementList& replace(const ElementRange& range);
+    // Nothing when nothing was replaced.
+    std::optional<ElementList> finished();
+
+private:
+    void takeUpTo(std::size_t end);
+
+    const ElementList& elements_;
+    ElementList result_;
+    std::size_t taken_ = 0;
+    bool changed_ = false;
+};
+
 // The list with each match of a pattern replaced by the element `reduce` makes of it; a match for which it
 // gives nothing stays. Nothing when no match was replaced.
 std::optional<ElementList> replacingMatches(const ElementList& elements, const FinderMatcher& matcher,

@@ -2,6 +2,7 @@
 #include "online/geo_names_parser.h"
 
 #include "engine/context_map.h"
+#include "evaluation/structure_evaluators.h"
 
 namespace vemo {
 
@@ -23,15 +24,10 @@ void appendPlace(const std::u16string& text, std::u16string_view name, std::u16s
 std::optional<ElementList> GeoNamesParser::evaluate(const ElementList& elements, Context& context,
                                                     const EvaluationContext&) const {
     if (!elements.anyHas(Attribute::function) && !elements.anyHas(Attribute::operation)) return std::nullopt;
-    ElementList result;
-    std::size_t copied = 0;
-    bool changed = false;
-    const auto copyUpTo = [&](std::size_t end) {
-        for (; copied < end; ++copied) result.append(elements.pointers()[copied]);
-    };
+    ElementReplacer replacer(elements);
     for (const Match& match : matcher_.occurrences(elements)) {
-        const std::size_t place = match.group(u"text")->location;
-        const std::u16string& text = elements[place].text();
+        const ElementRange& place = *match.group(u"text");
+        const std::u16string& text = elements[place.location].text();
         const std::u16string_view name = trimmed(text);
         std::optional<std::u16string> zone;
         if (places_) {
@@ -44,14 +40,9 @@ std::optional<ElementList> GeoNamesParser::evaluate(const ElementList& elements,
             if (!known) return reducedTo(errorValue(), elements);
             zone = *known;
         }
-        copyUpTo(place);
-        appendPlace(text, name, *std::move(zone), result);
-        copied = place + 1;
-        changed = true;
+        appendPlace(text, name, *std::move(zone), replacer.replace({place.location, 1}));
     }
-    if (!changed) return std::nullopt;
-    copyUpTo(elements.size());
-    return result;
+    return replacer.finished();
 }
 
 }  // namespace vemo
