@@ -123,16 +123,5 @@ TEST(Documents, coverTheExamples) {
     }
 }
 
-TEST(WelcomeSample, hasAResultOnEveryLine) {
-    VemoEngine engine(fixedEnvironment());
-    engine.buildVemoWorker();
-    Context context;
-    const auto result = engine.calculateSync(VemoEngine::welcomeSample(), context);
-    EXPECT_GE(result->lines.size(), 10u);
-    for (const auto& line : result->lines)
-        EXPECT_TRUE(line.formattedResult().regular) << utf8(line.attributedText().compoundString());
-    EXPECT_EQ(VemoEngine::welcomeSample("xx"), VemoEngine::welcomeSample());
-}
-
 }  // namespace
 }  // namespace vemo::test
