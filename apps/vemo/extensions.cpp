@@ -14,6 +14,11 @@ bool isFolder(const std::string& path) {
     return false;
 }
 
+void printLog(std::ostream& out, const std::string& log) {
+    std::istringstream messages(log);
+    for (std::string message; std::getline(messages, message);) out << "vemo: " << message << '\n';
+}
+
 void printLogs(std::ostream& out, const std::vector<Extension>& extensions) {
     for (const Extension& extension : extensions) {
         if (extension.skipped) out << "vemo: " << extension.file << ": cannot be read as text\n";

@@ -12,6 +12,7 @@ namespace vemo::cli {
 // False where there is no such folder, which has been said.
 bool isFolder(const std::string& path);
 
+void printLog(std::ostream& out, const std::string& log);
 // The messages of the scripts, each behind the name of its file.
 void printLogs(std::ostream& out, const std::vector<Extension>& extensions);
 

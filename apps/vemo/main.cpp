@@ -5,6 +5,7 @@
 #include <clocale>
 #include <cstdlib>
 #include <iostream>
+#include <utility>
 
 #include "extensions.h"
 #include "files.h"
@@ -99,6 +100,27 @@ Environment environmentFor(const Options& options, const std::shared_ptr<Online>
     return environment;
 }
 
+// Hears what scripts say, and passes on the rest.
+class Listener : public VemoEngineDelegate {
+public:
+    explicit Listener(std::shared_ptr<VemoEngineDelegate> next) : next_(std::move(next)) {}
+
+    // What lines have said since the last call, in the order of the lines.
+    std::vector<std::string> takeLogs() { return std::exchange(logs_, {}); }
+
+    void engineLog(std::string_view text) override { logs_.emplace_back(text); }
+    void engineInitialized() override {
+        if (next_) next_->engineInitialized();
+    }
+    void engineContextUpdated(const Context& context) override {
+        if (next_) next_->engineContextUpdated(context);
+    }
+
+private:
+    std::shared_ptr<VemoEngineDelegate> next_;
+    std::vector<std::string> logs_;
+};
+
 int run(const Options& options) {
     if (!options.extensions.empty() && !isFolder(options.extensions)) return unusable;
     const bool prompt = !options.checkExtensions && wantsPrompt(options);
@@ -108,7 +130,8 @@ int run(const Options& options) {
     // At the prompt time goes on between the lines; without it, and with nothing to fetch, there is nothing to wait for.
     const auto loop = online ? online->loop() : prompt ? std::make_shared<RunLoop>() : nullptr;
     VemoEngine engine(environmentFor(options, online), loop);
-    engine.setDelegate(online);
+    const auto listener = std::make_shared<Listener>(online);
+    engine.setDelegate(listener);
     VemoEngine::Config config;
     config.testMode = !loop;
     config.debug = options.debug;
@@ -116,16 +139,20 @@ int run(const Options& options) {
     engine.buildVemoWorker(config);
     if (options.checkExtensions) return report(std::cout, engine.extensions()) ? 0 : 1;
     printLogs(std::cerr, engine.extensions());
+    listener->takeLogs();
     if (!takeRates(engine, VemoEngine::RatesFile::currency, options.rates) ||
         !takeRates(engine, VemoEngine::RatesFile::crypto, options.coins))
         return unusable;
     Context context;
     context.setPrecision(options.precision);
-    if (prompt) return runPrompt(engine, *loop, context, layoutFor(options));
+    if (prompt) return runPrompt(engine, *loop, context, layoutFor(options), [&] { return listener->takeLogs(); });
     const auto result = online ? online->calculate(engine, utf16(*text), context)
                                : *engine.calculateSync(utf16(*text), context);
-    if (options.json) printJson(std::cout, result, "");
+    std::string log;
+    for (const std::string& said : listener->takeLogs()) log += said;
+    if (options.json) printJson(std::cout, result, log);
     else printResult(std::cout, result, layoutFor(options));
+    printLog(std::cerr, log);
     return 0;
 }
 

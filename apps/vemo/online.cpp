@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <optional>
+#include <utility>
 
 namespace vemo::cli {
 
@@ -81,8 +82,13 @@ VemoEngine::Result Online::calculate(VemoEngine& engine, std::u16string_view tex
         return *std::move(result);
     };
     auto result = answer();
-    runUntil([&] { return !awaitsPlaces(); }, longestWaitForPlaces);
-    return resolved_ ? answer() : result;
+    // A line asks for its next place when it knows the one before.
+    for (const auto end = std::chrono::steady_clock::now() + longestWaitForPlaces; awaitsPlaces() || resolved_;) {
+        runUntil([&] { return !awaitsPlaces(); }, std::chrono::duration_cast<std::chrono::milliseconds>(end - std::chrono::steady_clock::now()));
+        if (!std::exchange(resolved_, false)) break;
+        result = answer();
+    }
+    return result;
 }
 
 }  // namespace vemo::cli

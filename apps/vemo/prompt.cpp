@@ -5,6 +5,7 @@
 #include <iostream>
 
 #include "completion.h"
+#include "extensions.h"
 #include "line_editor.h"
 
 namespace vemo::cli {
@@ -31,8 +32,9 @@ std::optional<std::string> argument(std::string_view line, std::string_view comm
 
 class Session {
 public:
-    Session(VemoEngine& engine, RunLoop& loop, const Context& settings, const Layout& layout)
-        : engine_(engine), loop_(loop), settings_(settings), layout_(layout), completion_(vocabulary(engine)) {}
+    Session(VemoEngine& engine, RunLoop& loop, const Context& settings, const Layout& layout, TakeLogs takeLogs)
+        : engine_(engine), loop_(loop), settings_(settings), layout_(layout), takeLogs_(std::move(takeLogs)),
+          completion_(vocabulary(engine)) {}
 
     void run() {
         std::cout << "vemo " << VemoEngine::version() << ", :help for help" << std::endl;
@@ -80,6 +82,9 @@ private:
         document_.append(line).append(u"\n");
         Context context = settings_.copyContext();
         const auto result = engine_.calculateSync(document_, context);
+        // The lines above say again what they said before.
+        const auto logs = takeLogs_();
+        for (; printed_ < logs.size(); ++printed_) printLog(std::cerr, logs[printed_]);
         if (!result || result->lines.empty()) return;
         completion_.learn(*result);
         const std::string text = resultText(result->lines.back().formattedResult(), layout_.shortTexts);
@@ -91,14 +96,16 @@ private:
     RunLoop& loop_;
     const Context& settings_;
     Layout layout_;
+    TakeLogs takeLogs_;
+    std::size_t printed_ = 0;  // of the logs
     Completion completion_;
     std::u16string document_;
 };
 
 }  // namespace
 
-int runPrompt(VemoEngine& engine, RunLoop& loop, const Context& settings, const Layout& layout) {
-    Session(engine, loop, settings, layout).run();
+int runPrompt(VemoEngine& engine, RunLoop& loop, const Context& settings, const Layout& layout, TakeLogs takeLogs) {
+    Session(engine, loop, settings, layout, std::move(takeLogs)).run();
     return 0;
 }
 

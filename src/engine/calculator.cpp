@@ -123,7 +123,9 @@ LineResultPointer Calculator::calculateLine(std::u16string_view text, Context& d
     } else {
         elements = extractElements(line, context, debug);
         if (debug) trace(u"Elements extraction: " + elements.shortDescription());
+        tooDeep_ = false;
         elements = evaluate(elements, context, 0, debug);
+        if (tooDeep_) elements = reducedTo(errorValue(), elements);  // operators around it may have made a number of the error
     }
 
     const Value value = elements.empty() ? Value() : elements[0].value;
@@ -156,7 +158,10 @@ ElementList Calculator::extractElements(const std::u16string& text, Context& con
 ElementList Calculator::evaluate(const ElementList& elements, Context& context, std::size_t startEvaluatorIndex,
                                  bool debug) {
     assert(startEvaluatorIndex <= evaluators_.size());
-    if (evaluationDepth_ >= deepestEvaluation) return reducedTo(errorValue(), elements);
+    if (evaluationDepth_ >= deepestEvaluation) {
+        tooDeep_ = true;
+        return reducedTo(errorValue(), elements);
+    }
     ++evaluationDepth_;
     std::optional<ElementList> latest;
     for (std::size_t i = startEvaluatorIndex; i < evaluators_.size(); ++i) {

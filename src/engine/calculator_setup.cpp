@@ -127,7 +127,7 @@ void Calculator::registerExtractors() {
     extractors_.add(std::move(operators));
     extractors_.add(std::make_shared<UnitExtractor>(unitManager_.phraseDetector(), operatorCollection_));
     extractors_.add(std::make_shared<FunctionExtractor>(functionManager_.phraseDetector()));
-    extractors_.add(std::make_shared<AssignmentExtractor>(localizer_, stringRangeDetector_, operatorCollection_));
+    extractors_.add(std::make_shared<AssignmentExtractor>(localizer_, stringRangeDetector_));
     extractors_.add(std::make_shared<VariablesExtractor>(stringRangeDetector_));
     extractors_.add(std::make_shared<DateExtractor>(localizer_, environment_.language, environment_.locale,
                                                     localZone_));
@@ -140,7 +140,10 @@ void Calculator::registerEvaluators() {
     evaluators_.add(std::make_shared<ParenthesesEvaluator>());
     evaluators_.add(std::make_shared<GeoNamesParser>(online_ && online_->geoNames() ? nullptr : &placeNames_));
     evaluators_.add(std::make_shared<AssignmentEvaluator>(operationCalculator_));
-    evaluators_.add(std::make_shared<OperationEvaluator>(operationCalculator_));
+    evaluators_.add(std::make_shared<OperationEvaluator>(operationCalculator_, [this](std::u16string_view id) {
+        const Function* function = functionManager_.function(id);
+        return function && function->takesSigns();
+    }));
     evaluators_.add(std::make_shared<ScaleEvaluator>(scaleManager_));
     evaluators_.add(std::make_shared<DecimalSurroundByCurrencyEvaluator>(unitConverter_));
     evaluators_.add(std::make_shared<DecimalUnitEvaluator>());

@@ -91,7 +91,8 @@ struct Context::State {
         if (head.size() == name.size()) return;
         const std::u16string key = namesKey(head);
         const IsEquatable* before = data.find(key);
-        const auto known = before ? static_cast<std::uint64_t>(*before->get<std::int64_t>()) : 0u;
+        const std::int64_t* number = before ? before->get<std::int64_t>() : nullptr;
+        const auto known = number ? static_cast<std::uint64_t>(*number) : 0u;
         const auto hash = static_cast<std::uint64_t>(std::hash<std::u16string_view>{}(name));
         const std::uint64_t sum = present ? known + hash : known - hash;
         if (sum == 0) data.erase(key);
@@ -168,7 +169,9 @@ void Context::syncUpdate(const std::function<void()>& block) {
 
 void Context::add(const ContextMap& data, bool registerUpdates) {
     data.all([&](const auto& entry) {
-        if (registerUpdates) {
+        if (entry.key().starts_with(context_keys::names)) {
+            // Comes of the names themselves: both sides may have some.
+        } else if (registerUpdates) {
             set(entry.key(), entry.value());
         } else {
             state_->share(entry);

@@ -20,6 +20,7 @@ public:
 namespace context_keys {
 inline constexpr std::u16string_view variable = u"var_";
 inline constexpr std::u16string_view hiddenVariable = u"hidden_var_";
+inline constexpr std::u16string_view names = u"hidden_names_";  // written by contexts alone
 inline constexpr std::u16string_view precision = u"precision";
 inline constexpr std::u16string_view previousResult = u"prev_result";
 inline constexpr std::u16string_view previousResults = u"prev_results";
@@ -49,7 +50,7 @@ inline std::u16string_view nameHead(std::u16string_view text) {
 
 // The key under which a context says which names of more than their head begin with it (as a number that changes
 // with them), so that a line mentioning the head is calculated again when such a name comes or goes.
-inline std::u16string namesKey(std::u16string_view head) { return std::u16string(u"names_").append(head); }
+inline std::u16string namesKey(std::u16string_view head) { return std::u16string(context_keys::names).append(head); }
 
 inline std::u16string geoNameKey(std::u16string_view place) {
     return std::u16string(context_keys::geoName).append(place);

@@ -47,7 +47,8 @@ Built build(const Environment& environment, const VemoEngine::Config& config, Sc
 // Tasks of the main executor hold this weakly: they may run when the engine is gone.
 class EngineCore : public CalculatorDelegate, public std::enable_shared_from_this<EngineCore> {
 public:
-    EngineCore(Environment environment, const std::shared_ptr<Executor>& main) : environment_(std::move(environment)) {
+    EngineCore(Environment environment, const std::shared_ptr<Executor>& main)
+        : environment_(std::move(environment)), immediate_(!main) {
         if (main) scheduler_ = std::make_unique<Scheduler>(main);
     }
 
@@ -123,20 +124,23 @@ public:
     }
 
     void calculatorContextUpdated(const Context& context) override {
-        if (!scheduler_) return;
-        scheduler_->postMain([core = weak_from_this(), copy = std::make_shared<Context>(context.copyContext())] {
+        onMain([core = weak_from_this(), copy = std::make_shared<Context>(context.copyContext())] {
             tell(core, [&](VemoEngineDelegate& delegate) { delegate.engineContextUpdated(*copy); });
         });
     }
 
     void calculatorCryptoInitialized() override {
-        if (!scheduler_) return;
-        scheduler_->postMain([core = weak_from_this()] {
+        onMain([core = weak_from_this()] {
             tell(core, [](VemoEngineDelegate& delegate) { delegate.engineCryptoInitialized(); });
         });
     }
 
 private:
+    void onMain(const std::function<void()>& task) const {
+        if (immediate_) task();
+        else if (scheduler_) scheduler_->postMain(task);
+    }
+
     template <class Notify>
     static void tell(const std::weak_ptr<EngineCore>& core, Notify notify) {
         const auto engine = core.lock();
@@ -177,7 +181,8 @@ private:
 
     Environment environment_;
     std::weak_ptr<VemoEngineDelegate> delegate_;
-    std::unique_ptr<Scheduler> scheduler_;  // null without a main executor
+    const bool immediate_;                  // without a main executor everything is done before a call returns
+    std::unique_ptr<Scheduler> scheduler_;  // null then, and once the engine is closed
     std::shared_ptr<VemoWorker> worker_;
     std::string startUpLog_;
     std::vector<Extension> extensions_;

@@ -76,15 +76,18 @@ std::optional<ElementList> EmptyDependenciesEvaluator::evaluate(const ElementLis
     const auto depend = [&](const std::u16string& key) {
         if (!context.hasDependencyOn(key)) context.addDependencyOn(key, std::nullopt, Value());
     };
-    for (auto word = words.begin(); word != words.end(); ++word) {
-        const std::u16string_view head = nameHead(std::u16string_view(text).substr(word->location));
+    for (std::size_t i = 0; i < words.size(); ++i) {
+        // A name has no more words: what goes on behind them is none.
+        const std::size_t most = std::min(words.size() - i, PhraseDetector<bool>::maxWordsLookup);
+        const std::size_t start = words[i].location, end = words[i + most - 1].end();
+        const std::u16string_view head = nameHead(std::u16string_view(text).substr(start, end + 1 - start));
         if (head.empty()) continue;  // digits and signs begin no name
         // Names are stored in lower case. Those that go on behind their head are told by it; the others are a word, or
         // some of the words that the head is cut into.
-        depend(namesKey(lowercased(head)));
-        depend(variableKey(lowercased(word->in(text))));
-        for (auto last = word + 1; last != words.end() && last->end() <= word->location + head.size(); ++last)
-            depend(variableKey(lowercased(head.substr(0, last->end() - word->location))));
+        if (start + head.size() <= end) depend(namesKey(lowercased(head)));
+        depend(variableKey(lowercased(words[i].in(text))));
+        for (std::size_t last = i + 1; last < i + most && words[last].end() <= start + head.size(); ++last)
+            depend(variableKey(lowercased(head.substr(0, words[last].end() - start))));
     }
     return std::nullopt;
 }
@@ -113,9 +116,27 @@ std::optional<ElementList> ParenthesesEvaluator::evaluate(const ElementList& ele
     return result;
 }
 
-std::optional<ElementList> OperationEvaluator::evaluate(const ElementList& elements, Context& context,
+// "abs -5": the sign is the number's.
+std::optional<ElementList> OperationEvaluator::withSignedNumbers(const ElementList& elements) const {
+    if (!elements.anyHas(Attribute::function)) return std::nullopt;
+    ElementReplacer replacer(elements);
+    for (std::size_t i = 1; i + 1 < elements.size(); ++i) {
+        const auto number = elements[i + 1].value.decimal();
+        if (!number || !elements[i].value.is(Attribute::operation, u"-")) continue;
+        const bool apart = i > 1 && elements[i - 1].value.isEmpty() && trimmed(elements[i - 1].text()).empty();
+        const auto function = elements[apart ? i - 2 : i - 1].value.string(Attribute::function);
+        if (!function || !takesSigns_(*function)) continue;
+        replacer.replace({i, 2}).append(makeElement(elements[i + 1].value.with(number->negative()), elements.attributedText(i, i + 2)));
+    }
+    return replacer.finished();
+}
+
+std::optional<ElementList> OperationEvaluator::evaluate(const ElementList& given, Context& context,
                                                         const EvaluationContext& evaluationContext) const {
-    if (!elements.anyHas(Attribute::operation)) return std::nullopt;
+    if (!given.anyHas(Attribute::operation)) return std::nullopt;
+    const std::optional<ElementList> withSigned = withSignedNumbers(given);
+    const ElementList& elements = withSigned ? *withSigned : given;
+    if (!elements.anyHas(Attribute::operation)) return withSigned;
     std::vector<Value> operands;
     std::vector<Value> operators;
     AttributedText text;

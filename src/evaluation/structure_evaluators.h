@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <functional>
 #include "evaluation/evaluator.h"
 #include "evaluation/operation_calculator.h"
 #include "matching/domain_matchers.h"
@@ -33,13 +34,17 @@ public:
 // Evaluates the operands between operators and reduces them to one value.
 class OperationEvaluator : public Evaluator {
 public:
-    explicit OperationEvaluator(const OperationCalculator& operationCalculator)
-        : operationCalculator_(operationCalculator) {}
+    // `takesSigns` tells by a function's id whether a sign between its name and a number is the number's.
+    OperationEvaluator(const OperationCalculator& operationCalculator, std::function<bool(std::u16string_view)> takesSigns)
+        : operationCalculator_(operationCalculator), takesSigns_(std::move(takesSigns)) {}
     std::u16string_view name() const override { return u"OperationEvaluator"; }
     std::optional<ElementList> evaluate(const ElementList&, Context&, const EvaluationContext&) const override;
 
 private:
+    std::optional<ElementList> withSignedNumbers(const ElementList& elements) const;
+
     const OperationCalculator& operationCalculator_;
+    std::function<bool(std::u16string_view)> takesSigns_;
 };
 
 // Implicit multiplication: 2 (3 + 4).

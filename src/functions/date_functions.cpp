@@ -52,7 +52,7 @@ public:
     }
 };
 
-class GmtFunction : public Function {
+class GmtFunction : public FunctionOfNumbers {
 public:
     std::optional<Value> evaluate(const std::vector<Value>& values, Context&) const override {
         std::int64_t offset = 0;
@@ -66,7 +66,7 @@ public:
     }
 };
 
-class FromUnixTimeFunction : public Function {
+class FromUnixTimeFunction : public FunctionOfNumbers {
 public:
     std::optional<Value> evaluate(const std::vector<Value>& values, Context& context) const override {
         const auto timestamp = values.empty() ? std::nullopt : values.front().decimal();

@@ -12,6 +12,9 @@ const ValuesList* previousResults(Context& context) {
     return context.get<ValuesList>(context_keys::previousResults);
 }
 
+// False for lines of words, though a unit's or a function's name among them is a value.
+bool isResult(const Value& value) { return value.has(Attribute::decimal) || value.has(Attribute::date); }
+
 struct BlockTotal {
     Value total;
     std::size_t count = 0;
@@ -26,7 +29,7 @@ public:
     std::optional<BlockTotal> add(const ValuesList& results, Context& context) {
         std::vector<const Value*> values;  // newest first
         ValuesList rest = results;
-        for (; !rest.empty() && !rest.newest().isEmpty() && !rest.isSameAs(latest_); rest.dropNewest())
+        for (; !rest.empty() && isResult(rest.newest()) && !rest.isSameAs(latest_); rest.dropNewest())
             values.push_back(&rest.newest());
         BlockTotal block;
         if (!rest.empty() && rest.isSameAs(latest_)) block = total_;

@@ -9,7 +9,7 @@ namespace vemo {
 
 namespace {
 
-class UnaryFunction : public Function {
+class UnaryFunction : public FunctionOfNumbers {
 public:
     explicit UnaryFunction(UnaryFormula formula) : formula_(formula) {}
 
@@ -22,7 +22,7 @@ private:
     UnaryFormula formula_;
 };
 
-class BinaryFunction : public Function {
+class BinaryFunction : public FunctionOfNumbers {
 public:
     explicit BinaryFunction(BinaryFormula formula) : formula_(formula) {}
 
@@ -35,7 +35,7 @@ private:
     BinaryFormula formula_;
 };
 
-class TrigonometricFunction : public Function {
+class TrigonometricFunction : public FunctionOfNumbers {
 public:
     TrigonometricFunction(UnaryFormula formula, const UnitConverter& unitConverter)
         : formula_(formula), unitConverter_(unitConverter) {}
@@ -52,7 +52,7 @@ private:
     const UnitConverter& unitConverter_;
 };
 
-class InverseTrigonometricFunction : public Function {
+class InverseTrigonometricFunction : public FunctionOfNumbers {
 public:
     InverseTrigonometricFunction(UnaryFormula formula, const UnitConverter& unitConverter)
         : formula_(formula), unitConverter_(unitConverter) {}

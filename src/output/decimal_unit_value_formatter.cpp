@@ -35,8 +35,9 @@ std::u16string DecimalUnitValueFormatter::displayFormat(const Value& value, cons
     const std::u16string* format = unit ? unitCollection_.format(*unit) : nullptr;
     if (!format) return u"%@";
     if (format->find(u"%@") == format->npos) return u"%@ " + *format;
+    // "%@ day|%@ days"
     const std::size_t bar = format->find(u'|');
-    if (bar == format->npos) return *format;
+    if (bar == format->npos || bar < format->find(u"%@") || format->find(u"%@", bar) == format->npos) return *format;
     return numberFormatter_.isSingular(shown) ? format->substr(0, bar) : format->substr(bar + 1);
 }
 

@@ -14,8 +14,12 @@ bool isMoney(char16_t c) { return std::u16string_view(u"$\u00a2\u00a3\u00a5\u20a
 // A letter of a script with blanks: one that touches a number belongs to it or to a name.
 bool isPlainLetter(char16_t c) { return isLetter(c) && !isCjk(c); }
 
-bool attachesLeft(char16_t c) {
-    return isPlainLetter(c) || isMoney(c) || std::u16string_view(u".,_#:'").find(c) != std::u16string_view::npos;
+// What stands before a number makes it part of something else. A colon does in "1:2:3", but in "call:10:30" it is a label's.
+bool attachesLeft(std::u16string_view text, std::size_t i) {
+    if (i == 0) return false;
+    const char16_t c = text[i - 1];
+    if (c == u':') return i > 1 && isDigit(text[i - 2]);
+    return isPlainLetter(c) || isMoney(c) || std::u16string_view(u".,_#'").find(c) != std::u16string_view::npos;
 }
 
 bool attachesRight(std::u16string_view text, std::size_t i) {
@@ -31,7 +35,7 @@ DateLexeme number(std::u16string_view text, std::size_t start) {
     for (; i < text.size() && isDigit(text[i]); ++i)
         if (i - start < 4) lexeme.value = lexeme.value * 10 + digitValue(text[i]);
     lexeme.range.length = lexeme.digits = i - start;
-    lexeme.openLeft = start > 0 && attachesLeft(text[start - 1]);
+    lexeme.openLeft = attachesLeft(text, start);
     lexeme.afterOperator = start > 0 && std::u16string_view(u"*/^-+").find(text[start - 1]) != std::u16string_view::npos;
     lexeme.openRight = attachesRight(text, i);
     // "$ 5", "5 %", "5 €"

@@ -78,7 +78,7 @@ private:
         if (first >= u'a' && first <= u'z') asciiStarts_[static_cast<std::size_t>(first - u'a' + u'A')] = true;
     }
 
-    // An upper bound of the words that a phrase is cut into: they end where the kind of character changes.
+    // An upper bound of the words that a phrase is cut into: they end where the kind of character changes, and at signs.
     static std::size_t mostWordsIn(std::u16string_view phrase) {
         const auto kind = [](char16_t c) {
             if (c >= u'0' && c <= u'9') return 0;
@@ -86,7 +86,7 @@ private:
         };
         std::size_t words = 1;
         for (std::size_t i = 1; i < phrase.size(); ++i)
-            if (kind(phrase[i]) != kind(phrase[i - 1]) || phrase[i] >= 0x80) ++words;
+            if (kind(phrase[i]) != kind(phrase[i - 1]) || kind(phrase[i]) == 2 || phrase[i] >= 0x80) ++words;
         return words;
     }
 

@@ -43,6 +43,26 @@ void sortCandidates(Candidates& candidates, Less less) {
         std::rotate(std::upper_bound(candidates.begin(), next, *next, less), next, next + 1);
 }
 
+RunType typeOf(const Extraction& extraction) { return extraction.element->attributedText.runs().begin()->type; }
+
+// An operator's sign inside a phrase belongs to that: "US-Dollar", a script's "km/h".
+void dropSignsInPhrases(Candidates& candidates) {
+    std::vector<TextRange> phrases;
+    bool signs = false;
+    for (const Extraction* candidate : candidates) {
+        const RunType type = typeOf(*candidate);
+        if (type == RunType::operatorSymbol) signs = true;
+        else if (candidate->range.length > 2 && (type == RunType::unit || type == RunType::function || type == RunType::operatorWord))
+            phrases.push_back(candidate->range);
+    }
+    if (!signs || phrases.empty()) return;
+    std::erase_if(candidates, [&](const Extraction* candidate) {
+        return typeOf(*candidate) == RunType::operatorSymbol && std::any_of(phrases.begin(), phrases.end(), [&](TextRange phrase) {
+            return phrase.location < candidate->range.location && candidate->range.end() < phrase.end();
+        });
+    });
+}
+
 }  // namespace
 
 void StringExtractor::extract(std::u16string_view text, const Regex& pattern, std::int64_t priority,
@@ -53,6 +73,7 @@ void StringExtractor::extract(std::u16string_view text, const Regex& pattern, st
 ElementList StringExtractor::elements(std::u16string_view text, const std::vector<Extraction>& extractions) {
     Candidates sorted(extractions.size());
     std::transform(extractions.begin(), extractions.end(), sorted.begin(), [](const Extraction& e) { return &e; });
+    dropSignsInPhrases(sorted);
     sortCandidates(sorted, [](const Extraction* a, const Extraction* b) {
         return std::tuple(b->priority, b->range.length, b->secondaryPriority, a->range.location) <
                std::tuple(a->priority, a->range.length, a->secondaryPriority, b->range.location);

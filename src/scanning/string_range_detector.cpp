@@ -19,6 +19,26 @@ bool isDigit(char16_t c) { return c >= u'0' && c <= u'9'; }
 // In "(€40)" the sign stands between a bracket and a number.
 bool isCurrencySign(char16_t c) { return c == u'$' || (c >= 0x80 && u_charType(c) == U_CURRENCY_SYMBOL); }
 
+// Characters that mean something whatever they touch: operators, brackets, "=".
+bool isSign(char16_t c) {
+    if (c < 0x80) return c > u' ' && !(isDigit(c) || (c >= u'A' && c <= u'Z') || (c >= u'a' && c <= u'z'));
+    return (U_GET_GC_MASK(c) & (U_GC_SM_MASK | U_GC_P_MASK)) != 0;
+}
+
+// Cuts what stands between words before and behind each sign, but not between equal ones ("<<") nor in comparisons.
+void addSigns(std::u16string_view text, TextRange stretch, std::vector<TextRange>& result) {
+    std::size_t start = stretch.location;
+    for (std::size_t i = start + 1; i < stretch.end(); ++i) {
+        const char16_t before = text[i - 1], c = text[i];
+        if (before == c || (!isSign(before) && !isSign(c))) continue;
+        if (c == u'=' && start == i - 1 && std::u16string_view(u"<>!:~").find(before) != std::u16string_view::npos) continue;
+        if (before == u'=' && c == u'>') continue;
+        result.push_back({start, i - start});
+        start = i;
+    }
+    result.push_back({start, stretch.end() - start});
+}
+
 // Replaces each range by the runs of characters for which the predicate holds and the stretches between.
 std::vector<TextRange> splitRuns(std::u16string_view text, const std::vector<TextRange>& ranges, Predicate holds) {
     std::vector<TextRange> result;
@@ -50,7 +70,8 @@ std::vector<TextRange> chunks(std::u16string_view text) {
 }
 
 // The parts of each chunk: words, and what is left between them.
-std::vector<TextRange> splitWords(const std::vector<TextRange>& chunks, const std::vector<TextRange>& words) {
+std::vector<TextRange> splitWords(std::u16string_view text, const std::vector<TextRange>& chunks,
+                                  const std::vector<TextRange>& words) {
     std::vector<TextRange> result;
     auto word = words.begin();
     for (const TextRange& chunk : chunks) {
@@ -59,12 +80,12 @@ std::vector<TextRange> splitWords(const std::vector<TextRange>& chunks, const st
         for (; word != words.end() && word->location < chunk.end(); ++word) {
             const std::size_t start = std::max(word->location, position);
             const std::size_t end = std::min(word->end(), chunk.end());
-            if (start > position) result.push_back({position, start - position});
+            if (start > position) addSigns(text, {position, start - position}, result);
             result.push_back({start, end - start});
             position = end;
             if (word->end() > chunk.end()) break;  // a word over white space goes on in the next chunk
         }
-        if (position < chunk.end()) result.push_back({position, chunk.end() - position});
+        if (position < chunk.end()) addSigns(text, {position, chunk.end() - position}, result);
     }
     return result;
 }
@@ -103,7 +124,7 @@ void StringRangeDetector::PackedRanges::unpack(std::u16string_view text, std::ve
 std::vector<TextRange> StringRangeDetector::cut(std::u16string_view text) {
     std::vector<TextRange> ranges = chunks(text);
     if (simplified_ || ranges.empty()) return ranges;
-    ranges = splitWords(ranges, segmenter_.words(text));
+    ranges = splitWords(text, ranges, segmenter_.words(text));
     return splitRuns(text, splitRuns(text, ranges, isDigit), isCurrencySign);
 }
 

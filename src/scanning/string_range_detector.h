@@ -19,8 +19,8 @@ public:
     bool simplifiedWordRangesDetection() const { return simplified_; }
     void setSimplifiedWordRangesDetection(bool simplified) { simplified_ = simplified; }
 
-    // The words in text order: "10km" gives "10" and "km", "$10" gives "$" and "10", and what stands
-    // between words is a word too. Valid until the next call.
+    // The words in text order: "10km" gives "10" and "km", "$10" gives "$" and "10", and signs are words too: "=-(" is
+    // three, "<<" one. Valid until the next call.
     const std::vector<TextRange>& wordRanges(std::u16string_view text);
     // The words joined with single blanks: the form in which phrases are stored and looked up.
     std::u16string normalized(std::u16string_view phrase);

@@ -4,7 +4,6 @@
 #include <algorithm>
 
 #include "engine/context_map.h"
-#include "evaluation/operator_collection.h"
 #include "scanning/localizer.h"
 #include "scanning/string_extractor.h"
 
@@ -21,13 +20,20 @@ StructuralExtractor::StructuralExtractor(const StructuralPattern& pattern)
     : pattern_(pattern), regex_(pattern.pattern, true) {}
 
 void StructuralExtractor::extract(const std::u16string& text, Context&, std::vector<Extraction>& result) const {
-    const std::size_t last = text.rfind(pattern_.needed);
-    if (last == text.npos) return;
-    std::u16string_view searched = text;
-    if (pattern_.endsWithNeeded) searched = searched.substr(0, last + pattern_.needed.size());
-    StringExtractor::extract(searched, regex_, pattern_.priority, [&](std::u16string_view token) {
-        return makeElement({}, AttributedText(token, pattern_.type));
-    }, result);
+    // Only where a match can be: up to the last of what it needs, or from the first on with the blanks before.
+    std::size_t begin = text.find(pattern_.needed);
+    if (begin == text.npos) return;
+    std::size_t end = text.size();
+    if (pattern_.endsWithNeeded) {
+        begin = 0;
+        end = text.rfind(pattern_.needed) + pattern_.needed.size();
+    } else {
+        while (begin > 0 && isWhitespace(text[begin - 1])) --begin;
+    }
+    for (TextRange range : regex_.ranges(std::u16string_view(text).substr(begin, end - begin))) {
+        range.location += begin;
+        result.push_back({range, pattern_.priority, 0, makeElement({}, AttributedText(range.in(text), pattern_.type))});
+    }
 }
 
 void ParenthesesExtractor::extract(const std::u16string& text, Context&, std::vector<Extraction>& result) const {
@@ -41,43 +47,38 @@ void ParenthesesExtractor::extract(const std::u16string& text, Context&, std::ve
     }
 }
 
-AssignmentExtractor::AssignmentExtractor(const Localizer& localizer, StringRangeDetector& stringRangeDetector,
-                                         const OperatorCollection& operators)
-    : stringRangeDetector_(stringRangeDetector), operators_(operators), phraseDetector_(stringRangeDetector) {
+AssignmentExtractor::AssignmentExtractor(const Localizer& localizer, StringRangeDetector& stringRangeDetector)
+    : phraseDetector_(stringRangeDetector) {
     for (const std::u16string& phrase : localizer.variants(u"assignment.variants", u"Operations"))
         phraseDetector_.add(phrase, true, true);
 }
 
 void AssignmentExtractor::extract(const std::u16string& text, Context&, std::vector<Extraction>& result) const {
     static const Value assignment(Attribute::assignment, DecimalNumber::fromInt64(1));
-    const auto add = [&](TextRange range) {
-        result.push_back({range, 0, 0, makeElement(assignment, AttributedText(range.in(text), RunType::operatorWord))});
-    };
-    const auto matches = phraseDetector_.detect(text);
-    for (const auto& match : matches) add(match.range);
-    // "+=" is one word; its parts are told by the symbol it begins with.
-    for (const TextRange& word : stringRangeDetector_.wordRanges(text)) {
-        for (std::size_t sign = 1; sign < word.length; ++sign) {
-            const std::u16string_view symbol = word.in(text).substr(0, sign);
-            if (phraseDetector_.find(word.in(text).substr(sign)) && operators_.isSymbol(symbol))
-                add({word.location + sign, word.length - sign});
-        }
+    for (const auto& match : phraseDetector_.detect(text)) {
+        result.push_back({match.range, 0, 0,
+                          makeElement(assignment, AttributedText(match.range.in(text), RunType::operatorWord))});
     }
 }
 
 void VariablesExtractor::extract(const std::u16string& text, Context& context, std::vector<Extraction>& result) const {
     if (context.longestVariableName() == 0) return;
+    // Word by word only where a character changes its length.
     const std::u16string lower = lowercased(text);
-    if (lower.size() != text.size()) return;  // a character whose lower case is longer: no name has one
+    const bool sameLength = lower.size() == text.size();
+    std::u16string own;
+    const auto lowerIn = [&](TextRange range) {
+        return sameLength ? range.in(lower) : std::u16string_view(own = lowercased(range.in(text)));
+    };
     const std::vector<TextRange>& words = stringRangeDetector_.wordRanges(text);
     for (std::size_t i = 0; i < words.size();) {
         std::size_t used = 1;
         const std::size_t start = words[i].location;
-        if (context.mayNameVariable(lower[start])) {
+        if (context.mayNameVariable(lowerIn(words[i]).front())) {
             for (std::size_t count = std::min(words.size() - i, PhraseDetector<bool>::maxWordsLookup); count > 0; --count) {
                 const TextRange range{start, words[i + count - 1].end() - start};
                 if (range.length > context.longestVariableName()) continue;
-                const std::u16string_view name = range.in(lower);
+                const std::u16string_view name = lowerIn(range);
                 const Value* value = context.getVariable(name);
                 if (!value) continue;
                 used = count;

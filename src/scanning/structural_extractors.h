@@ -8,7 +8,6 @@
 namespace vemo {
 
 class Localizer;
-class OperatorCollection;
 
 // A kind of token without a value, found by one pattern: comments, headers and labels.
 struct StructuralPattern {
@@ -43,17 +42,14 @@ public:
     void extract(const std::u16string& text, Context& context, std::vector<Extraction>& result) const override;
 };
 
-// Assignment signs, alone or right behind an operator symbol: "=", "+=".
+// Assignment signs: "=", and that of "+=".
 class AssignmentExtractor : public Extractor {
 public:
-    AssignmentExtractor(const Localizer& localizer, StringRangeDetector& stringRangeDetector,
-                        const OperatorCollection& operators);
+    AssignmentExtractor(const Localizer& localizer, StringRangeDetector& stringRangeDetector);
     std::u16string_view name() const override { return u"AssignmentExtractor"; }
     void extract(const std::u16string& text, Context& context, std::vector<Extraction>& result) const override;
 
 private:
-    StringRangeDetector& stringRangeDetector_;
-    const OperatorCollection& operators_;
     PhraseDetector<bool> phraseDetector_;
 };
 

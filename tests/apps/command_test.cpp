@@ -91,6 +91,12 @@ TEST(Command, loadsAndChecksScripts) {
     std::ofstream(folder + "/a.js") << "vemo.addUnit({id: 'lap', phrases: 'lap'})";
     EXPECT_EQ(run("--check-extensions " + folder).output, "a.js: loaded\n    unit lap\n");
     EXPECT_EQ(run("--check-extensions " + folder).status, 0);
+    // What functions say while lines are calculated, and why one has no result.
+    std::ofstream(folder + "/a.js") << "vemo.addFunction({id: 'f', phrases: 'twice'}, x => { log('called'); return 2 * x.decimal; })\n"
+                                       "vemo.addFunction({id: 'g', phrases: 'broken'}, () => { nonsense() })";
+    const std::string error = "vemo: Error on line 2: ReferenceError: Can't find variable: nonsense\n";
+    EXPECT_EQ(run("--extensions " + folder + " -e 'broken 1'").output, "broken 1\n" + error);
+    EXPECT_NE(run("--json --extensions " + folder + " -e 'twice 1' 2>/dev/null").output.find("\"log\":\"called\\n\""), std::string::npos);
     std::filesystem::remove_all(folder);
     EXPECT_EQ(run("--extensions " + folder + " -e 1").status, 2);
 }

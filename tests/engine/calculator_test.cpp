@@ -224,6 +224,20 @@ TEST(HostileInput, endsSoonAndLosesNothing) {
     EXPECT_TRUE(calculator->calculateLine(lines[0], context, false)->value().has(Attribute::error));
     EXPECT_TRUE(calculator->calculateLine(repeated(u"(", 300) + u"1" + repeated(u")", 300), context, false)->value().has(Attribute::error));
     EXPECT_EQ(*calculator->calculateLine(repeated(u"(", 40) + u"1" + repeated(u")", 40), context, false)->formattedValue().regular, u"1");
+    // Not a number that leaves out what lies too deep.
+    EXPECT_TRUE(calculator->calculateLine(repeated(u"(1+", 105) + u"1" + repeated(u")", 105) + u"+ 7", context, false)->value().has(Attribute::error));
+    EXPECT_EQ(*calculator->calculateLine(u"5" + repeated(u" ", 2000) + u"# + 100", context, false)->formattedValue().regular, u"5");
+}
+
+// What a line of a script without blanks depends on grows with its length, not faster.
+TEST(HostileInput, takesNoMoreMemoryThanItsLength) {
+    const auto calculator = newCalculator();
+    std::u16string line;
+    for (std::size_t i = 0; i < 4000; ++i) line += static_cast<char16_t>(0x4e00 + i * 7919 % 0x5000);
+    Context context;
+    std::size_t units = 0;
+    calculator->calculateLine(line, context, false)->absentKeys([&](std::u16string_view key) { units += key.size(); });
+    EXPECT_LT(units, 300 * line.size());
 }
 
 }  // namespace

@@ -102,6 +102,13 @@ TEST(Context, noticesNamesThatGoOnBehindTheirHead) {
     EXPECT_EQ(*context.find(namesKey(u"rate")), one);
     context.setValue(std::nullopt, u"rate two");
     EXPECT_EQ(context.find(namesKey(u"rate")), nullptr);
+    Context other;
+    other.setValue(number(1), u"rate four");
+    context.setValue(number(1), u"rate five");
+    const IsEquatable before = *context.find(namesKey(u"rate"));
+    context.add(other.data(), false);
+    EXPECT_NE(*context.find(namesKey(u"rate")), before);
+    EXPECT_NE(*context.find(namesKey(u"rate")), *other.find(namesKey(u"rate")));  // there are two now
 }
 
 TEST(ValuesList, comparesAndReleasesLongLists) {

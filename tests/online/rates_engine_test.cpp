@@ -53,6 +53,22 @@ TEST_F(RatesOfAnEngine, bringCryptoCurrencies) {
     EXPECT_THAT(calculate(u"2 QQQ in USD"), ElementsAre("$4"));
 }
 
+// A host without a main executor hears of them before the call returns.
+TEST_F(RatesOfAnEngine, areToldOf) {
+    struct Delegate : VemoEngineDelegate {
+        void engineContextUpdated(const Context& context) override { rates += context.find(u"currency_rates") ? 1 : 0; }
+        void engineCryptoInitialized() override { ++crypto; }
+        int rates = 0, crypto = 0;
+    };
+    const auto delegate = std::make_shared<Delegate>();
+    engine.setDelegate(delegate);
+    engine.buildVemoWorker();
+    engine.takeRates(VemoEngine::RatesFile::currency, R"({"rates":{"EUR":0.5}})");
+    engine.takeRates(VemoEngine::RatesFile::crypto, R"({"rates":{"QQQ":0.25}})");
+    EXPECT_EQ(delegate->rates, 1);
+    EXPECT_EQ(delegate->crypto, 1);
+}
+
 TEST_F(RatesOfAnEngine, takeNoWordAwayFromItsMeaning) {
     engine.buildVemoWorker();
     EXPECT_EQ(engine.takeRates(VemoEngine::RatesFile::crypto,

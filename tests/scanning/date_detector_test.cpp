@@ -220,7 +220,7 @@ TEST(DateDetector, leavesTheRestAlone) {
     for (const char* text : {
              "", " ", "5", "5-3", "5*3", "2+2", "10/2", "3/4", "1/2 cup", "1.5", "4.3.2", "1.2.3", "192.168.1.1", "10.0.0.127", "3/4/5", "10/2/5",
              "100/10/20", "12 / 3 / 10", "12/3/100", "2027-3-4", "2027*3*4", "04-03-2027", "2*3/4/27", "10/2/20-5", "5-3 march", "5*3 march", "1/2/3/4/2027", "16:9", "4:3", "25:99", "10:60",
-             "24:00", "1:2:3", "10:30:45:12", "10:30.5", "10:3", "aa:10:30", "x10:30", "$10:30", "10:30: 50", "rent: 1200", "3 hours", "5 min", "10 h", "3 s",
+             "24:00", "1:2:3", "10:30:45:12", "10:30.5", "10:3", "x10:30", "$10:30", "10:30: 50", "rent: 1200", "3 hours", "5 min", "10 h", "3 s",
              "90 minutes", "1 hour in minutes", "5 days", "3 weeks + 2 days", "in 5 hours", "may", "May I", "march", "march alone", "sun", "sat", "mon", "second",
              "a second", "the third", "now", "today", "tomorrow", "Yesterday", "today + tomorrow", "next", "last", "this", "this month", "next 5", "last 2 days",
              "20% on 50", "$50 in 3 days", "5 in 3 days", "100 4 March", "x5 days ago", "1.5 days ago", "1,000 days ago", "-5 days ago", "13pm", "0am", "12.5 pm",

@@ -29,6 +29,8 @@ TEST(StringRangeDetector, cutsWordsDigitsAndDollars) {
     EXPECT_THAT(words(detector, u"10km $10"), ElementsAre(u"10", u"km", u"$", u"10"));
     EXPECT_THAT(words(detector, u"5\u00b0C/2x"), ElementsAre(u"5", u"\u00b0", u"C", u"/", u"2", u"x"));
     EXPECT_THAT(words(detector, u"it's  << a.b "), ElementsAre(u"it's", u"<<", u"a.b"));
+    EXPECT_THAT(words(detector, u"x=-(\u221a4)<<=3"), ElementsAre(u"x", u"=", u"-", u"(", u"\u221a", u"4", u")", u"<<", u"=", u"3"));
+    EXPECT_THAT(words(detector, u"a<=b!=c=>d"), ElementsAre(u"a", u"<=", u"b", u"!=", u"c", u"=>", u"d"));
     detector.setSimplifiedWordRangesDetection(true);
     EXPECT_THAT(words(detector, u"10km $10"), ElementsAre(u"10km", u"$10"));
     detector.setSimplifiedWordRangesDetection(false);
