@@ -5,6 +5,8 @@
 #include <numeric>
 #include <tuple>
 
+#include "platform/text.h"
+
 namespace vemo {
 
 namespace {
@@ -45,20 +47,24 @@ void sortCandidates(Candidates& candidates, Less less) {
 
 RunType typeOf(const Extraction& extraction) { return extraction.element->attributedText.runs().begin()->type; }
 
-// An operator's sign inside a phrase belongs to that: "US-Dollar", a script's "km/h".
-void dropSignsInPhrases(Candidates& candidates) {
-    std::vector<TextRange> phrases;
+// An operator's sign inside a phrase belongs to that: "US-Dollar", a script's "km/h"; inside a date when it stands between
+// letters: "après-demain", but not "3/4/27".
+void dropSignsInPhrases(std::u16string_view text, Candidates& candidates) {
+    std::vector<const Extraction*> phrases;
     bool signs = false;
     for (const Extraction* candidate : candidates) {
         const RunType type = typeOf(*candidate);
+        const bool phrase = type == RunType::unit || type == RunType::function || type == RunType::operatorWord ||
+                            candidate->element->value.has(Attribute::date);
         if (type == RunType::operatorSymbol) signs = true;
-        else if (candidate->range.length > 2 && (type == RunType::unit || type == RunType::function || type == RunType::operatorWord))
-            phrases.push_back(candidate->range);
+        else if (phrase && candidate->range.length > 2 && candidate->range.end() <= text.size()) phrases.push_back(candidate);
     }
     if (!signs || phrases.empty()) return;
     std::erase_if(candidates, [&](const Extraction* candidate) {
-        return typeOf(*candidate) == RunType::operatorSymbol && std::any_of(phrases.begin(), phrases.end(), [&](TextRange phrase) {
-            return phrase.location < candidate->range.location && candidate->range.end() < phrase.end();
+        const TextRange sign = candidate->range;
+        return typeOf(*candidate) == RunType::operatorSymbol && std::any_of(phrases.begin(), phrases.end(), [&](const Extraction* phrase) {
+            if (sign.location <= phrase->range.location || sign.end() >= phrase->range.end()) return false;
+            return !phrase->element->value.has(Attribute::date) || (isLetter(text[sign.location - 1]) && isLetter(text[sign.end()]));
         });
     });
 }
@@ -73,7 +79,7 @@ void StringExtractor::extract(std::u16string_view text, const Regex& pattern, st
 ElementList StringExtractor::elements(std::u16string_view text, const std::vector<Extraction>& extractions) {
     Candidates sorted(extractions.size());
     std::transform(extractions.begin(), extractions.end(), sorted.begin(), [](const Extraction& e) { return &e; });
-    dropSignsInPhrases(sorted);
+    dropSignsInPhrases(text, sorted);
     sortCandidates(sorted, [](const Extraction* a, const Extraction* b) {
         return std::tuple(b->priority, b->range.length, b->secondaryPriority, a->range.location) <
                std::tuple(a->priority, a->range.length, a->secondaryPriority, b->range.location);

@@ -25,7 +25,7 @@ constexpr std::u16string_view codes =
     u"LTC NMC NVC NXT PPC STR VTC XMR XPM XRP";
 
 // Their lower-case codes are words or units of their own.
-constexpr std::u16string_view exactOnly[] = {u"CUP", u"KGS", u"KMF", u"TMT", u"UZS", u"ZMW"};
+constexpr std::u16string_view exactOnly[] = {u"CUP", u"KGS", u"KMF", u"STD", u"TMT", u"UZS", u"ZMW"};
 
 constexpr std::u16string_view table = u"Currency";
 

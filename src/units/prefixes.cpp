@@ -31,7 +31,7 @@ std::vector<Prefix> translated(std::span<const PrefixRow> rows, std::u16string_v
     std::vector<Prefix> prefixes;
     prefixes.reserve(rows.size());
     for (const PrefixRow& row : rows) {
-        prefixes.push_back({localizer.translationOrBase(std::u16string(row.key) + u".prefix", table),
+        prefixes.push_back({localizer.variants(std::u16string(row.key) + u".prefix", table),
                             std::u16string(row.symbol),
                             localizer.translationOrBase(std::u16string(row.key) + u".symbol", table), row.factor});
     }

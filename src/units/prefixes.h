@@ -10,7 +10,7 @@ class Localizer;
 
 // A multiplier joined in front of a unit: 10^factor for the SI prefixes, 1024^factor for the IEC ones.
 struct Prefix {
-    std::u16string name;
+    std::vector<std::u16string> names;  // in the user's language and in English
     std::u16string internationalSymbol;
     std::u16string localizedSymbol;
     int factor;

@@ -41,7 +41,8 @@ constexpr int symbolHintWeight = 10;
 class Catalogue {
 public:
     Catalogue(UnitRegistry& registry, const Localizer& localizer, const Log& log)
-        : registry_(registry), localizer_(localizer), log_(log) {}
+        : registry_(registry), localizer_(localizer), log_(log),
+          omittedSymbols_(localizer.variants(u"symbols.omitted", u"Aliases")) {}
 
     Unit make(const UnitRow& row, std::u16string_view base, std::u16string_view table, bool lowercase) const {
         const std::u16string key(row.key.empty() ? row.id : row.key);
@@ -61,6 +62,9 @@ public:
 
     void add(Unit unit) const {
         for (std::u16string& alias : aliases(unit.id)) unit.phrases.push_back(std::move(alias));
+        for (auto* symbol : {&unit.internationalSymbol, &unit.localizedSymbol}) {
+            if (*symbol && std::find(omittedSymbols_.begin(), omittedSymbols_.end(), **symbol) != omittedSymbols_.end()) symbol->reset();
+        }
         registry_.registerUnit(unit, true);
     }
 
@@ -84,7 +88,8 @@ public:
             if (prefix.factor < 0 && !includeNegative) continue;
             Unit variant;
             variant.id = prefix.internationalSymbol + unit.id;
-            for (const std::u16string& phrase : unit.phrases) variant.phrases.push_back(prefix.name + phrase);
+            for (const std::u16string& name : prefix.names)
+                for (const std::u16string& phrase : unit.phrases) variant.phrases.push_back(name + phrase);
             if (unit.internationalSymbol) variant.internationalSymbol = prefix.internationalSymbol + *unit.internationalSymbol;
             if (unit.localizedSymbol) variant.localizedSymbol = prefix.localizedSymbol + *unit.localizedSymbol;
             if (variant.localizedSymbol) variant.format = u"%@ " + *variant.localizedSymbol;
@@ -164,8 +169,8 @@ public:
         const Unit tonne = make({u"tonne", "1000000", true}, u"gram", u"Weight", true);
         add(tonne);
         for (Unit& variant : siPrefixed(tonne, true)) {
-            // These would take the symbols of the foot, the point and the carat, and the word "at".
-            constexpr std::u16string_view taken[] = {u"ft", u"pt", u"ct", u"at"};
+            // These would take the symbols of the foot, the point and the carat.
+            constexpr std::u16string_view taken[] = {u"ft", u"pt", u"ct"};
             if (std::find(std::begin(taken), std::end(taken), variant.internationalSymbol) != std::end(taken)) {
                 variant.internationalSymbol.reset();
                 variant.localizedSymbol.reset();
@@ -179,6 +184,7 @@ private:
     UnitRegistry& registry_;
     const Localizer& localizer_;
     const Log& log_;
+    const std::vector<std::u16string> omittedSymbols_;
 };
 
 }  // namespace
