@@ -25,6 +25,11 @@ DecimalNumber exponential(const DecimalNumber& value) {
     return value.isNegative() ? mxInverse(power) : power;
 }
 
+// 0 when what grows with the value is too large.
+DecimalNumber inverseOfGrowing(const DecimalNumber& value, const DecimalNumber& function) {
+    return function.notANumber() && !value.notANumber() ? DecimalNumber() : mxInverse(function);
+}
+
 }  // namespace
 
 DecimalNumber mxSinh(const DecimalNumber& value) {
@@ -43,9 +48,14 @@ DecimalNumber mxCosh(const DecimalNumber& value) {
     return mxDivide(mxAdd(power, mxInverse(power)), smallInteger(2));
 }
 
-DecimalNumber mxTanh(const DecimalNumber& value) { return mxDivide(mxSinh(value), mxCosh(value)); }
-DecimalNumber mxCsch(const DecimalNumber& value) { return mxInverse(mxSinh(value)); }
-DecimalNumber mxSech(const DecimalNumber& value) { return mxInverse(mxCosh(value)); }
+DecimalNumber mxTanh(const DecimalNumber& value) {
+    constexpr std::int64_t one = 60;  // from here on it is 1 in all digits
+    if (DecimalNumber::compare(mxAbsoluteValue(value), smallInteger(one)).value_or(0) > 0)
+        return value.isNegative() ? smallInteger(1).negative() : smallInteger(1);
+    return mxDivide(mxSinh(value), mxCosh(value));
+}
+DecimalNumber mxCsch(const DecimalNumber& value) { return inverseOfGrowing(value, mxSinh(value)); }
+DecimalNumber mxSech(const DecimalNumber& value) { return inverseOfGrowing(value, mxCosh(value)); }
 DecimalNumber mxCoth(const DecimalNumber& value) { return mxInverse(mxTanh(value)); }
 
 DecimalNumber mxAsinh(const DecimalNumber& value) {

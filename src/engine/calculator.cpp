@@ -28,6 +28,17 @@ std::u16string descriptions(const std::vector<Item>& items, std::size_t from) {
     return result;
 }
 
+// The runs over another text of the same length.
+AttributedText withText(const AttributedText& runs, std::u16string_view text) {
+    if (runs.compoundString() == text) return runs;
+    AttributedText result;
+    for (const AttributedText::Run& run : runs.runs()) {
+        result.append(AttributedText(text.substr(0, run.length), run.type));
+        text.remove_prefix(run.length);
+    }
+    return result;
+}
+
 }  // namespace
 
 void Calculator::trace(const std::u16string& line) const {
@@ -113,7 +124,7 @@ LineResultPointer Calculator::calculateLine(std::u16string_view text, Context& d
         if (online_ && online_->geoNames()) lookUpPlaces(*known);
         return known;
     }
-    const std::u16string line(text);
+    const std::u16string line = foldedWidth(text);
     const std::size_t logged = jsRunner_ ? jsRunner_->log().size() : 0;
     if (debug) trace(u"=== Debug for '" + line + u"' ===");
     Context context = document.layer();
@@ -131,7 +142,7 @@ LineResultPointer Calculator::calculateLine(std::u16string_view text, Context& d
     const Value value = elements.empty() ? Value() : elements[0].value;
     const FormattedValue formatted = format(value, context);
     const std::u16string extensionsLog = jsRunner_ ? jsRunner_->log().substr(logged) : u"";
-    LineResultPointer result = LineResult::make(value, context.updates(), context.dependencies(), elements.attributedText(),
+    LineResultPointer result = LineResult::make(value, context.updates(), context.dependencies(), withText(elements.attributedText(), text),
                                                 formatted, context.quickTypeData(), extensionsLog);
     context = Context();  // no longer shares the document's data, which can then be changed in place
     document.addUpdatesOf(*result);

@@ -9,7 +9,7 @@ namespace vemo {
 
 namespace {
 
-constexpr std::size_t largestFile = std::size_t(64) << 20;
+constexpr std::size_t largestFile = std::size_t(256) << 20;
 
 }  // namespace
 
@@ -21,7 +21,8 @@ void VemoEngineResultSerializer::serialize(const VemoEngine::Result& result, con
         stored.attributedText.push_back(line.attributedText());
         stored.formattedResult.push_back(line.formattedResult());
     }
-    replaceFile(path, stored.encode());
+    const std::string bytes = stored.encode();
+    if (bytes.size() <= largestFile) replaceFile(path, bytes);
 }
 
 std::optional<VemoEngine::Result> VemoEngineResultSerializer::deserialize(const std::filesystem::path& path) const {

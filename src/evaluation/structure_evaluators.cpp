@@ -156,6 +156,14 @@ std::optional<ElementList> OperationEvaluator::evaluate(const ElementList& given
         text.append(elements[i].attributedText);
         start = i + 1;
     }
+    // "3 cups of milk in ml": such a word before one without a value is text like that.
+    constexpr std::u16string_view percentages[] = {u"percent_of", u"percent_on", u"percent_off"};
+    for (std::size_t i = operators.size(); i-- > 0;) {
+        const auto id = operators[i].string(Attribute::operation);
+        if (!operands[i + 1].isEmpty() || std::find(std::begin(percentages), std::end(percentages), id) == std::end(percentages)) continue;
+        operators.erase(operators.begin() + static_cast<std::ptrdiff_t>(i));
+        operands.erase(operands.begin() + static_cast<std::ptrdiff_t>(i) + 1);
+    }
     for (std::size_t i = 0; i < operators.size(); ++i) {
         if (operands[i].isEmpty() && operators[i].is(Attribute::operation, u"-"))
             operators[i] = operators[i].with(DecimalNumber::fromInt64(unaryMinusPriority), Attribute::opPriority);

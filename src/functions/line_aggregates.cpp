@@ -27,29 +27,43 @@ public:
 
     // Nothing for an empty block, or when its values can't be added.
     std::optional<BlockTotal> add(const ValuesList& results, Context& context) {
+        if (!holds(context)) latest_ = ValuesList();
         std::vector<const Value*> values;  // newest first
         ValuesList rest = results;
         for (; !rest.empty() && isResult(rest.newest()) && !rest.isSameAs(latest_); rest.dropNewest())
             values.push_back(&rest.newest());
         BlockTotal block;
-        if (!rest.empty() && rest.isSameAs(latest_)) block = total_;
-        const ContextMap before = context.dependencies();
+        Context adding = context.layer();
+        if (!rest.empty() && rest.isSameAs(latest_)) {
+            block = total_;
+            adding.addDependencies(dependencies_);
+        }
         for (; !values.empty(); values.pop_back(), ++block.count) {
-            const auto sum = block.count == 0 ? *values.back() : calculator_.apply(u"+", block.total, *values.back(), context);
-            if (!sum) return std::nullopt;
+            const auto sum = block.count == 0 ? *values.back() : calculator_.apply(u"+", block.total, *values.back(), adding);
+            if (!sum) break;
             block.total = *sum;
         }
-        if (block.count == 0) return std::nullopt;
-        // A total that depends on rates or the like holds only as long as they do.
-        latest_ = context.dependencies().sharesWith(before) ? results : ValuesList();
+        context.addDependencies(adding.dependencies());
+        if (block.count == 0 || !values.empty()) return std::nullopt;
+        latest_ = results;
         total_ = block;
+        dependencies_ = adding.dependencies();
         return block;
     }
 
 private:
+    // True while the latest total would come out the same: it may depend on rates.
+    bool holds(const Context& context) const {
+        return dependencies_.all([&](const auto& entry) {
+            const IsEquatable* present = context.find(entry.key());
+            return present ? present->isEqual(entry.value()) : entry.value().isEmptyValue();
+        });
+    }
+
     const OperationCalculator& calculator_;
     ValuesList latest_;
     BlockTotal total_;
+    ContextMap dependencies_;
 };
 
 class SumToken : public Function {

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "online/geo_names_parser.h"
 
+#include <algorithm>
+
 #include "engine/context_map.h"
 #include "evaluation/structure_evaluators.h"
 
@@ -19,6 +21,17 @@ void appendPlace(const std::u16string& text, std::u16string_view name, std::u16s
     plain(std::u16string_view(text).substr(start + name.size()));
 }
 
+// A place is one behind a time, a zone or a function, such as "time", or before one: "Coffee in Berlin $5" is a note.
+bool isOfTime(const Element& element) {
+    return element.value.has(Attribute::date) || element.value.has(Attribute::timeZone) || element.value.has(Attribute::function);
+}
+
+bool standsByTime(const ElementList& elements, std::size_t place) {
+    const auto& all = elements.pointers();
+    return std::any_of(all.begin(), all.begin() + static_cast<std::ptrdiff_t>(place), [](const auto& e) { return isOfTime(*e); }) ||
+           (place + 1 < elements.size() && isOfTime(elements[place + 1]));
+}
+
 }  // namespace
 
 std::optional<ElementList> GeoNamesParser::evaluate(const ElementList& elements, Context& context,
@@ -31,6 +44,7 @@ std::optional<ElementList> GeoNamesParser::evaluate(const ElementList& elements,
         const std::u16string_view name = trimmed(text);
         std::optional<std::u16string> zone;
         if (places_) {
+            if (!standsByTime(elements, place.location)) continue;
             zone = places_->zoneOf(name);
             if (!zone) continue;
         } else {

@@ -15,8 +15,7 @@ constexpr std::u16string_view topmostClass = u"NSObject";
 constexpr std::u16string_view nullObject = u"$null";
 constexpr KeyedArchiver::Id rootId = 1;  // behind the null object
 
-constexpr std::size_t mostWork = std::size_t(1) << 26;
-constexpr std::size_t workPerByte = 64;  // what is written here takes less
+constexpr std::size_t workPerByte = 16;  // what is written here takes less
 constexpr std::size_t mostSuperclasses = 16;
 
 }  // namespace
@@ -83,7 +82,7 @@ std::string KeyedArchiver::finish(ClassNames names, std::span<const Field> field
 }
 
 KeyedUnarchiver::KeyedUnarchiver(BinaryPlistReader plist)
-    : plist_(std::move(plist)), work_(std::min(mostWork, plist_.size() * workPerByte)) {}
+    : plist_(std::move(plist)), work_(plist_.size() * workPerByte) {}
 
 std::optional<KeyedUnarchiver> KeyedUnarchiver::open(std::string bytes) {
     auto plist = BinaryPlistReader::open(std::move(bytes));

@@ -65,6 +65,15 @@ char16_t lowercasedUnit(char16_t character) {
     return U_IS_BMP(lower) ? static_cast<char16_t>(lower) : character;
 }
 
+std::u16string foldedWidth(std::u16string_view text) {
+    std::u16string result(text);
+    for (char16_t& c : result) {
+        if (c >= 0xff01 && c <= 0xff5e) c = static_cast<char16_t>(c - 0xff01 + u'!');
+        else if (c == 0x3000) c = u' ';
+    }
+    return result;
+}
+
 bool isLetter(char16_t character) {
     if (character < 0x80) return (character >= u'a' && character <= u'z') || (character >= u'A' && character <= u'Z');
     return u_isalpha(character) != 0;

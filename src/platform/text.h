@@ -33,6 +33,9 @@ bool isWhitespace(char16_t character);  // white space and line breaks, as Unico
 std::u16string_view trimmed(std::u16string_view text);
 std::u16string joined(const std::vector<std::u16string>& parts, std::u16string_view separator);
 
+// Letters, digits and signs of full width as those of ASCII, which are as many units.
+std::u16string foldedWidth(std::u16string_view text);
+
 // Every line with a tab before and a line feed behind it; nothing for an empty text.
 std::u16string indentLines(std::u16string_view text);
 

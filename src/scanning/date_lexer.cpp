@@ -58,7 +58,8 @@ DateLexeme word(std::u16string_view text, std::size_t start, const DateVocabular
             return lexeme;
         }
     }
-    if (isCjk(first)) return lexeme;
+    lexeme.cjk = isCjk(first);
+    if (lexeme.cjk) return lexeme;
     std::size_t i = start + 1;
     while (i < text.size() && (isPlainLetter(text[i]) || text[i] == u'_' || text[i] == u'\'')) ++i;
     lexeme.range.length = i - start;

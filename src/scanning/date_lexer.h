@@ -23,6 +23,7 @@ struct DateLexeme {
     int value = 0;             // number: up to four digits
     std::size_t digits = 0;    // number
     const DateVocabulary::Entry* entry = nullptr;  // word: none for an unknown one
+    bool cjk = false;                              // word: of a script without blanks
 
     bool isSign(char16_t character) const { return kind == Kind::sign && sign == character; }
     bool isWord(DateWord word) const { return entry && entry->has(word); }

@@ -90,6 +90,11 @@ private:
         return words;
     }
 
+    // True when a digit stands before the place and a letter behind it: they are a quantity.
+    static bool isNumberOf(std::u16string_view text, std::size_t place) {
+        return place < text.size() && text[place - 1] >= u'0' && text[place - 1] <= u'9' && isLetter(text[place]);
+    }
+
     // Adds the longest match that starts at word i and gives its number of words, 0 without one.
     std::size_t longestAt(std::u16string_view text, const std::vector<TextRange>& words, std::size_t i,
                           std::u16string& run, std::vector<PhraseMatch<Object>>& matches) const {
@@ -106,8 +111,8 @@ private:
             const std::u16string_view probe = std::u16string_view(run).substr(0, ends[k]);
             const TextRange range{words[i].location, words[i + k - 1].end() - words[i].location};
             const Object* object = findAnyCase(probe);
-            // Words written without a gap also match a phrase that is stored so: "m2", "°C".
-            if (!object && range.length < probe.size()) object = findAnyCase(range.in(text));
+            // Words written without a gap also match a phrase that is stored so: "m2", "°C", but "ft2" not in "6ft2in".
+            if (!object && range.length < probe.size() && !isNumberOf(text, range.end())) object = findAnyCase(range.in(text));
             if (!object) continue;
             matches.push_back({*object, range});
             return k;

@@ -39,6 +39,23 @@ void addSigns(std::u16string_view text, TextRange stretch, std::vector<TextRange
     result.push_back({start, stretch.end() - start});
 }
 
+// The signs of 10 to 10^12, which stand between a number and its unit without a blank.
+bool isNumberKanji(char16_t c) { return std::u16string_view(u"\u5341\u767e\u5343\u4e07\u5104\u5146").find(c) != std::u16string_view::npos; }
+
+// Cuts them off the words that they begin behind digits.
+std::vector<TextRange> splitNumberKanji(std::u16string_view text, std::vector<TextRange> ranges) {
+    for (std::size_t i = 1; i < ranges.size(); ++i) {
+        const TextRange word = ranges[i];
+        if (!isNumberKanji(text[word.location]) || !isDigit(text[word.location - 1])) continue;
+        std::size_t signs = 1;
+        while (signs < word.length && isNumberKanji(text[word.location + signs])) ++signs;
+        if (signs == word.length) continue;
+        ranges[i].length = signs;
+        ranges.insert(ranges.begin() + static_cast<std::ptrdiff_t>(i) + 1, {word.location + signs, word.length - signs});
+    }
+    return ranges;
+}
+
 // Replaces each range by the runs of characters for which the predicate holds and the stretches between.
 std::vector<TextRange> splitRuns(std::u16string_view text, const std::vector<TextRange>& ranges, Predicate holds) {
     std::vector<TextRange> result;
@@ -125,7 +142,7 @@ std::vector<TextRange> StringRangeDetector::cut(std::u16string_view text) {
     std::vector<TextRange> ranges = chunks(text);
     if (simplified_ || ranges.empty()) return ranges;
     ranges = splitWords(text, ranges, segmenter_.words(text));
-    return splitRuns(text, splitRuns(text, ranges, isDigit), isCurrencySign);
+    return splitRuns(text, splitNumberKanji(text, splitRuns(text, ranges, isDigit)), isCurrencySign);
 }
 
 const std::vector<TextRange>& StringRangeDetector::wordRanges(std::u16string_view text) {

@@ -29,7 +29,7 @@ Attempt<TimeReading> TimeShapes::colons(std::size_t i) const {
     // A colon behind is a label's, or there are too many fields; ".5" and "/2" are arithmetic.
     if (number(next - 1)->openRight || (isSign(next, u':') && touches(next))) return std::nullopt;
     if (const DateLexeme* unknown = at(next); unknown && unknown->kind == DateLexeme::Kind::word && !unknown->spaced && !unknown->entry &&
-        !isIsoZ(next))
+        !unknown->cjk && !isIsoZ(next))
         return std::nullopt;
     if (is(next, DateWord::half) && halved(time, value(next, DateWord::half))) ++next;
     else if (is(next, DateWord::oclock)) ++next;

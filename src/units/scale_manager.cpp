@@ -10,7 +10,9 @@ namespace {
 constexpr struct {
     std::u16string_view id;
     std::int16_t ratio;
-} scaleRows[] = {{u"million", 6}, {u"thousand", 3}, {u"billion", 9}};
+} scaleRows[] = {{u"million", 6}, {u"thousand", 3}, {u"billion", 9},
+                 // A phrase of a later row wins: English "billion" is a German's trillion.
+                 {u"trillion", 12}, {u"ten_thousand", 4}, {u"ten_million", 7}, {u"hundred_million", 8}};
 
 }  // namespace
 
@@ -31,7 +33,9 @@ const Scale* ScaleManager::scale(std::u16string_view id) const {
 void registerScales(ScaleManager& scales, const Localizer& localizer) {
     for (const auto& row : scaleRows) {
         const std::u16string id(row.id);
-        scales.add({id, row.ratio, localizer.variants(id + u".variants", u"Scales")});
+        std::vector<std::u16string> phrases = localizer.variants(id + u".variants", u"Scales");
+        std::erase(phrases, id + u".variants");  // no language has it
+        if (!phrases.empty()) scales.add({id, row.ratio, std::move(phrases)});
     }
 }
 

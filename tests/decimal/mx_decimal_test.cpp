@@ -102,6 +102,11 @@ TEST(MxDecimal, exactPlaces) {
     EXPECT_EQ(mxAsin(decimal("1")), mxPi_2());
     EXPECT_EQ(mxAsin(decimal("-1")), mxNegated(mxPi_2()));
     EXPECT_EQ(mxLn(decimal("1")), decimal("0"));
+    EXPECT_EQ(mxTanh(decimal("-1e100")), decimal("-1"));
+    EXPECT_TRUE(agree(mxTanh(decimal("60")), mxTanh(decimal("61")), 37));
+    EXPECT_EQ(mxSech(decimal("-1e100")), decimal("0"));
+    EXPECT_EQ(mxCsch(decimal("400")), decimal("0"));
+    EXPECT_EQ(mxCoth(decimal("400")), decimal("1"));
     EXPECT_EQ(mxSqrt(decimal("1e40")), decimal("1e20"));
     EXPECT_TRUE(agree(mxLog10(decimal("1000")), decimal("3"), 35));
     EXPECT_TRUE(agree(mxNthLog(decimal("9"), decimal("3")), decimal("2"), 35));
