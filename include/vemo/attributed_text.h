@@ -46,12 +46,12 @@ public:
         friend bool operator==(const Run&, const Run&) = default;
     };
 
-    // A list that needs no allocation for a single run.
+    // A list that needs no allocation for a few runs.
     class Runs {
     public:
-        const Run* begin() const { return many_.empty() ? &one_ : many_.data(); }
+        const Run* begin() const { return many_.empty() ? few_.data() : many_.data(); }
         const Run* end() const { return begin() + size(); }
-        std::size_t size() const { return many_.empty() ? (single_ ? 1u : 0u) : many_.size(); }
+        std::size_t size() const { return many_.empty() ? fewCount_ : many_.size(); }
         const Run& operator[](std::size_t index) const { return begin()[index]; }
         void append(const Runs& other);
         void push_back(Run run);
@@ -59,9 +59,11 @@ public:
         friend bool operator==(const Runs& a, const Runs& b);
 
     private:
-        Run one_{};
-        bool single_ = false;
-        std::vector<Run> many_;
+        void append(const Run* runs, std::size_t count);
+
+        std::array<Run, 4> few_{};
+        std::uint32_t fewCount_ = 0;
+        std::vector<Run> many_;  // all of them, once they are more
     };
 
     AttributedText() = default;

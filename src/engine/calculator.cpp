@@ -155,6 +155,8 @@ LineResultPointer Calculator::calculateLine(std::u16string_view text, Context& d
 
 ElementList Calculator::extractElements(const std::u16string& text, Context& context, bool debug) const {
     std::vector<Extraction> extractions;
+    constexpr std::size_t usual = 32;
+    extractions.reserve(usual);
     for (const auto& entry : extractors_) {
         const std::size_t before = extractions.size();
         entry.item->extract(text, context, extractions);

@@ -31,6 +31,7 @@ ElementList reducedTo(const Value& value, const ElementList& elements) {
 }
 
 ElementList& ElementReplacer::replace(const ElementRange& range) {
+    if (!changed_) result_.reserve(elements_.size());
     takeUpTo(range.location);
     taken_ = range.end();
     changed_ = true;
@@ -96,6 +97,7 @@ std::optional<ElementList> ParenthesesEvaluator::evaluate(const ElementList& ele
                                                           const EvaluationContext& evaluationContext) const {
     if (!elements.anyHas(Attribute::parenthesis)) return std::nullopt;
     ElementList result;
+    result.reserve(elements.size());
     std::size_t depth = 0;
     std::size_t start = 0;
     for (std::size_t i = 0; i < elements.size(); ++i) {
@@ -137,8 +139,13 @@ std::optional<ElementList> OperationEvaluator::evaluate(const ElementList& given
     const std::optional<ElementList> withSigned = withSignedNumbers(given);
     const ElementList& elements = withSigned ? *withSigned : given;
     if (!elements.anyHas(Attribute::operation)) return withSigned;
+    const auto& all = elements.pointers();
+    const auto operatorCount = static_cast<std::size_t>(
+        std::count_if(all.begin(), all.end(), [](const ElementPointer& e) { return e->value.has(Attribute::operation); }));
     std::vector<Value> operands;
     std::vector<Value> operators;
+    operands.reserve(operatorCount + 1);
+    operators.reserve(operatorCount);
     AttributedText text;
     std::size_t start = 0;
     for (std::size_t i = 0; i <= elements.size(); ++i) {
@@ -191,15 +198,15 @@ std::optional<ElementList> EmptyValueSanitizer::evaluate(const ElementList& elem
     if (std::all_of(all.begin(), all.end(), hasValue) || std::none_of(all.begin(), all.end(), hasValue))
         return std::nullopt;
     ElementList result;
+    result.reserve(all.size());
     for (auto start = all.begin(); start != all.end();) {
         const auto value = std::find_if(start, all.end(), hasValue);
         const auto end = std::find_if(value + 1, all.end(), hasValue);
         if (end - start == 1) {
             result.append(*value);
         } else {
-            AttributedText text;
-            std::for_each(start, end, [&](const ElementPointer& element) { text.append(element->attributedText); });
-            result.append(makeElement((*value)->value, std::move(text)));
+            const auto position = [&](auto iterator) { return static_cast<std::size_t>(iterator - all.begin()); };
+            result.append(makeElement((*value)->value, elements.attributedText(position(start), position(end))));
         }
         start = end;
     }

@@ -36,7 +36,12 @@ bool standsByTime(const ElementList& elements, std::size_t place) {
 
 std::optional<ElementList> GeoNamesParser::evaluate(const ElementList& elements, Context& context,
                                                     const EvaluationContext&) const {
-    if (!elements.anyHas(Attribute::function) && !elements.anyHas(Attribute::operation)) return std::nullopt;
+    // What every place stands beside.
+    const auto& all = elements.pointers();
+    if (std::none_of(all.begin(), all.end(), [](const auto& e) {
+            return e->value.is(Attribute::operation, u"in") || e->value.is(Attribute::function, u"time");
+        }))
+        return std::nullopt;
     ElementReplacer replacer(elements);
     for (const Match& match : matcher_.occurrences(elements)) {
         const ElementRange& place = *match.group(u"text");

@@ -21,24 +21,21 @@ AttributedText::AttributedText(std::u16string_view text, RunType type)
     runs_.push_back({static_cast<std::uint32_t>(text.size()), type});
 }
 
-void AttributedText::Runs::push_back(Run run) {
-    if (size() == 0) {
-        one_ = run;
-        single_ = true;
+void AttributedText::Runs::push_back(Run run) { append(&run, 1); }
+void AttributedText::Runs::append(const Runs& other) { append(other.begin(), other.size()); }
+
+void AttributedText::Runs::append(const Run* runs, std::size_t count) {
+    if (many_.empty() && fewCount_ + count <= few_.size()) {
+        std::copy_n(runs, count, few_.begin() + fewCount_);
+        fewCount_ += static_cast<std::uint32_t>(count);
         return;
     }
-    if (many_.empty()) many_.push_back(one_);
-    many_.push_back(run);
+    if (many_.empty()) many_.assign(few_.begin(), few_.begin() + fewCount_);
+    many_.insert(many_.end(), runs, runs + count);
 }
 
 void AttributedText::Runs::reserve(std::size_t count) {
-    if (count > 1) many_.reserve(count);
-}
-
-void AttributedText::Runs::append(const Runs& other) {
-    if (many_.empty() && single_ && other.size() > 1) many_.push_back(one_);
-    if (other.size() == 1) push_back(other[0]);
-    else many_.insert(many_.end(), other.begin(), other.end());
+    if (count > few_.size()) many_.reserve(count);
 }
 
 bool operator==(const AttributedText::Runs& a, const AttributedText::Runs& b) {

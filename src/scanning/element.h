@@ -52,6 +52,7 @@ public:
 
     std::u16string text() const;
 
+    void reserve(std::size_t elements) { elements_.reserve(elements); }
     void append(ElementPointer element) { elements_.push_back(std::move(element)); }
     // Puts one element in place of `length` elements; a length of 0 inserts.
     void replace(std::size_t location, std::size_t length, ElementPointer element);

@@ -95,6 +95,7 @@ ElementList StringExtractor::elements(std::u16string_view text, const std::vecto
     });
 
     ElementList result;
+    result.reserve(2 * sorted.size() + 1);
     std::size_t cursor = 0;
     const auto fillUpTo = [&](std::size_t end) {
         if (cursor < end) result.append(makeElement({}, AttributedText(text.substr(cursor, end - cursor))));

@@ -4,6 +4,7 @@
 #include <unicode/uchar.h>
 
 #include <algorithm>
+#include <cstring>
 
 namespace vemo {
 
@@ -43,7 +44,7 @@ void addSigns(std::u16string_view text, TextRange stretch, std::vector<TextRange
 bool isNumberKanji(char16_t c) { return std::u16string_view(u"\u5341\u767e\u5343\u4e07\u5104\u5146").find(c) != std::u16string_view::npos; }
 
 // Cuts them off the words that they begin behind digits.
-std::vector<TextRange> splitNumberKanji(std::u16string_view text, std::vector<TextRange> ranges) {
+void splitNumberKanji(std::u16string_view text, std::vector<TextRange>& ranges) {
     for (std::size_t i = 1; i < ranges.size(); ++i) {
         const TextRange word = ranges[i];
         if (!isNumberKanji(text[word.location]) || !isDigit(text[word.location - 1])) continue;
@@ -53,13 +54,11 @@ std::vector<TextRange> splitNumberKanji(std::u16string_view text, std::vector<Te
         ranges[i].length = signs;
         ranges.insert(ranges.begin() + static_cast<std::ptrdiff_t>(i) + 1, {word.location + signs, word.length - signs});
     }
-    return ranges;
 }
 
-// Replaces each range by the runs of characters for which the predicate holds and the stretches between.
-std::vector<TextRange> splitRuns(std::u16string_view text, const std::vector<TextRange>& ranges, Predicate holds) {
-    std::vector<TextRange> result;
-    result.reserve(ranges.size());
+// The runs of characters for which the predicate holds, and the stretches between, of each range.
+void splitRuns(std::u16string_view text, const std::vector<TextRange>& ranges, Predicate holds, std::vector<TextRange>& result) {
+    result.clear();
     for (const TextRange& range : ranges) {
         std::size_t start = range.location;
         for (std::size_t i = start + 1; i < range.end(); ++i) {
@@ -69,11 +68,10 @@ std::vector<TextRange> splitRuns(std::u16string_view text, const std::vector<Tex
         }
         result.push_back({start, range.end() - start});
     }
-    return result;
 }
 
-std::vector<TextRange> chunks(std::u16string_view text) {
-    std::vector<TextRange> result;
+void splitAtBlanks(std::u16string_view text, std::vector<TextRange>& result) {
+    result.clear();
     for (std::size_t i = 0; i < text.size();) {
         if (isWhitespace(text[i])) {
             ++i;
@@ -83,13 +81,12 @@ std::vector<TextRange> chunks(std::u16string_view text) {
         while (i < text.size() && !isWhitespace(text[i])) ++i;
         result.push_back({start, i - start});
     }
-    return result;
 }
 
 // The parts of each chunk: words, and what is left between them.
-std::vector<TextRange> splitWords(std::u16string_view text, const std::vector<TextRange>& chunks,
-                                  const std::vector<TextRange>& words) {
-    std::vector<TextRange> result;
+void splitWords(std::u16string_view text, const std::vector<TextRange>& chunks, const std::vector<TextRange>& words,
+                std::vector<TextRange>& result) {
+    result.clear();
     auto word = words.begin();
     for (const TextRange& chunk : chunks) {
         std::size_t position = chunk.location;
@@ -104,7 +101,6 @@ std::vector<TextRange> splitWords(std::u16string_view text, const std::vector<Te
         }
         if (position < chunk.end()) addSigns(text, {position, chunk.end() - position}, result);
     }
-    return result;
 }
 
 }  // namespace
@@ -138,24 +134,29 @@ void StringRangeDetector::PackedRanges::unpack(std::u16string_view text, std::ve
     }
 }
 
-std::vector<TextRange> StringRangeDetector::cut(std::u16string_view text) {
-    std::vector<TextRange> ranges = chunks(text);
-    if (simplified_ || ranges.empty()) return ranges;
-    ranges = splitWords(text, ranges, segmenter_.words(text));
-    return splitRuns(text, splitNumberKanji(text, splitRuns(text, ranges, isDigit)), isCurrencySign);
+void StringRangeDetector::cut(std::u16string_view text) {
+    splitAtBlanks(text, latest_);
+    if (simplified_ || latest_.empty()) return;
+    splitWords(text, latest_, segmenter_.words(text), between_);
+    splitRuns(text, between_, isDigit, latest_);
+    splitNumberKanji(text, latest_);
+    splitRuns(text, latest_, isCurrencySign, between_);
+    latest_.swap(between_);
 }
 
 const std::vector<TextRange>& StringRangeDetector::wordRanges(std::u16string_view text) {
     const char16_t mode = simplified_ ? u's' : u'f';
-    const std::u16string_view latest = latestKey_;
-    if (!latest.empty() && latest.front() == mode && latest.substr(1) == text) return latest_;
+    // As bytes: views of 16-bit units are compared one by one.
+    if (latestKey_.size() == text.size() + 1 && latestKey_.front() == mode &&
+        std::memcmp(latestKey_.data() + 1, text.data(), text.size() * sizeof(char16_t)) == 0)
+        return latest_;
     latestKey_.assign(1, mode).append(text);
     const bool cached = latestKey_.size() <= longestCached;
     if (const PackedRanges* known = cached ? wordRangesCache_.find(latestKey_) : nullptr) {
         known->unpack(text, latest_);
         return latest_;
     }
-    latest_ = cut(text);
+    cut(text);
     if (PackedRanges* added = cached ? wordRangesCache_.obtain(latestKey_) : nullptr) added->pack(latestKey_, latest_);
     return latest_;
 }

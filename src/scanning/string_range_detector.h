@@ -45,13 +45,14 @@ private:
         bool is(std::u16string_view key, const PackedRanges& ranges) const { return ranges.key() == key; }
     };
 
-    std::vector<TextRange> cut(std::u16string_view text);
+    void cut(std::u16string_view text);  // into `latest_`
 
     bool simplified_ = false;
     WordSegmenter segmenter_;
     Cache<PackedRanges, KeyOfPackedRanges> wordRangesCache_;
     std::u16string latestKey_;  // many phrase tables ask for the same line in a row
     std::vector<TextRange> latest_;
+    std::vector<TextRange> between_;  // from one step of cutting to the next
 };
 
 }  // namespace vemo

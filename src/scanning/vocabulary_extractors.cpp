@@ -23,6 +23,7 @@ void OperatorExtractor::prepare() {
     for (const auto& op : operators_.operators()) {
         for (const std::u16string& symbol : op->symbols) {
             symbols_.insert_or_assign(symbol, Value(Attribute::operation, op->id));
+            if (symbol.front() < asciiStarts_.size()) asciiStarts_[symbol.front()] = true;
             longestSymbol_ = std::max(longestSymbol_, symbol.size());
         }
     }
@@ -31,6 +32,10 @@ void OperatorExtractor::prepare() {
 void OperatorExtractor::extract(const std::u16string& text, Context& context, std::vector<Extraction>& result) const {
     for (std::size_t i = 0; i < text.size();) {
         std::size_t used = 1;
+        if (text[i] < asciiStarts_.size() && !asciiStarts_[text[i]]) {
+            ++i;
+            continue;
+        }
         for (std::size_t length = std::min(longestSymbol_, text.size() - i); length > 0; --length) {
             const auto found = symbols_.find(std::u16string_view(text).substr(i, length));
             if (found == symbols_.end()) continue;

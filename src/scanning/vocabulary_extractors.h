@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <array>
 #include <string>
 
 #include "platform/cache.h"
@@ -23,6 +24,7 @@ public:
 private:
     const OperatorCollection& operators_;
     TextMap<Value> symbols_;
+    std::array<bool, 128> asciiStarts_{};  // characters that begin a symbol: most begin none
     std::size_t longestSymbol_ = 0;
 };
 
