@@ -123,8 +123,8 @@ void registerCurrencies(UnitRegistry& registry, const Localizer& localizer, std:
         const std::u16string format = localizer.translationOrBase(code + u".format", table);
         unit.format = format.find(u".format") == format.npos ? format : code;
         unit.baseUnitId = u"USD";
-        unit.toBaseValueConverter = currencyToUsdConverter(code, u"currency_rates_update_time", u"currency_rates");
-        unit.fromBaseValueConverter = usdToCurrencyConverter(code, u"currency_rates_update_time", u"currency_rates");
+        unit.toBaseValueConverter = currencyToUsdConverter(code, Rates::currency);
+        unit.fromBaseValueConverter = usdToCurrencyConverter(code, Rates::currency);
         registry.registerUnit(unit, true, false);
         if (registry.hints()) offer(unit, *registry.hints());
     }
@@ -141,8 +141,8 @@ void registerCryptoCurrencies(UnitRegistry& registry, const CurrencyRatesContain
         unit.phrases = {code};
         unit.format = code;
         unit.baseUnitId = u"USD";
-        unit.toBaseValueConverter = currencyToUsdConverter(code, u"crypto_rates_update_time", u"crypto_rates");
-        unit.fromBaseValueConverter = usdToCurrencyConverter(code, u"crypto_rates_update_time", u"crypto_rates");
+        unit.toBaseValueConverter = currencyToUsdConverter(code, Rates::crypto);
+        unit.fromBaseValueConverter = usdToCurrencyConverter(code, Rates::crypto);
         registry.registerUnit(unit, true, false);
         if (registry.hints()) registry.hints()->add(uppercased(code), -1);
     }

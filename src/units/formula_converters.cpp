@@ -73,30 +73,33 @@ private:
 
 class MoneyConverter : public ValueConverter {
 public:
-    MoneyConverter(std::u16string currency, bool toUsd, std::u16string dependencyKey, std::u16string ratesKey)
-        : currency_(std::move(currency)),
-          toUsd_(toUsd),
-          dependencyKey_(std::move(dependencyKey)),
-          ratesKey_(std::move(ratesKey)) {}
+    MoneyConverter(std::u16string currency, bool toUsd, Rates rates) : currency_(std::move(currency)), toUsd_(toUsd), rates_(rates) {}
 
     std::optional<Value> convert(const Value& value, Context& context) const override {
         const auto amount = value.decimal();
         const std::u16string_view from = toUsd_ ? std::u16string_view(currency_) : u"USD";
         if (!amount || !value.is(Attribute::unit, from)) return std::nullopt;
-        context.addDependencyOn(dependencyKey_, std::nullopt, Value());
-        const auto* rates = context.get<std::shared_ptr<const CurrencyRatesContainer>>(ratesKey_);
-        if (!rates || !*rates) return value.with(DecimalNumber::notANumberValue());
-        const auto rate = (*rates)->rates.find(currency_);
-        if (rate == (*rates)->rates.end()) return value.with(DecimalNumber::notANumberValue());
-        if (toUsd_) return value.with(amount->dividing(rate->second)).with(u"USD", Attribute::unit);
-        return value.with(amount->multiplying(rate->second)).with(currency_, Attribute::unit);
+        const DecimalNumber* rate = nullptr;
+        if (rates_ == Rates::currency) rate = rateIn(context_keys::currencyRates, context_keys::currencyRatesTime, context);
+        // Some crypto-currencies are listed among the others.
+        if (!rate) rate = rateIn(context_keys::cryptoRates, context_keys::cryptoRatesTime, context);
+        if (!rate) return value.with(DecimalNumber::notANumberValue());
+        if (toUsd_) return value.with(amount->dividing(*rate)).with(u"USD", Attribute::unit);
+        return value.with(amount->multiplying(*rate)).with(currency_, Attribute::unit);
     }
 
 private:
+    const DecimalNumber* rateIn(std::u16string_view ratesKey, std::u16string_view timeKey, Context& context) const {
+        context.addDependencyOn(timeKey, std::nullopt, Value());
+        const auto* rates = context.get<std::shared_ptr<const CurrencyRatesContainer>>(ratesKey);
+        if (!rates || !*rates) return nullptr;
+        const auto rate = (*rates)->rates.find(currency_);
+        return rate == (*rates)->rates.end() ? nullptr : &rate->second;
+    }
+
     std::u16string currency_;
     bool toUsd_;
-    std::u16string dependencyKey_;
-    std::u16string ratesKey_;
+    Rates rates_;
 };
 
 }  // namespace
@@ -149,16 +152,12 @@ std::shared_ptr<const ValueConverter> meterToEmConverter(const UnitConverter& co
     });
 }
 
-std::shared_ptr<const ValueConverter> currencyToUsdConverter(std::u16string currencyUnitId,
-                                                             std::u16string dependencyKey, std::u16string ratesKey) {
-    return std::make_shared<MoneyConverter>(std::move(currencyUnitId), true, std::move(dependencyKey),
-                                            std::move(ratesKey));
+std::shared_ptr<const ValueConverter> currencyToUsdConverter(std::u16string currencyUnitId, Rates rates) {
+    return std::make_shared<MoneyConverter>(std::move(currencyUnitId), true, rates);
 }
 
-std::shared_ptr<const ValueConverter> usdToCurrencyConverter(std::u16string currencyUnitId,
-                                                             std::u16string dependencyKey, std::u16string ratesKey) {
-    return std::make_shared<MoneyConverter>(std::move(currencyUnitId), false, std::move(dependencyKey),
-                                            std::move(ratesKey));
+std::shared_ptr<const ValueConverter> usdToCurrencyConverter(std::u16string currencyUnitId, Rates rates) {
+    return std::make_shared<MoneyConverter>(std::move(currencyUnitId), false, rates);
 }
 
 }  // namespace vemo

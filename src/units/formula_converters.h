@@ -21,11 +21,10 @@ std::shared_ptr<const ValueConverter> meterToPixelConverter();
 std::shared_ptr<const ValueConverter> emToMeterConverter(const UnitConverter& converter);
 std::shared_ptr<const ValueConverter> meterToEmConverter(const UnitConverter& converter);
 
-// Money, by the rates that the context holds under `ratesKey`; the line depends on `dependencyKey`. An unknown
-// rate gives not-a-number in the same unit.
-std::shared_ptr<const ValueConverter> currencyToUsdConverter(std::u16string currencyUnitId,
-                                                             std::u16string dependencyKey, std::u16string ratesKey);
-std::shared_ptr<const ValueConverter> usdToCurrencyConverter(std::u16string currencyUnitId,
-                                                             std::u16string dependencyKey, std::u16string ratesKey);
+// Money, by the rates that the context holds; those of currencies are looked for among the crypto-currencies' too. An
+// unknown rate gives not-a-number in the same unit.
+enum class Rates { currency, crypto };
+std::shared_ptr<const ValueConverter> currencyToUsdConverter(std::u16string currencyUnitId, Rates rates);
+std::shared_ptr<const ValueConverter> usdToCurrencyConverter(std::u16string currencyUnitId, Rates rates);
 
 }  // namespace vemo

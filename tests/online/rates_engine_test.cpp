@@ -51,6 +51,11 @@ TEST_F(RatesOfAnEngine, bringCryptoCurrencies) {
     EXPECT_THAT(calculate(u"2 QQQ in USD\n3 MB in kB"), ElementsAre("$8", "3,000 kB"));
     EXPECT_EQ(engine.takeRates(VemoEngine::RatesFile::crypto, R"({"rates":{"QQQ":0.5}})"), "");
     EXPECT_THAT(calculate(u"2 QQQ in USD"), ElementsAre("$4"));
+    // Bitcoin is in the list of currencies, whose file may lack it.
+    EXPECT_THAT(calculate(u"1 BTC in QQQ"), ElementsAre(""));
+    EXPECT_EQ(engine.takeRates(VemoEngine::RatesFile::currency, R"({"rates":{"EUR":0.5}})"), "");
+    EXPECT_EQ(engine.takeRates(VemoEngine::RatesFile::crypto, R"({"rates":{"QQQ":0.5,"BTC":0.25}})"), "");
+    EXPECT_THAT(calculate(u"1 BTC in QQQ\n1 BTC in EUR\n$1 in btc"), ElementsAre("2 QQQ", "€2", "0.25 BTC"));
 }
 
 // A host without a main executor hears of them before the call returns.
