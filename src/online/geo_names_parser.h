@@ -8,7 +8,8 @@
 namespace vemo {
 
 // Makes time zones of the places in "time in Tokyo" and "New York time". Where a server is asked, a place that has no
-// answer yet makes the line an error value; else the places are those that are built in, and other words stay words.
+// answer yet makes the line an error value; else the places are those that are built in, beside times only, and other
+// words stay words.
 class GeoNamesParser : public Evaluator {
 public:
     // Null to ask a server.
@@ -17,6 +18,9 @@ public:
     std::optional<ElementList> evaluate(const ElementList&, Context&, const EvaluationContext&) const override;
 
 private:
+    std::optional<ElementList> withKnownPlaces(const ElementList& elements) const;
+    std::optional<ElementList> withLookedUpPlaces(const ElementList& elements, Context& context) const;
+
     const PlaceNames* places_;
     FinderMatcher matcher_;
 };

@@ -45,6 +45,12 @@ TEST(PlaceNames, workInLines) {
     EXPECT_EQ(result("New York time"), "8:00 AM");
     EXPECT_EQ(result("time in los angeles"), "5:00 AM");
     EXPECT_EQ(result("5 in foo"), "5");  // no place: words as ever
+    EXPECT_EQ(result("Coffee in Berlin $5"), "$5");
+    // Names of words that mean other things alone.
+    EXPECT_EQ(result("time in Port of Spain"), "9:00 AM");
+    EXPECT_EQ(result("Port-au-Prince time"), "8:00 AM");
+    EXPECT_EQ(result("time in St Louis + 1 h"), "8:00 AM");
+    EXPECT_EQ(result("time in New York - London time"), "-5 h");
     // The run covers the name alone.
     const auto calculator = newCalculator();
     Context context;
