@@ -30,6 +30,7 @@ std::u16string descriptions(const std::vector<Item>& items, std::size_t from) {
 
 // The runs over another text of the same length.
 AttributedText withText(const AttributedText& runs, std::u16string_view text) {
+    assert(runs.compoundString().size() == text.size());
     if (runs.compoundString() == text) return runs;
     AttributedText result;
     for (const AttributedText::Run& run : runs.runs()) {

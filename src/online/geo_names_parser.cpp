@@ -69,7 +69,10 @@ std::optional<ElementList> GeoNamesParser::withKnownPlaces(const ElementList& el
             std::size_t to = i + 1;
             while (to < elements.size() && to - i <= mostElements && mayBeOfPlace(elements[to])) ++to;
             while (to > i + 1 && !replace(i + 1, to)) --to;
-            if (to > i + 1) start = i = to - 1;
+            if (to > i + 1) {
+                start = to;
+                i = to - 1;
+            }
         }
         timeBefore = timeBefore || isOfTime(elements[i]);
         if (!mayBeOfPlace(elements[i])) start = i + 1;

@@ -133,7 +133,8 @@ rc::Gen<std::u16string> anyDocument() {
     const auto piece = rc::gen::element<std::u16string>(
         u"1", u"2.5", u"1,000", u"0x1f", u"1e3", u" ", u"+", u"-", u"*", u"/", u"^", u"(", u")", u"=", u"%", u"x", u"a",
         u"rent", u"price", u" of ", u" in ", u"cm", u"ft", u"$", u"\u20ac", u"sum", u"prev", u"sqrt ", u"million", u"// c",
-        u"# h", u"l:", u"\"q\"", u"\n", u"\n", u"\u00b0C", u"\U0001f600", u"\u0661", u"as a % of", u"\t");
+        u"# h", u"l:", u"\"q\"", u"time", u"time ", u" in Berlin", u"St Louis ", u"Port-au-Prince", u"abs ", u"\u221a", u"today ",
+        u"10:30 ", u"ft2", u"\uff11\uff08", u"\u3000", u"\u0130", u"of milk ", u"\n", u"\n", u"\u00b0C", u"\U0001f600", u"\u0661", u"as a % of", u"\t");
     return rc::gen::map(rc::gen::container<std::vector<std::u16string>>(piece), [](const auto& pieces) {
         std::u16string text;
         for (const std::u16string& p : pieces) text += p;

@@ -51,6 +51,7 @@ TEST(PlaceNames, workInLines) {
     EXPECT_EQ(result("Port-au-Prince time"), "8:00 AM");
     EXPECT_EQ(result("time in St Louis + 1 h"), "8:00 AM");
     EXPECT_EQ(result("time in New York - London time"), "-5 h");
+    EXPECT_EQ(result("time in Berlin time"), result("time in Berlin"));
     // The run covers the name alone.
     const auto calculator = newCalculator();
     Context context;
