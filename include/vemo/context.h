@@ -101,7 +101,7 @@ public:
         return entry ? entry->get<T>() : nullptr;
     }
 
-    // Variables live under "var_" and their name; an absent value removes one.
+    // Variables live under "var_" and their name, which is in lower case and begins with no digit; an absent value removes one.
     void setValue(std::optional<Value> value, std::u16string_view variable);
     const Value* getVariable(std::u16string_view name) const;
 
