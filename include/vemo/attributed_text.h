@@ -46,7 +46,8 @@ public:
         friend bool operator==(const Run&, const Run&) = default;
     };
 
-    // A list that needs no allocation for a few runs.
+    // A list that needs no allocation for one or two runs. (With more, elements would be of a size that scatters what a
+    // large document keeps: measure before changing it.)
     class Runs {
     public:
         const Run* begin() const { return many_.empty() ? few_.data() : many_.data(); }
@@ -61,7 +62,7 @@ public:
     private:
         void append(const Run* runs, std::size_t count);
 
-        std::array<Run, 4> few_{};
+        std::array<Run, 2> few_{};
         std::uint32_t fewCount_ = 0;
         std::vector<Run> many_;  // all of them, once they are more
     };

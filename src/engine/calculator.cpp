@@ -156,7 +156,7 @@ LineResultPointer Calculator::calculateLine(std::u16string_view text, Context& d
 
 ElementList Calculator::extractElements(const std::u16string& text, Context& context, bool debug) const {
     std::vector<Extraction> extractions;
-    constexpr std::size_t usual = 32;
+    constexpr std::size_t usual = 16;
     extractions.reserve(usual);
     for (const auto& entry : extractors_) {
         const std::size_t before = extractions.size();
