@@ -49,8 +49,8 @@ DecimalNumber mxCosh(const DecimalNumber& value) {
 }
 
 DecimalNumber mxTanh(const DecimalNumber& value) {
-    constexpr std::int64_t one = 60;  // from here on it is 1 in all digits
-    if (DecimalNumber::compare(mxAbsoluteValue(value), smallInteger(one)).value_or(0) > 0)
+    constexpr unsigned flat = 60;  // beyond it the result is 1 in all digits
+    if (DecimalNumber::compare(mxAbsoluteValue(value), smallInteger(flat)).value_or(0) > 0)
         return value.isNegative() ? smallInteger(1).negative() : smallInteger(1);
     return mxDivide(mxSinh(value), mxCosh(value));
 }

@@ -169,9 +169,8 @@ void Context::syncUpdate(const std::function<void()>& block) {
 
 void Context::add(const ContextMap& data, bool registerUpdates) {
     data.all([&](const auto& entry) {
-        if (entry.key().starts_with(context_keys::names)) {
-            // Comes of the names themselves: both sides may have some.
-        } else if (registerUpdates) {
+        if (entry.key().starts_with(context_keys::names)) return true;  // comes of the names themselves: both sides may have some
+        if (registerUpdates) {
             set(entry.key(), entry.value());
         } else {
             state_->share(entry);

@@ -12,10 +12,8 @@ constexpr std::uint32_t runTypeBits = 4;
 // How a result text is there.
 enum class Presence : char16_t { absent, present, sameAsRegular };
 
-}  // namespace
-
 // Numbers take two units, texts their length and their units.
-class LineResult::Writer {
+class Writer {
 public:
     std::u16string_view block() const { return block_; }
 
@@ -59,6 +57,8 @@ private:
 
     std::u16string block_;
 };
+
+}  // namespace
 
 // Reads what stands behind the line, in the order in which it was written.
 class LineResult::Reader {

@@ -58,7 +58,6 @@ public:
 
 private:
     class Reader;
-    class Writer;
     template <class T>
     class SpaceBehind;
 

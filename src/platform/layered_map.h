@@ -88,7 +88,6 @@ public:
 
     std::size_t size() const { return size_; }
     bool empty() const { return size_ == 0; }
-    bool sharesWith(const LayeredMap& other) const { return top_ == other.top_; }
 
     // For a key to be looked up or set soon.
     void prefetchPlace(std::size_t hash) const {

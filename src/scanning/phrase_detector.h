@@ -90,8 +90,8 @@ private:
         return words;
     }
 
-    // True when a digit stands before the place and a letter behind it: they are a quantity.
-    static bool isNumberOf(std::u16string_view text, std::size_t place) {
+    // True when a digit stands before the place and a letter behind it.
+    static bool isInsideQuantity(std::u16string_view text, std::size_t place) {
         return place < text.size() && text[place - 1] >= u'0' && text[place - 1] <= u'9' && isLetter(text[place]);
     }
 
@@ -112,7 +112,7 @@ private:
             const TextRange range{words[i].location, words[i + k - 1].end() - words[i].location};
             const Object* object = findAnyCase(probe);
             // Words written without a gap also match a phrase that is stored so: "m2", "°C", but "ft2" not in "6ft2in".
-            if (!object && range.length < probe.size() && !isNumberOf(text, range.end())) object = findAnyCase(range.in(text));
+            if (!object && range.length < probe.size() && !isInsideQuantity(text, range.end())) object = findAnyCase(range.in(text));
             if (!object) continue;
             matches.push_back({*object, range});
             return k;

@@ -109,6 +109,9 @@ TEST(Context, noticesNamesThatGoOnBehindTheirHead) {
     context.add(other.data(), false);
     EXPECT_NE(*context.find(namesKey(u"rate")), before);
     EXPECT_NE(*context.find(namesKey(u"rate")), *other.find(namesKey(u"rate")));  // there are two now
+    context.set(namesKey(u"rate"), std::u16string(u"a host's own"));
+    context.setValue(number(1), u"rate six");
+    EXPECT_NE(context.find(namesKey(u"rate"))->get<std::int64_t>(), nullptr);
 }
 
 TEST(ValuesList, comparesAndReleasesLongLists) {
