@@ -29,7 +29,8 @@ void documentWithMoney(benchmark::State& state, bool newRates) {
     std::size_t count = 0;
     const auto takeRates = [&] {
         const std::string euro = "0." + std::to_string(100'000 + ++count % 800'000);
-        if (!engine.takeRates(VemoEngine::RatesFile::currency, "{\"rates\":{\"EUR\":" + euro + "}}").empty()) std::abort();
+        if (!engine.takeRates(VemoEngine::RatesFile::currency, "{\"rates\":{\"EUR\":" + euro + "}}").empty())
+            std::abort();
     };
     const auto calculate = [&] {
         Context context;
@@ -45,8 +46,12 @@ void documentWithMoney(benchmark::State& state, bool newRates) {
     }
 }
 
-void unchangedRates(benchmark::State& state) { documentWithMoney(state, false); }
-void changedRates(benchmark::State& state) { documentWithMoney(state, true); }
+void unchangedRates(benchmark::State& state) {
+    documentWithMoney(state, false);
+}
+void changedRates(benchmark::State& state) {
+    documentWithMoney(state, true);
+}
 BENCHMARK(unchangedRates)->Arg(0)->Arg(100)->Arg(1000)->Unit(benchmark::kMillisecond);
 BENCHMARK(changedRates)->Arg(0)->Arg(100)->Arg(1000)->Unit(benchmark::kMillisecond);
 

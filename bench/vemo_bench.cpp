@@ -96,8 +96,12 @@ void detectDates(benchmark::State& state) {
     std::size_t i = 0;
     for (auto _ : state) benchmark::DoNotOptimize(detector.detect(lines[i++ % lines.size()], Date(), *utc));
 }
-std::u16string durationLine(std::size_t i) { return digits(i) + u" days in hours"; }
-std::u16string dateLine(std::size_t i) { return std::u16string(u"March 4, ").append(digits(1900 + i % 200)).append(u" at 10:30"); }
+std::u16string durationLine(std::size_t i) {
+    return digits(i) + u" days in hours";
+}
+std::u16string dateLine(std::size_t i) {
+    return std::u16string(u"March 4, ").append(digits(1900 + i % 200)).append(u" at 10:30");
+}
 BENCHMARK(detectDates<arithmeticLine>)->Name("detectDates/arithmetic");
 BENCHMARK(detectDates<unitLine>)->Name("detectDates/units");
 BENCHMARK(detectDates<durationLine>)->Name("detectDates/durations");
@@ -110,8 +114,12 @@ void dateVocabulary(benchmark::State& state) {
 BENCHMARK(dateVocabulary)->Unit(benchmark::kMicrosecond);
 
 // The cost of a call into a script, beside the same line with a built-in function.
-std::u16string builtInFunctionLine(std::size_t i) { return std::u16string(u"sqrt 1234.").append(digits(i)); }
-std::u16string scriptFunctionLine(std::size_t i) { return std::u16string(u"scriptfn 1234.").append(digits(i)); }
+std::u16string builtInFunctionLine(std::size_t i) {
+    return std::u16string(u"sqrt 1234.").append(digits(i));
+}
+std::u16string scriptFunctionLine(std::size_t i) {
+    return std::u16string(u"scriptfn 1234.").append(digits(i));
+}
 
 template <std::u16string (*Line)(std::size_t)>
 void coldCall(benchmark::State& state) {
@@ -127,12 +135,24 @@ void coldCall(benchmark::State& state) {
     std::size_t i = 0;
     for (auto _ : state) calculate(engine, Line(i++));
 }
-BENCHMARK(coldCall<builtInFunctionLine>)->Name("coldLine/builtInFunction")->Iterations(20000)->Unit(benchmark::kMicrosecond);
-BENCHMARK(coldCall<scriptFunctionLine>)->Name("coldLine/scriptFunction")->Iterations(20000)->Unit(benchmark::kMicrosecond);
+BENCHMARK(coldCall<builtInFunctionLine>)
+    ->Name("coldLine/builtInFunction")
+    ->Iterations(20000)
+    ->Unit(benchmark::kMicrosecond);
+BENCHMARK(coldCall<scriptFunctionLine>)
+    ->Name("coldLine/scriptFunction")
+    ->Iterations(20000)
+    ->Unit(benchmark::kMicrosecond);
 
-std::u16string assigningLine(std::size_t i) { return std::u16string(u"v").append(digits(i)) + u" = " + digits(i * 7 % 1000); }
-std::u16string usingLine(std::size_t i) { return std::u16string(u"prev + ").append(digits(i)); }
-std::u16string summingLine(std::size_t i) { return i % 2 == 0 ? digits(i) : u"sum"; }
+std::u16string assigningLine(std::size_t i) {
+    return std::u16string(u"v").append(digits(i)) + u" = " + digits(i * 7 % 1000);
+}
+std::u16string usingLine(std::size_t i) {
+    return std::u16string(u"prev + ").append(digits(i));
+}
+std::u16string summingLine(std::size_t i) {
+    return i % 2 == 0 ? digits(i) : u"sum";
+}
 
 void reportPerLine(benchmark::State& state, std::size_t lines) {
     state.counters["perLine"] = benchmark::Counter(static_cast<double>(lines) * static_cast<double>(state.iterations()),
@@ -165,7 +185,8 @@ void changedDocument(benchmark::State& state) {
     std::size_t edit = 0;
     const auto edited = [&] {
         ++edit;
-        return document(lines, [&](std::size_t i) { return i == lines / 2 ? Line(i) + u" + " + digits(edit) : Line(i); });
+        return document(lines,
+                        [&](std::size_t i) { return i == lines / 2 ? Line(i) + u" + " + digits(edit) : Line(i); });
     };
     calculate(*engine, edited());
     for (auto _ : state) {
@@ -177,10 +198,16 @@ void changedDocument(benchmark::State& state) {
     reportPerLine(state, lines);
 }
 
-#define DOCUMENTS(line)                                                                                            \
-    BENCHMARK(coldDocument<line>)->Name("coldDocument/" #line)->RangeMultiplier(10)->Range(1000, 100000)           \
-        ->Unit(benchmark::kMillisecond);                                                                           \
-    BENCHMARK(changedDocument<line>)->Name("changedDocument/" #line)->RangeMultiplier(10)->Range(1000, 100000)     \
+#define DOCUMENTS(line)                  \
+    BENCHMARK(coldDocument<line>)        \
+        ->Name("coldDocument/" #line)    \
+        ->RangeMultiplier(10)            \
+        ->Range(1000, 100000)            \
+        ->Unit(benchmark::kMillisecond); \
+    BENCHMARK(changedDocument<line>)     \
+        ->Name("changedDocument/" #line) \
+        ->RangeMultiplier(10)            \
+        ->Range(1000, 100000)            \
         ->Unit(benchmark::kMillisecond)
 DOCUMENTS(arithmeticLine);
 DOCUMENTS(assigningLine);
@@ -217,8 +244,10 @@ BENCHMARK(replacedRequest)->Arg(0)->Arg(100000)->Iterations(20)->UseRealTime()->
 // Assignments, then as many uses.
 void variables(benchmark::State& state) {
     const auto count = static_cast<std::size_t>(state.range(0));
-    const std::u16string text = document(count, [](std::size_t i) { return std::u16string(u"price ").append(digits(i)) + u" = " + digits(i); }) +
-                                document(count, [](std::size_t i) { return std::u16string(u"price ").append(digits(i)) + u" * 2"; });
+    const std::u16string text =
+        document(count,
+                 [](std::size_t i) { return std::u16string(u"price ").append(digits(i)) + u" = " + digits(i); }) +
+        document(count, [](std::size_t i) { return std::u16string(u"price ").append(digits(i)) + u" * 2"; });
     for (auto _ : state) {
         state.PauseTiming();
         auto engine = newEngine();
@@ -238,7 +267,8 @@ void bytesPerLine(benchmark::State& state) {
         Context context;
         const std::size_t before = mallinfo2().uordblks;
         const auto result = engine->calculateSync(text, context);
-        state.counters["bytesPerLine"] = static_cast<double>(mallinfo2().uordblks - before) / static_cast<double>(lines);
+        state.counters["bytesPerLine"] =
+            static_cast<double>(mallinfo2().uordblks - before) / static_cast<double>(lines);
         benchmark::DoNotOptimize(result);
     }
 }

@@ -31,7 +31,9 @@ std::string literal(std::u16string_view text) {
     return result + "\"";
 }
 
-std::string quoted(const std::string& name) { return "u\"" + name + "\""; }
+std::string quoted(const std::string& name) {
+    return "u\"" + name + "\"";
+}
 
 }  // namespace
 
@@ -60,16 +62,18 @@ int main(int argc, char** argv) {
     out << "#include \"scanning/compiled_tables.h\"\n\nnamespace vemo {\n\nnamespace {\n";
     std::size_t index = 0;
     for (const auto& [name, table] : tables) {
-        out << "\n// " << name.first << '/' << name.second << "\nconstexpr CompiledEntry entries" << index++ << "[] = {\n";
-        for (const auto& entry : table) out << "    {" << literal(entry.key) << ",\n     " << literal(entry.value) << "},\n";
+        out << "\n// " << name.first << '/' << name.second << "\nconstexpr CompiledEntry entries" << index++
+            << "[] = {\n";
+        for (const auto& entry : table)
+            out << "    {" << literal(entry.key) << ",\n     " << literal(entry.value) << "},\n";
         if (table.empty()) out << "    {u\"\", u\"\"},\n";
         out << "};\n";
     }
     out << "\n}  // namespace\n\nconst CompiledTable compiledTables[] = {\n";
     index = 0;
     for (const auto& [name, table] : tables) {
-        out << "    {" << quoted(name.first) << ", " << quoted(name.second) << ", entries" << index++ << ", " << table.size()
-            << "},\n";
+        out << "    {" << quoted(name.first) << ", " << quoted(name.second) << ", entries" << index++ << ", "
+            << table.size() << "},\n";
     }
     out << "};\nconst std::size_t compiledTableCount = " << tables.size() << ";\n\n}  // namespace vemo\n";
     return out.flush() ? 0 : 1;

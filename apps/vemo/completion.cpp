@@ -13,7 +13,9 @@ constexpr std::size_t mostWords = 4;
 constexpr std::u16string_view separators = u" \t()+-*/^=,;:<>&|\"#";
 constexpr std::u16string_view leading = u"0123456789.%";  // an amount may stand right in front of its unit
 
-char16_t lowered(char16_t unit) { return unit >= u'A' && unit <= u'Z' ? static_cast<char16_t>(unit + 32) : unit; }
+char16_t lowered(char16_t unit) {
+    return unit >= u'A' && unit <= u'Z' ? static_cast<char16_t>(unit + 32) : unit;
+}
 
 std::u16string_view commonBeginning(std::u16string_view a, std::u16string_view b) {
     std::size_t length = 0;
@@ -73,7 +75,8 @@ Completion::Answer Completion::complete(std::u16string_view text) const {
         }
         // With five choices there may be more, which begin otherwise.
         const bool all = hints.size() < QuickTypeEngine::maxElementsInArray;
-        if (all && (common.size() > answer.typed || (hints.size() == 1 && common != text.substr(start)))) answer.insertion = common;
+        if (all && (common.size() > answer.typed || (hints.size() == 1 && common != text.substr(start))))
+            answer.insertion = common;
         return answer;
     }
     return {};

@@ -52,10 +52,14 @@ std::string setColor(const toml::node& node, Options& options) {
 
 const std::map<std::string, Setter, std::less<>>& setters() {
     static const std::map<std::string, Setter, std::less<>> table{
-        {"locale", text(&Options::locale)},         {"language", text(&Options::language)},
-        {"timezone", setTimeZone},                  {"precision", setPrecision},
-        {"extensions", text(&Options::extensions)}, {"rates", text(&Options::rates)},
-        {"coins", text(&Options::coins)},           {"places", text(&Options::places)},
+        {"locale", text(&Options::locale)},
+        {"language", text(&Options::language)},
+        {"timezone", setTimeZone},
+        {"precision", setPrecision},
+        {"extensions", text(&Options::extensions)},
+        {"rates", text(&Options::rates)},
+        {"coins", text(&Options::coins)},
+        {"places", text(&Options::places)},
         {"color", setColor},
     };
     return table;
@@ -65,8 +69,10 @@ const std::map<std::string, Setter, std::less<>>& setters() {
 void resolve(std::string& name, const std::filesystem::path& folder) {
     if (name.empty() || isUrl(name)) return;
     const char* home = std::getenv("HOME");
-    if (name.starts_with("~/") && home) name = home + name.substr(1);
-    else name = (folder / name).string();
+    if (name.starts_with("~/") && home)
+        name = home + name.substr(1);
+    else
+        name = (folder / name).string();
 }
 
 std::string at(const std::string& file, const toml::source_region& where) {

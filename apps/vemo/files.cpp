@@ -24,6 +24,8 @@ std::optional<std::string> readFile(const std::string& path) {
     return file ? readAll(file.get()) : std::nullopt;
 }
 
-std::optional<std::string> readInput() { return readAll(stdin); }
+std::optional<std::string> readInput() {
+    return readAll(stdin);
+}
 
 }  // namespace vemo::cli

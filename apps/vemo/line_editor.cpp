@@ -184,9 +184,12 @@ std::filesystem::path historyFile() {
     const char* state = std::getenv("XDG_STATE_HOME");
     const char* home = std::getenv("HOME");
     std::filesystem::path folder;
-    if (state && *state == '/') folder = state;
-    else if (home && *home == '/') folder = std::filesystem::path(home) / ".local" / "state";
-    else return {};
+    if (state && *state == '/')
+        folder = state;
+    else if (home && *home == '/')
+        folder = std::filesystem::path(home) / ".local" / "state";
+    else
+        return {};
     return folder / "vemo" / "history";
 }
 

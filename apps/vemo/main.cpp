@@ -24,7 +24,12 @@ constexpr int unusable = 2;
 std::optional<std::size_t> firstInvalidByte(const std::string& text) {
     for (std::size_t i = 0; i < text.size();) {
         const auto byte = static_cast<unsigned char>(text[i]);
-        const std::size_t length = byte < 0x80 ? 1 : byte < 0xc2 ? 0 : byte < 0xe0 ? 2 : byte < 0xf0 ? 3 : byte < 0xf5 ? 4 : 0;
+        const std::size_t length = byte < 0x80   ? 1
+                                   : byte < 0xc2 ? 0
+                                   : byte < 0xe0 ? 2
+                                   : byte < 0xf0 ? 3
+                                   : byte < 0xf5 ? 4
+                                                 : 0;
         if (length == 0 || i + length > text.size()) return i;
         for (std::size_t k = 1; k < length; ++k)
             if ((static_cast<unsigned char>(text[i + k]) & 0xc0) != 0x80) return i;
@@ -73,7 +78,8 @@ Layout layoutFor(const Options& options) {
 }
 
 bool wantsPrompt(const Options& options) {
-    return options.file.empty() && options.expressions.empty() && !options.json && isatty(STDIN_FILENO) && isatty(STDOUT_FILENO);
+    return options.file.empty() && options.expressions.empty() && !options.json && isatty(STDIN_FILENO) &&
+           isatty(STDOUT_FILENO);
 }
 
 // False when the file is no use, which has been said.
@@ -127,7 +133,8 @@ int run(const Options& options) {
     const auto text = prompt || options.checkExtensions ? std::optional<std::string>("") : readDocument(options);
     if (!text) return unusable;
     const auto online = Online::forOptions(options);
-    // At the prompt time goes on between the lines; without it, and with nothing to fetch, there is nothing to wait for.
+    // At the prompt time goes on between the lines; without it, and with nothing to fetch, there is nothing to wait
+    // for.
     const auto loop = online ? online->loop() : prompt ? std::make_shared<RunLoop>() : nullptr;
     VemoEngine engine(environmentFor(options, online), loop);
     const auto listener = std::make_shared<Listener>(online);
@@ -146,12 +153,14 @@ int run(const Options& options) {
     Context context;
     context.setPrecision(options.precision);
     if (prompt) return runPrompt(engine, *loop, context, layoutFor(options), [&] { return listener->takeLogs(); });
-    const auto result = online ? online->calculate(engine, utf16(*text), context)
-                               : *engine.calculateSync(utf16(*text), context);
+    const auto result =
+        online ? online->calculate(engine, utf16(*text), context) : *engine.calculateSync(utf16(*text), context);
     std::string log;
     for (const std::string& said : listener->takeLogs()) log += said;
-    if (options.json) printJson(std::cout, result, log);
-    else printResult(std::cout, result, layoutFor(options));
+    if (options.json)
+        printJson(std::cout, result, log);
+    else
+        printResult(std::cout, result, layoutFor(options));
     printLog(std::cerr, log);
     return 0;
 }

@@ -17,7 +17,9 @@ constexpr auto step = 5ms;
 
 }  // namespace
 
-bool isUrl(const std::string& source) { return source.starts_with("http://") || source.starts_with("https://"); }
+bool isUrl(const std::string& source) {
+    return source.starts_with("http://") || source.starts_with("https://");
+}
 
 std::shared_ptr<Online> Online::forOptions(const Options& options) {
     auto online = std::make_shared<Online>();
@@ -30,10 +32,14 @@ std::shared_ptr<Online> Online::forOptions(const Options& options) {
 void Online::hear(std::string_view message) {
     hearOfPlaces(message);
     // The loader says these on the main loop.
-    if (message.starts_with("Started download ")) ++downloads_, ++unread_;
-    else if (message.starts_with("Failed to download ")) --downloads_;
-    else if (message.starts_with("Download finished for ")) --downloads_, ++unread_;
-    else if (message.starts_with("Processing data for ")) --unread_;
+    if (message.starts_with("Started download "))
+        ++downloads_, ++unread_;
+    else if (message.starts_with("Failed to download "))
+        --downloads_;
+    else if (message.starts_with("Download finished for "))
+        --downloads_, ++unread_;
+    else if (message.starts_with("Processing data for "))
+        --unread_;
 }
 
 // These come from any thread.
@@ -56,7 +62,8 @@ void Online::hearOfPlaces(std::string_view message) {
 
 void Online::engineContextUpdated(const Context& context) {
     const std::lock_guard lock(mutex_);
-    const std::size_t known = std::erase_if(found_, [&](const std::string& name) { return context.find(u"geo_name" + utf16(name)) != nullptr; });
+    const std::size_t known = std::erase_if(
+        found_, [&](const std::string& name) { return context.find(u"geo_name" + utf16(name)) != nullptr; });
     resolved_ = resolved_ || known > 0;
 }
 
@@ -84,7 +91,8 @@ VemoEngine::Result Online::calculate(VemoEngine& engine, std::u16string_view tex
     auto result = answer();
     // A line asks for its next place when it knows the one before.
     for (const auto end = std::chrono::steady_clock::now() + longestWaitForPlaces; awaitsPlaces() || resolved_;) {
-        runUntil([&] { return !awaitsPlaces(); }, std::chrono::duration_cast<std::chrono::milliseconds>(end - std::chrono::steady_clock::now()));
+        runUntil([&] { return !awaitsPlaces(); },
+                 std::chrono::duration_cast<std::chrono::milliseconds>(end - std::chrono::steady_clock::now()));
         if (!std::exchange(resolved_, false)) break;
         result = answer();
     }

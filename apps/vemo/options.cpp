@@ -52,7 +52,9 @@ std::variant<Options, int> parseOptions(int argc, char** argv) {
     CLI::App app{"A notepad-style calculator: one calculation per line, with a value for every line.", "vemo"};
     app.add_option("file", options.file, "Document to calculate; '-' or none reads standard input")->type_name("FILE");
     app.add_option("-e,--expression", options.expressions, "A line to calculate; may be repeated, instead of FILE")
-        ->type_name("TEXT")->expected(1)->take_all();
+        ->type_name("TEXT")
+        ->expected(1)
+        ->take_all();
     app.add_flag("--json", options.json, "Print one JSON object");
     app.add_flag("--short", options.shortTexts, "Print short result texts");
     app.add_option("--locale", options.locale, "How numbers are written, such as de_DE")->type_name("ID");
@@ -60,22 +62,28 @@ std::variant<Options, int> parseOptions(int argc, char** argv) {
     app.add_option("--timezone", options.timeZone, "Local time zone, such as Europe/Berlin")->type_name("ZONE");
     app.add_option("--now", now, "The current instant, such as 2026-11-24T12:00:00Z")->type_name("RFC3339");
     app.add_option("--precision", options.precision, "Most fraction digits of results (2 unless given)")
-        ->type_name("N")->check(CLI::Range(0, mostPrecision));
-    app.add_option("--rates", options.rates, "JSON file of exchange rates per US dollar, or its URL")->type_name("FILE");
+        ->type_name("N")
+        ->check(CLI::Range(0, mostPrecision));
+    app.add_option("--rates", options.rates, "JSON file of exchange rates per US dollar, or its URL")
+        ->type_name("FILE");
     app.add_option("--coins", options.coins, "The same for crypto-currencies")->type_name("FILE");
-    auto* extensions = app.add_option("--extensions", options.extensions, "Folder of scripts (.js) to load")->type_name("DIR");
+    auto* extensions =
+        app.add_option("--extensions", options.extensions, "Folder of scripts (.js) to load")->type_name("DIR");
     app.add_option("--check-extensions", checked, "Load the scripts of a folder and print what each defines")
-        ->type_name("DIR")->excludes(extensions);
+        ->type_name("DIR")
+        ->excludes(extensions);
     app.add_flag("--debug", options.debug, "Print how each line is calculated");
     app.add_option("--color", options.color, "auto, always or never")
-        ->type_name("WHEN")->transform(CLI::CheckedTransformer(std::map<std::string, Options::Color>(colors().begin(), colors().end())));
+        ->type_name("WHEN")
+        ->transform(CLI::CheckedTransformer(std::map<std::string, Options::Color>(colors().begin(), colors().end())));
     app.set_version_flag("--version", "vemo " + std::string(VemoEngine::version()));
     try {
         app.parse(argc, argv);
         if (!now.empty() && !(options.now = parseInstant(now)))
             throw CLI::ValidationError("--now", "'" + now + "' is no instant such as 2026-11-24T12:00:00Z");
         if (!options.timeZone.empty() && !isKnownTimeZone(options.timeZone))
-            throw CLI::ValidationError("--timezone", "'" + options.timeZone + "' is no time zone such as Europe/Berlin");
+            throw CLI::ValidationError("--timezone",
+                                       "'" + options.timeZone + "' is no time zone such as Europe/Berlin");
         if (!options.expressions.empty() && !options.file.empty())
             throw CLI::ValidationError("FILE", "give a file or --expression, not both");
         options.checkExtensions = !checked.empty();

@@ -24,9 +24,9 @@ struct Options {
     std::string timeZone;
     std::optional<Date> now;
     std::optional<std::int64_t> precision;
-    std::string rates;   // file or URL of exchange rates; empty: none
-    std::string coins;   // the same for crypto-currencies
-    std::string places;  // URL of a service that knows the time zones of places; empty: the built-in ones
+    std::string rates;             // file or URL of exchange rates; empty: none
+    std::string coins;             // the same for crypto-currencies
+    std::string places;            // URL of a service that knows the time zones of places; empty: the built-in ones
     std::string extensions;        // folder; empty: no scripts
     bool checkExtensions = false;  // of this folder, instead of a document
     bool debug = false;
@@ -38,8 +38,8 @@ constexpr int mostPrecision = 999;
 // By the words that name them.
 const std::map<std::string, Options::Color, std::less<>>& colors();
 
-// The options of the configuration file and the command line, or the exit status of a command line that asks for help or is wrong (what there is to say has
-// been printed).
+// The options of the configuration file and the command line, or the exit status of a command line that asks for help
+// or is wrong (what there is to say has been printed).
 std::variant<Options, int> parseOptions(int argc, char** argv);
 
 // An instant in RFC 3339, such as 2026-11-24T13:16:00Z; nothing when it is none.

@@ -33,7 +33,11 @@ std::optional<std::string> argument(std::string_view line, std::string_view comm
 class Session {
 public:
     Session(VemoEngine& engine, RunLoop& loop, const Context& settings, const Layout& layout, TakeLogs takeLogs)
-        : engine_(engine), loop_(loop), settings_(settings), layout_(layout), takeLogs_(std::move(takeLogs)),
+        : engine_(engine),
+          loop_(loop),
+          settings_(settings),
+          layout_(layout),
+          takeLogs_(std::move(takeLogs)),
           completion_(vocabulary(engine)) {}
 
     void run() {
@@ -59,9 +63,12 @@ private:
     // False when that was the last one.
     bool obey(const std::string& line) {
         if (argument(line, ":quit")) return false;
-        if (argument(line, ":help")) std::cout << help << std::flush;
-        else if (const auto file = argument(line, ":save")) save(*file);
-        else std::cout << "no such command; :help lists them" << std::endl;
+        if (argument(line, ":help"))
+            std::cout << help << std::flush;
+        else if (const auto file = argument(line, ":save"))
+            save(*file);
+        else
+            std::cout << "no such command; :help lists them" << std::endl;
         return true;
     }
 

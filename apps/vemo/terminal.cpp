@@ -15,17 +15,25 @@ constexpr std::size_t gap = 2;  // columns between a line and its result
 
 std::string_view colorOf(RunType type) {
     switch (type) {
-        case RunType::number: return "\033[36m";
-        case RunType::unit: return "\033[32m";
-        case RunType::variable: return "\033[35m";
-        case RunType::function: return "\033[34m";
+        case RunType::number:
+            return "\033[36m";
+        case RunType::unit:
+            return "\033[32m";
+        case RunType::variable:
+            return "\033[35m";
+        case RunType::function:
+            return "\033[34m";
         case RunType::operatorWord:
-        case RunType::operatorSymbol: return "\033[33m";
-        case RunType::header: return "\033[1m";
+        case RunType::operatorSymbol:
+            return "\033[33m";
+        case RunType::header:
+            return "\033[1m";
         case RunType::comment:
-        case RunType::label: return "\033[2m";
+        case RunType::label:
+            return "\033[2m";
         case RunType::none:
-        case RunType::parenthesis: break;
+        case RunType::parenthesis:
+            break;
     }
     return {};
 }
@@ -34,9 +42,12 @@ std::string_view colorOf(RunType type) {
 std::string printable(std::string_view text) {
     std::string result;
     for (const char c : text) {
-        if (c == '\t') result += "    ";
-        else if (static_cast<unsigned char>(c) < 0x20 || c == 0x7f) result += "\xef\xbf\xbd";
-        else result += c;
+        if (c == '\t')
+            result += "    ";
+        else if (static_cast<unsigned char>(c) < 0x20 || c == 0x7f)
+            result += "\xef\xbf\xbd";
+        else
+            result += c;
     }
     return result;
 }
@@ -61,8 +72,10 @@ void printRow(std::ostream& out, const std::string& shown, std::size_t shownWidt
             shownWidth = 0;
         }
         out << std::string(shownWidth + used > layout.width ? gap : layout.width - shownWidth - used + gap, ' ');
-        if (layout.color) out << "\033[1m" << value << reset;
-        else out << value;
+        if (layout.color)
+            out << "\033[1m" << value << reset;
+        else
+            out << value;
     }
     out << '\n';
 }

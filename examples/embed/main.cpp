@@ -5,26 +5,33 @@
 //   embed RESULT_FILE [WORD] < DOCUMENT
 
 #include <unistd.h>
-
-#include <iostream>
-#include <iterator>
 #include <vemo/engine.h>
 #include <vemo/quick_type.h>
 #include <vemo/result_serializer.h>
+
+#include <iostream>
+#include <iterator>
 
 namespace {
 
 const char* colorOf(vemo::RunType type) {
     switch (type) {
-        case vemo::RunType::number: return "\033[36m";
-        case vemo::RunType::unit: return "\033[32m";
-        case vemo::RunType::variable: return "\033[35m";
-        case vemo::RunType::function: return "\033[34m";
+        case vemo::RunType::number:
+            return "\033[36m";
+        case vemo::RunType::unit:
+            return "\033[32m";
+        case vemo::RunType::variable:
+            return "\033[35m";
+        case vemo::RunType::function:
+            return "\033[34m";
         case vemo::RunType::operatorWord:
-        case vemo::RunType::operatorSymbol: return "\033[33m";
+        case vemo::RunType::operatorSymbol:
+            return "\033[33m";
         case vemo::RunType::comment:
-        case vemo::RunType::label: return "\033[2m";
-        default: return "";
+        case vemo::RunType::label:
+            return "\033[2m";
+        default:
+            return "";
     }
 }
 
@@ -32,8 +39,10 @@ void show(const vemo::VemoEngine::Result& result) {
     const bool color = isatty(STDOUT_FILENO) != 0;
     for (const auto& line : result.lines) {
         line.attributedText().enumerate([&](std::u16string_view text, vemo::RunType type, std::size_t) {
-            if (color) std::cout << colorOf(type) << vemo::utf8(text) << "\033[0m";
-            else std::cout << vemo::utf8(text);
+            if (color)
+                std::cout << colorOf(type) << vemo::utf8(text) << "\033[0m";
+            else
+                std::cout << vemo::utf8(text);
         });
         if (const auto text = line.formattedResult().regular) std::cout << "  =>  " << vemo::utf8(*text);
         std::cout << '\n';
@@ -52,7 +61,8 @@ void complete(const vemo::QuickTypeEngine& quickType, const std::u16string& word
         tokens.insert(tokens.end(), data.expressions.begin(), data.expressions.end());
     }
     std::cout << "completions:";
-    for (const vemo::QuickTypeHint& hint : quickType.hintsFor(word, tokens, 15)) std::cout << ' ' << vemo::utf8(hint.string);
+    for (const vemo::QuickTypeHint& hint : quickType.hintsFor(word, tokens, 15))
+        std::cout << ' ' << vemo::utf8(hint.string);
     std::cout << '\n';
 }
 

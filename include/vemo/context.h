@@ -34,13 +34,12 @@ inline constexpr bool isAlternative<T, std::variant<Alternatives...>> = (std::is
 // equal: texts by canonical equivalence, numbers numerically (a double NaN equals nothing), the rest by content.
 class IsEquatable {
 public:
-    using Storage = std::variant<std::u16string, TimeZone, double, DecimalNumber, bool, std::int64_t, Date, Value,
-                                 ValuesList, std::shared_ptr<const FormattedValue>,
-                                 std::shared_ptr<const CurrencyRatesContainer>>;
+    using Storage =
+        std::variant<std::u16string, TimeZone, double, DecimalNumber, bool, std::int64_t, Date, Value, ValuesList,
+                     std::shared_ptr<const FormattedValue>, std::shared_ptr<const CurrencyRatesContainer>>;
 
     template <class T>
-        requires isAlternative<T, Storage>
-    IsEquatable(T value) : storage_(std::in_place_type<T>, std::move(value)) {}
+    requires isAlternative<T, Storage> IsEquatable(T value) : storage_(std::in_place_type<T>, std::move(value)) {}
 
     template <class T>
     const T* get() const {
@@ -101,7 +100,8 @@ public:
         return entry ? entry->get<T>() : nullptr;
     }
 
-    // Variables live under "var_" and their name, which is in lower case and begins with no digit; an absent value removes one.
+    // Variables live under "var_" and their name, which is in lower case and begins with no digit; an absent value
+    // removes one.
     void setValue(std::optional<Value> value, std::u16string_view variable);
     const Value* getVariable(std::u16string_view name) const;
 

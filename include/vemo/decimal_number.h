@@ -72,9 +72,9 @@ public:
 
     // Canonical text: no exponent, no grouping, "." as separator, no trailing zeros; "NaN".
     std::string toString() const;
-    double toDouble() const;          // nearest double; not-a-number gives a quiet NaN
-    std::int64_t toInt64() const;     // fraction dropped, clamped to the range; not-a-number gives 0
-    std::uint64_t toUInt64() const;   // the same; negative numbers give 0
+    double toDouble() const;         // nearest double; not-a-number gives a quiet NaN
+    std::int64_t toInt64() const;    // fraction dropped, clamped to the range; not-a-number gives 0
+    std::uint64_t toUInt64() const;  // the same; negative numbers give 0
 
     bool notANumber() const { return (flags_ & nanFlag) != 0; }
     bool isZero() const { return flags_ == 0 && high_ == 0 && low_ == 0; }
@@ -83,20 +83,25 @@ public:
     std::uint64_t mantissaLow() const { return low_; }
     int exponent() const { return exponent_; }
 
-    DecimalNumber adding(const DecimalNumber& other, RoundingBehavior = standardBehavior, DecimalStatus* = nullptr) const;
-    DecimalNumber subtracting(const DecimalNumber& other, RoundingBehavior = standardBehavior, DecimalStatus* = nullptr) const;
-    DecimalNumber multiplying(const DecimalNumber& other, RoundingBehavior = standardBehavior, DecimalStatus* = nullptr) const;
-    DecimalNumber dividing(const DecimalNumber& other, RoundingBehavior = standardBehavior, DecimalStatus* = nullptr) const;
+    DecimalNumber adding(const DecimalNumber& other, RoundingBehavior = standardBehavior,
+                         DecimalStatus* = nullptr) const;
+    DecimalNumber subtracting(const DecimalNumber& other, RoundingBehavior = standardBehavior,
+                              DecimalStatus* = nullptr) const;
+    DecimalNumber multiplying(const DecimalNumber& other, RoundingBehavior = standardBehavior,
+                              DecimalStatus* = nullptr) const;
+    DecimalNumber dividing(const DecimalNumber& other, RoundingBehavior = standardBehavior,
+                           DecimalStatus* = nullptr) const;
     DecimalNumber raising(std::uint64_t power, RoundingBehavior = standardBehavior, DecimalStatus* = nullptr) const;
-    DecimalNumber multiplyingByPowerOf10(int power, RoundingBehavior = standardBehavior, DecimalStatus* = nullptr) const;
+    DecimalNumber multiplyingByPowerOf10(int power, RoundingBehavior = standardBehavior,
+                                         DecimalStatus* = nullptr) const;
     DecimalNumber rounding(RoundingBehavior, DecimalStatus* = nullptr) const;
 
-    DecimalNumber negative() const;               // × -1
+    DecimalNumber negative() const;  // × -1
     DecimalNumber abs() const;
     DecimalNumber round(std::int16_t scale) const;  // half away from zero
-    DecimalNumber integer() const;                // towards minus infinity: -2.5 gives -3
-    DecimalNumber fraction() const;               // the number minus integer(): -2.5 gives 0.5
-    int fractionDigitsCount() const;              // digits after "." in the canonical text
+    DecimalNumber integer() const;                  // towards minus infinity: -2.5 gives -3
+    DecimalNumber fraction() const;                 // the number minus integer(): -2.5 gives 0.5
+    int fractionDigitsCount() const;                // digits after "." in the canonical text
 
     // Three-way comparison; nothing when either is not-a-number.
     static std::optional<int> compare(const DecimalNumber& a, const DecimalNumber& b);

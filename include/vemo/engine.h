@@ -23,8 +23,8 @@ class LineResult;
 
 // What scripts may take; past it they are stopped.
 struct ScriptLimits {
-    std::chrono::milliseconds evaluation{2000};  // of processor time, for one file
-    std::chrono::milliseconds call{100};         // of processor time, for one call in a line
+    std::chrono::milliseconds evaluation{2000};   // of processor time, for one file
+    std::chrono::milliseconds call{100};          // of processor time, for one call in a line
     std::size_t memory = std::size_t{256} << 20;  // bytes by which the process may grow meanwhile
 };
 
@@ -58,8 +58,8 @@ class VemoEngine {
 public:
     struct Config {
         bool enableQuickTypeHints = true;
-        bool testMode = false;  // no timers
-        bool debug = false;     // print the per-line trace
+        bool testMode = false;             // no timers
+        bool debug = false;                // print the per-line trace
         std::filesystem::path extensions;  // folder of user scripts; empty: none
         ScriptLimits scriptLimits;
     };
@@ -111,9 +111,9 @@ public:
     void buildQuickTypeEngine(WorkerThread thread, std::function<void(std::shared_ptr<QuickTypeEngine>)> callback);
 
     enum class RatesFile { currency, crypto };
-    // Takes the JSON text of a rates file, as if it had been fetched: an object "rates" with the amount per US dollar by
-    // currency code. Says what is wrong with it, and changes nothing then; an empty text means that it was taken. Waits
-    // for a calculation under way.
+    // Takes the JSON text of a rates file, as if it had been fetched: an object "rates" with the amount per US dollar
+    // by currency code. Says what is wrong with it, and changes nothing then; an empty text means that it was taken.
+    // Waits for a calculation under way.
     std::string takeRates(RatesFile file, std::string_view json);
 
     // A first document for a new user, in the nearest language there is. On any thread.

@@ -16,8 +16,8 @@ struct Sources {
                                 // /rates/currency.json and /rates/coins2.json
     std::string currencyRates;  // or the URL of each
     std::string cryptoRates;
-    std::string timeZones;      // URL of a service that is asked with "?q=" and a place; without one, places are those
-                                // of the time zone database
+    std::string timeZones;  // URL of a service that is asked with "?q=" and a place; without one, places are those
+                            // of the time zone database
 
     friend bool operator==(const Sources&, const Sources&) = default;
 };

@@ -69,8 +69,8 @@ bool MxDecimalIsInteger(MxDecimal d);
 bool MxDecimalIsProbablyEqual(MxDecimal a, MxDecimal b);
 
 /* In place, through a valid pointer: d × -1 and 1 ÷ d. */
-void MxDecimalNegate(MxDecimal *d);
-void MxDecimalInvert(MxDecimal *d);
+void MxDecimalNegate(MxDecimal* d);
+void MxDecimalInvert(MxDecimal* d);
 
 /* Arithmetic. Average2 is (a + b) ÷ 2, Inverse 1 ÷ d. */
 MxDecimal MxDecimalAdd(MxDecimal a, MxDecimal b);

@@ -39,7 +39,8 @@ public:
 
     // Additional hints stand behind registered ones of the same weight, in the order given; one with the string of a
     // registered hint replaces it in this answer.
-    std::vector<QuickTypeHint> hintsFor(const Context& context, const std::vector<QuickTypeHint>& additionalHints = {}) const;
+    std::vector<QuickTypeHint> hintsFor(const Context& context,
+                                        const std::vector<QuickTypeHint>& additionalHints = {}) const;
     std::vector<QuickTypeHint> hintsFor(std::u16string_view text, const std::vector<std::u16string>& additionalTokens,
                                         int weight) const;
 

@@ -12,8 +12,8 @@ namespace vemo {
 // the result of every line. Any thread; a file belongs to one writer at a time.
 class VemoEngineResultSerializer {
 public:
-    // Replaces the file, as a whole. Failures are not reported, nor a result that would take more than 256 MiB: the earlier
-    // file stays.
+    // Replaces the file, as a whole. Failures are not reported, nor a result that would take more than 256 MiB: the
+    // earlier file stays.
     void serialize(const VemoEngine::Result& result, const std::filesystem::path& path) const;
     // Lines without completions, and an empty context. Nothing when the file is missing, is no such file, or holds no
     // lines.

@@ -75,7 +75,9 @@ public:
 private:
     struct Marks;  // every attribute but the number
 
-    static constexpr std::uint16_t bit(Attribute key) { return static_cast<std::uint16_t>(1u << static_cast<unsigned>(key)); }
+    static constexpr std::uint16_t bit(Attribute key) {
+        return static_cast<std::uint16_t>(1u << static_cast<unsigned>(key));
+    }
     Marks& ownMarks();
 
     [[no_unique_address]] DecimalNumber decimal_;

@@ -100,7 +100,9 @@ DecimalNumber longQuotient(const Narrow& a, const Narrow& b, RoundingBehavior be
     return rounded(result, behavior, status);
 }
 
-DecimalNumber notANumber(DecimalStatus* status) { return failed(DecimalStatus::exact, status); }
+DecimalNumber notANumber(DecimalStatus* status) {
+    return failed(DecimalStatus::exact, status);
+}
 
 // The magnitude without its fraction; nothing when it does not fit 64 bits.
 std::optional<std::uint64_t> integralMagnitude(const DecimalNumber& number) {
@@ -123,7 +125,9 @@ DecimalNumber DecimalNumber::fromInt64(std::int64_t value) {
     return fromParts(0, value < 0 ? 0 - bits : bits, 0, value < 0);
 }
 
-DecimalNumber DecimalNumber::fromUInt64(std::uint64_t value) { return fromParts(0, value, 0, false); }
+DecimalNumber DecimalNumber::fromUInt64(std::uint64_t value) {
+    return fromParts(0, value, 0, false);
+}
 
 DecimalNumber DecimalNumber::fromParts(std::uint64_t high, std::uint64_t low, int exponent, bool negative) {
     const int bounded = std::clamp(exponent, -1000, 1000);
@@ -185,8 +189,7 @@ DecimalNumber DecimalNumber::dividing(const DecimalNumber& other, RoundingBehavi
     return longQuotient(a, b, behavior, status);
 }
 
-DecimalNumber DecimalNumber::multiplyingByPowerOf10(int power, RoundingBehavior behavior,
-                                                    DecimalStatus* status) const {
+DecimalNumber DecimalNumber::multiplyingByPowerOf10(int power, RoundingBehavior behavior, DecimalStatus* status) const {
     if (notANumber()) return vemo::notANumber(status);
     Narrow result = exactOf(*this);
     result.exponent += std::clamp(power, -1000, 1000);
@@ -198,17 +201,29 @@ DecimalNumber DecimalNumber::rounding(RoundingBehavior behavior, DecimalStatus* 
     return rounded(exactOf(*this), behavior, status);
 }
 
-DecimalNumber DecimalNumber::negative() const { return multiplying(fromInt64(-1)); }
+DecimalNumber DecimalNumber::negative() const {
+    return multiplying(fromInt64(-1));
+}
 
-DecimalNumber DecimalNumber::abs() const { return isNegative() ? DecimalNumber().subtracting(*this) : *this; }
+DecimalNumber DecimalNumber::abs() const {
+    return isNegative() ? DecimalNumber().subtracting(*this) : *this;
+}
 
-DecimalNumber DecimalNumber::round(std::int16_t scale) const { return rounding({RoundingMode::plain, scale}); }
+DecimalNumber DecimalNumber::round(std::int16_t scale) const {
+    return rounding({RoundingMode::plain, scale});
+}
 
-DecimalNumber DecimalNumber::integer() const { return rounding({RoundingMode::down, 0}); }
+DecimalNumber DecimalNumber::integer() const {
+    return rounding({RoundingMode::down, 0});
+}
 
-DecimalNumber DecimalNumber::fraction() const { return subtracting(integer()); }
+DecimalNumber DecimalNumber::fraction() const {
+    return subtracting(integer());
+}
 
-int DecimalNumber::fractionDigitsCount() const { return std::max(0, -int{exponent_}); }
+int DecimalNumber::fractionDigitsCount() const {
+    return std::max(0, -int{exponent_});
+}
 
 std::optional<int> DecimalNumber::compare(const DecimalNumber& a, const DecimalNumber& b) {
     if (a.notANumber() || b.notANumber()) return std::nullopt;

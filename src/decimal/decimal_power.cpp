@@ -73,8 +73,8 @@ ExactDecimal<UInt256> roundable(const TruncatedDecimal<Mantissa>& value, UInt128
 
 // The rounded value; nothing when what was cut off could change it and more digits can be had.
 template <class Mantissa>
-std::optional<DecimalNumber> settled(const TruncatedDecimal<Mantissa>& value, bool negative,
-                                     RoundingBehavior behavior, DecimalStatus* status) {
+std::optional<DecimalNumber> settled(const TruncatedDecimal<Mantissa>& value, bool negative, RoundingBehavior behavior,
+                                     DecimalStatus* status) {
     const DecimalNumber result = rounded(roundable(value, 0, negative), behavior, status);
     if (!value.cut || std::is_same_v<Mantissa, UInt1024>) return result;
     const auto slack = static_cast<UInt128>(value.relativeError * 10) + 2;

@@ -20,7 +20,9 @@ public:
 
 namespace {
 
-int trailingZeroBits(std::uint64_t value) { return std::countr_zero(value); }
+int trailingZeroBits(std::uint64_t value) {
+    return std::countr_zero(value);
+}
 int trailingZeroBits(UInt128 value) {
     return lowHalf(value) != 0 ? std::countr_zero(lowHalf(value)) : 64 + std::countr_zero(highHalf(value));
 }
@@ -67,10 +69,14 @@ Tail tailOf(const Integer& remainder, const Integer& unit, Tail rest) {
 
 bool awayFromZero(RoundingMode mode, Tail tail, bool negative, bool odd) {
     switch (mode) {
-        case RoundingMode::plain: return tail >= Tail::half;
-        case RoundingMode::down: return negative && tail != Tail::none;
-        case RoundingMode::up: return !negative && tail != Tail::none;
-        case RoundingMode::bankers: break;
+        case RoundingMode::plain:
+            return tail >= Tail::half;
+        case RoundingMode::down:
+            return negative && tail != Tail::none;
+        case RoundingMode::up:
+            return !negative && tail != Tail::none;
+        case RoundingMode::bankers:
+            break;
     }
     return tail == Tail::aboveHalf || (tail == Tail::half && odd);
 }
@@ -78,8 +84,8 @@ bool awayFromZero(RoundingMode mode, Tail tail, bool negative, bool odd) {
 template <class Integer>
 DecimalNumber roundedOnce(const ExactDecimal<Integer>& exact, RoundingBehavior behavior, DecimalStatus* status) {
     const int digits = digitCount(exact.coefficient);
-    const int quantum = std::max({-int{behavior.scale}, exact.exponent + digits - DecimalNumber::maxDigits,
-                                  DecimalNumber::minExponent});
+    const int quantum = std::max(
+        {-int{behavior.scale}, exact.exponent + digits - DecimalNumber::maxDigits, DecimalNumber::minExponent});
     const int dropped = quantum - exact.exponent;
     assert(dropped >= 0 || exact.tail == Tail::none);
 

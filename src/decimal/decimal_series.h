@@ -10,7 +10,9 @@ namespace vemo {
 // number! for number up to 51, the last one that a series divides by.
 const DecimalNumber& seriesFactorial(unsigned number);
 
-inline DecimalNumber smallInteger(unsigned value) { return DecimalNumber::fromUInt64(value); }
+inline DecimalNumber smallInteger(unsigned value) {
+    return DecimalNumber::fromUInt64(value);
+}
 
 // Adds to `sum` the terms x^n / divisor(n) for n = first, first + 2, …, last; alternating ones are
 // subtracted first. A term that fails in the way `stop` names ends the series and does not count.

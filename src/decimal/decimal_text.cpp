@@ -104,7 +104,9 @@ char* writeDigits(UInt128 value, char* end) {
 
 }  // namespace
 
-DecimalNumber DecimalNumber::parse(std::string_view text) { return NumberReader<char>(text, ".").read(); }
+DecimalNumber DecimalNumber::parse(std::string_view text) {
+    return NumberReader<char>(text, ".").read();
+}
 
 DecimalNumber DecimalNumber::parse(std::u16string_view text, std::u16string_view decimalSeparator) {
     return NumberReader<char16_t>(text, decimalSeparator).read();

@@ -41,11 +41,17 @@ MxDecimal packed(const DecimalNumber& value) {
 }  // namespace
 
 #define VEMO_CONSTANT(name, value) \
-    MxDecimal name(void) { return packed(value); }
-#define VEMO_UNARY(name) \
-    MxDecimal MxDecimal##name(MxDecimal d) { return packed(vemo::mx##name(number(d))); }
-#define VEMO_BINARY(name) \
-    MxDecimal MxDecimal##name(MxDecimal a, MxDecimal b) { return packed(vemo::mx##name(number(a), number(b))); }
+    MxDecimal name(void) {         \
+        return packed(value);      \
+    }
+#define VEMO_UNARY(name)                          \
+    MxDecimal MxDecimal##name(MxDecimal d) {      \
+        return packed(vemo::mx##name(number(d))); \
+    }
+#define VEMO_BINARY(name)                                    \
+    MxDecimal MxDecimal##name(MxDecimal a, MxDecimal b) {    \
+        return packed(vemo::mx##name(number(a), number(b))); \
+    }
 
 extern "C" {
 
@@ -67,18 +73,38 @@ VEMO_CONSTANT(MxDecimalLog10e, vemo::mxLog10e())
 VEMO_CONSTANT(MxDecimalLn2, vemo::mxLn2())
 VEMO_CONSTANT(MxDecimalLn10, vemo::mxLn10())
 
-MxDecimal MxDecimalFromInteger(int64_t value) { return packed(DecimalNumber::fromInt64(value)); }
-MxDecimal MxDecimalFromDouble(double value) { return packed(DecimalNumber::fromDouble(value)); }
-uint64_t MxUIntegerFromDecimal(MxDecimal d) { return number(d).toUInt64(); }
-float MxFloatFromDecimal(MxDecimal d) { return static_cast<float>(number(d).toDouble()); }
-double MxDoubleFromDecimal(MxDecimal d) { return number(d).toDouble(); }
+MxDecimal MxDecimalFromInteger(int64_t value) {
+    return packed(DecimalNumber::fromInt64(value));
+}
+MxDecimal MxDecimalFromDouble(double value) {
+    return packed(DecimalNumber::fromDouble(value));
+}
+uint64_t MxUIntegerFromDecimal(MxDecimal d) {
+    return number(d).toUInt64();
+}
+float MxFloatFromDecimal(MxDecimal d) {
+    return static_cast<float>(number(d).toDouble());
+}
+double MxDoubleFromDecimal(MxDecimal d) {
+    return number(d).toDouble();
+}
 
-bool MxDecimalIsNegative(MxDecimal d) { return number(d).isNegative(); }
-bool MxDecimalIsInteger(MxDecimal d) { return vemo::mxIsInteger(number(d)); }
-bool MxDecimalIsProbablyEqual(MxDecimal a, MxDecimal b) { return vemo::mxIsProbablyEqual(number(a), number(b)); }
+bool MxDecimalIsNegative(MxDecimal d) {
+    return number(d).isNegative();
+}
+bool MxDecimalIsInteger(MxDecimal d) {
+    return vemo::mxIsInteger(number(d));
+}
+bool MxDecimalIsProbablyEqual(MxDecimal a, MxDecimal b) {
+    return vemo::mxIsProbablyEqual(number(a), number(b));
+}
 
-void MxDecimalNegate(MxDecimal* d) { *d = packed(vemo::mxNegated(number(*d))); }
-void MxDecimalInvert(MxDecimal* d) { *d = MxDecimalInverse(*d); }
+void MxDecimalNegate(MxDecimal* d) {
+    *d = packed(vemo::mxNegated(number(*d)));
+}
+void MxDecimalInvert(MxDecimal* d) {
+    *d = MxDecimalInverse(*d);
+}
 
 VEMO_BINARY(Add)
 VEMO_BINARY(Subtract)

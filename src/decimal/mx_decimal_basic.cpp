@@ -5,10 +5,16 @@ namespace vemo {
 
 namespace {
 
-DecimalNumber one() { return DecimalNumber::fromInt64(1); }
-DecimalNumber two() { return DecimalNumber::fromInt64(2); }
+DecimalNumber one() {
+    return DecimalNumber::fromInt64(1);
+}
+DecimalNumber two() {
+    return DecimalNumber::fromInt64(2);
+}
 
-bool isBelow(const DecimalNumber& a, const DecimalNumber& b) { return DecimalNumber::compare(a, b).value_or(0) < 0; }
+bool isBelow(const DecimalNumber& a, const DecimalNumber& b) {
+    return DecimalNumber::compare(a, b).value_or(0) < 0;
+}
 
 DecimalNumber shifted(DecimalNumber value, const DecimalNumber& amount, bool left) {
     DecimalNumber count = amount.integer();
@@ -28,18 +34,34 @@ DecimalNumber shifted(DecimalNumber value, const DecimalNumber& amount, bool lef
 
 }  // namespace
 
-DecimalNumber mxAdd(const DecimalNumber& a, const DecimalNumber& b) { return a.adding(b, mxBehavior); }
-DecimalNumber mxSubtract(const DecimalNumber& a, const DecimalNumber& b) { return a.subtracting(b, mxBehavior); }
-DecimalNumber mxMultiply(const DecimalNumber& a, const DecimalNumber& b) { return a.multiplying(b, mxBehavior); }
-DecimalNumber mxDivide(const DecimalNumber& a, const DecimalNumber& b) { return a.dividing(b, mxBehavior); }
+DecimalNumber mxAdd(const DecimalNumber& a, const DecimalNumber& b) {
+    return a.adding(b, mxBehavior);
+}
+DecimalNumber mxSubtract(const DecimalNumber& a, const DecimalNumber& b) {
+    return a.subtracting(b, mxBehavior);
+}
+DecimalNumber mxMultiply(const DecimalNumber& a, const DecimalNumber& b) {
+    return a.multiplying(b, mxBehavior);
+}
+DecimalNumber mxDivide(const DecimalNumber& a, const DecimalNumber& b) {
+    return a.dividing(b, mxBehavior);
+}
 
-DecimalNumber mxNegated(const DecimalNumber& value) { return mxSubtract(DecimalNumber(), value); }
+DecimalNumber mxNegated(const DecimalNumber& value) {
+    return mxSubtract(DecimalNumber(), value);
+}
 
-DecimalNumber mxInverse(const DecimalNumber& value) { return mxDivide(one(), value); }
+DecimalNumber mxInverse(const DecimalNumber& value) {
+    return mxDivide(one(), value);
+}
 
-DecimalNumber mxAbsoluteValue(const DecimalNumber& value) { return value.isNegative() ? mxNegated(value) : value; }
+DecimalNumber mxAbsoluteValue(const DecimalNumber& value) {
+    return value.isNegative() ? mxNegated(value) : value;
+}
 
-DecimalNumber mxAverage2(const DecimalNumber& a, const DecimalNumber& b) { return mxDivide(mxAdd(a, b), two()); }
+DecimalNumber mxAverage2(const DecimalNumber& a, const DecimalNumber& b) {
+    return mxDivide(mxAdd(a, b), two());
+}
 
 DecimalNumber mxMod(const DecimalNumber& a, const DecimalNumber& b) {
     return mxSubtract(a, mxMultiply(b, mxDivide(a, b).integer()));
@@ -58,7 +80,9 @@ DecimalNumber mxRightShift(const DecimalNumber& value, const DecimalNumber& amou
     return shifted(value, amount, false);
 }
 
-bool mxIsInteger(const DecimalNumber& value) { return !value.notANumber() && value == value.integer(); }
+bool mxIsInteger(const DecimalNumber& value) {
+    return !value.notANumber() && value == value.integer();
+}
 
 bool mxIsProbablyEqual(const DecimalNumber& a, const DecimalNumber& b) {
     return isBelow(mxAbsoluteValue(mxSubtract(a, b)), mxEpsilon());

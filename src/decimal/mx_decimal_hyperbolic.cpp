@@ -54,9 +54,15 @@ DecimalNumber mxTanh(const DecimalNumber& value) {
         return value.isNegative() ? smallInteger(1).negative() : smallInteger(1);
     return mxDivide(mxSinh(value), mxCosh(value));
 }
-DecimalNumber mxCsch(const DecimalNumber& value) { return inverseOfGrowing(value, mxSinh(value)); }
-DecimalNumber mxSech(const DecimalNumber& value) { return inverseOfGrowing(value, mxCosh(value)); }
-DecimalNumber mxCoth(const DecimalNumber& value) { return mxInverse(mxTanh(value)); }
+DecimalNumber mxCsch(const DecimalNumber& value) {
+    return inverseOfGrowing(value, mxSinh(value));
+}
+DecimalNumber mxSech(const DecimalNumber& value) {
+    return inverseOfGrowing(value, mxCosh(value));
+}
+DecimalNumber mxCoth(const DecimalNumber& value) {
+    return mxInverse(mxTanh(value));
+}
 
 DecimalNumber mxAsinh(const DecimalNumber& value) {
     if (!isInUnitInterval(value)) return DecimalNumber::notANumberValue();
@@ -65,8 +71,7 @@ DecimalNumber mxAsinh(const DecimalNumber& value) {
     PowerSequence powers(value, 3);
     for (unsigned n = 1; n <= 17; n += 2) {
         coefficient = mxDivide(mxMultiply(coefficient, smallInteger(n)), smallInteger(n + 1));
-        const DecimalNumber term =
-            mxDivide(mxMultiply(coefficient, powers.current(mxBehavior)), smallInteger(n + 2));
+        const DecimalNumber term = mxDivide(mxMultiply(coefficient, powers.current(mxBehavior)), smallInteger(n + 2));
         sum = n % 4 == 1 ? mxSubtract(sum, term) : mxAdd(sum, term);
         powers.advance();
     }
@@ -82,8 +87,14 @@ DecimalNumber mxAtanh(const DecimalNumber& value) {
     return sumSeries(value, value, 3, 19, SeriesSign::same, SeriesStop::never, smallInteger);
 }
 
-DecimalNumber mxAcsch(const DecimalNumber& value) { return mxAsinh(mxInverse(value)); }
-DecimalNumber mxAsech(const DecimalNumber& value) { return mxAcosh(mxInverse(value)); }
-DecimalNumber mxAcoth(const DecimalNumber& value) { return mxAtanh(mxInverse(value)); }
+DecimalNumber mxAcsch(const DecimalNumber& value) {
+    return mxAsinh(mxInverse(value));
+}
+DecimalNumber mxAsech(const DecimalNumber& value) {
+    return mxAcosh(mxInverse(value));
+}
+DecimalNumber mxAcoth(const DecimalNumber& value) {
+    return mxAtanh(mxInverse(value));
+}
 
 }  // namespace vemo

@@ -14,9 +14,13 @@ constexpr int newtonSteps = 50;
 // Beyond e^±240 a power of e is cut at the smallest exponent or does not fit at all.
 constexpr int largestExponentOfE = 240;
 
-bool isPositive(const DecimalNumber& value) { return !value.notANumber() && !value.isZero() && !value.isNegative(); }
+bool isPositive(const DecimalNumber& value) {
+    return !value.notANumber() && !value.isZero() && !value.isNegative();
+}
 
-bool isOdd(const DecimalNumber& integer) { return integer.exponent() == 0 && (integer.mantissaLow() & 1) != 0; }
+bool isOdd(const DecimalNumber& integer) {
+    return integer.exponent() == 0 && (integer.mantissaLow() & 1) != 0;
+}
 
 // Newton's iteration from `x`, until `power` of the estimate is the value or the estimate stands still.
 template <class Step, class Power>
@@ -57,7 +61,8 @@ DecimalNumber mxSqrt(const DecimalNumber& value) {
     if (!isPositive(value)) return DecimalNumber::notANumberValue();
     // From the double's root the iteration converges for every number; from far away 50 steps are too few.
     return newton(
-        value, DecimalNumber::fromDouble(std::sqrt(value.toDouble())), [&](const DecimalNumber& x) { return mxAverage2(mxDivide(value, x), x); },
+        value, DecimalNumber::fromDouble(std::sqrt(value.toDouble())),
+        [&](const DecimalNumber& x) { return mxAverage2(mxDivide(value, x), x); },
         [](const DecimalNumber& x) { return mxMultiply(x, x); });
 }
 

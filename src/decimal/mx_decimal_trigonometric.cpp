@@ -5,7 +5,9 @@ namespace vemo {
 
 namespace {
 
-DecimalNumber one() { return smallInteger(1); }
+DecimalNumber one() {
+    return smallInteger(1);
+}
 
 bool isAboveOne(const DecimalNumber& value) {
     return DecimalNumber::compare(mxAbsoluteValue(value), one()).value_or(0) > 0;
@@ -44,9 +46,15 @@ DecimalNumber mxTan(const DecimalNumber& radians) {
     return mxDivide(mxSin(radians), mxCos(radians).rounding({RoundingMode::bankers, 34}));
 }
 
-DecimalNumber mxCsc(const DecimalNumber& radians) { return mxInverse(mxSin(radians)); }
-DecimalNumber mxSec(const DecimalNumber& radians) { return mxInverse(mxCos(radians)); }
-DecimalNumber mxCot(const DecimalNumber& radians) { return mxInverse(mxTan(radians)); }
+DecimalNumber mxCsc(const DecimalNumber& radians) {
+    return mxInverse(mxSin(radians));
+}
+DecimalNumber mxSec(const DecimalNumber& radians) {
+    return mxInverse(mxCos(radians));
+}
+DecimalNumber mxCot(const DecimalNumber& radians) {
+    return mxInverse(mxTan(radians));
+}
 
 DecimalNumber mxAsin(const DecimalNumber& value) {
     if (value.notANumber() || isAboveOne(value)) return DecimalNumber::notANumberValue();
@@ -55,7 +63,9 @@ DecimalNumber mxAsin(const DecimalNumber& value) {
     return mxAtan(mxDivide(value, mxSqrt(mxSubtract(one(), mxMultiply(value, value)))));
 }
 
-DecimalNumber mxAcos(const DecimalNumber& value) { return mxSubtract(mxPi_2(), mxAsin(value)); }
+DecimalNumber mxAcos(const DecimalNumber& value) {
+    return mxSubtract(mxPi_2(), mxAsin(value));
+}
 
 DecimalNumber mxAtan(const DecimalNumber& value) {
     if (value.notANumber()) return value;
@@ -74,8 +84,14 @@ DecimalNumber mxAtan(const DecimalNumber& value) {
     return mxMultiply(smallInteger(factor), angle);
 }
 
-DecimalNumber mxAsec(const DecimalNumber& value) { return mxAcos(mxInverse(value)); }
-DecimalNumber mxAcsc(const DecimalNumber& value) { return mxSubtract(mxPi_2(), mxAsec(value)); }
-DecimalNumber mxAcot(const DecimalNumber& value) { return mxSubtract(mxPi_2(), mxAtan(value)); }
+DecimalNumber mxAsec(const DecimalNumber& value) {
+    return mxAcos(mxInverse(value));
+}
+DecimalNumber mxAcsc(const DecimalNumber& value) {
+    return mxSubtract(mxPi_2(), mxAsec(value));
+}
+DecimalNumber mxAcot(const DecimalNumber& value) {
+    return mxSubtract(mxPi_2(), mxAtan(value));
+}
 
 }  // namespace vemo

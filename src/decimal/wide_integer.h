@@ -15,16 +15,21 @@ namespace vemo {
 __extension__ typedef unsigned __int128 UInt128;
 
 template <unsigned bits>
-using WideInteger =
-    boost::multiprecision::number<boost::multiprecision::cpp_int_backend<
-                                      bits, bits, boost::multiprecision::unsigned_magnitude,
-                                      boost::multiprecision::unchecked, void>,
-                                  boost::multiprecision::et_off>;
+using WideInteger = boost::multiprecision::number<
+    boost::multiprecision::cpp_int_backend<bits, bits, boost::multiprecision::unsigned_magnitude,
+                                           boost::multiprecision::unchecked, void>,
+    boost::multiprecision::et_off>;
 using UInt256 = WideInteger<256>;
 
-constexpr std::uint64_t highHalf(UInt128 value) { return static_cast<std::uint64_t>(value >> 64); }
-constexpr std::uint64_t lowHalf(UInt128 value) { return static_cast<std::uint64_t>(value); }
-constexpr UInt128 joinHalves(std::uint64_t high, std::uint64_t low) { return (UInt128{high} << 64) | low; }
+constexpr std::uint64_t highHalf(UInt128 value) {
+    return static_cast<std::uint64_t>(value >> 64);
+}
+constexpr std::uint64_t lowHalf(UInt128 value) {
+    return static_cast<std::uint64_t>(value);
+}
+constexpr UInt128 joinHalves(std::uint64_t high, std::uint64_t low) {
+    return (UInt128{high} << 64) | low;
+}
 
 template <class Wide>
 Wide widened(UInt128 value) {
@@ -41,7 +46,9 @@ UInt128 narrowed(const Wide& value) {
     const Wide high = value >> 64;
     return joinHalves(static_cast<std::uint64_t>(high), static_cast<std::uint64_t>(low));
 }
-inline UInt128 narrowed(UInt128 value) { return value; }
+inline UInt128 narrowed(UInt128 value) {
+    return value;
+}
 
 // The powers of ten that fit.
 inline constexpr auto narrowPowersOfTen = [] {

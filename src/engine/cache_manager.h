@@ -41,7 +41,9 @@ private:
     };
     struct KeyOfResults {
         explicit KeyOfResults(std::u16string_view) {}
-        bool is(std::u16string_view key, const Results& results) const { return results.newest && results.newest->text() == key; }
+        bool is(std::u16string_view key, const Results& results) const {
+            return results.newest && results.newest->text() == key;
+        }
     };
 
     template <class Prepare>

@@ -44,8 +44,10 @@ AttributedText withText(const AttributedText& runs, std::u16string_view text) {
 
 void Calculator::trace(const std::u16string& line) const {
     const std::string text = utf8(line);
-    if (environment_.trace) environment_.trace(text);
-    else std::printf("%s\n", text.c_str());
+    if (environment_.trace)
+        environment_.trace(text);
+    else
+        std::printf("%s\n", text.c_str());
 }
 
 void Calculator::start(bool onMain) {
@@ -55,8 +57,8 @@ void Calculator::start(bool onMain) {
     // The first tick comes when the minute turns.
     const auto now = floor<milliseconds>(environment_.clock());
     const auto untilNextMinute = floor<minutes>(now) + 1min - now;
-    minuteTimer_ = scheduler_->every(1min, [this] { later([](Calculator& self) { self.minuteTimerDing(); }); },
-                                     untilNextMinute);
+    minuteTimer_ = scheduler_->every(
+        1min, [this] { later([](Calculator& self) { self.minuteTimerDing(); }); }, untilNextMinute);
     const auto receive = [this](void (Calculator::*set)(CurrencyRatesContainer)) {
         return [this, set](CurrencyRatesContainer rates) {
             later([set, rates = std::move(rates)](Calculator& self) { (self.*set)(rates); });
@@ -76,8 +78,10 @@ void Calculator::later(std::function<void(Calculator&)> change) {
     const auto run = [weak = weak_from_this(), change = std::move(change)] {
         if (const auto self = weak.lock()) change(*self);
     };
-    if (onMain_) scheduler_->postMain(run);
-    else scheduler_->postWorker(run);
+    if (onMain_)
+        scheduler_->postMain(run);
+    else
+        scheduler_->postWorker(run);
 }
 
 Calculator::MultilineResult Calculator::calculate(std::u16string_view text, Context& document,
@@ -92,7 +96,8 @@ Calculator::MultilineResult Calculator::calculate(std::u16string_view text, Cont
     result.lines.reserve(lines.size());
     for (const TextRange& line : lines) {
         if (cancelled && *cancelled) return result;
-        const LineResultPointer& calculated = result.lines.emplace_back(calculateLine(line.in(text), document, config_.debug));
+        const LineResultPointer& calculated =
+            result.lines.emplace_back(calculateLine(line.in(text), document, config_.debug));
         if (jsRunner_ && !calculated->extensionsLog().empty()) result.logging.push_back(calculated);
         carryForward(calculated->value(), document);
     }
@@ -111,8 +116,10 @@ void Calculator::carryForward(const Value& value, Context& document) const {
     std::optional<Value> total = value;
     if (const Value* before = document.get<Value>(context_keys::grandTotal))
         total = operationCalculator_.apply(u"+", *before, value, document);
-    if (total) document.set(context_keys::grandTotal, *total);
-    else document.set(context_keys::grandTotal, std::nullopt);
+    if (total)
+        document.set(context_keys::grandTotal, *total);
+    else
+        document.set(context_keys::grandTotal, std::nullopt);
 }
 
 LineResultPointer Calculator::calculateLine(std::u16string_view text, Context& document, bool debug) {
@@ -137,14 +144,16 @@ LineResultPointer Calculator::calculateLine(std::u16string_view text, Context& d
         if (debug) trace(u"Elements extraction: " + elements.shortDescription());
         tooDeep_ = false;
         elements = evaluate(elements, context, 0, debug);
-        if (tooDeep_) elements = reducedTo(errorValue(), elements);  // operators around it may have made a number of the error
+        if (tooDeep_)
+            elements = reducedTo(errorValue(), elements);  // operators around it may have made a number of the error
     }
 
     const Value value = elements.empty() ? Value() : elements[0].value;
     const FormattedValue formatted = format(value, context);
     const std::u16string extensionsLog = jsRunner_ ? jsRunner_->log().substr(logged) : u"";
-    LineResultPointer result = LineResult::make(value, context.updates(), context.dependencies(), withText(elements.attributedText(), text),
-                                                formatted, context.quickTypeData(), extensionsLog);
+    LineResultPointer result =
+        LineResult::make(value, context.updates(), context.dependencies(), withText(elements.attributedText(), text),
+                         formatted, context.quickTypeData(), extensionsLog);
     context = Context();  // no longer shares the document's data, which can then be changed in place
     document.addUpdatesOf(*result);
     document.addDependenciesOf(result);
@@ -182,7 +191,9 @@ ElementList Calculator::evaluate(const ElementList& elements, Context& context, 
         const Evaluator& evaluator = *evaluators_[i];
         const ElementList& current = latest ? *latest : elements;
         if (auto reduced = evaluator.evaluate(current, context, {*this, i, debug})) latest = std::move(reduced);
-        if (debug) trace(u"Evaluate " + std::u16string(evaluator.name()) + u": " + (latest ? *latest : elements).shortDescription());
+        if (debug)
+            trace(u"Evaluate " + std::u16string(evaluator.name()) + u": " +
+                  (latest ? *latest : elements).shortDescription());
     }
     --evaluationDepth_;
     return latest ? *std::move(latest) : elements;
@@ -222,7 +233,8 @@ void Calculator::storeRates(std::u16string_view key, std::u16string_view timeKey
 }
 
 void Calculator::setCurrencyRates(CurrencyRatesContainer rates) {
-    context_.syncUpdate([&] { storeRates(context_keys::currencyRates, context_keys::currencyRatesTime, std::move(rates)); });
+    context_.syncUpdate(
+        [&] { storeRates(context_keys::currencyRates, context_keys::currencyRatesTime, std::move(rates)); });
 }
 
 void Calculator::setCryptoRates(CurrencyRatesContainer rates) {
@@ -231,8 +243,8 @@ void Calculator::setCryptoRates(CurrencyRatesContainer rates) {
     if (first) {
         Measurer("Crypto units", environment_.log).measure("Crypto units initialization", [&] {
             registerCryptoCurrencies(unitRegistry_, rates, [&](std::u16string_view code) {
-                return operatorCollection_.phraseDetector().find(code) || functionManager_.phraseDetector().find(code) ||
-                       scaleManager_.phraseDetector().find(code);
+                return operatorCollection_.phraseDetector().find(code) ||
+                       functionManager_.phraseDetector().find(code) || scaleManager_.phraseDetector().find(code);
             });
         });
         cacheManager_.clear();  // lines were read without these units
@@ -254,7 +266,8 @@ void Calculator::lookUpPlaces(const LineResult& line) {
         }
         online_->geoNames()->lookup(name, [weak = weak_from_this(), name](const std::optional<std::u16string>& zone) {
             const auto self = weak.lock();
-            if (self && zone) self->later([name, zone = *zone](Calculator& calculator) { calculator.setPlace(name, zone); });
+            if (self && zone)
+                self->later([name, zone = *zone](Calculator& calculator) { calculator.setPlace(name, zone); });
         });
     });
 }

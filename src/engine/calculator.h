@@ -159,7 +159,7 @@ private:
     std::unique_ptr<JSVemo> jsVemo_;      // null without scripts
     std::unique_ptr<JSRunner> jsRunner_;  // null without scripts
     std::size_t evaluationDepth_ = 0;
-    bool tooDeep_ = false;  // the line under way
+    bool tooDeep_ = false;                           // the line under way
     std::unique_ptr<Scheduler::Timer> minuteTimer_;  // goes before what its ticks use
 };
 

@@ -5,8 +5,8 @@
 #include "evaluation/structure_evaluators.h"
 #include "evaluation/time_zone_evaluator.h"
 #include "functions/function_catalogue.h"
-#include "output/date_formatter.h"
 #include "online/geo_names_parser.h"
+#include "output/date_formatter.h"
 #include "platform/system.h"
 #include "quicktype/expression_evaluator.h"
 #include "scanning/date_extractor.h"
@@ -129,8 +129,8 @@ void Calculator::registerExtractors() {
     extractors_.add(std::make_shared<FunctionExtractor>(functionManager_.phraseDetector()));
     extractors_.add(std::make_shared<AssignmentExtractor>(localizer_, stringRangeDetector_));
     extractors_.add(std::make_shared<VariablesExtractor>(stringRangeDetector_));
-    extractors_.add(std::make_shared<DateExtractor>(localizer_, environment_.language, environment_.locale,
-                                                    localZone_));
+    extractors_.add(
+        std::make_shared<DateExtractor>(localizer_, environment_.language, environment_.locale, localZone_));
     extractors_.add(std::make_shared<TimeZoneAbbreviationsExtractor>(stringRangeDetector_, environment_.language));
 }
 

@@ -64,7 +64,8 @@ struct Context::State {
     ContextMap& dependencies() {
         if (!dependenciesWait.load(std::memory_order_acquire)) return writtenDependencies;
         const std::lock_guard lock(mutex);
-        for (const LineResultPointer& line : std::exchange(linesDependedOn, {})) line->addDependenciesTo(writtenDependencies);
+        for (const LineResultPointer& line : std::exchange(linesDependedOn, {}))
+            line->addDependenciesTo(writtenDependencies);
         dependenciesWait.store(false, std::memory_order_release);
         return writtenDependencies;
     }
@@ -95,8 +96,10 @@ struct Context::State {
         const auto known = number ? static_cast<std::uint64_t>(*number) : 0u;
         const auto hash = static_cast<std::uint64_t>(std::hash<std::u16string_view>{}(name));
         const std::uint64_t sum = present ? known + hash : known - hash;
-        if (sum == 0) data.erase(key);
-        else set(key, static_cast<std::int64_t>(sum));
+        if (sum == 0)
+            data.erase(key);
+        else
+            set(key, static_cast<std::int64_t>(sum));
     }
 };
 
@@ -105,9 +108,13 @@ Context::~Context() = default;
 Context::Context(Context&&) noexcept = default;
 Context& Context::operator=(Context&&) noexcept = default;
 
-Context Context::copyContext() const { return sharing(state_->data); }
+Context Context::copyContext() const {
+    return sharing(state_->data);
+}
 
-Context Context::layer() const { return sharing(ContextMap(state_->data.layer())); }
+Context Context::layer() const {
+    return sharing(ContextMap(state_->data.layer()));
+}
 
 Context Context::sharing(ContextMap data) const {
     Context context;
@@ -127,7 +134,9 @@ void Context::set(std::u16string_view key, std::optional<IsEquatable> value, boo
     notifyUnlessPaused();
 }
 
-const IsEquatable* Context::find(std::u16string_view key) const { return state_->data.find(key); }
+const IsEquatable* Context::find(std::u16string_view key) const {
+    return state_->data.find(key);
+}
 
 void Context::setValue(std::optional<Value> value, std::u16string_view variable) {
     std::optional<IsEquatable> entry;
@@ -135,7 +144,9 @@ void Context::setValue(std::optional<Value> value, std::u16string_view variable)
     set(variableKey(variable), std::move(entry));
 }
 
-const Value* Context::getVariable(std::u16string_view name) const { return get<Value>(variableKey(name)); }
+const Value* Context::getVariable(std::u16string_view name) const {
+    return get<Value>(variableKey(name));
+}
 
 std::optional<std::int64_t> Context::precision() const {
     const auto* digits = get<std::int64_t>(context_keys::precision);
@@ -153,7 +164,9 @@ const FormattedValue* Context::grandTotalFormatted() const {
     return total ? total->get() : nullptr;
 }
 
-void Context::beginUpdates() { state_->pauseDelegateUpdates = true; }
+void Context::beginUpdates() {
+    state_->pauseDelegateUpdates = true;
+}
 
 void Context::endUpdates(bool notify) {
     state_->pauseDelegateUpdates = false;
@@ -169,7 +182,8 @@ void Context::syncUpdate(const std::function<void()>& block) {
 
 void Context::add(const ContextMap& data, bool registerUpdates) {
     data.all([&](const auto& entry) {
-        if (entry.key().starts_with(context_keys::names)) return true;  // comes of the names themselves: both sides may have some
+        if (entry.key().starts_with(context_keys::names))
+            return true;  // comes of the names themselves: both sides may have some
         if (registerUpdates) {
             set(entry.key(), entry.value());
         } else {
@@ -207,16 +221,24 @@ void Context::addDependenciesOf(LineResultPointer line) {
 void Context::addDependencyOn(std::u16string_view name, std::optional<IsEquatable> value,
                               std::optional<IsEquatable> defaultValue) {
     if (!value) {
-        if (const IsEquatable* present = find(name)) value = *present;
-        else value = std::move(defaultValue);
+        if (const IsEquatable* present = find(name))
+            value = *present;
+        else
+            value = std::move(defaultValue);
     }
-    if (value) state_->dependencies().set(name, *std::move(value));
-    else state_->dependencies().erase(name);
+    if (value)
+        state_->dependencies().set(name, *std::move(value));
+    else
+        state_->dependencies().erase(name);
 }
 
-bool Context::hasDependencyOn(std::u16string_view name) const { return dependencyFor(name) != nullptr; }
+bool Context::hasDependencyOn(std::u16string_view name) const {
+    return dependencyFor(name) != nullptr;
+}
 
-const IsEquatable* Context::dependencyFor(std::u16string_view name) const { return state_->dependencies().find(name); }
+const IsEquatable* Context::dependencyFor(std::u16string_view name) const {
+    return state_->dependencies().find(name);
+}
 
 bool Context::hasUpdatesFor(const ContextMap& dependencies) const {
     return !dependencies.all([&](const auto& entry) {
@@ -225,29 +247,44 @@ bool Context::hasUpdatesFor(const ContextMap& dependencies) const {
     });
 }
 
-void Context::addQuickTypeToken(std::u16string_view token) { state_->quickTypeData.tokens.emplace_back(token); }
+void Context::addQuickTypeToken(std::u16string_view token) {
+    state_->quickTypeData.tokens.emplace_back(token);
+}
 
 void Context::addQuickTypeExpression(std::u16string_view expression) {
     state_->quickTypeData.expressions.emplace_back(expression);
 }
 
-const QuickTypeData& Context::quickTypeData() const { return state_->quickTypeData; }
-const ContextMap& Context::data() const { return state_->data; }
-const ContextMap& Context::updates() const { return state_->updates; }
-const ContextMap& Context::dependencies() const { return state_->dependencies(); }
+const QuickTypeData& Context::quickTypeData() const {
+    return state_->quickTypeData;
+}
+const ContextMap& Context::data() const {
+    return state_->data;
+}
+const ContextMap& Context::updates() const {
+    return state_->updates;
+}
+const ContextMap& Context::dependencies() const {
+    return state_->dependencies();
+}
 
 bool Context::mayNameVariable(char16_t firstCharacter) const {
     return state_->variables && state_->variables->firstCharacters.contains(firstCharacter);
 }
 
-std::size_t Context::longestVariableName() const { return state_->variables ? state_->variables->longest : 0; }
+std::size_t Context::longestVariableName() const {
+    return state_->variables ? state_->variables->longest : 0;
+}
 
 bool Context::isEqual(const Context& other) const {
     return data() == other.data() && state_->updates == other.state_->updates &&
-           state_->dependencies() == other.state_->dependencies() && state_->quickTypeData == other.state_->quickTypeData;
+           state_->dependencies() == other.state_->dependencies() &&
+           state_->quickTypeData == other.state_->quickTypeData;
 }
 
-void Context::setDelegate(ContextDelegate* delegate) { state_->delegate = delegate; }
+void Context::setDelegate(ContextDelegate* delegate) {
+    state_->delegate = delegate;
+}
 
 void Context::notifyDelegate() {
     if (state_->delegate) state_->delegate->contextUpdated(*this);
@@ -257,6 +294,8 @@ void Context::notifyUnlessPaused() {
     if (!state_->pauseDelegateUpdates) notifyDelegate();
 }
 
-std::recursive_mutex& Context::mutex() const { return state_->mutex; }
+std::recursive_mutex& Context::mutex() const {
+    return state_->mutex;
+}
 
 }  // namespace vemo

@@ -50,7 +50,9 @@ inline std::u16string_view nameHead(std::u16string_view text) {
 
 // The key under which a context says which names of more than their head begin with it (as a number that changes
 // with them), so that a line mentioning the head is calculated again when such a name comes or goes.
-inline std::u16string namesKey(std::u16string_view head) { return std::u16string(context_keys::names).append(head); }
+inline std::u16string namesKey(std::u16string_view head) {
+    return std::u16string(context_keys::names).append(head);
+}
 
 inline std::u16string geoNameKey(std::u16string_view place) {
     return std::u16string(context_keys::geoName).append(place);

@@ -60,8 +60,8 @@ public:
         worker_ = std::make_shared<VemoWorker>(scheduler_.get(), !background);
         if (!background) return adopt(worker_, build(environment_, config, scheduler_.get()));
         // The task owns neither the engine nor the worker: they end on the main executor only.
-        scheduler_->postBackground([environment = environment_, config, scheduler = scheduler_.get(), core = weak_from_this(),
-                                    worker = std::weak_ptr(worker_)] {
+        scheduler_->postBackground([environment = environment_, config, scheduler = scheduler_.get(),
+                                    core = weak_from_this(), worker = std::weak_ptr(worker_)] {
             scheduler->postMain([core, worker, built = build(environment, config, scheduler)] {
                 const auto engine = core.lock();
                 const auto current = worker.lock();
@@ -71,8 +71,8 @@ public:
     }
 
     void calculate(std::u16string_view text, const Context& context, VemoEngine::Callback callback) {
-        request_ = std::make_shared<Request>(Request{std::make_shared<const std::u16string>(text), context.copyContext(),
-                                                     std::move(callback)});
+        request_ = std::make_shared<Request>(
+            Request{std::make_shared<const std::u16string>(text), context.copyContext(), std::move(callback)});
         startRequest();
     }
 
@@ -93,7 +93,8 @@ public:
                               std::function<void(std::shared_ptr<QuickTypeEngine>)> callback) {
         auto calculator = worker_ ? worker_->calculator() : nullptr;
         if (!calculator) return;
-        if (!scheduler_ || thread == VemoEngine::WorkerThread::main) return callback(calculator->buildQuickTypeEngine());
+        if (!scheduler_ || thread == VemoEngine::WorkerThread::main)
+            return callback(calculator->buildQuickTypeEngine());
         scheduler_->postBackground([calculator = std::move(calculator), scheduler = scheduler_.get(),
                                     core = weak_from_this(), callback = std::move(callback)] {
             scheduler->postMain([core, callback, built = calculator->buildQuickTypeEngine()] {
@@ -108,8 +109,10 @@ public:
         auto parsed = parseRates(json);
         if (const auto* problem = std::get_if<std::string>(&parsed)) return *problem;
         auto& rates = std::get<CurrencyRatesContainer>(parsed);
-        if (file == VemoEngine::RatesFile::currency) calculator->setCurrencyRates(std::move(rates));
-        else calculator->setCryptoRates(std::move(rates));
+        if (file == VemoEngine::RatesFile::currency)
+            calculator->setCurrencyRates(std::move(rates));
+        else
+            calculator->setCryptoRates(std::move(rates));
         return "";
     }
 
@@ -137,8 +140,10 @@ public:
 
 private:
     void onMain(const std::function<void()>& task) const {
-        if (immediate_) task();
-        else if (scheduler_) scheduler_->postMain(task);
+        if (immediate_)
+            task();
+        else if (scheduler_)
+            scheduler_->postMain(task);
     }
 
     template <class Notify>
@@ -176,7 +181,8 @@ private:
 
     void log(const Calculator::MultilineResult& calculated) {
         for (const LineResultPointer& line : calculated.logging)
-            tell(weak_from_this(), [&](VemoEngineDelegate& delegate) { delegate.engineLog(toUtf8(line->extensionsLog())); });
+            tell(weak_from_this(),
+                 [&](VemoEngineDelegate& delegate) { delegate.engineLog(toUtf8(line->extensionsLog())); });
     }
 
     Environment environment_;
@@ -196,13 +202,17 @@ struct VemoEngine::State {
 VemoEngine::VemoEngine(Environment environment, std::shared_ptr<Executor> main)
     : state_(std::make_unique<State>(State{std::make_shared<EngineCore>(std::move(environment), main)})) {}
 
-VemoEngine::~VemoEngine() { state_->core->close(); }
+VemoEngine::~VemoEngine() {
+    state_->core->close();
+}
 
 void VemoEngine::setDelegate(std::weak_ptr<VemoEngineDelegate> delegate) {
     state_->core->setDelegate(std::move(delegate));
 }
 
-void VemoEngine::buildVemoWorker(const Config& config, WorkerThread thread) { state_->core->buildWorker(config, thread); }
+void VemoEngine::buildVemoWorker(const Config& config, WorkerThread thread) {
+    state_->core->buildWorker(config, thread);
+}
 
 void VemoEngine::calculate(std::u16string_view text, const Context& context, Callback callback) {
     state_->core->calculate(text, context, std::move(callback));
@@ -212,10 +222,18 @@ std::optional<VemoEngine::Result> VemoEngine::calculateSync(std::u16string_view 
     return state_->core->calculateSync(text, context);
 }
 
-AttributedText VemoEngine::Result::Line::attributedText() const { return result_->attributedText(); }
-FormattedValue VemoEngine::Result::Line::formattedResult() const { return result_->formattedValue(); }
-QuickTypeData VemoEngine::Result::Line::quickTypeData() const { return result_->quickTypeData(); }
-std::u16string VemoEngine::Result::Line::extensionsLog() const { return std::u16string(result_->extensionsLog()); }
+AttributedText VemoEngine::Result::Line::attributedText() const {
+    return result_->attributedText();
+}
+FormattedValue VemoEngine::Result::Line::formattedResult() const {
+    return result_->formattedValue();
+}
+QuickTypeData VemoEngine::Result::Line::quickTypeData() const {
+    return result_->quickTypeData();
+}
+std::u16string VemoEngine::Result::Line::extensionsLog() const {
+    return std::u16string(result_->extensionsLog());
+}
 
 void VemoEngine::buildQuickTypeEngine(WorkerThread thread,
                                       std::function<void(std::shared_ptr<QuickTypeEngine>)> callback) {
@@ -226,14 +244,26 @@ std::u16string VemoEngine::welcomeSample(std::string_view language) {
     return Localizer(language).translationOrBase(u"sample.welcome", u"Samples");
 }
 
-std::string VemoEngine::takeRates(RatesFile file, std::string_view json) { return state_->core->takeRates(file, json); }
+std::string VemoEngine::takeRates(RatesFile file, std::string_view json) {
+    return state_->core->takeRates(file, json);
+}
 
-const std::string& VemoEngine::startUpLog() const { return state_->core->startUpLog(); }
-const std::vector<Extension>& VemoEngine::extensions() const { return state_->core->extensions(); }
+const std::string& VemoEngine::startUpLog() const {
+    return state_->core->startUpLog();
+}
+const std::vector<Extension>& VemoEngine::extensions() const {
+    return state_->core->extensions();
+}
 
-std::string_view VemoEngine::version() { return VEMO_VERSION; }
+std::string_view VemoEngine::version() {
+    return VEMO_VERSION;
+}
 
-std::u16string utf16(std::string_view utf8) { return toUtf16(utf8); }
-std::string utf8(std::u16string_view text) { return toUtf8(text); }
+std::u16string utf16(std::string_view utf8) {
+    return toUtf16(utf8);
+}
+std::string utf8(std::u16string_view text) {
+    return toUtf8(text);
+}
 
 }  // namespace vemo

@@ -107,7 +107,8 @@ public:
         for (std::size_t i = 0; i < count; ++i) {
             const std::size_t packed = number();
             const std::size_t length = packed >> runTypeBits;
-            result.append(AttributedText(line.substr(0, length), static_cast<RunType>(packed & ((1u << runTypeBits) - 1))));
+            result.append(
+                AttributedText(line.substr(0, length), static_cast<RunType>(packed & ((1u << runTypeBits) - 1))));
             line.remove_prefix(length);
         }
         return result;
@@ -116,9 +117,14 @@ public:
         FormattedValue result;
         for (auto* text : {&result.regular, &result.shortText}) {
             switch (static_cast<Presence>(*at_++)) {
-                case Presence::absent: break;
-                case Presence::present: *text = this->text(); break;
-                case Presence::sameAsRegular: *text = result.regular; break;
+                case Presence::absent:
+                    break;
+                case Presence::present:
+                    *text = this->text();
+                    break;
+                case Presence::sameAsRegular:
+                    *text = result.regular;
+                    break;
             }
         }
         return result;
@@ -158,8 +164,10 @@ LineResultPointer LineResult::make(Value value, const ContextMap& updates, const
     std::vector<EntryPointer> seen;
     std::vector<const ContextMap::Entry*> absent;
     dependencies.all([&](const auto& entry) {
-        if (entry.value().isEmptyValue()) absent.push_back(&entry);
-        else seen.emplace_back(&entry);
+        if (entry.value().isEmptyValue())
+            absent.push_back(&entry);
+        else
+            seen.emplace_back(&entry);
         return true;
     });
     Writer writer;
@@ -174,7 +182,8 @@ LineResultPointer LineResult::make(Value value, const ContextMap& updates, const
     writer.formatted(formatted);
     writer.texts(quickType.tokens);
     writer.texts(quickType.expressions);
-    const std::size_t behind = (written.size() + seen.size()) * sizeof(EntryPointer) + writer.block().size() * sizeof(char16_t);
+    const std::size_t behind =
+        (written.size() + seen.size()) * sizeof(EntryPointer) + writer.block().size() * sizeof(char16_t);
     return std::allocate_shared<LineResult>(SpaceBehind<LineResult>(behind), Key(), std::move(value),
                                             text.compoundString().size(), written, seen, writer.block());
 }
@@ -199,13 +208,15 @@ LineResult::~LineResult() {
 bool LineResult::holdsIn(const Context& context) const {
     const ContextMap& data = context.data();
     // What it saw first: where that has changed, the rest need not be read.
-    return std::ranges::all_of(seen(), [&](const EntryPointer& entry) {
-        const IsEquatable* present = data.find(entry->key(), entry->hash());
-        return present && present->isEqual(entry->value());
-    }) && Reader(*this).absentKeys([&](std::u16string_view key, std::size_t hash) {
-        const IsEquatable* present = data.find(key, hash);
-        return !present || present->isEmptyValue();
-    });
+    return std::ranges::all_of(seen(),
+                               [&](const EntryPointer& entry) {
+                                   const IsEquatable* present = data.find(entry->key(), entry->hash());
+                                   return present && present->isEqual(entry->value());
+                               }) &&
+           Reader(*this).absentKeys([&](std::u16string_view key, std::size_t hash) {
+               const IsEquatable* present = data.find(key, hash);
+               return !present || present->isEmptyValue();
+           });
 }
 
 void LineResult::addDependenciesTo(ContextMap& dependencies) const {
@@ -222,14 +233,17 @@ void LineResult::absentKeys(FunctionRef<void(std::u16string_view)> visit) const 
 
 void LineResult::prefetchParts(const ContextMap& data) const {
     constexpr std::size_t key = 32;  // the beginning of it
-    for (std::size_t i = 0; i < updateCount_ + seenCount_; ++i) prefetch(entries()[i].get(), sizeof(ContextMap::Entry) + key);
+    for (std::size_t i = 0; i < updateCount_ + seenCount_; ++i)
+        prefetch(entries()[i].get(), sizeof(ContextMap::Entry) + key);
     Reader(*this).absentKeys([&](std::u16string_view, std::size_t hash) {
         data.prefetchPlace(hash);
         return true;
     });
 }
 
-AttributedText LineResult::attributedText() const { return Reader::atRuns(*this).runs(text()); }
+AttributedText LineResult::attributedText() const {
+    return Reader::atRuns(*this).runs(text());
+}
 
 FormattedValue LineResult::formattedValue() const {
     Reader reader = Reader::atRuns(*this);
@@ -247,6 +261,8 @@ QuickTypeData LineResult::quickTypeData() const {
     return data;
 }
 
-std::u16string_view LineResult::extensionsLog() const { return Reader::atLog(*this).text(); }
+std::u16string_view LineResult::extensionsLog() const {
+    return Reader::atLog(*this).text();
+}
 
 }  // namespace vemo

@@ -13,8 +13,8 @@ namespace vemo {
 class LineResult;
 using LineResultPointer = std::shared_ptr<const LineResult>;
 
-// What one line gave. Documents keep one for every line, and look at all of them when one changes: so each is one block of
-// memory. The object is followed by the entries it refers to and by its texts.
+// What one line gave. Documents keep one for every line, and look at all of them when one changes: so each is one block
+// of memory. The object is followed by the entries it refers to and by its texts.
 class LineResult {
     class Key {};  // for `make` alone
 
@@ -68,7 +68,8 @@ private:
     std::uint32_t updateCount_;
     std::uint32_t seenCount_;
     Value value_;
-    // Behind: updates, entries seen, and in UTF-16 units the line, the absent keys, log, runs, results, tokens and expressions.
+    // Behind: updates, entries seen, and in UTF-16 units the line, the absent keys, log, runs, results, tokens and
+    // expressions.
 };
 
 }  // namespace vemo

@@ -56,13 +56,14 @@ struct VemoWorker::Queue {
 VemoWorker::VemoWorker(Scheduler* scheduler, bool onMain)
     : scheduler_(scheduler), onMain_(onMain), queue_(std::make_shared<Queue>()) {}
 
-VemoWorker::~VemoWorker() { retire(); }
+VemoWorker::~VemoWorker() {
+    retire();
+}
 
 void VemoWorker::calculate(std::shared_ptr<const std::u16string> text, const Context& context,
                            VemoWorkerOperation::Callback callback) {
     if (!calculator_) return;
-    auto operation =
-        std::make_shared<VemoWorkerOperation>(calculator_, std::move(text), context, std::move(callback));
+    auto operation = std::make_shared<VemoWorkerOperation>(calculator_, std::move(text), context, std::move(callback));
     if (!queue_->replace(std::move(operation))) return;
     const auto run = [queue = queue_, scheduler = scheduler_] {
         const auto started = queue->start();
@@ -73,12 +74,17 @@ void VemoWorker::calculate(std::shared_ptr<const std::u16string> text, const Con
             queue->finish(started);
             started->deliver(std::move(result));
         };
-        if (scheduler) scheduler->postMain(std::move(deliver));
-        else deliver();
+        if (scheduler)
+            scheduler->postMain(std::move(deliver));
+        else
+            deliver();
     };
-    if (!scheduler_) run();
-    else if (onMain_) scheduler_->postMain(run);
-    else scheduler_->postWorker(run);
+    if (!scheduler_)
+        run();
+    else if (onMain_)
+        scheduler_->postMain(run);
+    else
+        scheduler_->postWorker(run);
 }
 
 void VemoWorker::retire() {

@@ -81,8 +81,8 @@ public:
     std::optional<Value> calculate(const Value& left, const Value& right, Context& context) const override;
 };
 
-// "in": the left operand in the right one's unit, declined when it can't be converted; without a unit there, the right operand's marks (a numeral
-// system) go to the left one.
+// "in": the left operand in the right one's unit, declined when it can't be converted; without a unit there, the right
+// operand's marks (a numeral system) go to the left one.
 class ConversionOperation : public Operation {
 public:
     explicit ConversionOperation(const UnitConverter& unitConverter) : unitConverter_(unitConverter) {}

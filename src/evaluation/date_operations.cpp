@@ -29,7 +29,9 @@ Value shifted(Date date, const DecimalNumber& seconds) {
 
 }  // namespace
 
-Value dateValue(Date instant) { return Value(instant).with(u"date", Attribute::unit); }
+Value dateValue(Date instant) {
+    return Value(instant).with(u"date", Attribute::unit);
+}
 
 std::optional<Value> movedToTimeZone(const Value& dateTime, const TimeZone& target, Context& context) {
     const auto date = dateTime.date();

@@ -7,8 +7,8 @@ namespace vemo {
 
 class UnitConverter;
 
-// A date-time value. Its instant is arranged so that the local time zone shows on it the time that the clocks of its own
-// zone show: moving it to another zone shifts the instant.
+// A date-time value. Its instant is arranged so that the local time zone shows on it the time that the clocks of its
+// own zone show: moving it to another zone shifts the instant.
 Value dateValue(Date instant);
 
 // A date-time moved from its time zone to another, by the difference of their offsets at the current time of the

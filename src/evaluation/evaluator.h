@@ -42,6 +42,8 @@ public:
 ElementList reducedTo(const Value& value, const ElementList& elements);
 
 // What a part of a line that makes no sense, such as unbalanced brackets, stands for.
-inline Value errorValue() { return Value(Attribute::error, u""); }
+inline Value errorValue() {
+    return Value(Attribute::error, u"");
+}
 
 }  // namespace vemo

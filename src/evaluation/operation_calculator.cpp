@@ -36,7 +36,8 @@ std::optional<Value> OperationCalculator::calculate(std::vector<Value> values, s
     if (values.empty() || operators.size() + 1 < values.size()) return std::nullopt;
     operators.resize(values.size() - 1);
     std::vector<int> priorities(operators.size());
-    std::transform(operators.begin(), operators.end(), priorities.begin(), [&](const Value& op) { return priority(op); });
+    std::transform(operators.begin(), operators.end(), priorities.begin(),
+                   [&](const Value& op) { return priority(op); });
     while (values.size() > 1) {
         const auto highest = std::max_element(priorities.begin(), priorities.end());
         const auto index = highest - priorities.begin();

@@ -50,8 +50,10 @@ constexpr OperatorRow operatorRows[] = {
 void registerOperators(OperatorCollection& operators, const Localizer& localizer) {
     for (const OperatorRow& row : operatorRows) {
         Operator op{std::u16string(row.id), {}, {}, row.priority};
-        if (!row.table.empty()) op.phrases = localizer.variants(row.phrases, row.table);
-        else if (!row.phrases.empty()) op.phrases = {std::u16string(row.phrases)};
+        if (!row.table.empty())
+            op.phrases = localizer.variants(row.phrases, row.table);
+        else if (!row.phrases.empty())
+            op.phrases = {std::u16string(row.phrases)};
         for (const char16_t symbol : row.symbols) op.symbols.emplace_back(1, symbol);
         operators.add(std::move(op));
     }

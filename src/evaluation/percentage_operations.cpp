@@ -9,14 +9,21 @@ namespace {
 
 using Formula = DecimalNumber (*)(const DecimalNumber& left, const DecimalNumber& right);
 
-DecimalNumber hundred() { return DecimalNumber::fromInt64(100); }
-DecimalNumber share(const DecimalNumber& percent) { return percent.dividing(hundred()); }
-bool isPercent(const Value& value) { return value.is(Attribute::unit, u"percent"); }
+DecimalNumber hundred() {
+    return DecimalNumber::fromInt64(100);
+}
+DecimalNumber share(const DecimalNumber& percent) {
+    return percent.dividing(hundred());
+}
+bool isPercent(const Value& value) {
+    return value.is(Attribute::unit, u"percent");
+}
 
 // An amount changed by a percentage on its right: the amount keeps its marks.
 class ChangeOperation : public Operation {
 public:
-    ChangeOperation(Formula formula, bool acceptsPercentLeft) : formula_(formula), acceptsPercentLeft_(acceptsPercentLeft) {}
+    ChangeOperation(Formula formula, bool acceptsPercentLeft)
+        : formula_(formula), acceptsPercentLeft_(acceptsPercentLeft) {}
 
     std::optional<Value> calculate(const Value& left, const Value& right, Context&) const override {
         const auto l = left.decimal();
@@ -95,8 +102,8 @@ constexpr struct {
 }  // namespace
 
 std::shared_ptr<const Operation> percentageAdditionOperation() {
-    return std::make_shared<ChangeOperation>([](const auto& l, const auto& r) { return l.adding(l.multiplying(share(r))); },
-                                             false);
+    return std::make_shared<ChangeOperation>(
+        [](const auto& l, const auto& r) { return l.adding(l.multiplying(share(r))); }, false);
 }
 
 std::shared_ptr<const Operation> percentageSubtractionOperation() {
@@ -105,7 +112,8 @@ std::shared_ptr<const Operation> percentageSubtractionOperation() {
 }
 
 std::shared_ptr<const Operation> percentageMultiplicationOperation() {
-    return std::make_shared<ChangeOperation>([](const auto& l, const auto& r) { return l.multiplying(share(r)); }, true);
+    return std::make_shared<ChangeOperation>([](const auto& l, const auto& r) { return l.multiplying(share(r)); },
+                                             true);
 }
 
 void registerPercentagePhrases(OperationCollection& operations, const UnitConverter& unitConverter) {

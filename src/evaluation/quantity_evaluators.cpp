@@ -7,7 +7,9 @@ namespace vemo {
 
 namespace {
 
-bool isValidName(std::u16string_view name) { return !name.empty() && (name.front() < u'0' || name.front() > u'9'); }
+bool isValidName(std::u16string_view name) {
+    return !name.empty() && (name.front() < u'0' || name.front() > u'9');
+}
 
 }  // namespace
 
@@ -49,7 +51,8 @@ std::optional<ElementList> ScaleEvaluator::evaluate(const ElementList& elements,
     if (!elements.anyHas(Attribute::scale)) return std::nullopt;
     return replacingMatches(elements, matcher_, [&](const Match& match) -> std::optional<Value> {
         const Value& number = elements[match.group(u"value")->location].value;
-        const Scale* scale = scaleManager_.scale(*elements[match.group(u"scale")->location].value.string(Attribute::scale));
+        const Scale* scale =
+            scaleManager_.scale(*elements[match.group(u"scale")->location].value.string(Attribute::scale));
         if (!scale) return std::nullopt;
         return number.with(number.decimal()->multiplyingByPowerOf10(scale->ratio));
     });

@@ -53,7 +53,8 @@ std::optional<ElementList> replacingMatches(const ElementList& elements, const F
     ElementReplacer replacer(elements);
     for (const Match& match : matcher.occurrences(elements)) {
         if (const auto value = reduce(match))
-            replacer.replace(match.range).append(makeElement(*value, elements.attributedText(match.range.location, match.range.end())));
+            replacer.replace(match.range)
+                .append(makeElement(*value, elements.attributedText(match.range.location, match.range.end())));
     }
     return replacer.finished();
 }
@@ -128,7 +129,8 @@ std::optional<ElementList> OperationEvaluator::withSignedNumbers(const ElementLi
         const bool apart = i > 1 && elements[i - 1].value.isEmpty() && trimmed(elements[i - 1].text()).empty();
         const auto function = elements[apart ? i - 2 : i - 1].value.string(Attribute::function);
         if (!function || !takesSigns_(*function)) continue;
-        replacer.replace({i, 2}).append(makeElement(elements[i + 1].value.with(number->negative()), elements.attributedText(i, i + 2)));
+        replacer.replace({i, 2}).append(
+            makeElement(elements[i + 1].value.with(number->negative()), elements.attributedText(i, i + 2)));
     }
     return replacer.finished();
 }
@@ -140,8 +142,8 @@ std::optional<ElementList> OperationEvaluator::evaluate(const ElementList& given
     const ElementList& elements = withSigned ? *withSigned : given;
     if (!elements.anyHas(Attribute::operation)) return withSigned;
     const auto& all = elements.pointers();
-    const auto operatorCount = static_cast<std::size_t>(
-        std::count_if(all.begin(), all.end(), [](const ElementPointer& e) { return e->value.has(Attribute::operation); }));
+    const auto operatorCount = static_cast<std::size_t>(std::count_if(
+        all.begin(), all.end(), [](const ElementPointer& e) { return e->value.has(Attribute::operation); }));
     std::vector<Value> operands;
     std::vector<Value> operators;
     operands.reserve(operatorCount + 1);
@@ -167,7 +169,9 @@ std::optional<ElementList> OperationEvaluator::evaluate(const ElementList& given
     constexpr std::u16string_view percentages[] = {u"percent_of", u"percent_on", u"percent_off"};
     for (std::size_t i = operators.size(); i-- > 0;) {
         const auto id = operators[i].string(Attribute::operation);
-        if (!operands[i + 1].isEmpty() || std::find(std::begin(percentages), std::end(percentages), id) == std::end(percentages)) continue;
+        if (!operands[i + 1].isEmpty() ||
+            std::find(std::begin(percentages), std::end(percentages), id) == std::end(percentages))
+            continue;
         operators.erase(operators.begin() + static_cast<std::ptrdiff_t>(i));
         operands.erase(operands.begin() + static_cast<std::ptrdiff_t>(i) + 1);
     }

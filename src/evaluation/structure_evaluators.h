@@ -2,6 +2,7 @@
 #pragma once
 
 #include <functional>
+
 #include "evaluation/evaluator.h"
 #include "evaluation/operation_calculator.h"
 #include "matching/domain_matchers.h"
@@ -35,7 +36,8 @@ public:
 class OperationEvaluator : public Evaluator {
 public:
     // `takesSigns` tells by a function's id whether a sign between its name and a number is the number's.
-    OperationEvaluator(const OperationCalculator& operationCalculator, std::function<bool(std::u16string_view)> takesSigns)
+    OperationEvaluator(const OperationCalculator& operationCalculator,
+                       std::function<bool(std::u16string_view)> takesSigns)
         : operationCalculator_(operationCalculator), takesSigns_(std::move(takesSigns)) {}
     std::u16string_view name() const override { return u"OperationEvaluator"; }
     std::optional<ElementList> evaluate(const ElementList&, Context&, const EvaluationContext&) const override;

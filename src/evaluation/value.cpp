@@ -17,7 +17,7 @@ namespace {
 using Mark = std::variant<std::u16string, DecimalNumber, Date, TimeZone>;
 
 constexpr std::array<std::u16string_view, attributeCount> names{
-    u"decimal", u"unit", u"date",       u"time_zone", u"nsystem",     u"scale",      u"operation",
+    u"decimal", u"unit",       u"date", u"time_zone",   u"nsystem",    u"scale", u"operation",
     u"fn",      u"opPriority", u"type", u"parenthesis", u"assignment", u"error"};
 
 struct MarkText {
@@ -38,7 +38,9 @@ struct MarkHash {
 
 }  // namespace
 
-std::u16string_view attributeName(Attribute key) { return names[static_cast<std::size_t>(key)]; }
+std::u16string_view attributeName(Attribute key) {
+    return names[static_cast<std::size_t>(key)];
+}
 
 // Sorted by key.
 struct Value::Marks {
@@ -52,8 +54,10 @@ struct Value::Marks {
 
     void set(Attribute key, Mark mark) {
         auto place = std::find_if(entries.begin(), entries.end(), [&](const auto& e) { return e.first >= key; });
-        if (place != entries.end() && place->first == key) place->second = std::move(mark);
-        else entries.emplace(place, key, std::move(mark));
+        if (place != entries.end() && place->first == key)
+            place->second = std::move(mark);
+        else
+            entries.emplace(place, key, std::move(mark));
     }
 
     std::uint16_t mask() const {
@@ -64,10 +68,18 @@ struct Value::Marks {
 };
 
 Value::Value(const DecimalNumber& decimal) : decimal_(decimal), mask_(bit(Attribute::decimal)) {}
-Value::Value(Attribute key, std::u16string_view text) { *this = Value().with(text, key); }
-Value::Value(Attribute key, const DecimalNumber& number) { *this = Value().with(number, key); }
-Value::Value(Date date) { *this = Value().with(date); }
-Value::Value(TimeZone zone) { *this = Value().with(std::move(zone)); }
+Value::Value(Attribute key, std::u16string_view text) {
+    *this = Value().with(text, key);
+}
+Value::Value(Attribute key, const DecimalNumber& number) {
+    *this = Value().with(number, key);
+}
+Value::Value(Date date) {
+    *this = Value().with(date);
+}
+Value::Value(TimeZone zone) {
+    *this = Value().with(std::move(zone));
+}
 
 std::optional<std::u16string_view> Value::string(Attribute key) const {
     if (!has(key) || !marks_) return std::nullopt;

@@ -43,7 +43,9 @@ struct ValuesList::Block {
     std::array<Slot, blockSize> slots;
 };
 
-std::size_t ValuesList::size() const { return block_ ? block_->countBefore + count_ : 0; }
+std::size_t ValuesList::size() const {
+    return block_ ? block_->countBefore + count_ : 0;
+}
 
 const Value& ValuesList::newest() const {
     assert(!empty());

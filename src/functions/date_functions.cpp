@@ -84,12 +84,26 @@ public:
 
 }  // namespace
 
-std::shared_ptr<const Function> todayFunction() { return std::make_shared<DayFunction>(0); }
-std::shared_ptr<const Function> yesterdayFunction() { return std::make_shared<DayFunction>(-1); }
-std::shared_ptr<const Function> tomorrowFunction() { return std::make_shared<DayFunction>(1); }
-std::shared_ptr<const Function> timeFunction() { return std::make_shared<TimeFunction>(); }
-std::shared_ptr<const Function> localTimeZoneFunction() { return std::make_shared<LocalTimeZoneFunction>(); }
-std::shared_ptr<const Function> gmtFunction() { return std::make_shared<GmtFunction>(); }
-std::shared_ptr<const Function> fromUnixTimeFunction() { return std::make_shared<FromUnixTimeFunction>(); }
+std::shared_ptr<const Function> todayFunction() {
+    return std::make_shared<DayFunction>(0);
+}
+std::shared_ptr<const Function> yesterdayFunction() {
+    return std::make_shared<DayFunction>(-1);
+}
+std::shared_ptr<const Function> tomorrowFunction() {
+    return std::make_shared<DayFunction>(1);
+}
+std::shared_ptr<const Function> timeFunction() {
+    return std::make_shared<TimeFunction>();
+}
+std::shared_ptr<const Function> localTimeZoneFunction() {
+    return std::make_shared<LocalTimeZoneFunction>();
+}
+std::shared_ptr<const Function> gmtFunction() {
+    return std::make_shared<GmtFunction>();
+}
+std::shared_ptr<const Function> fromUnixTimeFunction() {
+    return std::make_shared<FromUnixTimeFunction>();
+}
 
 }  // namespace vemo

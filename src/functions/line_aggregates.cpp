@@ -13,7 +13,9 @@ const ValuesList* previousResults(Context& context) {
 }
 
 // False for lines of words, though a unit's or a function's name among them is a value.
-bool isResult(const Value& value) { return value.has(Attribute::decimal) || value.has(Attribute::date); }
+bool isResult(const Value& value) {
+    return value.has(Attribute::decimal) || value.has(Attribute::date);
+}
 
 struct BlockTotal {
     Value total;
@@ -39,7 +41,8 @@ public:
             adding.addDependencies(dependencies_);
         }
         for (; !values.empty(); values.pop_back(), ++block.count) {
-            const auto sum = block.count == 0 ? *values.back() : calculator_.apply(u"+", block.total, *values.back(), adding);
+            const auto sum =
+                block.count == 0 ? *values.back() : calculator_.apply(u"+", block.total, *values.back(), adding);
             if (!sum) break;
             block.total = *sum;
         }
@@ -115,6 +118,8 @@ std::shared_ptr<const Function> avgToken(const OperationCalculator& operationCal
     return std::make_shared<AvgToken>(operationCalculator);
 }
 
-std::shared_ptr<const Function> prevToken() { return std::make_shared<PrevToken>(); }
+std::shared_ptr<const Function> prevToken() {
+    return std::make_shared<PrevToken>();
+}
 
 }  // namespace vemo

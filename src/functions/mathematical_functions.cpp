@@ -72,7 +72,9 @@ private:
 
 }  // namespace
 
-std::shared_ptr<const Function> unaryFunction(UnaryFormula formula) { return std::make_shared<UnaryFunction>(formula); }
+std::shared_ptr<const Function> unaryFunction(UnaryFormula formula) {
+    return std::make_shared<UnaryFunction>(formula);
+}
 
 std::shared_ptr<const Function> binaryFunction(BinaryFormula formula) {
     return std::make_shared<BinaryFunction>(formula);
@@ -88,8 +90,12 @@ std::shared_ptr<const Function> inverseTrigonometricFunction(UnaryFormula formul
 
 namespace formulas {
 
-DecimalNumber squareRoot(const DecimalNumber& x) { return DecimalNumber::fromDouble(std::sqrt(x.toDouble())); }
-DecimalNumber cubeRoot(const DecimalNumber& x) { return DecimalNumber::fromDouble(std::cbrt(x.toDouble())); }
+DecimalNumber squareRoot(const DecimalNumber& x) {
+    return DecimalNumber::fromDouble(std::sqrt(x.toDouble()));
+}
+DecimalNumber cubeRoot(const DecimalNumber& x) {
+    return DecimalNumber::fromDouble(std::cbrt(x.toDouble()));
+}
 
 DecimalNumber root(const DecimalNumber& degree, const DecimalNumber& x) {
     const double n = degree.toDouble();
@@ -104,13 +110,27 @@ DecimalNumber logarithm(const DecimalNumber& base, const DecimalNumber& x) {
     return DecimalNumber::fromDouble(std::log2(x.toDouble()) / divisor);
 }
 
-DecimalNumber naturalLogarithm(const DecimalNumber& x) { return DecimalNumber::fromDouble(std::log(x.toDouble())); }
-DecimalNumber sine(const DecimalNumber& radians) { return DecimalNumber::fromDouble(std::sin(radians.toDouble())); }
-DecimalNumber cosine(const DecimalNumber& radians) { return DecimalNumber::fromDouble(std::cos(radians.toDouble())); }
-DecimalNumber tangent(const DecimalNumber& radians) { return DecimalNumber::fromDouble(std::tan(radians.toDouble())); }
-DecimalNumber arctangent(const DecimalNumber& x) { return DecimalNumber::fromDouble(std::atan(x.toDouble())); }
-DecimalNumber ceiling(const DecimalNumber& x) { return DecimalNumber::fromDouble(std::ceil(x.toDouble())); }
-DecimalNumber floor(const DecimalNumber& x) { return DecimalNumber::fromDouble(std::floor(x.toDouble())); }
+DecimalNumber naturalLogarithm(const DecimalNumber& x) {
+    return DecimalNumber::fromDouble(std::log(x.toDouble()));
+}
+DecimalNumber sine(const DecimalNumber& radians) {
+    return DecimalNumber::fromDouble(std::sin(radians.toDouble()));
+}
+DecimalNumber cosine(const DecimalNumber& radians) {
+    return DecimalNumber::fromDouble(std::cos(radians.toDouble()));
+}
+DecimalNumber tangent(const DecimalNumber& radians) {
+    return DecimalNumber::fromDouble(std::tan(radians.toDouble()));
+}
+DecimalNumber arctangent(const DecimalNumber& x) {
+    return DecimalNumber::fromDouble(std::atan(x.toDouble()));
+}
+DecimalNumber ceiling(const DecimalNumber& x) {
+    return DecimalNumber::fromDouble(std::ceil(x.toDouble()));
+}
+DecimalNumber floor(const DecimalNumber& x) {
+    return DecimalNumber::fromDouble(std::floor(x.toDouble()));
+}
 
 }  // namespace formulas
 

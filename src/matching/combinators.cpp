@@ -17,13 +17,15 @@ void SequenceMatcher::matchFrom(std::size_t part, const ElementList& elements, s
                         [&](std::size_t end) { matchFrom(part + 1, elements, end, captures, next); });
 }
 
-void OrMatcher::match(const ElementList& elements, std::size_t from, std::vector<Capture>& captures,
-                      Next next) const {
+void OrMatcher::match(const ElementList& elements, std::size_t from, std::vector<Capture>& captures, Next next) const {
     for (const MatcherPointer& alternative : alternatives_) alternative->match(elements, from, captures, next);
 }
 
 RepeatMatcher::RepeatMatcher(MatcherPointer match, std::optional<std::size_t> min, std::optional<std::size_t> max)
-    : match_(std::move(match)), single_(dynamic_cast<const SingleElementMatcher*>(match_.get())), min_(min), max_(max) {}
+    : match_(std::move(match)),
+      single_(dynamic_cast<const SingleElementMatcher*>(match_.get())),
+      min_(min),
+      max_(max) {}
 
 void RepeatMatcher::match(const ElementList& elements, std::size_t from, std::vector<Capture>& captures,
                           Next next) const {
@@ -69,7 +71,9 @@ void NotMatcher::match(const ElementList& elements, std::size_t from, std::vecto
 
 namespace pattern {
 
-MatcherPointer seq(std::vector<MatcherPointer> parts) { return std::make_shared<SequenceMatcher>(std::move(parts)); }
+MatcherPointer seq(std::vector<MatcherPointer> parts) {
+    return std::make_shared<SequenceMatcher>(std::move(parts));
+}
 
 MatcherPointer either(std::vector<MatcherPointer> alternatives) {
     return std::make_shared<OrMatcher>(std::move(alternatives));
@@ -87,7 +91,9 @@ SingleMatcherPointer test(std::function<bool(const Element&)> test) {
     return std::make_shared<ElementMatcher>(std::move(test));
 }
 
-SingleMatcherPointer all(std::vector<SingleMatcherPointer> all) { return std::make_shared<AndMatcher>(std::move(all)); }
+SingleMatcherPointer all(std::vector<SingleMatcherPointer> all) {
+    return std::make_shared<AndMatcher>(std::move(all));
+}
 
 SingleMatcherPointer anyElement() {
     return test([](const Element&) { return true; });
@@ -120,7 +126,9 @@ SingleMatcherPointer possibleVariableNamePart() {
     });
 }
 
-MatcherPointer gap() { return repeat(emptyValue()); }
+MatcherPointer gap() {
+    return repeat(emptyValue());
+}
 
 }  // namespace pattern
 

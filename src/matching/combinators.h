@@ -107,12 +107,12 @@ SingleMatcherPointer test(std::function<bool(const Element&)> test);
 SingleMatcherPointer all(std::vector<SingleMatcherPointer> all);
 
 SingleMatcherPointer anyElement();
-SingleMatcherPointer type(std::u16string_view type);    // the value's "type" is this
-SingleMatcherPointer has(Attribute key);                // the value has the attribute
-SingleMatcherPointer emptyValue();                      // plain text, comments, headers, labels
-SingleMatcherPointer someText();                        // the same, with more than white space
-SingleMatcherPointer possibleVariableNamePart();        // numbers, units, variables, functions, plain text, the letter x
-MatcherPointer gap();                                   // any number of elements without a value
+SingleMatcherPointer type(std::u16string_view type);  // the value's "type" is this
+SingleMatcherPointer has(Attribute key);              // the value has the attribute
+SingleMatcherPointer emptyValue();                    // plain text, comments, headers, labels
+SingleMatcherPointer someText();                      // the same, with more than white space
+SingleMatcherPointer possibleVariableNamePart();      // numbers, units, variables, functions, plain text, the letter x
+MatcherPointer gap();                                 // any number of elements without a value
 
 }  // namespace pattern
 

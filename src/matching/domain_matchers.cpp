@@ -28,10 +28,13 @@ SingleMatcherPointer functionNamed(std::u16string_view name) {
 
 // The multiplication letter before an assignment sign is a name, never a compound assignment.
 SingleMatcherPointer assignmentOperation() {
-    return test([](const Element& e) { return e.value.has(Attribute::operation) && e.text() != u"x" && e.text() != u"X"; });
+    return test(
+        [](const Element& e) { return e.value.has(Attribute::operation) && e.text() != u"x" && e.text() != u"X"; });
 }
 
-SingleMatcherPointer quantity() { return all({has(Attribute::decimal), has(Attribute::unit)}); }
+SingleMatcherPointer quantity() {
+    return all({has(Attribute::decimal), has(Attribute::unit)});
+}
 
 // A first part and any number of further ones, spaces between.
 MatcherPointer run(MatcherPointer first, MatcherPointer further) {
@@ -69,7 +72,8 @@ FinderMatcher explicitUnitConversionMatcher() {
 }
 
 FinderMatcher scaledExpressionMatcher() {
-    return FinderMatcher(seq({group(has(Attribute::decimal), u"value"), gap(), group(has(Attribute::scale), u"scale")}));
+    return FinderMatcher(
+        seq({group(has(Attribute::decimal), u"value"), gap(), group(has(Attribute::scale), u"scale")}));
 }
 
 FinderMatcher valueWithParenthesesSequenceMatcher() {
@@ -92,10 +96,10 @@ FinderMatcher geoNameSequenceMatcher() {
 }
 
 FinderMatcher assignmentSequenceMatcher() {
-    return FinderMatcher(seq({group(repeat(possibleVariableNamePart()), u"varnameparts"),
-                              repeat(group(assignmentOperation(), u"operation"), std::nullopt, 1),
-                              group(has(Attribute::assignment), u"assignment"),
-                              group(repeat(anyElement(), 1), u"expression")}));
+    return FinderMatcher(
+        seq({group(repeat(possibleVariableNamePart()), u"varnameparts"),
+             repeat(group(assignmentOperation(), u"operation"), std::nullopt, 1),
+             group(has(Attribute::assignment), u"assignment"), group(repeat(anyElement(), 1), u"expression")}));
 }
 
 }  // namespace vemo

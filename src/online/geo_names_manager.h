@@ -29,8 +29,8 @@ public:
     void beginBatch();
     // What is known of a place: nothing, or its zone, empty for a place that has none.
     std::optional<std::u16string> known(std::u16string_view name);
-    // The completion runs on another thread; never, when the place is being asked for already, or in vain because a newer
-    // calculation began.
+    // The completion runs on another thread; never, when the place is being asked for already, or in vain because a
+    // newer calculation began.
     void lookup(const std::u16string& name, Completion completion);
 
 private:

@@ -21,19 +21,26 @@ void appendPlace(const std::u16string& text, std::u16string_view name, std::u16s
     plain(std::u16string_view(text).substr(start + name.size()));
 }
 
-constexpr std::size_t mostElements = 9;  // of a place: the words of "Port of Spain" and "Port-au-Prince" are other things too
+constexpr std::size_t mostElements =
+    9;  // of a place: the words of "Port of Spain" and "Port-au-Prince" are other things too
 
-bool isConversion(const Element& element) { return element.value.is(Attribute::operation, u"in"); }
-bool isTimeFunction(const Element& element) { return element.value.is(Attribute::function, u"time"); }
+bool isConversion(const Element& element) {
+    return element.value.is(Attribute::operation, u"in");
+}
+bool isTimeFunction(const Element& element) {
+    return element.value.is(Attribute::function, u"time");
+}
 
 // A place is one behind a time, a zone or a function, such as "time": "Coffee in Berlin $5" is a note.
 bool isOfTime(const Element& element) {
-    return element.value.has(Attribute::date) || element.value.has(Attribute::timeZone) || element.value.has(Attribute::function);
+    return element.value.has(Attribute::date) || element.value.has(Attribute::timeZone) ||
+           element.value.has(Attribute::function);
 }
 
 bool mayBeOfPlace(const Element& element) {
     const Value& value = element.value;
-    return !value.has(Attribute::decimal) && !value.has(Attribute::parenthesis) && !isOfTime(element) && !isConversion(element);
+    return !value.has(Attribute::decimal) && !value.has(Attribute::parenthesis) && !isOfTime(element) &&
+           !isConversion(element);
 }
 
 }  // namespace
@@ -41,7 +48,8 @@ bool mayBeOfPlace(const Element& element) {
 std::optional<ElementList> GeoNamesParser::evaluate(const ElementList& elements, Context& context,
                                                     const EvaluationContext&) const {
     const auto& all = elements.pointers();
-    if (std::none_of(all.begin(), all.end(), [](const auto& e) { return isConversion(*e) || isTimeFunction(*e); })) return std::nullopt;
+    if (std::none_of(all.begin(), all.end(), [](const auto& e) { return isConversion(*e) || isTimeFunction(*e); }))
+        return std::nullopt;
     return places_ ? withKnownPlaces(elements) : withLookedUpPlaces(elements, context);
 }
 
@@ -52,7 +60,8 @@ std::optional<ElementList> GeoNamesParser::withKnownPlaces(const ElementList& el
         std::size_t first = from, last = to - 1;
         while (first < last && trimmed(elements[first].text()).empty()) ++first;
         while (last > first && trimmed(elements[last].text()).empty()) --last;
-        if (elements[first].value.has(Attribute::operation) || elements[last].value.has(Attribute::operation)) return false;
+        if (elements[first].value.has(Attribute::operation) || elements[last].value.has(Attribute::operation))
+            return false;
         const std::u16string text = elements.attributedText(from, to).compoundString();
         const std::u16string_view name = trimmed(text);
         auto zone = name.empty() ? std::nullopt : places_->zoneOf(name);
@@ -64,7 +73,9 @@ std::optional<ElementList> GeoNamesParser::withKnownPlaces(const ElementList& el
     std::size_t start = 0;  // of what may be a place before "time"
     for (std::size_t i = 0; i < elements.size(); ++i) {
         if (isTimeFunction(elements[i])) {
-            for (std::size_t from = std::max(start, i - std::min(i, mostElements)); from < i && !replace(from, i); ++from) {}
+            for (std::size_t from = std::max(start, i - std::min(i, mostElements)); from < i && !replace(from, i);
+                 ++from) {
+            }
         } else if (isConversion(elements[i]) && timeBefore) {
             std::size_t to = i + 1;
             while (to < elements.size() && to - i <= mostElements && mayBeOfPlace(elements[to])) ++to;

@@ -24,10 +24,11 @@ void GeoNamesService::log(const std::string& message) const {
 }
 
 void GeoNamesService::request(const std::string& name, Completion completion, int attempt) {
-    client_->get(HttpClient::withQuery(endpoint_, "q", name),
-                 [weak = weak_from_this(), name, completion = std::move(completion), attempt](const HttpResponse& response) {
-                     if (const auto self = weak.lock()) self->answer(name, completion, attempt, response);
-                 });
+    client_->get(
+        HttpClient::withQuery(endpoint_, "q", name),
+        [weak = weak_from_this(), name, completion = std::move(completion), attempt](const HttpResponse& response) {
+            if (const auto self = weak.lock()) self->answer(name, completion, attempt, response);
+        });
 }
 
 void GeoNamesService::answer(const std::string& name, const Completion& completion, int attempt,

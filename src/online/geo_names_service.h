@@ -25,7 +25,11 @@ public:
     // `scheduler` must outlive the requests. The delay before the first retry doubles with each further one.
     GeoNamesService(Scheduler& scheduler, std::shared_ptr<HttpClient> client, std::string endpoint, Log log,
                     std::chrono::milliseconds firstDelay = std::chrono::seconds(1))
-        : scheduler_(scheduler), client_(std::move(client)), endpoint_(std::move(endpoint)), log_(std::move(log)), firstDelay_(firstDelay) {}
+        : scheduler_(scheduler),
+          client_(std::move(client)),
+          endpoint_(std::move(endpoint)),
+          log_(std::move(log)),
+          firstDelay_(firstDelay) {}
 
     // The completion runs once, on another thread, unless the service is gone by then.
     void request(const std::string& name, Completion completion, int attempt = 0);

@@ -24,8 +24,13 @@ public:
     using Log = std::function<void(std::string_view)>;
 
     // `scheduler` and `client` must outlive what the loader starts. Without a `caches` folder nothing is fetched.
-    PeriodicFileLoader(Scheduler& scheduler, HttpClient& client, std::filesystem::path caches, Validator validator, Log log)
-        : scheduler_(scheduler), client_(client), caches_(std::move(caches)), validator_(std::move(validator)), log_(std::move(log)) {}
+    PeriodicFileLoader(Scheduler& scheduler, HttpClient& client, std::filesystem::path caches, Validator validator,
+                       Log log)
+        : scheduler_(scheduler),
+          client_(client),
+          caches_(std::move(caches)),
+          validator_(std::move(validator)),
+          log_(std::move(log)) {}
 
     void start(const std::string& url, Handler handler, std::chrono::seconds interval);
     // After this the handler is not called any more.

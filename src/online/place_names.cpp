@@ -51,8 +51,9 @@ bool isPlace(std::u16string_view identifier) {
         if (identifier.starts_with(prefix)) return false;
     constexpr std::size_t shortestName = 4;  // "Cuba", "Iran"; EST and its like are abbreviations
     const bool plain = identifier.find(u'/') == identifier.npos;
-    return !plain || (identifier.size() >= shortestName &&
-                      std::all_of(identifier.begin() + 1, identifier.end(), [](char16_t c) { return c >= u'a' && c <= u'z'; }));
+    return !plain ||
+           (identifier.size() >= shortestName &&
+            std::all_of(identifier.begin() + 1, identifier.end(), [](char16_t c) { return c >= u'a' && c <= u'z'; }));
 }
 
 class Builder {
@@ -71,7 +72,8 @@ public:
         std::vector<icu::UnicodeString> identifiers;
         const std::unique_ptr<icu::StringEnumeration> all(
             icu::TimeZone::createTimeZoneIDEnumeration(UCAL_ZONE_TYPE_ANY, nullptr, nullptr, status));
-        while (const icu::UnicodeString* identifier = all ? all->snext(status) : nullptr) identifiers.push_back(*identifier);
+        while (const icu::UnicodeString* identifier = all ? all->snext(status) : nullptr)
+            identifiers.push_back(*identifier);
         // What is added first stays: the names of today's zones before those of zones that were merged into others.
         std::map<std::u16string, std::vector<std::u16string>> zonesOfRegion;
         for (const icu::UnicodeString& identifier : identifiers) {
@@ -134,7 +136,9 @@ private:
 
 }  // namespace
 
-void PlaceNames::build() const { Builder(localizer_, language_, zones_).build(); }
+void PlaceNames::build() const {
+    Builder(localizer_, language_, zones_).build();
+}
 
 std::optional<std::u16string> PlaceNames::zoneOf(std::u16string_view place) const {
     if (place.empty() || place.size() > longestPlace) return std::nullopt;

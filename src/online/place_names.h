@@ -18,7 +18,8 @@ class Localizer;
 class PlaceNames {
 public:
     // `localizer` must outlive this.
-    PlaceNames(const Localizer& localizer, std::string language) : localizer_(localizer), language_(std::move(language)) {}
+    PlaceNames(const Localizer& localizer, std::string language)
+        : localizer_(localizer), language_(std::move(language)) {}
 
     // The IANA identifier for a name in any case, with or without its accents and punctuation.
     std::optional<std::u16string> zoneOf(std::u16string_view place) const;

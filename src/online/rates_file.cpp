@@ -13,7 +13,7 @@ namespace {
 constexpr double smallestRate = 1e-12;
 constexpr double largestRate = 1e15;
 constexpr std::size_t largestFile = std::size_t(16) << 20;
-constexpr std::size_t longestCode = 16;   // bytes
+constexpr std::size_t longestCode = 16;  // bytes
 constexpr std::size_t mostRates = 100'000;
 
 // Takes what stands two levels deep, below "rates", and nothing else into memory.

@@ -21,7 +21,8 @@ std::string problemOf(std::string_view bytes) {
 
 CurrencyRatesLoader::CurrencyRatesLoader(Scheduler& scheduler, HttpClient& client, const std::filesystem::path& caches,
                                          Log log)
-    : log_(log), fileLoader_(std::make_shared<PeriodicFileLoader>(scheduler, client, caches, problemOf, std::move(log))) {}
+    : log_(log),
+      fileLoader_(std::make_shared<PeriodicFileLoader>(scheduler, client, caches, problemOf, std::move(log))) {}
 
 void CurrencyRatesLoader::start(const std::string& url, Deliver deliver) {
     const auto handle = [weak = weak_from_this(), deliver = std::move(deliver)](const std::string* bytes) {

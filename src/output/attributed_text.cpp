@@ -9,20 +9,25 @@ namespace vemo {
 
 namespace {
 
-constexpr std::array<std::u16string_view, 11> codes{u"",    u"var", u"prnth", u"num", u"cmnt", u"unit",
+constexpr std::array<std::u16string_view, 11> codes{u"",    u"var", u"prnth", u"num",   u"cmnt",    u"unit",
                                                     u"hdr", u"lbl", u"fn",    u"oprtr", u"oprtrsmb"};
 
 }  // namespace
 
-std::u16string_view runTypeCode(RunType type) { return codes[static_cast<std::size_t>(type)]; }
+std::u16string_view runTypeCode(RunType type) {
+    return codes[static_cast<std::size_t>(type)];
+}
 
-AttributedText::AttributedText(std::u16string_view text, RunType type)
-    : text_(text) {
+AttributedText::AttributedText(std::u16string_view text, RunType type) : text_(text) {
     runs_.push_back({static_cast<std::uint32_t>(text.size()), type});
 }
 
-void AttributedText::Runs::push_back(Run run) { append(&run, 1); }
-void AttributedText::Runs::append(const Runs& other) { append(other.begin(), other.size()); }
+void AttributedText::Runs::push_back(Run run) {
+    append(&run, 1);
+}
+void AttributedText::Runs::append(const Runs& other) {
+    append(other.begin(), other.size());
+}
 
 void AttributedText::Runs::append(const Run* runs, std::size_t count) {
     if (many_.empty() && fewCount_ + count <= few_.size()) {
@@ -62,8 +67,7 @@ std::vector<RunType> AttributedText::usedAttributes() const {
     return types;
 }
 
-void AttributedText::enumerate(
-    const std::function<void(std::u16string_view, RunType, std::size_t)>& visit) const {
+void AttributedText::enumerate(const std::function<void(std::u16string_view, RunType, std::size_t)>& visit) const {
     std::size_t location = 0;
     for (const Run& run : runs_) {
         visit(std::u16string_view(text_).substr(location, run.length), run.type, location);
@@ -88,8 +92,10 @@ std::u16string AttributedText::description() const {
         result += u"\t[\"";
         result += text;
         result += u"\": ";
-        if (type == RunType::none) result += u"nil";
-        else result.append(u"\"").append(runTypeCode(type)).append(u"\"");
+        if (type == RunType::none)
+            result += u"nil";
+        else
+            result.append(u"\"").append(runTypeCode(type)).append(u"\"");
         result += u"]\n";
     });
     return result + u"}";

@@ -5,8 +5,8 @@
 
 #include "engine/context_map.h"
 #include "platform/text.h"
-#include "units/unit_manager.h"
 #include "units/unit_converter.h"
+#include "units/unit_manager.h"
 
 namespace vemo {
 
@@ -26,7 +26,9 @@ NumeralSystem numeralSystem(const Value& value) {
     return NumeralSystem::decimal;
 }
 
-bool isShort(std::u16string_view text) { return graphemeCount(text, shortLength) < shortLength; }
+bool isShort(std::u16string_view text) {
+    return graphemeCount(text, shortLength) < shortLength;
+}
 
 }  // namespace
 
@@ -47,8 +49,10 @@ std::optional<FormattedValue> DecimalUnitValueFormatter::format(const Value& val
     const auto precision = context.precision();
     const auto maxFraction = static_cast<int>(std::clamp<std::int64_t>(precision.value_or(defaultPrecision), 0, 999));
     // Recording its absence too lets a later setting recalculate the line.
-    if (precision) context.addDependencyOn(context_keys::precision);
-    else context.addDependencies(noPrecision_);
+    if (precision)
+        context.addDependencyOn(context_keys::precision);
+    else
+        context.addDependencies(noPrecision_);
 
     const DecimalNumber magnitude = number->abs();
     // One and a half dollars are 1.50; what is cut off for display does not count.

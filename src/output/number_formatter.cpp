@@ -61,11 +61,15 @@ std::optional<std::u16string> VemoEngineNumberFormatter::stringFrom(const Decima
                                                                     int maxFraction, int minFraction) const {
     if (decimal.notANumber()) return std::nullopt;
     switch (system) {
-        case NumeralSystem::binary: return integerText(decimal, 1, u"0b");
-        case NumeralSystem::octal: return integerText(decimal, 3, u"0o");
-        case NumeralSystem::hexadecimal: return integerText(decimal, 4, u"0x");
+        case NumeralSystem::binary:
+            return integerText(decimal, 1, u"0b");
+        case NumeralSystem::octal:
+            return integerText(decimal, 3, u"0o");
+        case NumeralSystem::hexadecimal:
+            return integerText(decimal, 4, u"0x");
         case NumeralSystem::decimal:
-        case NumeralSystem::scientific: break;
+        case NumeralSystem::scientific:
+            break;
     }
     maxFraction = std::clamp(maxFraction, 0, mostFraction);
     minFraction = std::clamp(minFraction, 0, maxFraction);

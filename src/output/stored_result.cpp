@@ -59,7 +59,8 @@ Id encodeValue(KeyedArchiver& archive, const FormattedValue& value) {
 
 // A type that is not known here is shown as plain text.
 RunType runTypeFor(std::u16string_view code) {
-    for (auto type = static_cast<std::uint8_t>(RunType::none); type <= static_cast<std::uint8_t>(RunType::operatorSymbol); ++type)
+    for (auto type = static_cast<std::uint8_t>(RunType::none);
+         type <= static_cast<std::uint8_t>(RunType::operatorSymbol); ++type)
         if (runTypeCode(static_cast<RunType>(type)) == code) return static_cast<RunType>(type);
     return RunType::none;
 }

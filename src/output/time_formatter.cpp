@@ -15,7 +15,8 @@ constexpr RoundingBehavior wholeDown{RoundingMode::down, 0};
 }  // namespace
 
 std::size_t TimeDecomposer::unitNumber(std::u16string_view unitId) {
-    const auto found = std::find_if(timeUnits.begin(), timeUnits.end(), [&](const auto& unit) { return unit.id == unitId; });
+    const auto found =
+        std::find_if(timeUnits.begin(), timeUnits.end(), [&](const auto& unit) { return unit.id == unitId; });
     return static_cast<std::size_t>(found - timeUnits.begin());
 }
 

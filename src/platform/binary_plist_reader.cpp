@@ -11,7 +11,14 @@ constexpr std::string_view magic = "bplist00";
 constexpr std::size_t trailerSize = 32;
 constexpr std::uint64_t mostKeys = 32;
 
-enum Type : unsigned { integerType = 0x1, asciiType = 0x5, utf16Type = 0x6, uidType = 0x8, arrayType = 0xa, dictionaryType = 0xd };
+enum Type : unsigned {
+    integerType = 0x1,
+    asciiType = 0x5,
+    utf16Type = 0x6,
+    uidType = 0x8,
+    arrayType = 0xa,
+    dictionaryType = 0xd
+};
 
 }  // namespace
 
@@ -46,7 +53,8 @@ std::optional<BinaryPlistReader::Header> BinaryPlistReader::header(Object object
     const std::uint64_t offset = *number(table_ + static_cast<std::size_t>(object) * offsetWidth_, offsetWidth_);
     if (offset < magic.size() || offset >= table_) return std::nullopt;
     const auto marker = static_cast<unsigned char>(bytes_[offset]);
-    Header header{static_cast<unsigned>(marker >> 4), static_cast<std::uint64_t>(marker & 0xf), static_cast<std::size_t>(offset) + 1};
+    Header header{static_cast<unsigned>(marker >> 4), static_cast<std::uint64_t>(marker & 0xf),
+                  static_cast<std::size_t>(offset) + 1};
     if (header.count != 0xf || header.type == integerType || header.type == uidType) return header;
     const auto sized = number(header.content, 1);
     if (!sized || (*sized >> 4) != integerType || (*sized & 0xf) > 3) return std::nullopt;

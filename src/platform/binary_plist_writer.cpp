@@ -77,7 +77,9 @@ std::string BinaryPlistWriter::finish(Object root) const {
         offsets.push_back(bytes.size());
         const std::uint64_t references = item.type == 0xd ? 2 * item.count : item.count;
         switch (item.type) {
-            case 0x1: appendInteger(bytes, item.value); break;
+            case 0x1:
+                appendInteger(bytes, item.value);
+                break;
             case 0x8: {
                 const std::size_t width = widthOf(item.value);
                 bytes += static_cast<char>(0x80 | (width - 1));
@@ -87,11 +89,13 @@ std::string BinaryPlistWriter::finish(Object root) const {
             case 0x5:
             case 0x6:
                 appendMarker(bytes, item.type, item.count);
-                for (std::uint64_t i = 0; i < item.count; ++i) append(bytes, texts_[item.value + i], item.type == 0x5 ? 1 : 2);
+                for (std::uint64_t i = 0; i < item.count; ++i)
+                    append(bytes, texts_[item.value + i], item.type == 0x5 ? 1 : 2);
                 break;
             default:
                 appendMarker(bytes, item.type, item.count);
-                for (std::uint64_t i = 0; i < references; ++i) append(bytes, references_[item.value + i], referenceWidth);
+                for (std::uint64_t i = 0; i < references; ++i)
+                    append(bytes, references_[item.value + i], referenceWidth);
         }
     }
     const std::size_t table = bytes.size();

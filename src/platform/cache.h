@@ -57,8 +57,8 @@ public:
         return present || !enabled_ ? present : &add(key, hash);
     }
 
-    // What was added as the `distance`th behind the entry found latest, or null. Keys that are looked up in the order in
-    // which they came can so be prepared for.
+    // What was added as the `distance`th behind the entry found latest, or null. Keys that are looked up in the order
+    // in which they came can so be prepared for.
     const Mapped* ahead(std::size_t distance) const { return young_.at(young_.next + distance - 1); }
 
     void clear() {
@@ -89,7 +89,9 @@ private:
         Mapped* findLatest(std::u16string_view key) { return isAt(next - 1, key) ? &entries[next - 1].value : nullptr; }
         Mapped* findNext(std::u16string_view key) { return isAt(next, key) ? &entries[next++].value : nullptr; }
 
-        const Mapped* at(std::size_t position) const { return position < entries.size() ? &entries[position].value : nullptr; }
+        const Mapped* at(std::size_t position) const {
+            return position < entries.size() ? &entries[position].value : nullptr;
+        }
 
         Mapped& add(std::u16string_view key, std::size_t hash) {
             index.add(hash, entries.size());

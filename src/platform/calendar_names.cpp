@@ -44,7 +44,8 @@ CalendarNames CalendarNames::forLocale(std::string_view identifier) {
             const auto member = width == Symbols::WIDE ? &Names::full : &Names::abbreviated;
             std::int32_t count = 0;
             const icu::UnicodeString* months = symbols.getMonths(count, context, width);
-            for (std::size_t i = 0; i < 12 && i < static_cast<std::size_t>(count); ++i) add(result.months[i].*member, months[i]);
+            for (std::size_t i = 0; i < 12 && i < static_cast<std::size_t>(count); ++i)
+                add(result.months[i].*member, months[i]);
             // The first weekday has the index 1.
             const icu::UnicodeString* weekdays = symbols.getWeekdays(count, context, width);
             for (std::size_t i = 0; i < 7 && i + 1 < static_cast<std::size_t>(count); ++i)

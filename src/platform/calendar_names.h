@@ -17,8 +17,8 @@ struct CalendarNames {
         std::vector<std::u16string> full;
         std::vector<std::u16string> abbreviated;
     };
-    std::array<Names, 12> months;    // January first
-    std::array<Names, 7> weekdays;   // Sunday first
+    std::array<Names, 12> months;          // January first
+    std::array<Names, 7> weekdays;         // Sunday first
     std::array<std::u16string, 2> halves;  // of the day: before and after noon
 
     // An ICU or POSIX identifier; unknown ones follow the root locale.

@@ -28,7 +28,8 @@ public:
     // Adds the position behind all others.
     void add(std::size_t hash, std::size_t position) {
         if (2 * (position + 1) > slots_.size()) {
-            const std::vector<Slot> before = std::exchange(slots_, std::vector<Slot>(std::max<std::size_t>(64, slots_.size() * 4)));
+            const std::vector<Slot> before =
+                std::exchange(slots_, std::vector<Slot>(std::max<std::size_t>(64, slots_.size() * 4)));
             for (const Slot& slot : before)
                 if (slot.next != 0) place(slot);
         }

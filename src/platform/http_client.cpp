@@ -98,12 +98,12 @@ struct HttpClient::State {
 
     const Limits limits;
     CurlLibrary curl;
-    std::mutex mutex;                // guards what follows
+    std::mutex mutex;  // guards what follows
     std::vector<Request> waiting;
     bool stopping = false;
     std::condition_variable called;
     CURLM* multi = nullptr;
-    std::thread thread;              // used by the client's owner
+    std::thread thread;                                    // used by the client's owner
     std::map<CURL*, std::unique_ptr<Transfer>> transfers;  // used by the thread
 
     // Tells the thread of a request or the end; under the lock.
@@ -217,8 +217,10 @@ HttpClient::~HttpClient() {
         state_->stopping = true;
         state_->wakeUp();
     }
-    if (state_->thread.get_id() == std::this_thread::get_id()) state_->thread.detach();
-    else state_->thread.join();
+    if (state_->thread.get_id() == std::this_thread::get_id())
+        state_->thread.detach();
+    else
+        state_->thread.join();
 }
 
 void HttpClient::get(const std::string& url, Completion completion) {

@@ -26,7 +26,7 @@ public:
         std::chrono::milliseconds connect{10'000};
         std::chrono::milliseconds total{60'000};
         std::size_t body = std::size_t(16) << 20;  // bytes, decoded
-        std::string authorities;  // PEM file of those who vouch for servers; empty: the system's
+        std::string authorities;                   // PEM file of those who vouch for servers; empty: the system's
     };
 
     HttpClient() : HttpClient(Limits()) {}

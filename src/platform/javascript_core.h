@@ -19,45 +19,20 @@ void JSUnlock(JSContextRef context);
 namespace vemo {
 
 // The functions used of the JavaScript engine's library, one a line.
-#define VEMO_JAVASCRIPT_CORE_FUNCTIONS(each)  \
-    each(JSContextGetGlobalObject)            \
-    each(JSContextGroupCreate)                \
-    each(JSContextGroupRelease)               \
-    each(JSContextGroupSetExecutionTimeLimit) \
-    each(JSClassCreate)                       \
-    each(JSClassRelease)                      \
-    each(JSEvaluateScript)                    \
-    each(JSGarbageCollect)                    \
-    each(JSGlobalContextCreateInGroup)        \
-    each(JSGlobalContextRelease)              \
-    each(JSGlobalContextSetEvalEnabled)       \
-    each(JSLock)                              \
-    each(JSObjectCallAsFunction)              \
-    each(JSObjectGetProperty)                 \
-    each(JSObjectIsFunction)                  \
-    each(JSObjectMake)                        \
-    each(JSObjectMakeArray)                   \
-    each(JSObjectMakeConstructor)             \
-    each(JSObjectMakeError)                   \
-    each(JSObjectMakeFunctionWithCallback)    \
-    each(JSObjectSetProperty)                 \
-    each(JSObjectSetPropertyAtIndex)          \
-    each(JSStringCreateWithCharacters)        \
-    each(JSStringGetCharactersPtr)            \
-    each(JSStringGetLength)                   \
-    each(JSStringRelease)                     \
-    each(JSUnlock)                            \
-    each(JSValueIsNumber)                     \
-    each(JSValueIsObject)                     \
-    each(JSValueIsNull)                       \
-    each(JSValueIsUndefined)                  \
-    each(JSValueMakeNumber)                   \
-    each(JSValueMakeString)                   \
-    each(JSValueMakeUndefined)                \
-    each(JSValueProtect)                      \
-    each(JSValueToNumber)                     \
-    each(JSValueToStringCopy)                 \
-    each(JSValueUnprotect)
+#define VEMO_JAVASCRIPT_CORE_FUNCTIONS(each)                                                                           \
+    each(JSContextGetGlobalObject) each(JSContextGroupCreate) each(JSContextGroupRelease)                              \
+        each(JSContextGroupSetExecutionTimeLimit) each(JSClassCreate) each(JSClassRelease) each(JSEvaluateScript)      \
+            each(JSGarbageCollect) each(JSGlobalContextCreateInGroup) each(JSGlobalContextRelease)                     \
+                each(JSGlobalContextSetEvalEnabled) each(JSLock) each(JSObjectCallAsFunction)                          \
+                    each(JSObjectGetProperty) each(JSObjectIsFunction) each(JSObjectMake) each(JSObjectMakeArray)      \
+                        each(JSObjectMakeConstructor) each(JSObjectMakeError) each(JSObjectMakeFunctionWithCallback)   \
+                            each(JSObjectSetProperty) each(JSObjectSetPropertyAtIndex)                                 \
+                                each(JSStringCreateWithCharacters) each(JSStringGetCharactersPtr)                      \
+                                    each(JSStringGetLength) each(JSStringRelease) each(JSUnlock) each(JSValueIsNumber) \
+                                        each(JSValueIsObject) each(JSValueIsNull) each(JSValueIsUndefined)             \
+                                            each(JSValueMakeNumber) each(JSValueMakeString) each(JSValueMakeUndefined) \
+                                                each(JSValueProtect) each(JSValueToNumber) each(JSValueToStringCopy)   \
+                                                    each(JSValueUnprotect)
 
 // The library of the JavaScript engine, opened when the first script needs it: a process without scripts neither
 // loads nor starts it. Once opened it stays.

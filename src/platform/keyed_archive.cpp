@@ -60,9 +60,8 @@ KeyedArchiver::Id KeyedArchiver::list(std::span<const Id> elements) {
     std::vector<Record> references;
     references.reserve(elements.size());
     for (const Id element : elements) references.push_back(reference(element));
-    const std::pair<Record, Record> members[] = {
-        {plist_.string(u"NS.objects"), plist_.array(references)},
-        {plist_.string(u"$class"), reference(classRecord({u"NSArray"}))}};
+    const std::pair<Record, Record> members[] = {{plist_.string(u"NS.objects"), plist_.array(references)},
+                                                 {plist_.string(u"$class"), reference(classRecord({u"NSArray"}))}};
     return add(plist_.dictionary(members));
 }
 
@@ -73,11 +72,10 @@ KeyedArchiver::Id KeyedArchiver::object(ClassNames names, std::span<const Field>
 std::string KeyedArchiver::finish(ClassNames names, std::span<const Field> fields) {
     objects_[rootId] = record(names, fields);
     const std::pair<Record, Record> top[] = {{plist_.string(u"root"), reference(rootId)}};
-    const std::pair<Record, Record> archive[] = {
-        {plist_.string(u"$version"), plist_.integer(archiveVersion)},
-        {plist_.string(u"$archiver"), plist_.string(toUtf16(archiverName))},
-        {plist_.string(u"$top"), plist_.dictionary(top)},
-        {plist_.string(u"$objects"), plist_.array(objects_)}};
+    const std::pair<Record, Record> archive[] = {{plist_.string(u"$version"), plist_.integer(archiveVersion)},
+                                                 {plist_.string(u"$archiver"), plist_.string(toUtf16(archiverName))},
+                                                 {plist_.string(u"$top"), plist_.dictionary(top)},
+                                                 {plist_.string(u"$objects"), plist_.array(objects_)}};
     return plist_.finish(plist_.dictionary(archive));
 }
 
@@ -90,9 +88,11 @@ std::optional<KeyedUnarchiver> KeyedUnarchiver::open(std::string bytes) {
     KeyedUnarchiver archive(*std::move(plist));
     const BinaryPlistReader& reader = archive.plist_;
     const auto member = [&](std::string_view key) { return reader.member(reader.root(), key); };
-    const auto archiver = member("$archiver"), version = member("$version"), top = member("$top"), objects = member("$objects");
+    const auto archiver = member("$archiver"), version = member("$version"), top = member("$top"),
+               objects = member("$objects");
     if (!archiver || !version || !top || !objects || !reader.arraySize(*objects)) return std::nullopt;
-    if (reader.integer(*version) != archiveVersion || reader.string(*archiver) != toUtf16(archiverName)) return std::nullopt;
+    if (reader.integer(*version) != archiveVersion || reader.string(*archiver) != toUtf16(archiverName))
+        return std::nullopt;
     archive.objects_ = *objects;
     if (const auto root = reader.member(*top, "root")) archive.root_ = reader.uid(*root);
     return archive;

@@ -95,9 +95,7 @@ public:
     }
 
     // Valid until the map changes.
-    const Mapped* find(std::u16string_view key) const {
-        return empty() ? nullptr : find(key, TextHash{}(key));
-    }
+    const Mapped* find(std::u16string_view key) const { return empty() ? nullptr : find(key, TextHash{}(key)); }
     const Mapped* find(std::u16string_view key, std::size_t hash) const {
         const Entry* entry = find(top_, key, hash);
         return entry ? &entry->value_ : nullptr;
@@ -138,7 +136,8 @@ public:
         for (const Layer* layer = top_; layer; layer = layer->below) {
             for (std::size_t i = 0; i < layer->count; ++i) {
                 const Item item = layer->items()[i];
-                if (!isRemoved(item) && !isHidden(*entryOf(item), top_, layer) && !visit(std::as_const(*entryOf(item)))) return false;
+                if (!isRemoved(item) && !isHidden(*entryOf(item), top_, layer) && !visit(std::as_const(*entryOf(item))))
+                    return false;
             }
         }
         return true;
@@ -171,7 +170,8 @@ private:
 
         Item* find(std::u16string_view key, std::size_t hash) {
             if (index) {
-                const auto position = index->find(hash, [&](std::size_t i) { return entryOf(items()[i])->is(key, hash); });
+                const auto position =
+                    index->find(hash, [&](std::size_t i) { return entryOf(items()[i])->is(key, hash); });
                 return position ? items() + *position : nullptr;
             }
             Item* end = items() + count;
@@ -224,8 +224,8 @@ private:
     // Makes the top layer one that may be changed.
     void own() {
         if (top_ && !top_->isShared()) return;
-        // A layer less than twice as long as those above it together becomes one with them, so that there are O(log size)
-        // layers; a short one at the top is better copied than searched.
+        // A layer less than twice as long as those above it together becomes one with them, so that there are O(log
+        // size) layers; a short one at the top is better copied than searched.
         std::size_t above = 0;
         Layer* rest = top_ && top_->count <= mostWithoutIndex ? top_->below : top_;
         for (Layer* layer = top_; layer; layer = layer->below) {
@@ -272,8 +272,10 @@ private:
             larger->index = std::move(layer->index);
         } else {
             for (Item* item = layer->items(); item != end; ++item) {
-                if (isRemoved(*item)) entryOf(*item)->release();
-                else append(larger, *item);
+                if (isRemoved(*item))
+                    entryOf(*item)->release();
+                else
+                    append(larger, *item);
             }
         }
         freeLayer(std::exchange(layer, larger));
@@ -286,8 +288,10 @@ private:
         Item* present = top_->find(entry.key(), entry.hash_);
         const bool before = present ? !isRemoved(*present) : find(top_->below, entry.key(), entry.hash_) != nullptr;
         const bool after = !isRemoved(item);
-        if (present) entryOf(std::exchange(*present, item))->release();
-        else append(top_, item);
+        if (present)
+            entryOf(std::exchange(*present, item))->release();
+        else
+            append(top_, item);
         size_ += static_cast<std::size_t>(after);
         size_ -= static_cast<std::size_t>(before);
         return after && !before;

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 // Before Asio, which looks for what the standard library defines: it must find the same in every source.
-#include "vemo/executor.h"
-
 #include <asio/executor_work_guard.hpp>
 #include <asio/io_context.hpp>
 #include <asio/post.hpp>
+
+#include "vemo/executor.h"
 
 namespace vemo {
 
@@ -23,7 +23,9 @@ struct RunLoop::State {
 RunLoop::RunLoop() : state_(std::make_unique<State>()) {}
 RunLoop::~RunLoop() = default;
 
-void RunLoop::post(std::function<void()> task) { asio::post(state_->context, std::move(task)); }
+void RunLoop::post(std::function<void()> task) {
+    asio::post(state_->context, std::move(task));
+}
 
 void RunLoop::run() {
     state_->during([&] { state_->context.run(); });
@@ -37,6 +39,8 @@ void RunLoop::poll() {
     state_->during([&] { state_->context.poll(); });
 }
 
-void RunLoop::stop() { state_->context.stop(); }
+void RunLoop::stop() {
+    state_->context.stop();
+}
 
 }  // namespace vemo

@@ -95,13 +95,17 @@ Scheduler::Scheduler(std::shared_ptr<Executor> main) : state_(std::make_unique<S
 
 Scheduler::~Scheduler() = default;
 
-void Scheduler::postMain(Task task) { state_->main->post(std::move(task)); }
+void Scheduler::postMain(Task task) {
+    state_->main->post(std::move(task));
+}
 
 void Scheduler::postWorker(Task task) {
     asio::post(state_->worker.get(), std::move(task));
 }
 
-void Scheduler::postBackground(Task task) { asio::post(state_->background.get(), std::move(task)); }
+void Scheduler::postBackground(Task task) {
+    asio::post(state_->background.get(), std::move(task));
+}
 
 void Scheduler::postBackgroundAfter(std::chrono::milliseconds delay, Task task) {
     auto timer = std::make_shared<asio::steady_timer>(state_->background.get(), delay);

@@ -5,8 +5,8 @@
 
 namespace vemo {
 
-// While it lives, the calling thread takes no signals; neither do the threads it starts meanwhile, ever: signals are the
-// application's, and its threads must be the ones that they interrupt.
+// While it lives, the calling thread takes no signals; neither do the threads it starts meanwhile, ever: signals are
+// the application's, and its threads must be the ones that they interrupt.
 class SignalsBlocked {
 public:
     SignalsBlocked() {

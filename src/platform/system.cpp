@@ -29,7 +29,9 @@ std::filesystem::path cacheFolder() {
     return home.empty() ? std::filesystem::path() : std::filesystem::path(home) / ".cache" / "vemo";
 }
 
-bool isNeutral(std::string_view locale) { return locale.empty() || locale.starts_with("C") || locale == "POSIX"; }
+bool isNeutral(std::string_view locale) {
+    return locale.empty() || locale.starts_with("C") || locale == "POSIX";
+}
 
 std::string hostTimeZone() {
     const std::unique_ptr<icu::TimeZone> zone(icu::TimeZone::detectHostTimeZone());

@@ -3,8 +3,8 @@
 
 #include <unicode/brkiter.h>
 #include <unicode/uchar.h>
-#include <unicode/unorm2.h>
 #include <unicode/unistr.h>
+#include <unicode/unorm2.h>
 #include <unicode/ustring.h>
 #include <unicode/utf16.h>
 #include <unicode/utf8.h>
@@ -60,7 +60,8 @@ std::u16string lowercased(std::u16string_view text) {
 }
 
 char16_t lowercasedUnit(char16_t character) {
-    if (character < 0x80) return character >= u'A' && character <= u'Z' ? static_cast<char16_t>(character + 0x20) : character;
+    if (character < 0x80)
+        return character >= u'A' && character <= u'Z' ? static_cast<char16_t>(character + 0x20) : character;
     const UChar32 lower = u_tolower(character);
     return U_IS_BMP(lower) ? static_cast<char16_t>(lower) : character;
 }
@@ -68,8 +69,10 @@ char16_t lowercasedUnit(char16_t character) {
 std::u16string foldedWidth(std::u16string_view text) {
     std::u16string result(text);
     for (char16_t& c : result) {
-        if (c >= 0xff01 && c <= 0xff5e) c = static_cast<char16_t>(c - 0xff01 + u'!');
-        else if (c == 0x3000) c = u' ';
+        if (c >= 0xff01 && c <= 0xff5e)
+            c = static_cast<char16_t>(c - 0xff01 + u'!');
+        else if (c == 0x3000)
+            c = u' ';
     }
     return result;
 }

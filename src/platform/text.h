@@ -28,7 +28,7 @@ std::u16string lowercased(std::u16string_view text);
 // Lower case of one unit, so that positions stay the same.
 char16_t lowercasedUnit(char16_t character);
 bool isLetter(char16_t character);
-bool isCjk(char16_t character);  // of a script that puts no blanks between words
+bool isCjk(char16_t character);         // of a script that puts no blanks between words
 bool isWhitespace(char16_t character);  // white space and line breaks, as Unicode has them
 std::u16string_view trimmed(std::u16string_view text);
 std::u16string joined(const std::vector<std::u16string>& parts, std::u16string_view separator);

@@ -37,8 +37,10 @@ private:
         UErrorCode status = U_ZERO_ERROR;
         const UDate milliseconds = seconds * millisecondsPerSecond;
         const auto* rules = civil ? dynamic_cast<const icu::BasicTimeZone*>(zone_.get()) : nullptr;
-        if (rules) rules->getOffsetFromLocal(milliseconds, option, option, raw, dst, status);
-        else zone_->getOffset(milliseconds, civil, raw, dst, status);
+        if (rules)
+            rules->getOffsetFromLocal(milliseconds, option, option, raw, dst, status);
+        else
+            zone_->getOffset(milliseconds, civil, raw, dst, status);
         return U_SUCCESS(status) ? (raw + dst) / millisecondsPerSecond : 0;
     }
 
@@ -54,9 +56,13 @@ std::shared_ptr<const TimeZoneRules> TimeZoneRules::find(std::u16string_view ide
     return std::make_shared<const IcuRules>(std::move(zone));
 }
 
-bool isKnownTimeZone(std::string_view identifier) { return TimeZoneRules::find(toUtf16(identifier)) != nullptr; }
+bool isKnownTimeZone(std::string_view identifier) {
+    return TimeZoneRules::find(toUtf16(identifier)) != nullptr;
+}
 
-bool isInCalendar(Date instant) { return std::abs(instant.time_since_epoch().count()) <= mostDays * secondsPerDay; }
+bool isInCalendar(Date instant) {
+    return std::abs(instant.time_since_epoch().count()) <= mostDays * secondsPerDay;
+}
 
 std::optional<TimeZone> fixedTimeZone(std::int64_t offset) {
     if (offset == 0) return TimeZone{u"GMT"};
@@ -79,7 +85,8 @@ std::u16string TimeZoneRules::day(Date instant) const {
 
 CivilTime TimeZoneRules::civil(Date instant) const {
     const double wanted = instant.time_since_epoch().count();
-    const double known = std::isnan(wanted) ? 0 : std::clamp(wanted, -mostDays * secondsPerDay, mostDays * secondsPerDay);
+    const double known =
+        std::isnan(wanted) ? 0 : std::clamp(wanted, -mostDays * secondsPerDay, mostDays * secondsPerDay);
     const double seconds = known + offsetAt(Date(std::chrono::duration<double>(known)));
     const double days = std::floor(seconds / secondsPerDay);
     const std::chrono::year_month_day date{std::chrono::sys_days(std::chrono::days(static_cast<int>(days)))};
@@ -96,8 +103,8 @@ CivilTime TimeZoneRules::civil(Date instant) const {
 std::optional<Date> TimeZoneRules::instant(const CivilTime& civil) const {
     const std::chrono::year_month_day date{std::chrono::year(civil.year), std::chrono::month(civil.month),
                                            std::chrono::day(civil.day)};
-    if (!date.ok() || civil.hour < 0 || civil.hour > 23 || civil.minute < 0 || civil.minute > 59 || !(civil.second >= 0) ||
-        civil.second >= 60)
+    if (!date.ok() || civil.hour < 0 || civil.hour > 23 || civil.minute < 0 || civil.minute > 59 ||
+        !(civil.second >= 0) || civil.second >= 60)
         return std::nullopt;
     const std::chrono::duration<double> midnight = std::chrono::sys_days(date).time_since_epoch();
     const double seconds = midnight.count() + civil.hour * 3600 + civil.minute * 60 + civil.second;

@@ -11,9 +11,15 @@ namespace vemo {
 namespace {
 
 // The at sign counts as a letter since CLDR 42.
-bool isLetter(char16_t c) { return (c >= u'a' && c <= u'z') || (c >= u'A' && c <= u'Z') || c == u'@'; }
-bool isDigit(char16_t c) { return c >= u'0' && c <= u'9'; }
-bool isWordCharacter(char16_t c) { return isLetter(c) || isDigit(c) || c == u'_'; }
+bool isLetter(char16_t c) {
+    return (c >= u'a' && c <= u'z') || (c >= u'A' && c <= u'Z') || c == u'@';
+}
+bool isDigit(char16_t c) {
+    return c >= u'0' && c <= u'9';
+}
+bool isWordCharacter(char16_t c) {
+    return isLetter(c) || isDigit(c) || c == u'_';
+}
 
 // The word boundary rules (Unicode Standard Annex 29) for ASCII, which most lines are: several times faster
 // than the general iteration, with the same result.

@@ -47,8 +47,12 @@ void QuickTypeCollector::enumerate(const std::function<void(std::u16string_view,
         const std::u16string_view text = std::u16string_view(texts_).substr(location, item.length);
         location += item.length;
         switch (item.form) {
-            case Form::verbatim: visit(text, item.weight); break;
-            case Form::lowercased: visit(lowercased(text), item.weight); break;
+            case Form::verbatim:
+                visit(text, item.weight);
+                break;
+            case Form::lowercased:
+                visit(lowercased(text), item.weight);
+                break;
             case Form::words:
                 eachWord(lowercased(text), [&](std::u16string_view word) { visit(word, item.weight); });
                 break;

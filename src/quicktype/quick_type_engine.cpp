@@ -121,7 +121,9 @@ QuickTypeEngine::~QuickTypeEngine() = default;
 QuickTypeEngine::QuickTypeEngine(QuickTypeEngine&&) noexcept = default;
 QuickTypeEngine& QuickTypeEngine::operator=(QuickTypeEngine&&) noexcept = default;
 
-void QuickTypeEngine::registerHint(std::u16string_view string, int weight) { trie_->add(string, weight); }
+void QuickTypeEngine::registerHint(std::u16string_view string, int weight) {
+    trie_->add(string, weight);
+}
 
 void QuickTypeEngine::registerHints(const std::vector<QuickTypeHint>& hints) {
     for (const QuickTypeHint& hint : hints) registerHint(hint);

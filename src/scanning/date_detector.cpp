@@ -37,11 +37,16 @@ struct DayResolver {
 
     std::optional<year_month_day> operator()(const ShiftedDay& shift) const {
         switch (shift.unit) {
-            case DateUnit::day: return existing(sys_days(today) + std::chrono::days(shift.count));
-            case DateUnit::week: return existing(sys_days(today) + std::chrono::weeks(shift.count));
-            case DateUnit::month: return shortened(today + std::chrono::months(shift.count));
-            case DateUnit::year: return shortened(today + std::chrono::years(shift.count));
-            default: return std::nullopt;  // shorter than a day
+            case DateUnit::day:
+                return existing(sys_days(today) + std::chrono::days(shift.count));
+            case DateUnit::week:
+                return existing(sys_days(today) + std::chrono::weeks(shift.count));
+            case DateUnit::month:
+                return shortened(today + std::chrono::months(shift.count));
+            case DateUnit::year:
+                return shortened(today + std::chrono::years(shift.count));
+            default:
+                return std::nullopt;  // shorter than a day
         }
     }
 
@@ -65,9 +70,12 @@ std::optional<double> secondsFromNow(const DateReading& reading) {
     const auto* shift = reading.day ? std::get_if<ShiftedDay>(&*reading.day) : nullptr;
     if (!shift) return std::nullopt;
     switch (shift->unit) {
-        case DateUnit::second: return shift->count;
-        case DateUnit::minute: return shift->count * 60.0;
-        default: return std::nullopt;  // hours are durations, never dates
+        case DateUnit::second:
+            return shift->count;
+        case DateUnit::minute:
+            return shift->count * 60.0;
+        default:
+            return std::nullopt;  // hours are durations, never dates
     }
 }
 
@@ -92,7 +100,8 @@ std::optional<DetectedDate> resolved(const DateReading& reading, Date now, const
     const year_month_day today = dayOf(zone.civil(now));
     const auto day = reading.day ? std::visit(DayResolver{today}, *reading.day) : today;
     if (!day) return std::nullopt;
-    CivilTime civil{static_cast<int>(day->year()), static_cast<unsigned>(day->month()), static_cast<unsigned>(day->day()), noon};
+    CivilTime civil{static_cast<int>(day->year()), static_cast<unsigned>(day->month()),
+                    static_cast<unsigned>(day->day()), noon};
     if (reading.time) {
         civil.hour = reading.time->hour;
         civil.minute = reading.time->minute;

@@ -24,11 +24,11 @@ struct DetectedDate {
 
 // Finds dates and clock times in free text, in any case: "March 4, 2027", "next friday at 5pm", "10:30 EST".
 //
-// A date without a time is noon, a time without a date is today, a date without a year is of the current year. A weekday is
-// today or the next such day, with "next" never today, with "last" the latest one before today. "3/4/2027" is read
-// in the order of the locale; two digits of a year are 1969 to 2068. Two numbers are never a date ("3/4"), neither
-// are words that only may be one ("may", "sat") nor today, tomorrow and yesterday by themselves. Days and times that do
-// not exist are left out. A hyphen in dates such as "2027-03-04" may come masked as "*".
+// A date without a time is noon, a time without a date is today, a date without a year is of the current year. A
+// weekday is today or the next such day, with "next" never today, with "last" the latest one before today. "3/4/2027"
+// is read in the order of the locale; two digits of a year are 1969 to 2068. Two numbers are never a date ("3/4"),
+// neither are words that only may be one ("may", "sat") nor today, tomorrow and yesterday by themselves. Days and times
+// that do not exist are left out. A hyphen in dates such as "2027-03-04" may come masked as "*".
 //
 // Immutable; finding is safe from several threads.
 class DateDetector {

@@ -18,7 +18,9 @@ bool isWholeDate(std::u16string_view text, bool yearFirst) {
         int value = 0;
     };
     const auto isDigit = [](char16_t c) { return c >= u'0' && c <= u'9'; };
-    const auto isYear = [](const Field& field) { return field.digits == 4 && field.value >= 1900 && field.value < 2200; };
+    const auto isYear = [](const Field& field) {
+        return field.digits == 4 && field.value >= 1900 && field.value < 2200;
+    };
     std::size_t i = 0;
     while (i < text.size() && !isDigit(text[i])) ++i;
     Field fields[3];
@@ -66,9 +68,9 @@ void DateExtractor::extract(const std::u16string& text, Context& context, std::v
         if (date.basis == DateBasis::now) context.addDependencyOn(context_keys::currentTime);
         const bool certain = found.find(u':') != found.npos || isWholeDate(found, detector_.writesYearFirst());
         const std::int64_t priority = certain ? abovePriority : 0;
-        result.push_back({date.range, priority, 0,
-                          makeElement(Value(date.instant).with(u"date", Attribute::unit),
-                                      AttributedText(found, RunType::number))});
+        result.push_back(
+            {date.range, priority, 0,
+             makeElement(Value(date.instant).with(u"date", Attribute::unit), AttributedText(found, RunType::number))});
     }
 }
 

@@ -36,16 +36,19 @@ private:
         return {start, lexemes_[to - 1].range.end() - start};
     }
 
-    // "on Friday", "at 5pm", "on the 4th of March": the words belong to the date, as "on" would be an operator otherwise.
+    // "on Friday", "at 5pm", "on the 4th of March": the words belong to the date, as "on" would be an operator
+    // otherwise.
     std::size_t withLeadingWords(std::size_t i, std::size_t used) const {
         const auto leads = [&](std::size_t behind) {
-            return behind > used && (is(behind - 1, DateWord::on) || is(behind - 1, DateWord::at)) && !followsNumber(behind - 1);
+            return behind > used && (is(behind - 1, DateWord::on) || is(behind - 1, DateWord::at)) &&
+                   !followsNumber(behind - 1);
         };
         if (leads(i)) return i - 1;
         return i > used && is(i - 1, DateWord::article) && leads(i - 1) ? i - 2 : i;
     }
 
-    static Attempt<DateReading> moment(std::optional<DayReading> day, std::optional<TimeReading> time, std::size_t end) {
+    static Attempt<DateReading> moment(std::optional<DayReading> day, std::optional<TimeReading> time,
+                                       std::size_t end) {
         return Parsed<DateReading>{{{}, std::move(day), time}, end};
     }
 
@@ -56,11 +59,13 @@ private:
             const std::size_t joined = skipping(behindComma(day->end), DateWord::at, DateWord::joint, DateWord::on);
             const std::size_t next = isIsoT(day->end) ? day->end + 1 : joined;
             if (const auto time = times_.timeAt(next)) keepLonger(best, moment(day->reading, time->reading, time->end));
-            if (is(next, DateWord::dayPart)) keepLonger(best, moment(day->reading, hourOf(next, DateWord::dayPart), next + 1));
+            if (is(next, DateWord::dayPart))
+                keepLonger(best, moment(day->reading, hourOf(next, DateWord::dayPart), next + 1));
         }
         // this morning, last night
         if (is(i, DateWord::next) && value(i, DateWord::next) <= 0 && is(i + 1, DateWord::dayPart))
-            keepLonger(best, moment(ShiftedDay{DateUnit::day, value(i, DateWord::next)}, hourOf(i + 1, DateWord::dayPart), i + 2));
+            keepLonger(best, moment(ShiftedDay{DateUnit::day, value(i, DateWord::next)},
+                                    hourOf(i + 1, DateWord::dayPart), i + 2));
         if (is(i, DateWord::tonight)) keepLonger(best, tonightAt(i));
         if (const auto time = times_.timeAt(i)) {
             keepLonger(best, moment({}, time->reading, time->end));
@@ -74,7 +79,8 @@ private:
 
     // tonight, tonight at 9pm
     Attempt<DateReading> tonightAt(std::size_t i) const {
-        if (const auto time = times_.timeAt(skipping(i + 1, DateWord::at))) return moment(ShiftedDay{}, time->reading, time->end);
+        if (const auto time = times_.timeAt(skipping(i + 1, DateWord::at)))
+            return moment(ShiftedDay{}, time->reading, time->end);
         return moment(ShiftedDay{}, hourOf(i, DateWord::tonight), i + 1);
     }
 

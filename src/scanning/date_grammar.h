@@ -18,8 +18,8 @@ struct NamedDay {
     unsigned day = 0;
 };
 struct NamedWeekday {
-    unsigned weekday = 0;  // Sunday is 0
-    int direction = 0;     // 0: today or the next one; 1: the next one, not today; -1: the last one, not today
+    unsigned weekday = 0;      // Sunday is 0
+    int direction = 0;         // 0: today or the next one; 1: the next one, not today; -1: the last one, not today
     std::optional<int> weeks;  // of the week that is so many away, whatever the direction
 };
 struct ShiftedDay {

@@ -7,14 +7,21 @@ namespace vemo {
 
 namespace {
 
-bool isDigit(char16_t c) { return digitValue(c) >= 0; }
+bool isDigit(char16_t c) {
+    return digitValue(c) >= 0;
+}
 
-bool isMoney(char16_t c) { return std::u16string_view(u"$\u00a2\u00a3\u00a5\u20ac\u20b9\u20bd\u20a9").find(c) != std::u16string_view::npos; }
+bool isMoney(char16_t c) {
+    return std::u16string_view(u"$\u00a2\u00a3\u00a5\u20ac\u20b9\u20bd\u20a9").find(c) != std::u16string_view::npos;
+}
 
 // A letter of a script with blanks: one that touches a number belongs to it or to a name.
-bool isPlainLetter(char16_t c) { return isLetter(c) && !isCjk(c); }
+bool isPlainLetter(char16_t c) {
+    return isLetter(c) && !isCjk(c);
+}
 
-// What stands before a number makes it part of something else. A colon does in "1:2:3", but in "call:10:30" it is a label's.
+// What stands before a number makes it part of something else. A colon does in "1:2:3", but in "call:10:30" it is a
+// label's.
 bool attachesLeft(std::u16string_view text, std::size_t i) {
     if (i == 0) return false;
     const char16_t c = text[i - 1];
@@ -36,7 +43,8 @@ DateLexeme number(std::u16string_view text, std::size_t start) {
         if (i - start < 4) lexeme.value = lexeme.value * 10 + digitValue(text[i]);
     lexeme.range.length = lexeme.digits = i - start;
     lexeme.openLeft = attachesLeft(text, start);
-    lexeme.afterOperator = start > 0 && std::u16string_view(u"*/^-+").find(text[start - 1]) != std::u16string_view::npos;
+    lexeme.afterOperator =
+        start > 0 && std::u16string_view(u"*/^-+").find(text[start - 1]) != std::u16string_view::npos;
     lexeme.openRight = attachesRight(text, i);
     // "$ 5", "5 %", "5 €"
     std::size_t before = start, behind = i;
@@ -78,7 +86,7 @@ std::vector<DateLexeme> dateLexemes(std::u16string_view lower, const DateVocabul
             ++i;
             continue;
         }
-        DateLexeme lexeme = isDigit(c) ? number(lower, i)
+        DateLexeme lexeme = isDigit(c)                              ? number(lower, i)
                             : isLetter(c) || c == u'_' || c == u'@' ? word(lower, i, vocabulary)
                                                                     : DateLexeme{DateLexeme::Kind::sign, {i, 1}};
         if (lexeme.kind == DateLexeme::Kind::sign) lexeme.sign = c;

@@ -15,13 +15,13 @@ struct DateLexeme {
 
     Kind kind;
     TextRange range;
-    bool spaced = false;       // white space stands before
-    bool openLeft = false;     // number: it goes on to the left, as in ".5", "x5" and "$5"
-    bool afterOperator = false;  // number: a sign of arithmetic touches it on the left
-    bool openRight = false;    // number: it goes on to the right, as in "5.5", "5%" and "5/"
-    char16_t sign = 0;         // sign: itself
-    int value = 0;             // number: up to four digits
-    std::size_t digits = 0;    // number
+    bool spaced = false;                           // white space stands before
+    bool openLeft = false;                         // number: it goes on to the left, as in ".5", "x5" and "$5"
+    bool afterOperator = false;                    // number: a sign of arithmetic touches it on the left
+    bool openRight = false;                        // number: it goes on to the right, as in "5.5", "5%" and "5/"
+    char16_t sign = 0;                             // sign: itself
+    int value = 0;                                 // number: up to four digits
+    std::size_t digits = 0;                        // number
     const DateVocabulary::Entry* entry = nullptr;  // word: none for an unknown one
     bool cjk = false;                              // word: of a script without blanks
 

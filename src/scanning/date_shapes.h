@@ -12,8 +12,8 @@ namespace vemo {
 template <class Reading>
 struct Parsed {
     Reading reading;
-    std::size_t end;      // index of the lexeme behind
-    bool alone = true;    // it is a date without a time as well
+    std::size_t end;    // index of the lexeme behind
+    bool alone = true;  // it is a date without a time as well
 };
 template <class Reading>
 using Attempt = std::optional<Parsed<Reading>>;
@@ -43,7 +43,8 @@ protected:
     // A whole number of at most so many digits that is no part of arithmetic or of another number.
     const DateLexeme* count(std::size_t i, std::size_t mostDigits) const {
         const DateLexeme* lexeme = number(i);
-        if (!lexeme || lexeme->openLeft || lexeme->openRight || lexeme->afterOperator || lexeme->digits > mostDigits) return nullptr;
+        if (!lexeme || lexeme->openLeft || lexeme->openRight || lexeme->afterOperator || lexeme->digits > mostDigits)
+            return nullptr;
         return lexeme;
     }
     // "5% on …", "2 in …": the word is an operator or a unit.
@@ -59,8 +60,8 @@ protected:
     // The letters of "2027-03-04T10:30Z".
     bool isIsoT(std::size_t i) const {
         const DateLexeme* lexeme = at(i);
-        return lexeme && !lexeme->spaced && lexeme->kind == DateLexeme::Kind::word && (lexeme->range.in(text_) == u"T") &&
-               number(i + 1) && touches(i + 1);
+        return lexeme && !lexeme->spaced && lexeme->kind == DateLexeme::Kind::word &&
+               (lexeme->range.in(text_) == u"T") && number(i + 1) && touches(i + 1);
     }
     bool isIsoZ(std::size_t i) const {
         const DateLexeme* lexeme = at(i);
@@ -87,7 +88,8 @@ private:
     Attempt<DayReading> marked(std::size_t i) const;
     Attempt<DayReading> numeric(std::size_t i) const;
     bool endsNumeric(std::size_t last) const;
-    static Attempt<DayReading> numericDate(const DateLexeme& year, const DateLexeme& month, const DateLexeme& day, std::size_t i);
+    static Attempt<DayReading> numericDate(const DateLexeme& year, const DateLexeme& month, const DateLexeme& day,
+                                           std::size_t i);
     Attempt<DayReading> weekdayNamed(std::size_t i) const;
     static std::optional<int> weeksOf(int shiftedUnit);
     Attempt<DayReading> relative(std::size_t i) const;

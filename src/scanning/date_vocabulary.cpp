@@ -12,7 +12,9 @@ namespace vemo {
 
 namespace {
 
-constexpr int shifted(DateUnit unit, bool next) { return static_cast<int>(unit) + (next ? nextUnit : 0); }
+constexpr int shifted(DateUnit unit, bool next) {
+    return static_cast<int>(unit) + (next ? nextUnit : 0);
+}
 
 constexpr struct {
     std::u16string_view key;
@@ -84,9 +86,19 @@ constexpr std::u16string_view unitKeys[] = {u"second.variants", u"minute.variant
 // Words that no date of more than numbers lacks.
 constexpr bool isTelling(DateWord word) {
     switch (word) {
-        case DateWord::count: case DateWord::at: case DateWord::on: case DateWord::of: case DateWord::article:
-        case DateWord::ordinal: case DateWord::joint: case DateWord::ahead: case DateWord::next: case DateWord::nextBehind:
-        case DateWord::minuteMark: case DateWord::secondMark: case DateWord::dayMark:
+        case DateWord::count:
+        case DateWord::at:
+        case DateWord::on:
+        case DateWord::of:
+        case DateWord::article:
+        case DateWord::ordinal:
+        case DateWord::joint:
+        case DateWord::ahead:
+        case DateWord::next:
+        case DateWord::nextBehind:
+        case DateWord::minuteMark:
+        case DateWord::secondMark:
+        case DateWord::dayMark:
         case DateWord::halfPast:
             return false;
         default:
@@ -98,8 +110,10 @@ constexpr bool isTelling(DateWord word) {
 std::u16string normalized(std::u16string_view phrase) {
     std::u16string result;
     for (const char16_t c : trimmed(phrase)) {
-        if (!isWhitespace(c)) result += c == u'-' ? u'*' : lowercasedUnit(c);
-        else if (result.back() != u' ') result += u' ';
+        if (!isWhitespace(c))
+            result += c == u'-' ? u'*' : lowercasedUnit(c);
+        else if (result.back() != u' ')
+            result += u' ';
     }
     return result;
 }
@@ -172,8 +186,10 @@ void DateVocabulary::add(std::u16string_view phrase, DateWord word, int value, b
     if (key.empty() || digitValue(key.front()) >= 0) return;
     const char16_t second = key.size() > 1 ? key[1] : u' ';
     if (key.front() < 128) {
-        if (second < 128) asciiStarts_[key.front()][second] = true;
-        else asciiStarts_[key.front()].set();
+        if (second < 128)
+            asciiStarts_[key.front()][second] = true;
+        else
+            asciiStarts_[key.front()].set();
     }
     std::vector<Entry>& entries = entries_[key.front()];
     auto entry = std::find_if(entries.begin(), entries.end(), [&](const Entry& e) { return e.phrase == key; });
@@ -195,7 +211,8 @@ std::optional<DateVocabulary::Found> DateVocabulary::longestAt(std::u16string_vi
         if (end < text.size() && isLetter(last) && !isCjk(last)) {
             // "17h30" goes on with a digit, other words don't: "march4" may be a name.
             const bool goesOn = isLetter(text[end]) ? !isCjk(text[end])
-                                                    : text[end] == u'_' || (digitValue(text[end]) >= 0 && !entry.has(DateWord::hourLetter));
+                                                    : text[end] == u'_' || (digitValue(text[end]) >= 0 &&
+                                                                            !entry.has(DateWord::hourLetter));
             if (goesOn) continue;
         }
         return Found{&entry, *length};

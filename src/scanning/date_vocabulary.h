@@ -18,27 +18,36 @@ class Localizer;
 // What a word can do in a date. A word may have several parts to play: "mar" is a month in English and a weekday in
 // Spanish; a value goes with each.
 enum class DateWord : std::uint8_t {
-    month,           // 1 to 12
-    weekday,         // 0 to 6, Sunday first
-    day,             // days from today: today, tomorrow…
-    timeOfDay,       // noon, midnight: the hour
-    dayPart,         // morning, evening…: the hour, only behind a day
-    tonight,         // the hour
-    half,            // before or after noon: 0 or 1
-    unit,            // a DateUnit
-    shiftedUnit,     // "next week" in one word: the unit and, added to it, 64 for the next one
-    next,            // 1, -1 or 0 for next, last, this: before a weekday or a unit
-    nextBehind,      // the same behind it
-    ahead,           // "in" 3 days
-    aheadBehind,     // 3 days "from now"
-    ago,             // "vor" 3 Tagen
-    agoBehind,       // 3 days "ago"
-    count,           // "a" week ago, "two" weeks ago
-    at, on, of, article, ordinal, joint,
-    hourLetter,      // 17 "h" 30
+    month,        // 1 to 12
+    weekday,      // 0 to 6, Sunday first
+    day,          // days from today: today, tomorrow…
+    timeOfDay,    // noon, midnight: the hour
+    dayPart,      // morning, evening…: the hour, only behind a day
+    tonight,      // the hour
+    half,         // before or after noon: 0 or 1
+    unit,         // a DateUnit
+    shiftedUnit,  // "next week" in one word: the unit and, added to it, 64 for the next one
+    next,         // 1, -1 or 0 for next, last, this: before a weekday or a unit
+    nextBehind,   // the same behind it
+    ahead,        // "in" 3 days
+    aheadBehind,  // 3 days "from now"
+    ago,          // "vor" 3 Tagen
+    agoBehind,    // 3 days "ago"
+    count,        // "a" week ago, "two" weeks ago
+    at,
+    on,
+    of,
+    article,
+    ordinal,
+    joint,
+    hourLetter,  // 17 "h" 30
     oclock,
-    halfPast,        // 時半
-    minuteMark, secondMark, yearMark, monthMark, dayMark,
+    halfPast,  // 時半
+    minuteMark,
+    secondMark,
+    yearMark,
+    monthMark,
+    dayMark,
 };
 inline constexpr std::size_t dateWordCount = static_cast<std::size_t>(DateWord::dayMark) + 1;
 

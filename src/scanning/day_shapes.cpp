@@ -40,7 +40,8 @@ const DateLexeme* DayShapes::monthDay(std::size_t i) const {
     if (const DateLexeme* day = dayNumber(i)) return day;
     const DateLexeme* day = number(i);
     const bool commaYear = isSign(i + 1, u',') && touches(i + 1) && year(i + 2);
-    return day && commaYear && !day->openLeft && day->digits <= 2 && day->value >= 1 && day->value <= 31 ? day : nullptr;
+    return day && commaYear && !day->openLeft && day->digits <= 2 && day->value >= 1 && day->value <= 31 ? day
+                                                                                                         : nullptr;
 }
 
 // 4 March 2027, the 4th of March, 4. März 2027, 4 de marzo de 2027
@@ -102,9 +103,12 @@ Attempt<DayReading> DayShapes::numeric(std::size_t i) const {
         return numericDate(*fields[2], *fields[1], *fields[0], i);
     }
     switch (order_) {
-        case DateOrder::monthDayYear: return numericDate(*fields[2], *fields[0], *fields[1], i);
-        case DateOrder::dayMonthYear: return numericDate(*fields[2], *fields[1], *fields[0], i);
-        case DateOrder::yearMonthDay: break;
+        case DateOrder::monthDayYear:
+            return numericDate(*fields[2], *fields[0], *fields[1], i);
+        case DateOrder::dayMonthYear:
+            return numericDate(*fields[2], *fields[1], *fields[0], i);
+        case DateOrder::yearMonthDay:
+            break;
     }
     return digits[2] == 2 ? numericDate(*fields[0], *fields[1], *fields[2], i)
                           : numericDate(*fields[2], *fields[0], *fields[1], i);
@@ -119,9 +123,11 @@ bool DayShapes::endsNumeric(std::size_t last) const {
     return false;
 }
 
-Attempt<DayReading> DayShapes::numericDate(const DateLexeme& year, const DateLexeme& month, const DateLexeme& day, std::size_t i) {
+Attempt<DayReading> DayShapes::numericDate(const DateLexeme& year, const DateLexeme& month, const DateLexeme& day,
+                                           std::size_t i) {
     if (year.digits == 4 && year.value < 1000) return std::nullopt;
-    return Parsed<DayReading>{NamedDay{fullYear(year), static_cast<unsigned>(month.value), static_cast<unsigned>(day.value)}, i + 5};
+    return Parsed<DayReading>{
+        NamedDay{fullYear(year), static_cast<unsigned>(month.value), static_cast<unsigned>(day.value)}, i + 5};
 }
 
 // Friday, next Friday, lundi prochain, Friday next week; with a date behind, only that one counts
@@ -148,11 +154,13 @@ Attempt<DayReading> DayShapes::weekdayNamed(std::size_t i) const {
         named.direction = value(next, DateWord::nextBehind);
         return Parsed<DayReading>{named, next + 1};
     }
-    if (is(next, DateWord::next) && is(next + 1, DateWord::unit) && value(next + 1, DateWord::unit) == static_cast<int>(DateUnit::week)) {
+    if (is(next, DateWord::next) && is(next + 1, DateWord::unit) &&
+        value(next + 1, DateWord::unit) == static_cast<int>(DateUnit::week)) {
         named.weeks = value(next, DateWord::next);
         return Parsed<DayReading>{named, next + 2};
     }
-    Attempt<DayReading> date = calendarDate(skipping(behindComma(next), DateWord::article, DateWord::on, DateWord::joint));
+    Attempt<DayReading> date =
+        calendarDate(skipping(behindComma(next), DateWord::article, DateWord::on, DateWord::joint));
     if (date) return date;
     return Parsed<DayReading>{named, next, alone};
 }
@@ -171,10 +179,12 @@ Attempt<DayReading> DayShapes::relative(std::size_t i) const {
     }
     if (is(i, DateWord::shiftedUnit)) {
         const int shifted = value(i, DateWord::shiftedUnit);
-        return Parsed<DayReading>{ShiftedDay{static_cast<DateUnit>(shifted & ~nextUnit), shifted & nextUnit ? 1 : -1}, i + 1};
+        return Parsed<DayReading>{ShiftedDay{static_cast<DateUnit>(shifted & ~nextUnit), shifted & nextUnit ? 1 : -1},
+                                  i + 1};
     }
     if (is(i, DateWord::next)) return neighbour(i + 1, value(i, DateWord::next), i + 2);
-    if (is(i, DateWord::unit) && is(i + 1, DateWord::nextBehind)) return neighbour(i, value(i + 1, DateWord::nextBehind), i + 2);
+    if (is(i, DateWord::unit) && is(i + 1, DateWord::nextBehind))
+        return neighbour(i, value(i + 1, DateWord::nextBehind), i + 2);
     if (is(i, DateWord::ahead) && !followsNumber(i)) {
         if (auto shift = counted(i + 1, 1)) return shift;
     }
@@ -242,6 +252,8 @@ std::size_t DayShapes::behindOrdinal(std::size_t i) const {
 }
 
 // Index behind the full stop of an abbreviated name.
-std::size_t DayShapes::behindStop(std::size_t i) const { return touches(i) && isSign(i, u'.') ? i + 1 : i; }
+std::size_t DayShapes::behindStop(std::size_t i) const {
+    return touches(i) && isSign(i, u'.') ? i + 1 : i;
+}
 
 }  // namespace vemo

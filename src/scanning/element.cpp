@@ -8,7 +8,9 @@ namespace vemo {
 
 namespace {
 
-std::u16string number(std::int64_t value) { return toUtf16(std::to_string(value)); }
+std::u16string number(std::int64_t value) {
+    return toUtf16(std::to_string(value));
+}
 
 std::u16string braceForm(TextRange range) {
     std::u16string result = u"{";
@@ -27,8 +29,8 @@ std::u16string Element::description() const {
 
 ElementList ElementList::slice(std::size_t from, std::size_t to) const {
     assert(from <= to && to <= size());
-    return ElementList({elements_.begin() + static_cast<std::ptrdiff_t>(from),
-                        elements_.begin() + static_cast<std::ptrdiff_t>(to)});
+    return ElementList(
+        {elements_.begin() + static_cast<std::ptrdiff_t>(from), elements_.begin() + static_cast<std::ptrdiff_t>(to)});
 }
 
 bool ElementList::anyHas(Attribute key) const {

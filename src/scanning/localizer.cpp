@@ -51,7 +51,8 @@ Localizer::Localizer(std::string_view language, const std::filesystem::path& fol
     if (!folder.empty()) readFolder(folder, log);
     std::u16string code = toUtf16(language.substr(0, language.find('.')));
     std::replace(code.begin(), code.end(), u'_', u'-');
-    while (!code.empty() && !hasLanguage(code)) code.erase(code.rfind(u'-') == std::u16string::npos ? 0 : code.rfind(u'-'));
+    while (!code.empty() && !hasLanguage(code))
+        code.erase(code.rfind(u'-') == std::u16string::npos ? 0 : code.rfind(u'-'));
     language_ = code;
 }
 
@@ -67,7 +68,9 @@ void Localizer::readFolder(const std::filesystem::path& folder, const Log& log) 
     std::error_code error;
     for (const auto& entry : std::filesystem::recursive_directory_iterator(folder, error)) {
         const std::filesystem::path& path = entry.path();
-        if (!entry.is_regular_file(error) || path.extension() != ".strings" || path.parent_path().extension() != ".lproj") continue;
+        if (!entry.is_regular_file(error) || path.extension() != ".strings" ||
+            path.parent_path().extension() != ".lproj")
+            continue;
         std::ifstream file(path, std::ios::binary);
         const std::string bytes((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
         auto parsed = parseStrings(bytes);

@@ -39,7 +39,7 @@ private:
     void readFolder(const std::filesystem::path& folder, const Log& log);
     bool hasLanguage(std::u16string_view language) const;
 
-    std::u16string language_;                               // empty: base only
+    std::u16string language_;                                      // empty: base only
     std::map<std::u16string, TextMap<std::u16string>> overrides_;  // by language, "/" and table
 };
 

@@ -54,35 +54,43 @@ void ScientificNumberExtractor::extract(const std::u16string& text, Context&, st
     // Possessive repetitions: giving digits back never helps here, and would take cubic time on long literals.
     static const Regex pattern(uR"(\.? \d++ [\s\d\._,]*+ (?<!\s|,|\.) [Ee] [+-]? \d+)", true);
     if (text.find_first_of(u"eE") == text.npos || !hasDigit(text)) return;
-    StringExtractor::extract(text, pattern, 10, [&](std::u16string_view literal) {
-        const auto number = parser_.decimalNumber(literal);
-        return numberElement(number.value_or(DecimalNumber::notANumberValue()), u"sci", literal);
-    }, result);
+    StringExtractor::extract(
+        text, pattern, 10,
+        [&](std::u16string_view literal) {
+            const auto number = parser_.decimalNumber(literal);
+            return numberElement(number.value_or(DecimalNumber::notANumberValue()), u"sci", literal);
+        },
+        result);
 }
 
 void HexNumberExtractor::extract(const std::u16string& text, Context&, std::vector<Extraction>& result) const {
     static const Regex pattern(u"0x([0-9a-fA-F]+)", false);
     if (text.find(u"0x") == text.npos) return;
-    StringExtractor::extract(text, pattern, 10, [&](std::u16string_view literal) {
-        const double value = std::strtod(toUtf8(literal).c_str(), nullptr);
-        return numberElement(DecimalNumber::fromDouble(value), u"hex", literal);
-    }, result);
+    StringExtractor::extract(
+        text, pattern, 10,
+        [&](std::u16string_view literal) {
+            const double value = std::strtod(toUtf8(literal).c_str(), nullptr);
+            return numberElement(DecimalNumber::fromDouble(value), u"hex", literal);
+        },
+        result);
 }
 
 void BinaryNumberExtractor::extract(const std::u16string& text, Context&, std::vector<Extraction>& result) const {
     static const Regex pattern(u"0b([0-1]+)", true);
     if (text.find_first_of(u"bB") == text.npos) return;
-    StringExtractor::extract(text, pattern, 0, [&](std::u16string_view literal) {
-        return numberElement(integerLiteral(literal, 2), u"bin", literal);
-    }, result);
+    StringExtractor::extract(
+        text, pattern, 0,
+        [&](std::u16string_view literal) { return numberElement(integerLiteral(literal, 2), u"bin", literal); },
+        result);
 }
 
 void OctalNumberExtractor::extract(const std::u16string& text, Context&, std::vector<Extraction>& result) const {
     static const Regex pattern(u"0o([0-7]+)", true);
     if (text.find_first_of(u"oO") == text.npos) return;
-    StringExtractor::extract(text, pattern, 0, [&](std::u16string_view literal) {
-        return numberElement(integerLiteral(literal, 8), u"oct", literal);
-    }, result);
+    StringExtractor::extract(
+        text, pattern, 0,
+        [&](std::u16string_view literal) { return numberElement(integerLiteral(literal, 8), u"oct", literal); },
+        result);
 }
 
 NumeralRepresentationExtractor::NumeralRepresentationExtractor(const Localizer& localizer,

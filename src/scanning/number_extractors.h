@@ -36,7 +36,6 @@ class HexNumberExtractor : public Extractor {
 public:
     std::u16string_view name() const override { return u"HexNumberExtractor"; }
     void extract(const std::u16string& text, Context& context, std::vector<Extraction>& result) const override;
-
 };
 
 // Signed 64-bit integers, wrapping.
@@ -44,14 +43,12 @@ class BinaryNumberExtractor : public Extractor {
 public:
     std::u16string_view name() const override { return u"BinaryNumberExtractor"; }
     void extract(const std::u16string& text, Context& context, std::vector<Extraction>& result) const override;
-
 };
 
 class OctalNumberExtractor : public Extractor {
 public:
     std::u16string_view name() const override { return u"OctalNumberExtractor"; }
     void extract(const std::u16string& text, Context& context, std::vector<Extraction>& result) const override;
-
 };
 
 // Names of numeral systems, as in "255 in hex".

@@ -14,8 +14,10 @@ DecimalNumber parse(std::u16string_view text, std::u16string_view separator) {
     std::u16string digits;
     for (const char16_t c : text) {
         const int digit = digitValue(c);
-        if (digit >= 0) digits += static_cast<char16_t>(u'0' + digit);
-        else if (kept.find(c) != kept.npos || separator.find(c) != separator.npos) digits += c;
+        if (digit >= 0)
+            digits += static_cast<char16_t>(u'0' + digit);
+        else if (kept.find(c) != kept.npos || separator.find(c) != separator.npos)
+            digits += c;
     }
     return DecimalNumber::parse(digits, separator);
 }
@@ -39,8 +41,10 @@ std::vector<DecimalLiteral> decimalLiterals(std::u16string_view text) {
         std::size_t last = end;  // behind the last character that a literal may end with
         for (; end < text.size(); ++end) {
             const char16_t c = text[end];
-            if (isDigit(end) || c == u'_') last = end + 1;
-            else if (c != u'.' && c != u',' && !isWhitespace(c)) break;
+            if (isDigit(end) || c == u'_')
+                last = end + 1;
+            else if (c != u'.' && c != u',' && !isWhitespace(c))
+                break;
         }
         result.push_back({{start, last - start}, {first, last - first}});
         start = last;

@@ -78,7 +78,8 @@ private:
         if (first >= u'a' && first <= u'z') asciiStarts_[static_cast<std::size_t>(first - u'a' + u'A')] = true;
     }
 
-    // An upper bound of the words that a phrase is cut into: they end where the kind of character changes, and at signs.
+    // An upper bound of the words that a phrase is cut into: they end where the kind of character changes, and at
+    // signs.
     static std::size_t mostWordsIn(std::u16string_view phrase) {
         const auto kind = [](char16_t c) {
             if (c >= u'0' && c <= u'9') return 0;
@@ -112,7 +113,8 @@ private:
             const TextRange range{words[i].location, words[i + k - 1].end() - words[i].location};
             const Object* object = findAnyCase(probe);
             // Words written without a gap also match a phrase that is stored so: "m2", "°C", but "ft2" not in "6ft2in".
-            if (!object && range.length < probe.size() && !isInsideQuantity(text, range.end())) object = findAnyCase(range.in(text));
+            if (!object && range.length < probe.size() && !isInsideQuantity(text, range.end()))
+                object = findAnyCase(range.in(text));
             if (!object) continue;
             matches.push_back({*object, range});
             return k;
@@ -124,7 +126,7 @@ private:
     TextMap<Object> dict_;
     std::unordered_set<char16_t> firstCharQuickLookup_;
     std::array<bool, 128> asciiStarts_{};  // the same for most words there are, in either case
-    std::size_t mostWords_ = 0;  // of a phrase
+    std::size_t mostWords_ = 0;            // of a phrase
 };
 
 }  // namespace vemo

@@ -45,10 +45,12 @@ void sortCandidates(Candidates& candidates, Less less) {
         std::rotate(std::upper_bound(candidates.begin(), next, *next, less), next, next + 1);
 }
 
-RunType typeOf(const Extraction& extraction) { return extraction.element->attributedText.runs().begin()->type; }
+RunType typeOf(const Extraction& extraction) {
+    return extraction.element->attributedText.runs().begin()->type;
+}
 
-// An operator's sign inside a phrase belongs to that: "US-Dollar", a script's "km/h"; inside a date when it stands between
-// letters: "après-demain", but not "3/4/27".
+// An operator's sign inside a phrase belongs to that: "US-Dollar", a script's "km/h"; inside a date when it stands
+// between letters: "après-demain", but not "3/4/27".
 void dropSignsInPhrases(std::u16string_view text, Candidates& candidates) {
     std::vector<const Extraction*> phrases;
     bool signs = false;
@@ -56,16 +58,20 @@ void dropSignsInPhrases(std::u16string_view text, Candidates& candidates) {
         const RunType type = typeOf(*candidate);
         const bool phrase = type == RunType::unit || type == RunType::function || type == RunType::operatorWord ||
                             candidate->element->value.has(Attribute::date);
-        if (type == RunType::operatorSymbol) signs = true;
-        else if (phrase && candidate->range.length > 2 && candidate->range.end() <= text.size()) phrases.push_back(candidate);
+        if (type == RunType::operatorSymbol)
+            signs = true;
+        else if (phrase && candidate->range.length > 2 && candidate->range.end() <= text.size())
+            phrases.push_back(candidate);
     }
     if (!signs || phrases.empty()) return;
     std::erase_if(candidates, [&](const Extraction* candidate) {
         const TextRange sign = candidate->range;
-        return typeOf(*candidate) == RunType::operatorSymbol && std::any_of(phrases.begin(), phrases.end(), [&](const Extraction* phrase) {
-            if (sign.location <= phrase->range.location || sign.end() >= phrase->range.end()) return false;
-            return !phrase->element->value.has(Attribute::date) || (isLetter(text[sign.location - 1]) && isLetter(text[sign.end()]));
-        });
+        return typeOf(*candidate) == RunType::operatorSymbol &&
+               std::any_of(phrases.begin(), phrases.end(), [&](const Extraction* phrase) {
+                   if (sign.location <= phrase->range.location || sign.end() >= phrase->range.end()) return false;
+                   return !phrase->element->value.has(Attribute::date) ||
+                          (isLetter(text[sign.location - 1]) && isLetter(text[sign.end()]));
+               });
     });
 }
 
@@ -90,9 +96,8 @@ ElementList StringExtractor::elements(std::u16string_view text, const std::vecto
         accepted.accept(candidate->range);
         return false;
     });
-    sortCandidates(sorted, [](const Extraction* a, const Extraction* b) {
-        return a->range.location < b->range.location;
-    });
+    sortCandidates(sorted,
+                   [](const Extraction* a, const Extraction* b) { return a->range.location < b->range.location; });
 
     ElementList result;
     result.reserve(2 * sorted.size() + 1);

@@ -8,7 +8,6 @@
 #include "platform/regex.h"
 #include "scanning/element.h"
 
-
 namespace vemo {
 
 // Turns pattern matches into candidates, and candidates into the elements of a line.

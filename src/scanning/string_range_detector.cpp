@@ -10,15 +10,20 @@ namespace vemo {
 
 namespace {
 
-constexpr std::size_t cachedTexts = 1u << 17;  // as many as results of lines: a document's lines are cut again and again
+constexpr std::size_t cachedTexts =
+    1u << 17;  // as many as results of lines: a document's lines are cut again and again
 constexpr std::size_t longestCached = 0xffff;  // UTF-16 units, the key's included: its length is kept in one
 constexpr std::size_t bitsPerUnit = 16;
 
 using Predicate = bool (*)(char16_t);
 
-bool isDigit(char16_t c) { return c >= u'0' && c <= u'9'; }
+bool isDigit(char16_t c) {
+    return c >= u'0' && c <= u'9';
+}
 // In "(€40)" the sign stands between a bracket and a number.
-bool isCurrencySign(char16_t c) { return c == u'$' || (c >= 0x80 && u_charType(c) == U_CURRENCY_SYMBOL); }
+bool isCurrencySign(char16_t c) {
+    return c == u'$' || (c >= 0x80 && u_charType(c) == U_CURRENCY_SYMBOL);
+}
 
 // Characters that mean something whatever they touch: operators, brackets, "=".
 bool isSign(char16_t c) {
@@ -32,7 +37,8 @@ void addSigns(std::u16string_view text, TextRange stretch, std::vector<TextRange
     for (std::size_t i = start + 1; i < stretch.end(); ++i) {
         const char16_t before = text[i - 1], c = text[i];
         if (before == c || (!isSign(before) && !isSign(c))) continue;
-        if (c == u'=' && start == i - 1 && std::u16string_view(u"<>!:~").find(before) != std::u16string_view::npos) continue;
+        if (c == u'=' && start == i - 1 && std::u16string_view(u"<>!:~").find(before) != std::u16string_view::npos)
+            continue;
         if (before == u'=' && c == u'>') continue;
         result.push_back({start, i - start});
         start = i;
@@ -41,7 +47,9 @@ void addSigns(std::u16string_view text, TextRange stretch, std::vector<TextRange
 }
 
 // The signs of 10 to 10^12, which stand between a number and its unit without a blank.
-bool isNumberKanji(char16_t c) { return std::u16string_view(u"\u5341\u767e\u5343\u4e07\u5104\u5146").find(c) != std::u16string_view::npos; }
+bool isNumberKanji(char16_t c) {
+    return std::u16string_view(u"\u5341\u767e\u5343\u4e07\u5104\u5146").find(c) != std::u16string_view::npos;
+}
 
 // Cuts them off the words that they begin behind digits.
 void splitNumberKanji(std::u16string_view text, std::vector<TextRange>& ranges) {
@@ -52,12 +60,14 @@ void splitNumberKanji(std::u16string_view text, std::vector<TextRange>& ranges) 
         while (signs < word.length && isNumberKanji(text[word.location + signs])) ++signs;
         if (signs == word.length) continue;
         ranges[i].length = signs;
-        ranges.insert(ranges.begin() + static_cast<std::ptrdiff_t>(i) + 1, {word.location + signs, word.length - signs});
+        ranges.insert(ranges.begin() + static_cast<std::ptrdiff_t>(i) + 1,
+                      {word.location + signs, word.length - signs});
     }
 }
 
 // The runs of characters for which the predicate holds, and the stretches between, of each range.
-void splitRuns(std::u16string_view text, const std::vector<TextRange>& ranges, Predicate holds, std::vector<TextRange>& result) {
+void splitRuns(std::u16string_view text, const std::vector<TextRange>& ranges, Predicate holds,
+               std::vector<TextRange>& result) {
     result.clear();
     for (const TextRange& range : ranges) {
         std::size_t start = range.location;
@@ -107,8 +117,8 @@ void splitWords(std::u16string_view text, const std::vector<TextRange>& chunks, 
 
 StringRangeDetector::StringRangeDetector() : wordRangesCache_(cachedTexts) {}
 
-// In the block: the length of the key, the key, which ends with the text, and a bit for each unit of the text, set where
-// a word begins. Words end where the next begins, or white space.
+// In the block: the length of the key, the key, which ends with the text, and a bit for each unit of the text, set
+// where a word begins. Words end where the next begins, or white space.
 void StringRangeDetector::PackedRanges::pack(std::u16string_view key, const std::vector<TextRange>& ranges) {
     block_.reserve(1 + key.size() + key.size() / bitsPerUnit + 1);
     block_ += static_cast<char16_t>(key.size());

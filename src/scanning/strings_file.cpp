@@ -100,18 +100,32 @@ private:
         ++position_;
         const char kind = position_ < text_.size() ? take() : '\0';
         switch (kind) {
-            case '"': result += u'"'; return;
-            case '\\': result += u'\\'; return;
-            case 'n': result += u'\n'; return;
-            case 't': result += u'\t'; return;
+            case '"':
+                result += u'"';
+                return;
+            case '\\':
+                result += u'\\';
+                return;
+            case 'n':
+                result += u'\n';
+                return;
+            case 't':
+                result += u'\t';
+                return;
             case 'u':
-            case 'U': break;
-            default: fail("unknown escape"); return;
+            case 'U':
+                break;
+            default:
+                fail("unknown escape");
+                return;
         }
         unsigned unit = 0;
         for (int i = 0; i < 4; ++i) {
             const char c = position_ < text_.size() ? text_[position_] : '\0';
-            const int digit = c >= '0' && c <= '9' ? c - '0' : c >= 'a' && c <= 'f' ? c - 'a' + 10 : c >= 'A' && c <= 'F' ? c - 'A' + 10 : -1;
+            const int digit = c >= '0' && c <= '9'   ? c - '0'
+                              : c >= 'a' && c <= 'f' ? c - 'a' + 10
+                              : c >= 'A' && c <= 'F' ? c - 'A' + 10
+                                                     : -1;
             if (digit < 0) return fail("\\U takes four hexadecimal digits");
             unit = unit * 16 + static_cast<unsigned>(digit);
             ++position_;
@@ -149,6 +163,8 @@ private:
 
 }  // namespace
 
-std::variant<std::vector<StringsEntry>, StringsError> parseStrings(std::string_view utf8) { return Reader(utf8).read(); }
+std::variant<std::vector<StringsEntry>, StringsError> parseStrings(std::string_view utf8) {
+    return Reader(utf8).read();
+}
 
 }  // namespace vemo

@@ -12,9 +12,9 @@ namespace vemo {
 constexpr StructuralPattern headerPattern{u"HeaderExtractor", u"\\s*\\#.*", u"#", false, RunType::header, 1000};
 constexpr StructuralPattern labelPattern{u"LabelExtractor", u".*:", u":", true, RunType::label, 20};
 constexpr StructuralPattern quotedCommentPattern{u"QuotedCommentExtractor", u"\"[^\"]*\"", u"\"", true,
-                                                 RunType::comment, 1000};
-constexpr StructuralPattern slashCommentPattern{u"SlashCommentExtractor", u"//.*", u"//", false, RunType::comment,
-                                                1000};
+                                                 RunType::comment,          1000};
+constexpr StructuralPattern slashCommentPattern{u"SlashCommentExtractor", u"//.*", u"//", false,
+                                                RunType::comment,         1000};
 
 StructuralExtractor::StructuralExtractor(const StructuralPattern& pattern)
     : pattern_(pattern), regex_(pattern.pattern, true) {}
@@ -41,9 +41,11 @@ void ParenthesesExtractor::extract(const std::u16string& text, Context&, std::ve
     static const Value closing(Attribute::parenthesis, u")");
     for (std::size_t i = text.find_first_of(u"()"); i != text.npos; i = text.find_first_of(u"()", i + 1)) {
         const std::u16string_view bracket = std::u16string_view(text).substr(i, 1);
-        result.push_back({{i, 1}, 0, 0,
-                          makeElement(bracket == u"(" ? opening : closing,
-                                      AttributedText(bracket, RunType::parenthesis))});
+        result.push_back(
+            {{i, 1},
+             0,
+             0,
+             makeElement(bracket == u"(" ? opening : closing, AttributedText(bracket, RunType::parenthesis))});
     }
 }
 
@@ -56,8 +58,8 @@ AssignmentExtractor::AssignmentExtractor(const Localizer& localizer, StringRange
 void AssignmentExtractor::extract(const std::u16string& text, Context&, std::vector<Extraction>& result) const {
     static const Value assignment(Attribute::assignment, DecimalNumber::fromInt64(1));
     for (const auto& match : phraseDetector_.detect(text)) {
-        result.push_back({match.range, 0, 0,
-                          makeElement(assignment, AttributedText(match.range.in(text), RunType::operatorWord))});
+        result.push_back(
+            {match.range, 0, 0, makeElement(assignment, AttributedText(match.range.in(text), RunType::operatorWord))});
     }
 }
 
@@ -75,7 +77,8 @@ void VariablesExtractor::extract(const std::u16string& text, Context& context, s
         std::size_t used = 1;
         const std::size_t start = words[i].location;
         if (context.mayNameVariable(lowerIn(words[i]).front())) {
-            for (std::size_t count = std::min(words.size() - i, PhraseDetector<bool>::maxWordsLookup); count > 0; --count) {
+            for (std::size_t count = std::min(words.size() - i, PhraseDetector<bool>::maxWordsLookup); count > 0;
+                 --count) {
                 const TextRange range{start, words[i + count - 1].end() - start};
                 if (range.length > context.longestVariableName()) continue;
                 const std::u16string_view name = lowerIn(range);
@@ -84,7 +87,8 @@ void VariablesExtractor::extract(const std::u16string& text, Context& context, s
                 used = count;
                 const bool* hidden = context.get<bool>(std::u16string(context_keys::hiddenVariable).append(name));
                 if (hidden && *hidden) break;
-                result.push_back({range, 0, 10, makeElement(*value, AttributedText(range.in(text), RunType::variable))});
+                result.push_back(
+                    {range, 0, 10, makeElement(*value, AttributedText(range.in(text), RunType::variable))});
                 context.addDependencyOn(variableKey(name), *value);
                 break;
             }

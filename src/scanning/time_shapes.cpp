@@ -4,7 +4,9 @@
 
 namespace vemo {
 
-bool TimeShapes::exists(const TimeReading& time) { return time.hour < 24 && time.minute < 60 && time.second < 60; }
+bool TimeShapes::exists(const TimeReading& time) {
+    return time.hour < 24 && time.minute < 60 && time.second < 60;
+}
 
 bool TimeShapes::startsTime(std::size_t i) const {
     const DateLexeme* hour = number(i);
@@ -18,7 +20,8 @@ const DateLexeme* TimeShapes::twoDigits(std::size_t i) const {
 
 // 10:30, 9:05:20, 5:30 pm, 10:30 Uhr
 Attempt<TimeReading> TimeShapes::colons(std::size_t i) const {
-    if (!startsTime(i) || !isSign(i + 1, u':') || !touches(i + 1) || !twoDigits(i + 2) || !touches(i + 2)) return std::nullopt;
+    if (!startsTime(i) || !isSign(i + 1, u':') || !touches(i + 1) || !twoDigits(i + 2) || !touches(i + 2))
+        return std::nullopt;
     if (i > 0 && touches(i) && isSign(i - 1, u'/')) return std::nullopt;
     TimeReading time{number(i)->value, number(i + 2)->value, 0, {}};
     std::size_t next = i + 3;
@@ -28,11 +31,13 @@ Attempt<TimeReading> TimeShapes::colons(std::size_t i) const {
     }
     // A colon behind is a label's, or there are too many fields; ".5" and "/2" are arithmetic.
     if (number(next - 1)->openRight || (isSign(next, u':') && touches(next))) return std::nullopt;
-    if (const DateLexeme* unknown = at(next); unknown && unknown->kind == DateLexeme::Kind::word && !unknown->spaced && !unknown->entry &&
-        !unknown->cjk && !isIsoZ(next))
+    if (const DateLexeme* unknown = at(next); unknown && unknown->kind == DateLexeme::Kind::word && !unknown->spaced &&
+                                              !unknown->entry && !unknown->cjk && !isIsoZ(next))
         return std::nullopt;
-    if (is(next, DateWord::half) && halved(time, value(next, DateWord::half))) ++next;
-    else if (is(next, DateWord::oclock)) ++next;
+    if (is(next, DateWord::half) && halved(time, value(next, DateWord::half)))
+        ++next;
+    else if (is(next, DateWord::oclock))
+        ++next;
     return Parsed<TimeReading>{time, next};
 }
 
@@ -64,7 +69,8 @@ Attempt<TimeReading> TimeShapes::halfBefore(std::size_t i) const {
 // 10 Uhr, 10 Uhr 30, 10時30分, 10時半; 17h30, 17 h 30
 Attempt<TimeReading> TimeShapes::hours(std::size_t i) const {
     if (!startsTime(i) || number(i)->openRight) return std::nullopt;
-    if (number(i)->afterOperator || (i > 0 && number(i)->spaced && number(i - 1) && !number(i - 1)->openLeft && number(i - 1)->digits > 4))
+    if (number(i)->afterOperator ||
+        (i > 0 && number(i)->spaced && number(i - 1) && !number(i - 1)->openLeft && number(i - 1)->digits > 4))
         return std::nullopt;
     TimeReading time{number(i)->value, 0, 0, {}};
     const bool oclock = is(i + 1, DateWord::oclock);
@@ -84,7 +90,8 @@ Attempt<TimeReading> TimeShapes::hours(std::size_t i) const {
     }
     time.minute = minute->value;
     next += marked ? 2 : 1;
-    if (const DateLexeme* second = number(next); marked && second && second->digits <= 2 && is(next + 1, DateWord::secondMark)) {
+    if (const DateLexeme* second = number(next);
+        marked && second && second->digits <= 2 && is(next + 1, DateWord::secondMark)) {
         time.second = second->value;
         next += 2;
     }

@@ -82,7 +82,9 @@ constexpr TimeZoneAbbreviation rows[] = {
 
 }  // namespace
 
-std::span<const TimeZoneAbbreviation> timeZoneAbbreviations() { return rows; }
+std::span<const TimeZoneAbbreviation> timeZoneAbbreviations() {
+    return rows;
+}
 
 std::u16string_view zoneForAbbreviation(std::u16string_view abbreviation) {
     const auto found = std::lower_bound(

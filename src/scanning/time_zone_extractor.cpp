@@ -10,12 +10,15 @@ namespace vemo {
 namespace {
 
 // Taken in lower case too: nothing that is a word or a common abbreviation of something else ("art", "met", "mst").
-constexpr std::u16string_view wellKnown[] = {
-    u"ACDT", u"ACST", u"AEDT", u"AEST", u"AKDT", u"AKST", u"AWST", u"BST", u"CDT",  u"CEST", u"CET", u"CST", u"EDT", u"EEST",
-    u"EET",  u"EST",  u"GMT",  u"HKT",  u"HST",  u"JST",  u"KST",  u"MDT", u"MSK",  u"NZDT", u"NZST", u"PDT", u"PST", u"UTC"};
+constexpr std::u16string_view wellKnown[] = {u"ACDT", u"ACST", u"AEDT", u"AEST", u"AKDT", u"AKST", u"AWST",
+                                             u"BST",  u"CDT",  u"CEST", u"CET",  u"CST",  u"EDT",  u"EEST",
+                                             u"EET",  u"EST",  u"GMT",  u"HKT",  u"HST",  u"JST",  u"KST",
+                                             u"MDT",  u"MSK",  u"NZDT", u"NZST", u"PDT",  u"PST",  u"UTC"};
 constexpr std::u16string_view frenchWords[] = {u"CET", u"EST"};
 
-bool contains(auto& list, std::u16string_view text) { return std::find(std::begin(list), std::end(list), text) != std::end(list); }
+bool contains(auto& list, std::u16string_view text) {
+    return std::find(std::begin(list), std::end(list), text) != std::end(list);
+}
 
 }  // namespace
 
@@ -34,8 +37,8 @@ TimeZoneAbbreviationsExtractor::TimeZoneAbbreviationsExtractor(StringRangeDetect
 void TimeZoneAbbreviationsExtractor::extract(const std::u16string& text, Context&,
                                              std::vector<Extraction>& result) const {
     for (const auto& match : detector_.detect(text)) {
-        result.push_back({match.range, 0, 0,
-                          makeElement(Value(match.object), AttributedText(match.range.in(text), RunType::unit))});
+        result.push_back(
+            {match.range, 0, 0, makeElement(Value(match.object), AttributedText(match.range.in(text), RunType::unit))});
     }
 }
 

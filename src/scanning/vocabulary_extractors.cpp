@@ -39,7 +39,9 @@ void OperatorExtractor::extract(const std::u16string& text, Context& context, st
         for (std::size_t length = std::min(longestSymbol_, text.size() - i); length > 0; --length) {
             const auto found = symbols_.find(std::u16string_view(text).substr(i, length));
             if (found == symbols_.end()) continue;
-            result.push_back({{i, length}, 10, 0,
+            result.push_back({{i, length},
+                              10,
+                              0,
                               makeElement(found->second, AttributedText(found->first, RunType::operatorSymbol))});
             context.addQuickTypeToken(found->first);
             used = length;
@@ -86,7 +88,8 @@ void ScalesExtractor::extract(const std::u16string& text, Context&, std::vector<
 
 void PercentageSymbolExtractor::extract(const std::u16string& text, Context&, std::vector<Extraction>& result) const {
     for (std::size_t i = text.find(u'%'); i != text.npos; i = text.find(u'%', i + 1))
-        result.push_back({{i, 1}, 0, 0, makeElement(Value(Attribute::unit, u"percent"), AttributedText(u"%", RunType::unit))});
+        result.push_back(
+            {{i, 1}, 0, 0, makeElement(Value(Attribute::unit, u"percent"), AttributedText(u"%", RunType::unit))});
 }
 
 void MultiplyXSymbolExtractor::extract(const std::u16string& text, Context&, std::vector<Extraction>& result) const {

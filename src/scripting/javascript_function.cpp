@@ -9,7 +9,9 @@ JavaScriptFunction::JavaScriptFunction(std::shared_ptr<ScriptContext> script, JS
     script_->js().JSValueProtect(script_->context(), function_);
 }
 
-JavaScriptFunction::~JavaScriptFunction() { script_->js().JSValueUnprotect(script_->context(), function_); }
+JavaScriptFunction::~JavaScriptFunction() {
+    script_->js().JSValueUnprotect(script_->context(), function_);
+}
 
 std::optional<Value> JavaScriptFunction::evaluate(const std::vector<Value>& values, Context&) const {
     const ScriptContext::Run run(*script_, limit_);

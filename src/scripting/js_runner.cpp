@@ -10,7 +10,7 @@ namespace vemo {
 
 namespace {
 
-constexpr std::size_t longestLog = 1u << 16;      // UTF-16 units; the rest is dropped
+constexpr std::size_t longestLog = 1u << 16;  // UTF-16 units; the rest is dropped
 constexpr std::size_t longestMessage = 1u << 12;
 constexpr JSClassDefinition emptyClass = {};
 
@@ -36,8 +36,11 @@ std::optional<std::u16string> refusal(std::u16string_view source) {
         for (std::size_t i = source.find(word); i != source.npos; i = source.find(word, i + 1)) {
             if ((i > 0 && isPartOfName(i - 1)) || isPartOfName(i + word.size())) continue;
             const auto line = std::count(source.begin(), source.begin() + static_cast<std::ptrdiff_t>(i), u'\n') + 1;
-            return std::u16string(u"Error on line ").append(toUtf16(std::to_string(line))).append(u": the word '").append(
-                word).append(u"' is not accepted, for a line needs its result at once");
+            return std::u16string(u"Error on line ")
+                .append(toUtf16(std::to_string(line)))
+                .append(u": the word '")
+                .append(word)
+                .append(u"' is not accepted, for a line needs its result at once");
         }
     }
     return std::nullopt;
@@ -103,7 +106,8 @@ struct JSRunner::Callbacks {
         unit.format = text(u"format");
         unit.internationalSymbol = text(u"internationalSymbol");
         if (*exception) return;
-        if (const auto ratio = script.number(object, u"ratio", exception)) unit.baseRatio = DecimalNumber::fromDouble(*ratio);
+        if (const auto ratio = script.number(object, u"ratio", exception))
+            unit.baseRatio = DecimalNumber::fromDouble(*ratio);
         if (!*exception) say(runner.jsVemo_.addUnit(unit));
     }
 
@@ -119,9 +123,9 @@ struct JSRunner::Callbacks {
             return runner.append(std::u16string(u"addFunction: '").append(*id).append(u"' comes without a function"));
         // The calculator holds both, so the function does not outlive the runner in use.
         const auto report = [&log = runner](std::u16string_view message) { log.append(message); };
-        runner.jsVemo_.addFunction(*id, splitAtCommas(*phrases),
-                                   std::make_shared<JavaScriptFunction>(runner.jsvmContext_, function,
-                                                                        runner.limits_.call, report));
+        runner.jsVemo_.addFunction(
+            *id, splitAtCommas(*phrases),
+            std::make_shared<JavaScriptFunction>(runner.jsvmContext_, function, runner.limits_.call, report));
     }
 
     void refuse() { fail(u"objects of this class come from the calculator"); }

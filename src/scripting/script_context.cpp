@@ -17,11 +17,12 @@ namespace {
 
 constexpr double watchInterval = 0.01;  // seconds between two looks at a running script
 constexpr auto memoryMoment = std::chrono::milliseconds(100);
-constexpr std::size_t longestText = 1u << 20;     // of what a script hands over, in UTF-16 units
+constexpr std::size_t longestText = 1u << 20;  // of what a script hands over, in UTF-16 units
 constexpr std::size_t longestMessage = 1u << 10;
 
 // What would escape the bounds: jobs that run after the script, waiting, big memory in one step.
-constexpr std::u16string_view withdrawn = uR"js(
+constexpr std::u16string_view withdrawn =
+    uR"js(
 for (const name of ["Promise", "WebAssembly", "Atomics", "SharedArrayBuffer", "FinalizationRegistry", "WeakRef",
                     "ArrayBuffer", "DataView", "Int8Array", "Uint8Array", "Uint8ClampedArray", "Int16Array",
                     "Uint16Array", "Int32Array", "Uint32Array", "Float16Array", "Float32Array", "Float64Array",
@@ -49,11 +50,17 @@ std::size_t residentMemory() {
 }
 
 std::u16string tookMore(std::u16string_view what, std::size_t limit, std::u16string_view unit) {
-    return std::u16string(u"stopped, for it took more ").append(what).append(u" than ").append(
-        toUtf16(std::to_string(limit))).append(u" ").append(unit);
+    return std::u16string(u"stopped, for it took more ")
+        .append(what)
+        .append(u" than ")
+        .append(toUtf16(std::to_string(limit)))
+        .append(u" ")
+        .append(unit);
 }
 
-const JSChar* characters(std::u16string_view text) { return reinterpret_cast<const JSChar*>(text.data()); }
+const JSChar* characters(std::u16string_view text) {
+    return reinterpret_cast<const JSChar*>(text.data());
+}
 
 }  // namespace
 
@@ -175,8 +182,7 @@ JSValueRef ScriptContext::property(JSObjectRef object, std::u16string_view name,
     return *exception || isAbsent(value) ? nullptr : value;
 }
 
-std::optional<std::u16string> ScriptContext::text(JSObjectRef object, std::u16string_view name,
-                                                  JSValueRef* exception) {
+std::optional<std::u16string> ScriptContext::text(JSObjectRef object, std::u16string_view name, JSValueRef* exception) {
     const JSValueRef value = property(object, name, exception);
     return value ? string(value, exception) : std::nullopt;
 }
@@ -212,8 +218,9 @@ std::u16string ScriptContext::message(JSValueRef exception) {
         }
         failure = nullptr;
         const ScriptText text(*js_, js_->JSValueToStringCopy(context_, exception, &failure));
-        description = text && !failure ? text.string(longestMessage)
-                                       : stopReason_.empty() ? u"what was thrown has no text" : stopReason_;
+        description = text && !failure      ? text.string(longestMessage)
+                      : stopReason_.empty() ? u"what was thrown has no text"
+                                            : stopReason_;
     }
     return std::u16string(u"Error on line ").append(line).append(u": ").append(description);
 }

@@ -134,7 +134,8 @@ void registerCryptoCurrencies(UnitRegistry& registry, const CurrencyRatesContain
                               const std::function<bool(std::u16string_view code)>& isWord) {
     for (const auto& [code, rate] : rates.rates) {
         // A code that is another unit's symbol ("MB") would take it, as would one that is a word of another kind.
-        if (isListed(code) || registry.manager().phraseDetector().find(code) || registry.converter().baseUnit(code)) continue;
+        if (isListed(code) || registry.manager().phraseDetector().find(code) || registry.converter().baseUnit(code))
+            continue;
         if (code == dateMarker || !hasLetter(code) || isWord(code)) continue;
         Unit unit;
         unit.id = code;

@@ -35,7 +35,9 @@ std::shared_ptr<const ValueConverter> formula(std::u16string from, std::u16strin
     return std::make_shared<FormulaConverter>(std::move(from), std::move(to), std::move(formula));
 }
 
-DecimalNumber number(std::string_view text) { return DecimalNumber::parse(text); }
+DecimalNumber number(std::string_view text) {
+    return DecimalNumber::parse(text);
+}
 
 std::optional<DecimalNumber> pixelsPerMeter(Context& context) {
     const Value* ppi = context.getVariable(u"ppi");
@@ -62,8 +64,10 @@ public:
         const auto em = emSize(context);
         if (!em) return std::nullopt;
         Value length = value.with(amount->multiplying(*em->decimal()));
-        if (const auto unit = em->string(Attribute::unit)) length = length.with(*unit, Attribute::unit);
-        else length = length.without(Attribute::unit);
+        if (const auto unit = em->string(Attribute::unit))
+            length = length.with(*unit, Attribute::unit);
+        else
+            length = length.without(Attribute::unit);
         return converter_.convert(length, u"m", context);
     }
 
@@ -73,14 +77,16 @@ private:
 
 class MoneyConverter : public ValueConverter {
 public:
-    MoneyConverter(std::u16string currency, bool toUsd, Rates rates) : currency_(std::move(currency)), toUsd_(toUsd), rates_(rates) {}
+    MoneyConverter(std::u16string currency, bool toUsd, Rates rates)
+        : currency_(std::move(currency)), toUsd_(toUsd), rates_(rates) {}
 
     std::optional<Value> convert(const Value& value, Context& context) const override {
         const auto amount = value.decimal();
         const std::u16string_view from = toUsd_ ? std::u16string_view(currency_) : u"USD";
         if (!amount || !value.is(Attribute::unit, from)) return std::nullopt;
         const DecimalNumber* rate = nullptr;
-        if (rates_ == Rates::currency) rate = rateIn(context_keys::currencyRates, context_keys::currencyRatesTime, context);
+        if (rates_ == Rates::currency)
+            rate = rateIn(context_keys::currencyRates, context_keys::currencyRatesTime, context);
         // Some crypto-currencies are listed among the others.
         if (!rate) rate = rateIn(context_keys::cryptoRates, context_keys::cryptoRatesTime, context);
         if (!rate) return value.with(DecimalNumber::notANumberValue());

@@ -10,9 +10,14 @@ namespace {
 constexpr struct {
     std::u16string_view id;
     std::int16_t ratio;
-} scaleRows[] = {{u"million", 6}, {u"thousand", 3}, {u"billion", 9},
+} scaleRows[] = {{u"million", 6},
+                 {u"thousand", 3},
+                 {u"billion", 9},
                  // A phrase of a later row wins: English "billion" is a German's trillion.
-                 {u"trillion", 12}, {u"ten_thousand", 4}, {u"ten_million", 7}, {u"hundred_million", 8}};
+                 {u"trillion", 12},
+                 {u"ten_thousand", 4},
+                 {u"ten_million", 7},
+                 {u"hundred_million", 8}};
 
 }  // namespace
 

@@ -23,25 +23,32 @@ struct UnitRow {
 // The international yard and pound agreement of 1959 and NIST SP 811, appendix B, but for the cable, the
 // league and the nautical mile, which are the imperial ones of 6080 feet, and rounded where shown so.
 constexpr UnitRow lengthRows[] = {{u"inch", "0.0254"}, {u"foot", "0.3048"}, {u"yard", "0.9144"}, {u"mile", "1609.344"}};
-constexpr UnitRow otherLengthRows[] = {{u"point", "0.00035277777"}, {u"cable", "185.3184"},
-                                       {u"league", "4828.032"},     {u"furlong", "201.168"},
+constexpr UnitRow otherLengthRows[] = {{u"point", "0.00035277777"},    {u"cable", "185.3184"},
+                                       {u"league", "4828.032"},        {u"furlong", "201.168"},
                                        {u"nautical_mile", "1853.184"}, {u"chain", "20.1168"}};
 constexpr UnitRow areaRows[] = {{u"acre", "4046.86"}, {u"hectare", "10000"}, {u"are", "100"}, {u"ping", "3.306"}};
-constexpr UnitRow volumeRows[] = {
-    {u"cup", "0.000236588237"}, {u"quart", "0.000946352946"}, {u"pint", "0.000473176473"}, {u"gallon", "0.00378541178"}};
+constexpr UnitRow volumeRows[] = {{u"cup", "0.000236588237"},
+                                  {u"quart", "0.000946352946"},
+                                  {u"pint", "0.000473176473"},
+                                  {u"gallon", "0.00378541178"}};
 constexpr UnitRow spoonRows[] = {{u"tablespoon", "0.0000147867648"}, {u"teaspoon", "0.00000492892159"}};
 constexpr UnitRow angleRows[] = {{u"radian", ""}, {u"degree", "0.017453292519943295"}};
-constexpr UnitRow timeRows[] = {{u"minute", "60"},    {u"hour", "3600"},     {u"day", "86400"},
+constexpr UnitRow timeRows[] = {{u"minute", "60"},   {u"hour", "3600"},     {u"day", "86400"},
                                 {u"week", "604800"}, {u"month", "2592000"}, {u"year", "31536000"}};
-constexpr UnitRow weightRows[] = {{u"carat", "0.2"},           {u"pound", "453.59237"},   {u"centner", "100000"},
-                                  {u"ounce", "28.349523125"}, {u"stone", "6350.29318"}};
+constexpr UnitRow weightRows[] = {{u"carat", "0.2"},
+                                  {u"pound", "453.59237"},
+                                  {u"centner", "100000"},
+                                  {u"ounce", "28.349523125"},
+                                  {u"stone", "6350.29318"}};
 
 constexpr int symbolHintWeight = 10;
 
 class Catalogue {
 public:
     Catalogue(UnitRegistry& registry, const Localizer& localizer, const Log& log)
-        : registry_(registry), localizer_(localizer), log_(log),
+        : registry_(registry),
+          localizer_(localizer),
+          log_(log),
           omittedSymbols_(localizer.variants(u"symbols.omitted", u"Aliases")) {}
 
     Unit make(const UnitRow& row, std::u16string_view base, std::u16string_view table, bool lowercase) const {
@@ -63,7 +70,8 @@ public:
     void add(Unit unit) const {
         for (std::u16string& alias : aliases(unit.id)) unit.phrases.push_back(std::move(alias));
         for (auto* symbol : {&unit.internationalSymbol, &unit.localizedSymbol}) {
-            if (*symbol && std::find(omittedSymbols_.begin(), omittedSymbols_.end(), **symbol) != omittedSymbols_.end()) symbol->reset();
+            if (*symbol && std::find(omittedSymbols_.begin(), omittedSymbols_.end(), **symbol) != omittedSymbols_.end())
+                symbol->reset();
         }
         registry_.registerUnit(unit, true);
     }
@@ -90,15 +98,19 @@ public:
             variant.id = prefix.internationalSymbol + unit.id;
             for (const std::u16string& name : prefix.names)
                 for (const std::u16string& phrase : unit.phrases) variant.phrases.push_back(name + phrase);
-            if (unit.internationalSymbol) variant.internationalSymbol = prefix.internationalSymbol + *unit.internationalSymbol;
+            if (unit.internationalSymbol)
+                variant.internationalSymbol = prefix.internationalSymbol + *unit.internationalSymbol;
             if (unit.localizedSymbol) variant.localizedSymbol = prefix.localizedSymbol + *unit.localizedSymbol;
-            if (variant.localizedSymbol) variant.format = u"%@ " + *variant.localizedSymbol;
-            else if (variant.internationalSymbol) variant.format = u"%@ " + *variant.internationalSymbol;
+            if (variant.localizedSymbol)
+                variant.format = u"%@ " + *variant.localizedSymbol;
+            else if (variant.internationalSymbol)
+                variant.format = u"%@ " + *variant.internationalSymbol;
             const DecimalNumber ratio = unit.baseRatio.value_or(DecimalNumber::fromInt64(1));
-            variant.baseRatio = factorBase == 10
-                                    ? ratio.multiplyingByPowerOf10(prefix.factor)
-                                    : ratio.multiplying(DecimalNumber::fromInt64(factorBase)
-                                                            .raising(static_cast<std::uint64_t>(prefix.factor)));
+            variant.baseRatio =
+                factorBase == 10
+                    ? ratio.multiplyingByPowerOf10(prefix.factor)
+                    : ratio.multiplying(
+                          DecimalNumber::fromInt64(factorBase).raising(static_cast<std::uint64_t>(prefix.factor)));
             variant.baseUnitId = unit.baseUnitId.value_or(unit.id);
             variants.push_back(std::move(variant));
         }

@@ -21,8 +21,8 @@ void UnitConverter::registerUnit(const Unit& unit) {
     if (unit.baseRatio) {
         using Direction = RatioValueConverter::Direction;
         const auto ratio = [&](Direction direction, const std::u16string& from, const std::u16string& to) {
-            converters_.insert_or_assign(
-                pairKey(from, to), std::make_shared<RatioValueConverter>(direction, *unit.baseRatio, from, to));
+            converters_.insert_or_assign(pairKey(from, to),
+                                         std::make_shared<RatioValueConverter>(direction, *unit.baseRatio, from, to));
         };
         ratio(Direction::multiply, unit.id, base);
         ratio(Direction::divide, base, unit.id);
@@ -66,7 +66,8 @@ std::optional<Value> UnitConverter::convert(const Value& value, std::u16string_v
 std::optional<Value> RatioValueConverter::convert(const Value& value, Context&) const {
     const auto amount = value.decimal();
     if (!amount || !value.is(Attribute::unit, fromUnitId_)) return std::nullopt;
-    const DecimalNumber result = direction_ == Direction::multiply ? amount->multiplying(ratio_) : amount->dividing(ratio_);
+    const DecimalNumber result =
+        direction_ == Direction::multiply ? amount->multiplying(ratio_) : amount->dividing(ratio_);
     return value.with(result).with(toUnitId_, Attribute::unit);
 }
 

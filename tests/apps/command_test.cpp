@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
 // The command as a person calls it. VEMO_COMMAND names it.
 
+#include "support/command.h"
+
 #include <gtest/gtest.h>
 
 #include <filesystem>
 #include <fstream>
 #include <nlohmann/json.hpp>
-
-#include "support/command.h"
 
 namespace vemo::test {
 namespace {
@@ -22,7 +22,8 @@ TEST(Command, printsResultsSideBySideAndTheTotal) {
     const Outcome outcome = run("", "2 + 3\\n1/3 // note\\n");
     EXPECT_EQ(outcome.status, 0);
     EXPECT_EQ(outcome.output, "2 + 3           5\n1/3 // note  0.33\n-----------------\n             5.33\n");
-    EXPECT_EQ(run("-e '5 kg + 300 g' -e 1+1 --short").output, "5 kg + 300 g  5,300 g\n1+1                 2\n---------------------\n              5,302 g\n");
+    EXPECT_EQ(run("-e '5 kg + 300 g' -e 1+1 --short").output,
+              "5 kg + 300 g  5,300 g\n1+1                 2\n---------------------\n              5,302 g\n");
     EXPECT_EQ(run("--precision 4 -e 1/3").output, "1/3  0.3333\n");
     EXPECT_EQ(run("", "").output, "");
 }
@@ -56,7 +57,8 @@ TEST(Command, saysWhatItCannotRead) {
     EXPECT_EQ(run("--now yesterday").status, 2);
     const Outcome zone = run("--timezone Mars/Olympus -e 1");
     EXPECT_EQ(zone.status, 2);
-    EXPECT_EQ(zone.output.substr(0, zone.output.find('\n')), "--timezone: 'Mars/Olympus' is no time zone such as Europe/Berlin");
+    EXPECT_EQ(zone.output.substr(0, zone.output.find('\n')),
+              "--timezone: 'Mars/Olympus' is no time zone such as Europe/Berlin");
     EXPECT_EQ(run("--no-such-option").status, 2);
     EXPECT_EQ(run("--help").status, 0);
     EXPECT_EQ(run("--version").output, "vemo 0.1.0\n");
@@ -83,20 +85,24 @@ TEST(Command, loadsAndChecksScripts) {
     std::filesystem::create_directories(folder);
     std::ofstream(folder + "/a.js") << "vemo.setVariable('seven', 7)\nlog('ready')\nnonsense()";
     EXPECT_EQ(run("--extensions " + folder + " -e 'seven + 1'").output,
-              "vemo: a.js: ready\nvemo: a.js: Error on line 3: ReferenceError: Can't find variable: nonsense\nseven + 1  8\n");
+              "vemo: a.js: ready\nvemo: a.js: Error on line 3: ReferenceError: Can't find variable: nonsense\nseven + "
+              "1  8\n");
     const Outcome failed = run("--check-extensions " + folder);
     EXPECT_EQ(failed.status, 1);
     EXPECT_EQ(failed.output,
-              "a.js: failed\n    variable seven\n    | ready\n    | Error on line 3: ReferenceError: Can't find variable: nonsense\n");
+              "a.js: failed\n    variable seven\n    | ready\n    | Error on line 3: ReferenceError: Can't find "
+              "variable: nonsense\n");
     std::ofstream(folder + "/a.js") << "vemo.addUnit({id: 'lap', phrases: 'lap'})";
     EXPECT_EQ(run("--check-extensions " + folder).output, "a.js: loaded\n    unit lap\n");
     EXPECT_EQ(run("--check-extensions " + folder).status, 0);
     // What functions say while lines are calculated, and why one has no result.
-    std::ofstream(folder + "/a.js") << "vemo.addFunction({id: 'f', phrases: 'twice'}, x => { log('called'); return 2 * x.decimal; })\n"
-                                       "vemo.addFunction({id: 'g', phrases: 'broken'}, () => { nonsense() })";
+    std::ofstream(folder + "/a.js")
+        << "vemo.addFunction({id: 'f', phrases: 'twice'}, x => { log('called'); return 2 * x.decimal; })\n"
+           "vemo.addFunction({id: 'g', phrases: 'broken'}, () => { nonsense() })";
     const std::string error = "vemo: Error on line 2: ReferenceError: Can't find variable: nonsense\n";
     EXPECT_EQ(run("--extensions " + folder + " -e 'broken 1'").output, "broken 1\n" + error);
-    EXPECT_NE(run("--json --extensions " + folder + " -e 'twice 1' 2>/dev/null").output.find("\"log\":\"called\\n\""), std::string::npos);
+    EXPECT_NE(run("--json --extensions " + folder + " -e 'twice 1' 2>/dev/null").output.find("\"log\":\"called\\n\""),
+              std::string::npos);
     std::filesystem::remove_all(folder);
     EXPECT_EQ(run("--extensions " + folder + " -e 1").status, 2);
 }
@@ -104,7 +110,8 @@ TEST(Command, loadsAndChecksScripts) {
 TEST(Command, colorsOnlyWhenAsked) {
     EXPECT_EQ(run("-e 5").output, "5  5\n");
     EXPECT_NE(run("--color always -e 5").output.find("\033[36m5\033[0m"), std::string::npos);
-    EXPECT_EQ(run("-e '\033[31m1'").output.find('\033'), std::string::npos);  // nothing reaches the terminal as an escape
+    EXPECT_EQ(run("-e '\033[31m1'").output.find('\033'),
+              std::string::npos);  // nothing reaches the terminal as an escape
 }
 
 TEST(Command, tracesBesideTheJson) {

@@ -17,15 +17,17 @@ protected:
     Configured() { std::filesystem::create_directories(folder.path() / "vemo"); }
 
     void configure(const std::string& toml) { write("config.toml", toml); }
-    void write(const std::string& name, const std::string& text) { std::ofstream(folder.path() / "vemo" / name) << text; }
+    void write(const std::string& name, const std::string& text) {
+        std::ofstream(folder.path() / "vemo" / name) << text;
+    }
     std::string path(const std::string& name) const { return (folder.path() / "vemo" / name).string(); }
 
     // What the command prints, standard error included, and its status when that is not 0.
     std::string run(const std::string& arguments) {
-        const Outcome outcome = runShell("env -u NO_COLOR LC_ALL=C.UTF-8 LANG=en_US.UTF-8 XDG_CONFIG_HOME=" +
-                                         folder.path().string() + " XDG_CACHE_HOME=" + (folder.path() / "cache").string() +
-                                         " '" + vemoCommand() + "' --now 2026-11-24T13:00:00Z " + arguments +
-                                         " 2>&1 </dev/null");
+        const Outcome outcome =
+            runShell("env -u NO_COLOR LC_ALL=C.UTF-8 LANG=en_US.UTF-8 XDG_CONFIG_HOME=" + folder.path().string() +
+                     " XDG_CACHE_HOME=" + (folder.path() / "cache").string() + " '" + vemoCommand() +
+                     "' --now 2026-11-24T13:00:00Z " + arguments + " 2>&1 </dev/null");
         return outcome.status == 0 ? outcome.output : outcome.output + "status " + std::to_string(outcome.status);
     }
 

@@ -40,7 +40,8 @@ public:
         setenv("TERM", "xterm", 1);
         setenv("LC_ALL", "C.UTF-8", 1);
         if (chdir(folder.c_str()) == 0)
-            execl(command.c_str(), command.c_str(), "--locale", "en_US", "--language", "en", "--color", "never", nullptr);
+            execl(command.c_str(), command.c_str(), "--locale", "en_US", "--language", "en", "--color", "never",
+                  nullptr);
         _exit(127);
     }
     ~Prompt() {
@@ -51,7 +52,9 @@ public:
         close(terminal_);
     }
 
-    void type(std::string_view keys) { ASSERT_EQ(write(terminal_, keys.data(), keys.size()), static_cast<ssize_t>(keys.size())); }
+    void type(std::string_view keys) {
+        ASSERT_EQ(write(terminal_, keys.data(), keys.size()), static_cast<ssize_t>(keys.size()));
+    }
 
     // True once the text came, behind what was seen before.
     bool shows(std::string_view text) {
@@ -69,7 +72,8 @@ public:
     // The exit status, or -1.
     int ends() {
         const auto deadline = Clock::now() + patience;
-        while (readSome(deadline)) {}
+        while (readSome(deadline)) {
+        }
         int status = 0;
         if (Clock::now() >= deadline || waitpid(process_, &status, 0) != process_) return -1;
         process_ = -1;
@@ -111,10 +115,17 @@ TEST_F(PromptTest, calculatesLinesAsOneDocument) {
     ASSERT_SHOWN(prompt, "= $40\r\n");
     prompt.type("12 * hourly rate\r");
     ASSERT_SHOWN(prompt, "= $480\r\n");
-    prompt.type("\r5 \xc2\xb0" "C in \xc2\xb0" "F // \xe6\xb0\x97\xe6\xb8\xa9\r");
-    ASSERT_SHOWN(prompt, "= 41 \xc2\xb0" "F\r\n");
+    prompt.type(
+        "\r5 \xc2\xb0"
+        "C in \xc2\xb0"
+        "F // \xe6\xb0\x97\xe6\xb8\xa9\r");
+    ASSERT_SHOWN(prompt,
+                 "= 41 \xc2\xb0"
+                 "F\r\n");
     prompt.type("sum\r");
-    ASSERT_SHOWN(prompt, "= 41 \xc2\xb0" "F\r\n");  // of the lines behind the empty one
+    ASSERT_SHOWN(prompt,
+                 "= 41 \xc2\xb0"
+                 "F\r\n");  // of the lines behind the empty one
     prompt.type(":save notes.txt\r");
     ASSERT_SHOWN(prompt, "saved notes.txt\r\n");
     prompt.type(":save no/such/folder\r");
@@ -127,14 +138,18 @@ TEST_F(PromptTest, calculatesLinesAsOneDocument) {
     EXPECT_EQ(prompt.ends(), 0);
     std::ifstream file(folder / "notes.txt");
     EXPECT_EQ(std::string(std::istreambuf_iterator<char>(file), {}),
-              "hourly rate = $40\n12 * hourly rate\n\n5 \xc2\xb0" "C in \xc2\xb0" "F // \xe6\xb0\x97\xe6\xb8\xa9\nsum\n");
+              "hourly rate = $40\n12 * hourly rate\n\n5 \xc2\xb0"
+              "C in \xc2\xb0"
+              "F // \xe6\xb0\x97\xe6\xb8\xa9\nsum\n");
 }
 
 TEST_F(PromptTest, completesWords) {
     Prompt prompt(folder);
     ASSERT_SHOWN(prompt, "> ");
     prompt.type("2 celsi\t in fahrenh\t\r");
-    ASSERT_SHOWN(prompt, "= 35.6 \xc2\xb0" "F\r\n");
+    ASSERT_SHOWN(prompt,
+                 "= 35.6 \xc2\xb0"
+                 "F\r\n");
     prompt.type("hourly rate = 40\r");
     ASSERT_SHOWN(prompt, "= 40\r\n");
     prompt.type("2 * hour\t");

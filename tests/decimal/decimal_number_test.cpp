@@ -16,9 +16,13 @@ namespace {
 
 constexpr RoundingBehavior halfToEven{RoundingMode::bankers, RoundingBehavior::noScale};
 
-DecimalNumber decimal(std::string_view text) { return DecimalNumber::parse(text); }
+DecimalNumber decimal(std::string_view text) {
+    return DecimalNumber::parse(text);
+}
 
-std::string sum(std::string_view a, std::string_view b) { return decimal(a).adding(decimal(b)).toString(); }
+std::string sum(std::string_view a, std::string_view b) {
+    return decimal(a).adding(decimal(b)).toString();
+}
 
 DecimalNumber anyDecimal(int lowest, int highest) {
     const auto high = *rc::gen::resize(rc::kNominalSize, rc::gen::arbitrary<std::uint64_t>());
@@ -39,8 +43,8 @@ TEST(DecimalNumber, agreesWithTheVectors) {
         const auto mode = modeNamed(v.mode);
         if (!mode) continue;
         ++checked;
-        const RoundingBehavior behavior{*mode, v.scale == "none" ? RoundingBehavior::noScale
-                                                                 : static_cast<std::int16_t>(std::stoi(v.scale))};
+        const RoundingBehavior behavior{
+            *mode, v.scale == "none" ? RoundingBehavior::noScale : static_cast<std::int16_t>(std::stoi(v.scale))};
         const DecimalNumber a = decimal(v.a);
         const DecimalNumber b = decimal(v.b);
         DecimalStatus status{};
@@ -85,10 +89,28 @@ TEST(DecimalNumber, everydayArithmeticUnderTheStandardBehavior) {
 
 TEST(DecimalNumber, readsTheLongestPrefix) {
     const std::pair<std::string_view, std::string_view> cases[] = {
-        {"12abc", "12"},   {"+7", "7"},      {"-.5", "-0.5"}, {"5.", "5"},       {".", "NaN"},     {"", "NaN"},
-        {"-", "NaN"},      {"e5", "NaN"},    {"1e", "1"},     {"1e+", "1"},      {"2e3", "2000"},  {"2E-3", "0.002"},
-        {"1.5.5", "1.5"},  {" 1", "NaN"},    {"--1", "NaN"},  {"-0.000", "0"},   {"0e999999", "0"}, {"007.50", "7.5"},
-        {"1e99999999999999999999", "NaN"},   {"1e-99999999999999999999", "0"},   {"5.e1", "50"},   {"NaN", "NaN"},
+        {"12abc", "12"},
+        {"+7", "7"},
+        {"-.5", "-0.5"},
+        {"5.", "5"},
+        {".", "NaN"},
+        {"", "NaN"},
+        {"-", "NaN"},
+        {"e5", "NaN"},
+        {"1e", "1"},
+        {"1e+", "1"},
+        {"2e3", "2000"},
+        {"2E-3", "0.002"},
+        {"1.5.5", "1.5"},
+        {" 1", "NaN"},
+        {"--1", "NaN"},
+        {"-0.000", "0"},
+        {"0e999999", "0"},
+        {"007.50", "7.5"},
+        {"1e99999999999999999999", "NaN"},
+        {"1e-99999999999999999999", "0"},
+        {"5.e1", "50"},
+        {"NaN", "NaN"},
     };
     for (const auto& [text, expected] : cases) EXPECT_EQ(decimal(text).toString(), expected) << text;
     EXPECT_EQ(decimal("0." + std::string(100, '0') + "1" + std::string(100'000, '0')), decimal("1e-101"));

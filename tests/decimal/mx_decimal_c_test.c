@@ -8,7 +8,9 @@ int checkDecimalsFromC(void);
 #define CHECK(condition) \
     if (!(condition)) return __LINE__
 
-static bool same(MxDecimal a, MxDecimal b) { return memcmp(&a, &b, sizeof a) == 0; }
+static bool same(MxDecimal a, MxDecimal b) {
+    return memcmp(&a, &b, sizeof a) == 0;
+}
 
 int checkDecimalsFromC(void) {
     MxDecimal d = MxDecimalFromInteger(-1200);
@@ -41,6 +43,6 @@ int checkDecimalsFromC(void) {
     CHECK(MxDecimalIsProbablyEqual(MxDecimalMultiply(MxDecimalPi_4(), MxDecimalFromInteger(8)), MxDecimal2Pi()));
 
     CHECK(VemoEngineVersionNumber >= 0.1);
-    CHECK(strchr((const char *)VemoEngineVersionString, '.') != NULL);
+    CHECK(strchr((const char*)VemoEngineVersionString, '.') != NULL);
     return 0;
 }

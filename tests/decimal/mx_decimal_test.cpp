@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+#include "vemo/mx_decimal.h"
+
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
 
@@ -7,7 +9,6 @@
 
 #include "decimal/decimal_math.h"
 #include "decimal/vectors.h"
-#include "vemo/mx_decimal.h"
 
 extern "C" int checkDecimalsFromC(void);  // in mx_decimal_c_test.c; the line of the first failure, or 0
 
@@ -15,7 +16,9 @@ namespace vemo {
 
 namespace {
 
-DecimalNumber decimal(std::string_view text) { return DecimalNumber::parse(text); }
+DecimalNumber decimal(std::string_view text) {
+    return DecimalNumber::parse(text);
+}
 
 bool agree(const DecimalNumber& a, const DecimalNumber& b, int digits) {
     const auto tolerance = mxMultiply(mxAbsoluteValue(b), DecimalNumber::fromParts(0, 1, -digits, false));
@@ -27,9 +30,9 @@ bool agree(const DecimalNumber& a, const DecimalNumber& b, int digits) {
 TEST(MxDecimal, agreesWithReferenceValues) {
     using Function = std::function<DecimalNumber(const DecimalNumber&)>;
     const std::map<std::string, Function> functions = {
-        {"sin", mxSin},     {"cos", mxCos},     {"atan", mxAtan},   {"asin", mxAsin}, {"acos", mxAcos}, {"ln", mxLn},
-        {"asinh", mxAsinh}, {"atanh", mxAtanh}, {"acosh", mxAcosh}, {"sinh", mxSinh}, {"cosh", mxCosh},
-        {"sqrt", mxSqrt},
+        {"sin", mxSin},     {"cos", mxCos},   {"atan", mxAtan},   {"asin", mxAsin},
+        {"acos", mxAcos},   {"ln", mxLn},     {"asinh", mxAsinh}, {"atanh", mxAtanh},
+        {"acosh", mxAcosh}, {"sinh", mxSinh}, {"cosh", mxCosh},   {"sqrt", mxSqrt},
     };
     int checked = 0;
     for (const auto& v : readVectors()) {
@@ -43,7 +46,9 @@ TEST(MxDecimal, agreesWithReferenceValues) {
     EXPECT_GT(checked, 60);
 }
 
-TEST(MxDecimal, cProgramsCanUseIt) { EXPECT_EQ(checkDecimalsFromC(), 0); }
+TEST(MxDecimal, cProgramsCanUseIt) {
+    EXPECT_EQ(checkDecimalsFromC(), 0);
+}
 
 TEST(MxDecimal, constantsFitTogether) {
     EXPECT_TRUE(agree(mxSqrt(decimal("2")), mxSqrt2(), 36));
@@ -117,9 +122,9 @@ TEST(MxDecimal, exactPlaces) {
 TEST(MxDecimal, outsideTheDomainEveryFunctionReturnsNotANumber) {
     const auto nan = DecimalNumber::notANumberValue();
     for (const auto function :
-         {mxInverse, mxAbsoluteValue, mxMod2Pi, mxSqrt, mxLn, mxLog10, mxFactorial, mxSin, mxCos, mxTan, mxCsc, mxSec,
-          mxCot, mxAsin, mxAcos, mxAtan, mxAcsc, mxAsec, mxAcot, mxSinh, mxCosh, mxTanh, mxCsch, mxSech, mxCoth,
-          mxAsinh, mxAcosh, mxAtanh, mxAcsch, mxAsech, mxAcoth}) {
+         {mxInverse, mxAbsoluteValue, mxMod2Pi, mxSqrt,  mxLn,    mxLog10, mxFactorial, mxSin,   mxCos,  mxTan,  mxCsc,
+          mxSec,     mxCot,           mxAsin,   mxAcos,  mxAtan,  mxAcsc,  mxAsec,      mxAcot,  mxSinh, mxCosh, mxTanh,
+          mxCsch,    mxSech,          mxCoth,   mxAsinh, mxAcosh, mxAtanh, mxAcsch,     mxAsech, mxAcoth}) {
         EXPECT_TRUE(function(nan).notANumber());
         for (const auto* extreme : {"1e127", "-1e164", "1e-128", "-1e-128"}) function(decimal(extreme));  // ends
     }

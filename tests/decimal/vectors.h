@@ -39,11 +39,16 @@ inline std::optional<RoundingMode> modeNamed(const std::string& name) {
 
 inline std::string statusName(DecimalStatus status) {
     switch (status) {
-        case DecimalStatus::exact: return "exact";
-        case DecimalStatus::lossOfPrecision: return "lossOfPrecision";
-        case DecimalStatus::underflow: return "underflow";
-        case DecimalStatus::overflow: return "overflow";
-        case DecimalStatus::divideByZero: break;
+        case DecimalStatus::exact:
+            return "exact";
+        case DecimalStatus::lossOfPrecision:
+            return "lossOfPrecision";
+        case DecimalStatus::underflow:
+            return "underflow";
+        case DecimalStatus::overflow:
+            return "overflow";
+        case DecimalStatus::divideByZero:
+            break;
     }
     return "divideByZero";
 }

@@ -26,7 +26,9 @@ struct Document {
 Date instant(const std::string& text) {
     CivilTime civil;
     EXPECT_EQ(std::sscanf(text.c_str(), "%d-%u-%uT%d:%d:%lfZ", &civil.year, &civil.month, &civil.day, &civil.hour,
-                          &civil.minute, &civil.second), 6) << text;
+                          &civil.minute, &civil.second),
+              6)
+        << text;
     const auto result = TimeZoneRules::find(u"UTC")->instant(civil);
     EXPECT_TRUE(result) << text;
     return result.value_or(Date());
@@ -47,12 +49,18 @@ void readHeader(const std::string& line, Document& document) {
         return;
     }
     words >> word;
-    if (key == "@locale") document.environment.locale = word;
-    else if (key == "@language") document.environment.language = word;
-    else if (key == "@timezone") document.environment.timeZone = word;
-    else if (key == "@now") document.environment.clock = [now = instant(word)] { return now; };
-    else if (key == "@extensions") document.extensions = std::filesystem::path(VEMO_TEST_DATA_DIR) / ".." / word;
-    else FAIL() << "unknown header " << line;
+    if (key == "@locale")
+        document.environment.locale = word;
+    else if (key == "@language")
+        document.environment.language = word;
+    else if (key == "@timezone")
+        document.environment.timeZone = word;
+    else if (key == "@now")
+        document.environment.clock = [now = instant(word)] { return now; };
+    else if (key == "@extensions")
+        document.extensions = std::filesystem::path(VEMO_TEST_DATA_DIR) / ".." / word;
+    else
+        FAIL() << "unknown header " << line;
 }
 
 Document read(const std::filesystem::path& path) {
@@ -94,9 +102,10 @@ void check(const std::filesystem::path& path) {
         ASSERT_EQ(result->lines.size(), document.expected.size());
         for (std::size_t i = 0; i < result->lines.size(); ++i) {
             const auto& line = result->lines[i];
-            EXPECT_EQ(plainSpaces(utf8(line.formattedResult().regular.value_or(u""))), plainSpaces(document.expected[i].second))
-                << path.filename().string() << ":" << document.expected[i].first << " (" << run << "): "
-                << utf8(line.attributedText().compoundString());
+            EXPECT_EQ(plainSpaces(utf8(line.formattedResult().regular.value_or(u""))),
+                      plainSpaces(document.expected[i].second))
+                << path.filename().string() << ":" << document.expected[i].first << " (" << run
+                << "): " << utf8(line.attributedText().compoundString());
         }
     }
 }

@@ -12,7 +12,9 @@ namespace {
 
 using testing::ElementsAre;
 
-std::string joined(const LineResult& line) { return utf8(line.text()); }
+std::string joined(const LineResult& line) {
+    return utf8(line.text());
+}
 
 TEST(Calculator, measuresItsSetUpInOrder) {
     const auto calculator = newCalculator();
@@ -123,7 +125,8 @@ TEST(Calculator, tracesEachStep) {
     calculator->calculateLine(u"1 + 2", context, true);
     ASSERT_GE(lines.size(), 16u);
     EXPECT_EQ(lines.front(), "=== Debug for '1 + 2' ===");
-    EXPECT_THAT(lines, testing::Contains(testing::StartsWith("Extractions for DecimalNumberExtractor: Extraction: {range:{0, 1},")));
+    EXPECT_THAT(lines, testing::Contains(
+                           testing::StartsWith("Extractions for DecimalNumberExtractor: Extraction: {range:{0, 1},")));
     EXPECT_THAT(lines, testing::Contains(testing::StartsWith("Evaluate OperationEvaluator: {decimal: 3}")));
     EXPECT_EQ(lines.back(), "---");
 }
@@ -132,9 +135,10 @@ TEST(Calculator, tracesEachStep) {
 rc::Gen<std::u16string> anyDocument() {
     const auto piece = rc::gen::element<std::u16string>(
         u"1", u"2.5", u"1,000", u"0x1f", u"1e3", u" ", u"+", u"-", u"*", u"/", u"^", u"(", u")", u"=", u"%", u"x", u"a",
-        u"rent", u"price", u" of ", u" in ", u"cm", u"ft", u"$", u"\u20ac", u"sum", u"prev", u"sqrt ", u"million", u"// c",
-        u"# h", u"l:", u"\"q\"", u"time", u"time ", u" in Berlin", u"St Louis ", u"Port-au-Prince", u"abs ", u"\u221a", u"today ",
-        u"10:30 ", u"ft2", u"\uff11\uff08", u"\u3000", u"\u0130", u"of milk ", u"\n", u"\n", u"\u00b0C", u"\U0001f600", u"\u0661", u"as a % of", u"\t");
+        u"rent", u"price", u" of ", u" in ", u"cm", u"ft", u"$", u"\u20ac", u"sum", u"prev", u"sqrt ", u"million",
+        u"// c", u"# h", u"l:", u"\"q\"", u"time", u"time ", u" in Berlin", u"St Louis ", u"Port-au-Prince", u"abs ",
+        u"\u221a", u"today ", u"10:30 ", u"ft2", u"\uff11\uff08", u"\u3000", u"\u0130", u"of milk ", u"\n", u"\n",
+        u"\u00b0C", u"\U0001f600", u"\u0661", u"as a % of", u"\t");
     return rc::gen::map(rc::gen::container<std::vector<std::u16string>>(piece), [](const auto& pieces) {
         std::u16string text;
         for (const std::u16string& p : pieces) text += p;
@@ -207,8 +211,9 @@ std::u16string repeated(std::u16string_view piece, std::size_t count) {
 TEST(HostileInput, endsSoonAndLosesNothing) {
     const auto calculator = newCalculator();
     std::vector<std::u16string> lines{repeated(u"(", 100000), repeated(u"1 + ", 250000)};
-    for (const char16_t* piece : {u"(", u")", u"()", u"((1)", u"1 + ", u"a = ", u"-", u"1 m ", u"(1)", u"sqrt ", u"#", u" ", u"1 ", u"1,",
-                                  u"9", u"1e", u"x ", u"a ", u"\"", u"/", u"%", u"\xd800", u"\u0301", u"$1", u"in ", u"1 in ", u"sum "}) {
+    for (const char16_t* piece : {u"(",     u")", u"()", u"((1)",   u"1 + ",   u"a = ", u"-",   u"1 m ",  u"(1)",
+                                  u"sqrt ", u"#", u" ",  u"1 ",     u"1,",     u"9",    u"1e",  u"x ",    u"a ",
+                                  u"\"",    u"/", u"%",  u"\xd800", u"\u0301", u"$1",   u"in ", u"1 in ", u"sum "}) {
         const std::u16string_view text = piece;
         lines.push_back(repeated(text, 4096 / text.size()));
     }
@@ -219,15 +224,25 @@ TEST(HostileInput, endsSoonAndLosesNothing) {
         const auto result = calculator->calculateLine(line, context, false);
         const std::chrono::duration<double> elapsed = std::chrono::steady_clock::now() - start;
         EXPECT_EQ(result->text(), line);
-        EXPECT_LT(elapsed.count(), 20) << joined(*result).substr(0, 20);  // far above what it takes, sanitizers included
+        EXPECT_LT(elapsed.count(), 20) << joined(*result).substr(0,
+                                                                 20);  // far above what it takes, sanitizers included
     }
     Context context;
     EXPECT_TRUE(calculator->calculateLine(lines[0], context, false)->value().has(Attribute::error));
-    EXPECT_TRUE(calculator->calculateLine(repeated(u"(", 300) + u"1" + repeated(u")", 300), context, false)->value().has(Attribute::error));
-    EXPECT_EQ(*calculator->calculateLine(repeated(u"(", 40) + u"1" + repeated(u")", 40), context, false)->formattedValue().regular, u"1");
+    EXPECT_TRUE(calculator->calculateLine(repeated(u"(", 300) + u"1" + repeated(u")", 300), context, false)
+                    ->value()
+                    .has(Attribute::error));
+    EXPECT_EQ(*calculator->calculateLine(repeated(u"(", 40) + u"1" + repeated(u")", 40), context, false)
+                   ->formattedValue()
+                   .regular,
+              u"1");
     // Not a number that leaves out what lies too deep.
-    EXPECT_TRUE(calculator->calculateLine(repeated(u"(1+", 105) + u"1" + repeated(u")", 105) + u"+ 7", context, false)->value().has(Attribute::error));
-    EXPECT_EQ(*calculator->calculateLine(u"5" + repeated(u" ", 2000) + u"# + 100", context, false)->formattedValue().regular, u"5");
+    EXPECT_TRUE(calculator->calculateLine(repeated(u"(1+", 105) + u"1" + repeated(u")", 105) + u"+ 7", context, false)
+                    ->value()
+                    .has(Attribute::error));
+    EXPECT_EQ(
+        *calculator->calculateLine(u"5" + repeated(u" ", 2000) + u"# + 100", context, false)->formattedValue().regular,
+        u"5");
 }
 
 // What a line of a script without blanks depends on grows with its length, not faster.

@@ -13,7 +13,9 @@
 namespace vemo {
 namespace {
 
-Value number(int n) { return Value(DecimalNumber::fromInt64(n)); }
+Value number(int n) {
+    return Value(DecimalNumber::fromInt64(n));
+}
 
 struct Counter : ContextDelegate {
     int calls = 0;
@@ -156,10 +158,20 @@ RC_GTEST_PROP(LayeredMapLaws, isAMapWhoseCopiesStay, ()) {
         LayeredMap<int>& map = chosenMap;
         Model& model = chosenModel;
         switch (step % 16) {
-            case 0: maps.push_back(maps[static_cast<std::size_t>(step) / 1024 % maps.size()]); break;
-            case 1: maps.emplace_back(map.layer(), model); break;
-            case 2: if (maps.size() > 1) maps.pop_back(); break;
-            case 3: case 4: case 5: RC_ASSERT(map.erase(key) == (model.erase(key) > 0)); break;
+            case 0:
+                maps.push_back(maps[static_cast<std::size_t>(step) / 1024 % maps.size()]);
+                break;
+            case 1:
+                maps.emplace_back(map.layer(), model);
+                break;
+            case 2:
+                if (maps.size() > 1) maps.pop_back();
+                break;
+            case 3:
+            case 4:
+            case 5:
+                RC_ASSERT(map.erase(key) == (model.erase(key) > 0));
+                break;
             case 6: {
                 LayeredMap<int> other;
                 other.set(key, step);
@@ -167,7 +179,8 @@ RC_GTEST_PROP(LayeredMapLaws, isAMapWhoseCopiesStay, ()) {
                 model[key] = step;
                 break;
             }
-            default: RC_ASSERT(map.set(key, step) == model.insert_or_assign(key, step).second);
+            default:
+                RC_ASSERT(map.set(key, step) == model.insert_or_assign(key, step).second);
         }
     }
     for (const auto& [map, expected] : maps) {

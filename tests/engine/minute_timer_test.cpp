@@ -11,7 +11,9 @@
 namespace vemo::test {
 namespace {
 
-Date at(double seconds) { return Date(std::chrono::duration<double>(seconds)); }
+Date at(double seconds) {
+    return Date(std::chrono::duration<double>(seconds));
+}
 
 // Keeps what is posted until it is asked for.
 class HeldTasks : public Executor {

@@ -9,8 +9,12 @@
 namespace vemo::test {
 namespace {
 
-Date at(double seconds) { return Date(std::chrono::duration<double>(seconds)); }
-Value zoned(double seconds, std::u16string zone) { return dateValue(at(seconds)).with(TimeZone{std::move(zone)}); }
+Date at(double seconds) {
+    return Date(std::chrono::duration<double>(seconds));
+}
+Value zoned(double seconds, std::u16string zone) {
+    return dateValue(at(seconds)).with(TimeZone{std::move(zone)});
+}
 Value amount(std::string_view number, std::u16string_view unit) {
     return Value(DecimalNumber::parse(number)).with(unit, Attribute::unit);
 }
@@ -74,11 +78,14 @@ TEST_F(DateOperations, tellDifferencesInTheLargestUnit) {
                           {0, 400 * day, "1.095890410958904", u"year"},
                           {0, 0.25, "0.25", u"second"}};
     for (const Case& c : cases)
-        EXPECT_EQ(apply(u"-", zoned(c.to, u"UTC"), dateValue(at(c.from))), amount(c.count, c.unit)) << c.from << " " << c.to;
+        EXPECT_EQ(apply(u"-", zoned(c.to, u"UTC"), dateValue(at(c.from))), amount(c.count, c.unit))
+            << c.from << " " << c.to;
 }
 
 TEST_F(DateOperations, moveBetweenZonesByTheOffsetsOfNow) {
-    const auto moved = [&](const Value& from, std::u16string to) { return apply(u"in", from, Value(TimeZone{std::move(to)})); };
+    const auto moved = [&](const Value& from, std::u16string to) {
+        return apply(u"in", from, Value(TimeZone{std::move(to)}));
+    };
     EXPECT_EQ(moved(zoned(0, u"GMT+01:00"), u"GMT+03:00"), zoned(7200, u"GMT+03:00"));
     EXPECT_EQ(moved(zoned(0, u"Asia/Kolkata"), u"GMT-03:30"), zoned(-32400, u"GMT-03:30"));
     // Whatever the season of the time itself, New York is 5 hours behind in November and 4 in July.
@@ -96,16 +103,20 @@ TEST_F(DateOperations, moveBetweenZonesByTheOffsetsOfNow) {
 TEST_F(DateOperations, shiftPlainlyAcrossClockChanges) {
     Environment environment = fixedEnvironment();
     environment.timeZone = "Europe/Berlin";
-    EXPECT_EQ(results("28 March 2026 at 9pm + 1 day\nFeb 28, 2028 + 1 day\nMarch 1, 1968 - 1 day\n28 March 2026 at 9pm + 1 month",
-                      environment),
-              (std::vector<std::string>{"3/29/26, 10:00 PM", "2/29/28", "2/29/68", "4/27/26, 10:00 PM"}));
+    EXPECT_EQ(
+        results(
+            "28 March 2026 at 9pm + 1 day\nFeb 28, 2028 + 1 day\nMarch 1, 1968 - 1 day\n28 March 2026 at 9pm + 1 month",
+            environment),
+        (std::vector<std::string>{"3/29/26, 10:00 PM", "2/29/28", "2/29/68", "4/27/26, 10:00 PM"}));
 }
 
 TEST(TimePrefixedByTimeZone, tellsTheTimeThere) {
     Environment environment = fixedEnvironment();
     environment.timeZone = "Europe/Berlin";
-    EXPECT_EQ(results("time\nEST time\ntime in EST\n(EST time) in JST\nJST (10:30 in EST)\nest time - time\nEST 10:30", environment),
-              (std::vector<std::string>{"2:00 PM", "8:00 AM", "8:00 AM", "10:00 PM", "11/25/26, 12:30 AM", "-6 h", ""}));
+    EXPECT_EQ(
+        results("time\nEST time\ntime in EST\n(EST time) in JST\nJST (10:30 in EST)\nest time - time\nEST 10:30",
+                environment),
+        (std::vector<std::string>{"2:00 PM", "8:00 AM", "8:00 AM", "10:00 PM", "11/25/26, 12:30 AM", "-6 h", ""}));
 }
 
 }  // namespace

@@ -1,14 +1,17 @@
 // SPDX-License-Identifier: MIT
+#include "vemo/value.h"
+
 #include <gtest/gtest.h>
 
 #include "scanning/element.h"
 #include "support/calculators.h"
-#include "vemo/value.h"
 
 namespace vemo {
 namespace {
 
-DecimalNumber decimal(std::string_view text) { return DecimalNumber::parse(text); }
+DecimalNumber decimal(std::string_view text) {
+    return DecimalNumber::parse(text);
+}
 
 TEST(Value, readsOnlyWhatIsThere) {
     const Value quantity = Value(decimal("2.50")).with(u"cm", Attribute::unit);

@@ -14,8 +14,12 @@ namespace {
 
 using testing::ElementsAre;
 
-Date at(double seconds) { return Date(std::chrono::duration<double>(seconds)); }
-Value number(std::string_view text) { return Value(DecimalNumber::parse(text)); }
+Date at(double seconds) {
+    return Date(std::chrono::duration<double>(seconds));
+}
+Value number(std::string_view text) {
+    return Value(DecimalNumber::parse(text));
+}
 
 TEST(DateFunctions, readTheCurrentTimeOfTheContext) {
     Context context;
@@ -47,25 +51,29 @@ TEST(DateFunctions, makeZonesOfHours) {
     EXPECT_EQ(offset({number("-5.5")}), -19800);
     EXPECT_EQ(offset({number("5.7575")}), 20727);
     EXPECT_EQ(offset({number("23.99")}), 86364);
-    for (const char* hours : {"24", "-24", "1e30", "-1e127", "NaN"}) EXPECT_EQ(offset({number(hours)}), std::nullopt) << hours;
+    for (const char* hours : {"24", "-24", "1e30", "-1e127", "NaN"})
+        EXPECT_EQ(offset({number(hours)}), std::nullopt) << hours;
 }
 
 // The timestamps at which a zone's clocks are changed or far from today's are shown in UTC too.
 TEST(DateFunctions, showTimestampsInUtcWhereverOneIs) {
-    for (const char* zone : {"UTC", "Europe/London", "Europe/Berlin", "America/New_York", "Asia/Kolkata", "Pacific/Apia"}) {
+    for (const char* zone :
+         {"UTC", "Europe/London", "Europe/Berlin", "America/New_York", "Asia/Kolkata", "Pacific/Apia"}) {
         for (const double now : {1795525200.0, 1783339200.0}) {
             Environment environment = fixedEnvironment();
             environment.timeZone = zone;
             environment.clock = [now] { return at(now); };
-            EXPECT_THAT(results("fromunix 0\nunixtime (-1)\nunixtime 1782900000.9\nfromunix 1e18\nfromunix", environment),
-                        ElementsAre("1/1/70, 12:00 AM", "12/31/69, 11:59 PM", "7/1/26, 10:00 AM", "", ""))
+            EXPECT_THAT(
+                results("fromunix 0\nunixtime (-1)\nunixtime 1782900000.9\nfromunix 1e18\nfromunix", environment),
+                ElementsAre("1/1/70, 12:00 AM", "12/31/69, 11:59 PM", "7/1/26, 10:00 AM", "", ""))
                 << zone << " " << now;
         }
     }
 }
 
 TEST(DateFunctions, haveTheirPhrases) {
-    EXPECT_THAT(results("now\ntime in local time\ntime in gmt 3\ntime in gmt (-5.5)\ntomorrow - today\ntomorrow - yesterday\nnow in JST"),
+    EXPECT_THAT(results("now\ntime in local time\ntime in gmt 3\ntime in gmt (-5.5)\ntomorrow - today\ntomorrow - "
+                        "yesterday\nnow in JST"),
                 ElementsAre("1:00 PM", "1:00 PM", "4:00 PM", "7:30 AM", "1 day", "2 days", "10:00 PM"));
 }
 
@@ -96,7 +104,9 @@ TEST(CurrentTime, goesOnByTheMinute) {
         Context document;
         return calculator->calculate(u"5 + 5\ntime\nfromunix 1795525200\ntime in JST", document).lines;
     };
-    const auto text = [](const LineResultPointer& line) { return plainSpaces(utf8(line->formattedValue().regular.value_or(u""))); };
+    const auto text = [](const LineResultPointer& line) {
+        return plainSpaces(utf8(line->formattedValue().regular.value_or(u"")));
+    };
     now -= 60;
     calculator->minuteTimerDing();
     EXPECT_EQ(notifications.count, 1);

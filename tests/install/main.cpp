@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include <iostream>
 #include <vemo/engine.h>
+
+#include <iostream>
 
 int main() {
     vemo::VemoEngine engine;

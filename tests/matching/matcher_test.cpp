@@ -17,13 +17,20 @@ ElementList line(std::u16string_view text) {
         const std::u16string_view token(&c, 1);
         Value value;
         RunType type = RunType::none;
-        if (c >= u'0' && c <= u'9') value = Value(DecimalNumber::fromInt64(c - u'0')), type = RunType::number;
-        else if (c == u'u') value = Value(Attribute::unit, u"m"), type = RunType::unit;
-        else if (c == u'q') value = Value(DecimalNumber::fromInt64(1)).with(u"m", Attribute::unit);
-        else if (c == u'+' || c == u'x') value = Value(Attribute::operation, token), type = RunType::operatorSymbol;
-        else if (c == u'=') value = Value(Attribute::assignment, DecimalNumber::fromInt64(1)), type = RunType::operatorWord;
-        else if (c == u'f') value = Value(Attribute::function, u"time"), type = RunType::function;
-        else if (c == u'a') value = Value(Attribute::type, u"a");
+        if (c >= u'0' && c <= u'9')
+            value = Value(DecimalNumber::fromInt64(c - u'0')), type = RunType::number;
+        else if (c == u'u')
+            value = Value(Attribute::unit, u"m"), type = RunType::unit;
+        else if (c == u'q')
+            value = Value(DecimalNumber::fromInt64(1)).with(u"m", Attribute::unit);
+        else if (c == u'+' || c == u'x')
+            value = Value(Attribute::operation, token), type = RunType::operatorSymbol;
+        else if (c == u'=')
+            value = Value(Attribute::assignment, DecimalNumber::fromInt64(1)), type = RunType::operatorWord;
+        else if (c == u'f')
+            value = Value(Attribute::function, u"time"), type = RunType::function;
+        else if (c == u'a')
+            value = Value(Attribute::type, u"a");
         elements.append(makeElement(value, AttributedText(token, type)));
     }
     return elements;
@@ -65,10 +72,12 @@ TEST(FinderMatcher, keepsTheFurthestOfEachStart) {
     EXPECT_TRUE(FinderMatcher(repeat(type(u"a"))).occurrences(line(u"11")).empty());
 }
 
-std::vector<ElementRange> found(const FinderMatcher& matcher, std::u16string_view text, std::u16string_view group = u"") {
+std::vector<ElementRange> found(const FinderMatcher& matcher, std::u16string_view text,
+                                std::u16string_view group = u"") {
     std::vector<ElementRange> result;
     for (const Match& match : matcher.occurrences(line(text)))
-        for (const ElementRange& range : group.empty() ? std::vector{match.range} : match.groups(group)) result.push_back(range);
+        for (const ElementRange& range : group.empty() ? std::vector{match.range} : match.groups(group))
+            result.push_back(range);
     return result;
 }
 
@@ -78,7 +87,8 @@ TEST(DomainMatchers, findTheirConstructs) {
     EXPECT_THAT(found(unitAroundDecimalMatcher(), u"u5 u"), ElementsAre(ElementRange{0, 4}));
     EXPECT_THAT(found(convertableValueSequenceMatcher(), u"q q+q", u"value"),
                 ElementsAre(ElementRange{0, 1}, ElementRange{2, 1}, ElementRange{4, 1}));
-    EXPECT_THAT(found(functionExpressionMatcher(), u"f 1 2", u"values"), ElementsAre(ElementRange{2, 1}, ElementRange{4, 1}));
+    EXPECT_THAT(found(functionExpressionMatcher(), u"f 1 2", u"values"),
+                ElementsAre(ElementRange{2, 1}, ElementRange{4, 1}));
     EXPECT_THAT(found(geoNameSequenceMatcher(), u"bf"), ElementsAre(ElementRange{0, 2}));
     EXPECT_TRUE(found(geoNameSequenceMatcher(), u" f").empty());
 }

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Fetches a rates file into a folder again and again, until it is killed, and prints a dot for each time: fetch URL FOLDER
+// Fetches a rates file into a folder again and again, until it is killed, and prints a dot for each time: fetch URL
+// FOLDER
 
 #include <unistd.h>
 
@@ -16,7 +17,9 @@ int main(int, char** arguments) {
         if (!message.starts_with("Download finished") && !message.starts_with("Failed")) return;
         loop->post([&] { loader->download(); });
     };
-    loader = std::make_shared<PeriodicFileLoader>(scheduler, client, arguments[2], [](std::string_view) { return std::string(); }, again);
-    loader->start(arguments[1], [](const std::string*) {}, std::chrono::hours(1));
+    loader = std::make_shared<PeriodicFileLoader>(
+        scheduler, client, arguments[2], [](std::string_view) { return std::string(); }, again);
+    loader->start(
+        arguments[1], [](const std::string*) {}, std::chrono::hours(1));
     loop->run();
 }

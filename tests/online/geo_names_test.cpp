@@ -36,7 +36,8 @@ TEST(PlaceNames, findCitiesInAnyCaseAndSpelling) {
     EXPECT_EQ(zone(u"Europe/Berlin"), "Europe/Berlin");
     EXPECT_EQ(zone(u"San Francisco"), "America/Los_Angeles");
     EXPECT_EQ(zone(u"Japan"), "Asia/Tokyo");
-    for (const char16_t* name : {u"", u" ", u"foo", u"may", u"cm", u"est", u"utc", u"!", u"unknown"}) EXPECT_EQ(zone(name), "none");
+    for (const char16_t* name : {u"", u" ", u"foo", u"may", u"cm", u"est", u"utc", u"!", u"unknown"})
+        EXPECT_EQ(zone(name), "none");
     EXPECT_EQ(zone(std::u16string(100000, u'a')), "none");
 }
 
@@ -206,7 +207,8 @@ TEST(EngineWithAPlaceServer, resolvesPlacesForTheNextCalculation) {
     const auto answer = [&] {
         std::vector<std::string> texts;
         engine.calculate(u"time in Tokyo\ntime in Atlantis\n1 + 1", Context(), [&](VemoEngine::Result result) {
-            for (const auto& line : result.lines) texts.push_back(plainSpaces(utf8(line.formattedResult().regular.value_or(u""))));
+            for (const auto& line : result.lines)
+                texts.push_back(plainSpaces(utf8(line.formattedResult().regular.value_or(u""))));
             loop->stop();
         });
         const auto end = std::chrono::steady_clock::now() + deadline;
@@ -235,7 +237,8 @@ TEST(EngineWithAPlaceServer, looksUpAgainWhatANewerCalculationDropped) {
     const auto answer = [&] {
         const std::lock_guard lock(calculator->context().mutex());
         Context context;
-        return plainSpaces(utf8(calculator->calculate(u"time in Tokyo", context).lines[0]->formattedValue().regular.value_or(u"")));
+        return plainSpaces(
+            utf8(calculator->calculate(u"time in Tokyo", context).lines[0]->formattedValue().regular.value_or(u"")));
     };
     EXPECT_EQ(answer(), "");
     EXPECT_EQ(answer(), "");  // from the cache; the first look-up is void now

@@ -30,8 +30,10 @@ const std::string path = "/rates/currency.json";
 const std::string good = R"({"rates":{"EUR":0.5}})";
 const std::string better = R"({"rates":{"EUR":0.6}})";
 // gzip of `good`
-const std::string zipped("\x1f\x8b\x08\x00\x00\x00\x00\x00\x02\x03\xab\x56\x2a\x4a\x2c\x49\x2d\x56\xb2\xaa\x56\x72\x0d\x0d\x52"
-                         "\xb2\x32\xd0\x33\xad\xad\x05\x00\x90\x9b\xaa\xe7\x15\x00\x00\x00", 41);
+const std::string zipped(
+    "\x1f\x8b\x08\x00\x00\x00\x00\x00\x02\x03\xab\x56\x2a\x4a\x2c\x49\x2d\x56\xb2\xaa\x56\x72\x0d\x0d\x52"
+    "\xb2\x32\xd0\x33\xad\xad\x05\x00\x90\x9b\xaa\xe7\x15\x00\x00\x00",
+    41);
 
 std::string problemOf(std::string_view bytes) {
     const auto parsed = parseRates(bytes);
@@ -49,10 +51,13 @@ HttpClient::Limits shortLimits() {
 class Loader : public testing::Test {
 protected:
     void start(const std::string& url) {
-        loader->start(url, [this](const std::string* bytes) {
-            handled.push_back(bytes ? *bytes : "nothing");
-            loop->stop();
-        }, 3600s);
+        loader->start(
+            url,
+            [this](const std::string* bytes) {
+                handled.push_back(bytes ? *bytes : "nothing");
+                loop->stop();
+            },
+            3600s);
     }
 
     // Runs the loop until a message of the log ends the download.
@@ -66,7 +71,8 @@ protected:
 
     std::vector<std::string> files() const {
         std::vector<std::string> names;
-        for (const auto& entry : std::filesystem::directory_iterator(folder.path())) names.push_back(entry.path().filename().string());
+        for (const auto& entry : std::filesystem::directory_iterator(folder.path()))
+            names.push_back(entry.path().filename().string());
         return names;
     }
     std::string copy(const std::string& url) const {
@@ -109,7 +115,8 @@ TEST_F(Loader, handsOnTheCopyAndThenTheDownload) {
     EXPECT_THAT(files(), SizeIs(1));
     // Another URL with the same file name has a copy of its own.
     TestServer other;
-    EXPECT_NE(PeriodicFileLoader::cacheFile("/c", other.url(path)), PeriodicFileLoader::cacheFile("/c", server.url(path)));
+    EXPECT_NE(PeriodicFileLoader::cacheFile("/c", other.url(path)),
+              PeriodicFileLoader::cacheFile("/c", server.url(path)));
 }
 
 TEST_F(Loader, understandsCompressedAndSlowAnswers) {
@@ -194,7 +201,8 @@ TEST_F(Loader, survivesAServerThatIsGoneAndAFolderThatCannotBeWritten) {
                                                             ended = true;
                                                         });
     server.on(path, {ok(good)});
-    blocked->start(server.url(path), [](const std::string*) {}, 3600s);
+    blocked->start(
+        server.url(path), [](const std::string*) {}, 3600s);
     awaitEnd();
     EXPECT_THAT(failures, ElementsAre(HasSubstr("the copy can't be written")));
 }
@@ -229,7 +237,8 @@ TEST(FileReplacement, removesWhatKilledProcessesLeft) {
     std::filesystem::last_write_time(old, std::filesystem::file_time_type::clock::now() - 1h);
     removeLeftovers(file);
     EXPECT_FALSE(std::filesystem::exists(old));
-    for (const auto& each : {file, fresh, folder.path() / "rates.json.backup"}) EXPECT_TRUE(std::filesystem::exists(each));
+    for (const auto& each : {file, fresh, folder.path() / "rates.json.backup"})
+        EXPECT_TRUE(std::filesystem::exists(each));
 }
 
 // A process that fetches without end is killed at random moments; what it leaves must always be one of the files.

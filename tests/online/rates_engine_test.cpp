@@ -76,11 +76,13 @@ TEST_F(RatesOfAnEngine, areToldOf) {
 
 TEST_F(RatesOfAnEngine, takeNoWordAwayFromItsMeaning) {
     engine.buildVemoWorker();
-    EXPECT_EQ(engine.takeRates(VemoEngine::RatesFile::crypto,
-                               R"({"rates":{"QQQ":0.25,"300":7,"sum":7,"to":7,"million":7,"date":7,"nautical_mile":7,"+":7}})"),
+    EXPECT_EQ(engine.takeRates(
+                  VemoEngine::RatesFile::crypto,
+                  R"({"rates":{"QQQ":0.25,"300":7,"sum":7,"to":7,"million":7,"date":7,"nautical_mile":7,"+":7}})"),
               "");
-    EXPECT_THAT(calculate(u"300 + 5\nsum\n1 m to cm\n2 million\ntoday + 1 day - today\n1 nautical mile in m\n2 QQQ in USD"),
-                ElementsAre("305", "305", "100 cm", "2,000,000", "1 day", "1,853.18 m", "$8"));
+    EXPECT_THAT(
+        calculate(u"300 + 5\nsum\n1 m to cm\n2 million\ntoday + 1 day - today\n1 nautical mile in m\n2 QQQ in USD"),
+        ElementsAre("305", "305", "100 cm", "2,000,000", "1 day", "1,853.18 m", "$8"));
 }
 
 // Lines that know nothing of money keep the very results they had.
@@ -92,7 +94,8 @@ TEST(Rates, changeTheLinesThatDependOnThem) {
         return container;
     };
     std::string text;
-    for (int i = 0; i < 1000; ++i) text += i % 100 == 7 ? "$" + std::to_string(i) + " in EUR\n" : std::to_string(i) + " * 2\n";
+    for (int i = 0; i < 1000; ++i)
+        text += i % 100 == 7 ? "$" + std::to_string(i) + " in EUR\n" : std::to_string(i) + " * 2\n";
     Context context;
     const auto calculated = [&] {
         Context copy = context.copyContext();

@@ -31,8 +31,8 @@ TEST(RatesFile, takesWhatIsARate) {
 TEST(RatesFile, refusesWhatIsNone) {
     for (const char* text : {"", "{", "garbage", R"({"rates":{"EUR":1})", R"({"rates":{"EUR":1e999}})", "\xff\xfe"})
         EXPECT_EQ(problem(text), "not JSON") << text;
-    for (const char* text : {"{}", "[]", "1", R"({"rates":[1]})", R"({"data":{"rates":{"EUR":1}}})", R"([{"rates":{"EUR":1}}])",
-                             R"([{"rates":1},{"EUR":1}])"})
+    for (const char* text : {"{}", "[]", "1", R"({"rates":[1]})", R"({"data":{"rates":{"EUR":1}}})",
+                             R"([{"rates":{"EUR":1}}])", R"([{"rates":1},{"EUR":1}])"})
         EXPECT_EQ(problem(text), "has no object \"rates\"") << text;
     // No rates must not take the place of good ones.
     for (const char* text : {R"({"rates":{}})", R"({"rates":{"EUR":0}})", R"({"rates":{"EUR":1},"rates":{}})"})
@@ -40,7 +40,8 @@ TEST(RatesFile, refusesWhatIsNone) {
 }
 
 TEST(RatesFile, isNotHarmedByHostileFiles) {
-    const std::string deep = R"({"rates":{"EUR":1,"X":)" + std::string(1'000'000, '[') + std::string(1'000'000, ']') + "}}";
+    const std::string deep =
+        R"({"rates":{"EUR":1,"X":)" + std::string(1'000'000, '[') + std::string(1'000'000, ']') + "}}";
     EXPECT_EQ(rates(deep).rates.size(), 1u);
     std::string many = R"({"rates":{"A":1)";
     for (int i = 0; i < 300'000; ++i) many += ",\"" + std::to_string(i) + "\":1";

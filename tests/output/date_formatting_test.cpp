@@ -14,11 +14,14 @@
 namespace vemo::test {
 namespace {
 
-Date at(double seconds) { return Date(std::chrono::duration<double>(seconds)); }
+Date at(double seconds) {
+    return Date(std::chrono::duration<double>(seconds));
+}
 
 // A date as written in a locale and zone, on 24 November 2026, 13:00 UTC: the text, and the short one behind "|".
 std::string shown(double seconds, const std::string& locale, const std::string& zone, Context&& context = {}) {
-    const VemoDateFormatter formatter(locale, utf16(zone), TimeZoneRules::find(utf16(zone)), [] { return at(1795525200); });
+    const VemoDateFormatter formatter(locale, utf16(zone), TimeZoneRules::find(utf16(zone)),
+                                      [] { return at(1795525200); });
     const auto text = formatter.format(dateValue(at(seconds)), context);
     if (!text) return "nothing";
     return plainSpaces(utf8(*text->regular) + (text->shortText ? "|" + utf8(*text->shortText) : ""));
@@ -27,10 +30,10 @@ std::string shown(double seconds, const std::string& locale, const std::string& 
 TEST(DateFormatter, leavesOutWhatIsClear) {
     EXPECT_EQ(shown(1795512600, "en_US", "UTC"), "9:30 AM");
     EXPECT_EQ(shown(1795512600 + 86400, "en_US", "UTC"), "11/25/26, 9:30 AM|11/25/26");
-    EXPECT_EQ(shown(1795521600, "en_US", "UTC"), "11/24/26");            // noon
-    EXPECT_EQ(shown(1795521600 + 59, "en_US", "UTC"), "11/24/26");       // until the minute is over
+    EXPECT_EQ(shown(1795521600, "en_US", "UTC"), "11/24/26");       // noon
+    EXPECT_EQ(shown(1795521600 + 59, "en_US", "UTC"), "11/24/26");  // until the minute is over
     EXPECT_EQ(shown(1795521600 + 60, "en_US", "UTC"), "12:01 PM");
-    EXPECT_EQ(shown(1795478400, "en_US", "UTC"), "12:00 AM");            // midnight is a time of day
+    EXPECT_EQ(shown(1795478400, "en_US", "UTC"), "12:00 AM");  // midnight is a time of day
     // Noon and today are those of the local zone: 00:30 there is the day after.
     EXPECT_EQ(shown(1795534200, "en_US", "Asia/Tokyo"), "11/25/26, 12:30 AM|11/25/26");
     EXPECT_EQ(shown(1795518000, "en_US", "Europe/Berlin"), "11/24/26");
@@ -71,7 +74,8 @@ TEST(DateFormatter, knowsOneCalendarForAllYears) {
     // Berlin skips 02:00 to 03:00 on 29 March 2026 and shows it twice on 25 October.
     EXPECT_EQ(shown(1774747800, "fr_FR", "Europe/Berlin"), "29/03/2026 03:30|29/03/2026");
     EXPECT_EQ(shown(1792888200, "fr_FR", "Europe/Berlin"), shown(1792891800, "fr_FR", "Europe/Berlin"));
-    for (const double never : {1e30, -1e30, HUGE_VAL, -HUGE_VAL, std::nan("")}) EXPECT_EQ(shown(never, "en_US", "UTC"), "nothing");
+    for (const double never : {1e30, -1e30, HUGE_VAL, -HUGE_VAL, std::nan("")})
+        EXPECT_EQ(shown(never, "en_US", "UTC"), "nothing");
 }
 
 TEST(TimeFormatter, breaksDurationsDown) {
@@ -83,9 +87,9 @@ TEST(TimeFormatter, breaksDurationsDown) {
         {"2 hours", "2 h"},
         {"0 hours", "0 h"},
         {"-1.5 hours", "-1 h -30 min"},
-        {"1.0001 h", "1 h"},                      // 0.36 s
+        {"1.0001 h", "1 h"},  // 0.36 s
         {"(1/3) year", "0 years 4 months 1 day 16 h"},
-        {"0.9999999 hours", "1 h"},               // and no 59 min 60 s
+        {"0.9999999 hours", "1 h"},  // and no 59 min 60 s
         {"1 hour + 0.5 s", "3,600.5 s"},
         {"61.25 min", "61 min 15 s"},
         {"1500 ms", "1,500 ms"},
@@ -103,7 +107,8 @@ TEST(TimeFormatter, shortensToTheWholeAmount) {
     EXPECT_TRUE(context.hasDependencyOn(context_keys::precision));
     EXPECT_FALSE(formatted(hours(DecimalNumber::notANumberValue())).regular);
     // Too large for seconds: the amount as it is, without made-up parts.
-    EXPECT_EQ(formatted(hours(DecimalNumber::parse("1e40"))).regular->find(u' '), formatted(hours(DecimalNumber::parse("1e40"))).regular->rfind(u' '));
+    EXPECT_EQ(formatted(hours(DecimalNumber::parse("1e40"))).regular->find(u' '),
+              formatted(hours(DecimalNumber::parse("1e40"))).regular->rfind(u' '));
 }
 
 RC_GTEST_PROP(TimeDecomposer, losesNothing, ()) {

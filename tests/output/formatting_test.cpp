@@ -11,7 +11,8 @@ using NumeralSystem = VemoEngineNumberFormatter::NumeralSystem;
 
 std::string decimalText(const char* locale, const char* number, int maxFraction = 2, int minFraction = 0) {
     const VemoEngineNumberFormatter formatter(locale, locale);
-    return utf8(formatter.stringFrom(DecimalNumber::parse(number), NumeralSystem::decimal, maxFraction, minFraction).value_or(u""));
+    return utf8(formatter.stringFrom(DecimalNumber::parse(number), NumeralSystem::decimal, maxFraction, minFraction)
+                    .value_or(u""));
 }
 
 TEST(NumberFormatter, writesAsTheLocaleDoes) {
@@ -23,8 +24,10 @@ TEST(NumberFormatter, writesAsTheLocaleDoes) {
 }
 
 TEST(NumberFormatter, keepsEveryDigitAndRoundsHalvesAway) {
-    EXPECT_EQ(decimalText("en_US", "0.12345678901234567890123456789012345678", 38), "0.12345678901234567890123456789012345678");
-    EXPECT_EQ(decimalText("en_US", "99999999999999999999999999999999999999"), "99,999,999,999,999,999,999,999,999,999,999,999,999");
+    EXPECT_EQ(decimalText("en_US", "0.12345678901234567890123456789012345678", 38),
+              "0.12345678901234567890123456789012345678");
+    EXPECT_EQ(decimalText("en_US", "99999999999999999999999999999999999999"),
+              "99,999,999,999,999,999,999,999,999,999,999,999,999");
     EXPECT_EQ(decimalText("en_US", "0.125"), "0.13");
     EXPECT_EQ(decimalText("en_US", "0.135"), "0.14");
     EXPECT_EQ(decimalText("en_US", "1.5", 2, 2), "1.50");

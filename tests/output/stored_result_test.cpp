@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+#include "output/stored_result.h"
+
 #include <gtest/gtest.h>
 #include <plist/plist.h>
 #include <rapidcheck/gtest.h>
@@ -7,7 +9,6 @@
 #include <chrono>
 #include <fstream>
 
-#include "output/stored_result.h"
 #include "platform/file_io.h"
 #include "platform/keyed_archive.h"
 #include "support/calculators.h"
@@ -112,7 +113,9 @@ TEST_F(StoredResult, isAKeyedArchiveToOthers) {
         plist_get_uid_val(plist_dict_get_item(record, key), &id);
         return plist_array_get_item(objects, static_cast<std::uint32_t>(id));
     };
-    const auto className = [&](plist_t record) { return text(plist_dict_get_item(object(record, "$class"), "$classname")); };
+    const auto className = [&](plist_t record) {
+        return text(plist_dict_get_item(object(record, "$class"), "$classname"));
+    };
     const auto only = [&](plist_t record) {
         std::uint64_t id = 0;
         const plist_t list = plist_dict_get_item(record, "NS.objects");
@@ -136,10 +139,14 @@ TEST_F(StoredResult, isAKeyedArchiveToOthers) {
     const plist_t run = only(object(attributed, "elements"));
     EXPECT_EQ(className(run), "AttributedTextElement");
     EXPECT_EQ(text(object(run, "type")), "unit");
-    EXPECT_EQ(text(object(run, "text")), "5 \xc2\xb0" "C");
+    EXPECT_EQ(text(object(run, "text")),
+              "5 \xc2\xb0"
+              "C");
     const plist_t value = only(object(root, "format"));
     EXPECT_EQ(className(value), "FormattedValue");
-    EXPECT_EQ(text(object(value, "regular")), "5 \xc2\xb0" "C");
+    EXPECT_EQ(text(object(value, "regular")),
+              "5 \xc2\xb0"
+              "C");
     EXPECT_EQ(plist_dict_get_item(value, "short"), nullptr);
 
     // And what it writes is read here: the same tree, in an order and with widths of its own.
@@ -156,7 +163,8 @@ TEST_F(StoredResult, isAKeyedArchiveToOthers) {
 
 TEST_F(StoredResult, takesTheOrdersOfOtherWriters) {
     KeyedArchiver archive;
-    const KeyedArchiver::Field plain[] = {{u"text", archive.text(u"a")}, {u"type", archive.text(u"new code")}, {u"more", 0}};
+    const KeyedArchiver::Field plain[] = {
+        {u"text", archive.text(u"a")}, {u"type", archive.text(u"new code")}, {u"more", 0}};
     const KeyedArchiver::Id runs[] = {archive.object({u"Vemo.AttributedTextElement"}, plain)};
     const KeyedArchiver::Field elements[] = {{u"elements", archive.list(runs)}};
     const KeyedArchiver::Id texts[] = {archive.object({u"MutableAttributedText", u"AttributedText"}, elements)};
@@ -189,13 +197,15 @@ TEST_F(StoredResult, limitsWhatAHostileFileCosts) {
 RC_GTEST_PROP(StoredResultProperty, anyResultComesBackEqual, ()) {
     Stored stored;
     const auto arbitraryText = [] {
-        return *rc::gen::container<std::u16string>(rc::gen::oneOf(rc::gen::inRange<char16_t>(0, 0x80), rc::gen::arbitrary<char16_t>()));
+        return *rc::gen::container<std::u16string>(
+            rc::gen::oneOf(rc::gen::inRange<char16_t>(0, 0x80), rc::gen::arbitrary<char16_t>()));
     };
     const auto lines = *rc::gen::inRange(0, 40);
     for (int i = 0; i < lines; ++i) {
         AttributedText text;
         const auto runs = *rc::gen::inRange(0, 20);
-        for (int k = 0; k < runs; ++k) text.append(AttributedText(arbitraryText(), static_cast<RunType>(*rc::gen::inRange(0, 11))));
+        for (int k = 0; k < runs; ++k)
+            text.append(AttributedText(arbitraryText(), static_cast<RunType>(*rc::gen::inRange(0, 11))));
         stored.attributedText.push_back(text);
         FormattedValue value;
         if (*rc::gen::arbitrary<bool>()) value.regular = arbitraryText();

@@ -8,7 +8,9 @@
 namespace vemo::test {
 namespace {
 
-double seconds(std::optional<Date> date) { return date ? date->time_since_epoch().count() : -1; }
+double seconds(std::optional<Date> date) {
+    return date ? date->time_since_epoch().count() : -1;
+}
 
 TEST(TimeZones, knowNamesAndFixedOffsets) {
     EXPECT_EQ(TimeZoneRules::find(u"Nowhere/Land"), nullptr);
@@ -17,7 +19,8 @@ TEST(TimeZones, knowNamesAndFixedOffsets) {
               (CivilTime{1969, 12, 31, 23, 59, 59}));
     EXPECT_EQ(TimeZoneRules::find(u"GMT-12:00")->day(Date(std::chrono::duration<double>(43199))), u"1969-12-31");
     for (const double never : {1e300, -1e300, HUGE_VAL, std::nan("")})
-        EXPECT_TRUE(TimeZoneRules::find(u"Europe/Berlin")->instant(TimeZoneRules::find(u"UTC")->civil(Date(std::chrono::duration<double>(never)))));
+        EXPECT_TRUE(TimeZoneRules::find(u"Europe/Berlin")
+                        ->instant(TimeZoneRules::find(u"UTC")->civil(Date(std::chrono::duration<double>(never)))));
 }
 
 // Expected instants from zdump(8) for 2026.

@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: MIT
+#include "scanning/date_extractor.h"
+
 #include <gtest/gtest.h>
 
 #include <map>
 #include <set>
 
 #include "engine/context_map.h"
-#include "scanning/date_extractor.h"
 #include "scanning/time_zone_abbreviations.h"
 #include "support/calculators.h"
 
@@ -16,7 +17,9 @@ constexpr double day = 86400;
 constexpr double now = 1795525200;  // 24 November 2026, 13:00 UTC
 constexpr double midnight = now - 13 * 3600;
 
-Date at(double seconds) { return Date(std::chrono::duration<double>(seconds)); }
+Date at(double seconds) {
+    return Date(std::chrono::duration<double>(seconds));
+}
 
 std::vector<Extraction> extractions(std::u16string_view text) {
     static const DateExtractor extractor(Localizer("en"), "en", "en_US", TimeZoneRules::find(u"UTC"));
@@ -28,7 +31,8 @@ std::vector<Extraction> extractions(std::u16string_view text) {
 }
 
 TEST(DateExtractor, letsClockTimesWin) {
-    for (const auto& [text, priority] : {std::pair(u"10:30", 30), {u"March 4 at 10:30", 30}, {u"5pm", 0}, {u"March 4", 0}}) {
+    for (const auto& [text, priority] :
+         {std::pair(u"10:30", 30), {u"March 4 at 10:30", 30}, {u"5pm", 0}, {u"March 4", 0}}) {
         const auto found = extractions(text);
         ASSERT_EQ(found.size(), 1u) << utf8(text);
         EXPECT_EQ(found[0].priority, priority) << utf8(text);
@@ -41,7 +45,8 @@ TEST(DateExtractor, letsClockTimesWin) {
 
 TEST(DateExtractor, takesNoArithmeticAndNoDurations) {
     EXPECT_EQ(extractions(u"2027-03-04").size(), 1u);
-    for (const auto* text : {u"2027*03*04", u"2027+03+04", u"2027-03*04", u"5-3", u"3 hours", u"10:30 hours", u"in 3 hours"})
+    for (const auto* text :
+         {u"2027*03*04", u"2027+03+04", u"2027-03*04", u"5-3", u"3 hours", u"10:30 hours", u"in 3 hours"})
         EXPECT_TRUE(extractions(text).empty() || extractions(text)[0].element->text() == u"10:30") << utf8(text);
 }
 

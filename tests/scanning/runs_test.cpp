@@ -71,7 +71,10 @@ TEST(Runs, nameUnitsScalesFunctionsAndVariables) {
     EXPECT_EQ(runs("50 as a % of 200"), "num:50| |oprtr:as a % of| |num:200");
     EXPECT_EQ(runs("sqrt 16"), "fn:sqrt| |num:16");
     EXPECT_EQ(runs("255 in hex"), "num:255| |oprtr:in| |unit:hex");
-    EXPECT_EQ(runs("5 \xc2\xb0" "C"), "num:5| |unit:\xc2\xb0" "C");
+    EXPECT_EQ(runs("5 \xc2\xb0"
+                   "C"),
+              "num:5| |unit:\xc2\xb0"
+              "C");
     EXPECT_EQ(runs("10 m2"), "num:10| |unit:m2");
     EXPECT_EQ(runs("5 million"), "num:5| |unit:million");
     EXPECT_EQ(runs("2 x 3"), "num:2| |oprtr:x| |num:3");

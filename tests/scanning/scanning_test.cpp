@@ -29,7 +29,8 @@ TEST(StringRangeDetector, cutsWordsDigitsAndDollars) {
     EXPECT_THAT(words(detector, u"10km $10"), ElementsAre(u"10", u"km", u"$", u"10"));
     EXPECT_THAT(words(detector, u"5\u00b0C/2x"), ElementsAre(u"5", u"\u00b0", u"C", u"/", u"2", u"x"));
     EXPECT_THAT(words(detector, u"it's  << a.b "), ElementsAre(u"it's", u"<<", u"a.b"));
-    EXPECT_THAT(words(detector, u"x=-(\u221a4)<<=3"), ElementsAre(u"x", u"=", u"-", u"(", u"\u221a", u"4", u")", u"<<", u"=", u"3"));
+    EXPECT_THAT(words(detector, u"x=-(\u221a4)<<=3"),
+                ElementsAre(u"x", u"=", u"-", u"(", u"\u221a", u"4", u")", u"<<", u"=", u"3"));
     EXPECT_THAT(words(detector, u"a<=b!=c=>d"), ElementsAre(u"a", u"<=", u"b", u"!=", u"c", u"=>", u"d"));
     detector.setSimplifiedWordRangesDetection(true);
     EXPECT_THAT(words(detector, u"10km $10"), ElementsAre(u"10km", u"$10"));
@@ -41,8 +42,8 @@ RC_GTEST_PROP(StringRangeDetectorLaws, theCacheChangesNothing, ()) {
     static StringRangeDetector cached, uncached;
     uncached.setCacheEnabled(false);
     const std::u16string text = *rc::gen::container<std::u16string>(rc::gen::element<char16_t>(
-        u'a', u'Z', u'1', u'2', u'.', u'\'', u'$', u'+', u'=', u' ', u'\t', u'\u00a0', u'\u3000', u'\u0301', u'\u20ac', u'\u6771',
-        u'\u4eac', u'\u30ab', u'\u0e01', u'\u0e32', u'\xd83d', u'\xde00'));
+        u'a', u'Z', u'1', u'2', u'.', u'\'', u'$', u'+', u'=', u' ', u'\t', u'\u00a0', u'\u3000', u'\u0301', u'\u20ac',
+        u'\u6771', u'\u4eac', u'\u30ab', u'\u0e01', u'\u0e32', u'\xd83d', u'\xde00'));
     const std::vector<TextRange> expected = uncached.wordRanges(text);
     RC_ASSERT(cached.wordRanges(text) == expected);
     cached.wordRanges(u"another line");
@@ -59,7 +60,8 @@ TEST(StringRangeDetector, cutsTextsOfAnyLength) {
 
 rc::Gen<std::u16string> asciiText() {
     return rc::gen::container<std::u16string>(rc::gen::map(
-        rc::gen::oneOf(rc::gen::inRange(1, 128), rc::gen::element<int>('a', 'Z', '0', '9', '_', '.', '\'', ':', ',', ';', '-', ' ', '@')),
+        rc::gen::oneOf(rc::gen::inRange(1, 128),
+                       rc::gen::element<int>('a', 'Z', '0', '9', '_', '.', '\'', ':', ',', ';', '-', ' ', '@')),
         [](int c) { return static_cast<char16_t>(c); }));
 }
 
@@ -88,7 +90,11 @@ TEST(Regex, givesTheGroupsThatTookPart) {
 TEST(PhraseDetector, findsTheLongestWholeWords) {
     StringRangeDetector ranges;
     PhraseDetector<int> detector(ranges);
-    for (const auto& [phrase, id] : {std::pair(u"light year", 1), {u"light", 2}, {u"km", 3}, {u"Mb", 4}, {u"m2", 5},
+    for (const auto& [phrase, id] : {std::pair(u"light year", 1),
+                                     {u"light", 2},
+                                     {u"km", 3},
+                                     {u"Mb", 4},
+                                     {u"m2", 5},
                                      {u"one two three four five six seven eight", 6}})
         detector.add(phrase, id, false);
     const auto ids = [&](std::u16string_view text) {
@@ -118,9 +124,12 @@ TEST(StringExtractor, resolvesOverlapsByPriorityThenLength) {
         return result;
     };
     EXPECT_THAT(units(u"abcdef", {candidate(0, 3, 0, 0, u"a"), candidate(2, 4, 0, 0, u"b")}), ElementsAre(u"-", u"b"));
-    EXPECT_THAT(units(u"abc", {candidate(0, 3, 0, 0, u"first"), candidate(0, 3, 0, 0, u"second")}), ElementsAre(u"first"));
-    EXPECT_THAT(units(u"abc", {candidate(0, 3, 0, 0, u"first"), candidate(0, 3, 0, 10, u"second")}), ElementsAre(u"second"));
-    EXPECT_THAT(units(u"abc", {candidate(0, 3, 0, 0, u"long"), candidate(1, 1, 10, 0, u"strong")}), ElementsAre(u"-", u"strong", u"-"));
+    EXPECT_THAT(units(u"abc", {candidate(0, 3, 0, 0, u"first"), candidate(0, 3, 0, 0, u"second")}),
+                ElementsAre(u"first"));
+    EXPECT_THAT(units(u"abc", {candidate(0, 3, 0, 0, u"first"), candidate(0, 3, 0, 10, u"second")}),
+                ElementsAre(u"second"));
+    EXPECT_THAT(units(u"abc", {candidate(0, 3, 0, 0, u"long"), candidate(1, 1, 10, 0, u"strong")}),
+                ElementsAre(u"-", u"strong", u"-"));
     EXPECT_THAT(units(u"abc", {candidate(2, 2, 0, 0, u"beyond")}), ElementsAre(u"-"));
     EXPECT_THAT(units(u"abc", {candidate(1, 2, 0, 0, u"a"), candidate(1, 0, 0, 0, u"none")}), ElementsAre(u"-", u"a"));
     EXPECT_THAT(units(u"", {}), ElementsAre());
@@ -162,9 +171,14 @@ TEST(StringsFile, readsEntriesCommentsAndEscapes) {
 }
 
 TEST(StringsFile, namesTheLineOfAFault) {
-    for (const auto& [text, line] : {std::pair("\"a\" = \"1\"\n\"b\" = \"2\";", 2), {"\n\"a\" = \"1;\n", 2},
-                                     {"\"a\" = \"\\q\";", 1}, {"\n\n/* never ends", 3}, {"\"a\"=\"1\";\n\"a\"=\"2\";", 2},
-                                     {"\"a\" = \"\xff\";", 1}, {"a = \"1\";", 1}, {"\"a\" = \"\\U12\";", 1}}) {
+    for (const auto& [text, line] : {std::pair("\"a\" = \"1\"\n\"b\" = \"2\";", 2),
+                                     {"\n\"a\" = \"1;\n", 2},
+                                     {"\"a\" = \"\\q\";", 1},
+                                     {"\n\n/* never ends", 3},
+                                     {"\"a\"=\"1\";\n\"a\"=\"2\";", 2},
+                                     {"\"a\" = \"\xff\";", 1},
+                                     {"a = \"1\";", 1},
+                                     {"\"a\" = \"\\U12\";", 1}}) {
         const auto parsed = parseStrings(text);
         const auto* error = std::get_if<StringsError>(&parsed);
         ASSERT_NE(error, nullptr) << text;

@@ -37,8 +37,10 @@ vemo.addFunction({id: "spell", phrases: "spell"}, a => JSON.stringify(a));
 )js");
     EXPECT_EQ(scripted.log(), "");
     EXPECT_EQ(scripted.engine.extensions()[0].defined,
-              (Texts{"variable rooms", "variable desk", "unit lap", "unit rung", "unit km/h", "unit mph", "function twice", "function count", "function spell"}));
-    EXPECT_EQ(scripted.results("rooms * 2\nROOMS\ndesk + 50 cm\n3 laps in m\n1 lap in m\n804.672 m in laps\n3 rungs\n60 mph in km/h\n10 km/2"),
+              (Texts{"variable rooms", "variable desk", "unit lap", "unit rung", "unit km/h", "unit mph",
+                     "function twice", "function count", "function spell"}));
+    EXPECT_EQ(scripted.results("rooms * 2\nROOMS\ndesk + 50 cm\n3 laps in m\n1 lap in m\n804.672 m in laps\n3 "
+                               "rungs\n60 mph in km/h\n10 km/2"),
               (Texts{"14", "7", "250 cm", "1,207.01 m", "402.34 m", "2 laps", "|3|", "96.56 km/h", "5 km"}));
     EXPECT_EQ(scripted.results("twice 21\ntwo times (3 km)\ncount (1; 2; 3)"), (Texts{"42", "6 km", "3"}));
     EXPECT_EQ(scripted.result("spell 3"), "");

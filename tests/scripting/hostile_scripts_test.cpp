@@ -13,9 +13,9 @@
 namespace vemo::test {
 namespace {
 
+using std::chrono::milliseconds;
 using testing::HasSubstr;
 using testing::Not;
-using std::chrono::milliseconds;
 
 constexpr ScriptLimits strict{milliseconds(150), milliseconds(50), std::size_t{48} << 20};
 
@@ -26,14 +26,17 @@ struct Hostile {
 
 void expectContained(const Hostile& hostile) {
     SCOPED_TRACE(hostile.script);
-    Scripted scripted({{"a.js", hostile.script},
-                       {"b.js", "vemo.addFunction({id: 'twice', phrases: 'twice'}, a => 2 * a[0].double)"}},
-                      strict);
+    Scripted scripted(
+        {{"a.js", hostile.script}, {"b.js", "vemo.addFunction({id: 'twice', phrases: 'twice'}, a => 2 * a[0].double)"}},
+        strict);
     const std::string log = scripted.log();
-    if (*hostile.message) EXPECT_THAT(log, HasSubstr(hostile.message));
-    else EXPECT_EQ(log, "");
+    if (*hostile.message)
+        EXPECT_THAT(log, HasSubstr(hostile.message));
+    else
+        EXPECT_EQ(log, "");
     EXPECT_EQ(scripted.engine.extensions()[1].log, "");
-    EXPECT_EQ(scripted.results("twice 21\n2 km in m\n1 inch in cm"), (std::vector<std::string>{"42", "2,000 m", "2.54 cm"}));
+    EXPECT_EQ(scripted.results("twice 21\n2 km in m\n1 inch in cm"),
+              (std::vector<std::string>{"42", "2,000 m", "2.54 cm"}));
 }
 
 TEST(HostileScripts, areStopped) {
@@ -43,7 +46,8 @@ TEST(HostileScripts, areStopped) {
              Hostile{"function f() { return f() + 1 }\nf()", "Error on line 1: RangeError: Maximum call stack"},
              Hostile{"let a = 'x'; for (;;) a += a", "Out of memory"},
              Hostile{"const a = []; for (;;) a.push({})", "stopped"},
-             Hostile{"const a = []; for (let i = 0;; i++) a.push('x'.repeat(1e6) + i, ('y' + i).repeat(1e6))", "stopped"},
+             Hostile{"const a = []; for (let i = 0;; i++) a.push('x'.repeat(1e6) + i, ('y' + i).repeat(1e6))",
+                     "stopped"},
              Hostile{"for (let i = 0;; i++) log('x'.repeat(1e5))", "xxx"},
              Hostile{"for (let i = 0;; i++) vemo.addUnit({id: 'u' + i, phrases: 'u' + i})", "stopped"},
              Hostile{"vemo.addUnit({id: 'x', phrases: 'x'.repeat(2e6)})", "text is too long"},
@@ -56,13 +60,15 @@ TEST(HostileScripts, areStopped) {
 // Nothing runs after a script, out of reach of its limits.
 TEST(HostileScripts, leaveNothingForLater) {
     for (const Hostile& hostile : {
-             Hostile{"\nasync function f() { for (;;) await 0 }\nf()", "Error on line 2: the word 'async' is not accepted"},
+             Hostile{"\nasync function f() { for (;;) await 0 }\nf()",
+                     "Error on line 2: the word 'async' is not accepted"},
              Hostile{"const o = {async*f() {}}", "'async'"},
              Hostile{"import('x').then(log)", "Error on line 1: the word 'import'"},
              Hostile{"new Promise(f => f())", "Can't find variable: Promise"},
              Hostile{"eval('1')", "no code is made from texts here"},
              Hostile{"(function () {}).constructor('for (;;);')", "no code is made from texts here"},
-             Hostile{"const asynchronous = 1, $async = 2; log(asynchronous + $async + {important: 3}.important)", "6\n"},
+             Hostile{"const asynchronous = 1, $async = 2; log(asynchronous + $async + {important: 3}.important)",
+                     "6\n"},
              // Nothing that is left makes a promise.
              Hostile{R"js(
 const seen = new Set();
@@ -75,7 +81,8 @@ const seen = new Set();
         if ("value" in property) walk(property.value, depth + 1);
     }
     walk(Object.getPrototypeOf(o), depth + 1);
-})(globalThis, 0))js", ""},
+})(globalThis, 0))js",
+                     ""},
          })
         expectContained(hostile);
 }
@@ -100,9 +107,12 @@ TEST(HostileScripts, failWithAMessage) {
              Hostile{"vemo.setVariable('a', 'text')", "'a' is given neither an amount nor a unit"},
              // What lacks an id is passed over in silence, and an empty phrase names nothing.
              Hostile{"vemo.addUnit(); vemo.addUnit(5); vemo.addUnit({phrases: 'z'}); vemo.addUnit({id: null})", ""},
-             Hostile{"vemo.addFunction({id: 'f'}, () => 1); vemo.addFunction({phrases: 'f'}, () => 1); vemo.setVariable()", ""},
+             Hostile{
+                 "vemo.addFunction({id: 'f'}, () => 1); vemo.addFunction({phrases: 'f'}, () => 1); vemo.setVariable()",
+                 ""},
              Hostile{"vemo.addFunction({id: 'f', phrases: ''}, () => 1); vemo.addUnit({id: 'z', phrases: ',,'})", ""},
-             Hostile{"vemo.addUnit({id: '', phrases: 'zz', internationalSymbol: '', format: '%@%@%d', baseUnitId: ''})", ""},
+             Hostile{"vemo.addUnit({id: '', phrases: 'zz', internationalSymbol: '', format: '%@%@%d', baseUnitId: ''})",
+                     ""},
              Hostile{"if (!(vemo instanceof JSVemo)) throw 1; const {log: say} = vemo; say.call(5, 'said')", "said\n"},
          })
         expectContained(hostile);
@@ -126,7 +136,8 @@ add("meddling", () => { vemo.setVariable("x", 1); return 2 });
 add("breeding", () => { vemo.addFunction({id: "breeding", phrases: "breeding"}, () => 3); return 2 });
 add("growing", () => { vemo.addUnit({id: "q", phrases: "q"}); return 2 });
 add("sqrt", () => 77);
-)js", strict);
+)js",
+                      strict);
     ASSERT_EQ(scripted.log(), "");
     const auto line = [&](const std::string& text) {
         const std::string shown = scripted.result(text);
@@ -161,11 +172,10 @@ TEST(HostileScripts, moveBetweenThreads) {
             auto scripted = std::make_unique<Scripted>(R"js(
 vemo.addFunction({id: "work", phrases: "work"}, a => { let t = []; for (let i = 0; i < 2e4; i++) t.push({i}); return t.length + a[0].double });
 vemo.addFunction({id: "endless", phrases: "endless"}, () => { for (;;); });
-)js", strict);
+)js",
+                                                       strict);
             for (int k = 0; k < 3; ++k) {
-                std::thread([&] {
-                    EXPECT_EQ(scripted->results("work 1\nendless 1\nwork 2")[2], "20,002");
-                }).join();
+                std::thread([&] { EXPECT_EQ(scripted->results("work 1\nendless 1\nwork 2")[2], "20,002"); }).join();
                 scripted->result("work " + std::to_string(k));
             }
             std::thread([&] { scripted.reset(); }).join();

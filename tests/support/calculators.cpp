@@ -48,6 +48,8 @@ std::vector<std::string> results(std::string_view document, const Environment& e
     return resultsOf(*newCalculator(environment), document);
 }
 
-std::string result(std::string_view document) { return results(document).back(); }
+std::string result(std::string_view document) {
+    return results(document).back();
+}
 
 }  // namespace vemo::test

@@ -29,7 +29,8 @@ inline Outcome runShell(const std::string& line) {
     FILE* pipe = popen(line.c_str(), "r");
     if (!pipe) throw std::runtime_error("no shell");
     std::array<char, 4096> buffer;
-    for (std::size_t count; (count = fread(buffer.data(), 1, buffer.size(), pipe)) > 0;) outcome.output.append(buffer.data(), count);
+    for (std::size_t count; (count = fread(buffer.data(), 1, buffer.size(), pipe)) > 0;)
+        outcome.output.append(buffer.data(), count);
     outcome.status = WEXITSTATUS(pclose(pipe));
     return outcome;
 }

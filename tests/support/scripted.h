@@ -34,7 +34,8 @@ private:
 // An engine with scripts and one document.
 class Scripted {
 public:
-    explicit Scripted(const std::map<std::string, std::string>& files, ScriptLimits limits = {}) : engine(fixedEnvironment()) {
+    explicit Scripted(const std::map<std::string, std::string>& files, ScriptLimits limits = {})
+        : engine(fixedEnvironment()) {
         const Folder folder(files);
         VemoEngine::Config config;
         config.testMode = true;

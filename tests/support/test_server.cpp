@@ -19,11 +19,13 @@ using asio::ip::tcp;
 using TlsSocket = asio::ssl::stream<tcp::socket>;
 
 Reply ok(const std::string& body, const std::string& headers) {
-    return {"HTTP/1.1 200 OK\r\nContent-Length: " + std::to_string(body.size()) + "\r\nConnection: close\r\n" + headers + "\r\n" + body};
+    return {"HTTP/1.1 200 OK\r\nContent-Length: " + std::to_string(body.size()) + "\r\nConnection: close\r\n" +
+            headers + "\r\n" + body};
 }
 
 Reply status(int code, const std::string& headers) {
-    return {"HTTP/1.1 " + std::to_string(code) + " Status\r\nContent-Length: 0\r\nConnection: close\r\n" + headers + "\r\n"};
+    return {"HTTP/1.1 " + std::to_string(code) + " Status\r\nContent-Length: 0\r\nConnection: close\r\n" + headers +
+            "\r\n"};
 }
 
 namespace {
@@ -51,13 +53,15 @@ struct Identity {
         X509_NAME* name = X509_get_subject_name(x509.get());
         X509_NAME_add_entry_by_txt(name, "CN", MBSTRING_ASC, reinterpret_cast<const unsigned char*>("test"), -1, -1, 0);
         X509_set_issuer_name(x509.get(), name);
-        for (const auto& [kind, text] : {std::pair(NID_subject_alt_name, "IP:127.0.0.1"), {NID_basic_constraints, "CA:TRUE"}}) {
+        for (const auto& [kind, text] :
+             {std::pair(NID_subject_alt_name, "IP:127.0.0.1"), {NID_basic_constraints, "CA:TRUE"}}) {
             X509_EXTENSION* extension = X509V3_EXT_conf_nid(nullptr, nullptr, kind, text);
             X509_add_ext(x509.get(), extension, -1);
             X509_EXTENSION_free(extension);
         }
         X509_sign(x509.get(), pair.get(), EVP_sha256());
-        key = pemOf([&](BIO* out) { PEM_write_bio_PrivateKey(out, pair.get(), nullptr, nullptr, 0, nullptr, nullptr); });
+        key =
+            pemOf([&](BIO* out) { PEM_write_bio_PrivateKey(out, pair.get(), nullptr, nullptr, 0, nullptr, nullptr); });
         certificate = pemOf([&](BIO* out) { PEM_write_bio_X509(out, x509.get()); });
     }
 };
@@ -82,25 +86,27 @@ public:
 
 private:
     void read() {
-        asio::async_read_until(socket_, asio::dynamic_buffer(request_), "\r\n\r\n", [self = this->shared_from_this()](auto error, auto) {
-            if (error) return;
-            const std::string& line = self->request_;
-            const std::size_t path = line.find(' ') + 1;
-            self->reply_ = self->answer_(line.substr(path, line.find(' ', path) - path));
-            self->send();
-        });
+        asio::async_read_until(socket_, asio::dynamic_buffer(request_), "\r\n\r\n",
+                               [self = this->shared_from_this()](auto error, auto) {
+                                   if (error) return;
+                                   const std::string& line = self->request_;
+                                   const std::size_t path = line.find(' ') + 1;
+                                   self->reply_ = self->answer_(line.substr(path, line.find(' ', path) - path));
+                                   self->send();
+                               });
     }
 
     void send() {
         const std::size_t left = reply_.bytes.size() - sent_;
         if (left == 0) return end();
         const std::size_t count = reply_.chunk == 0 ? left : std::min(left, reply_.chunk);
-        asio::async_write(socket_, asio::buffer(reply_.bytes.data() + sent_, count), [self = this->shared_from_this(), count](auto error, auto) {
-            if (error) return;
-            self->sent_ += count;
-            self->timer_.expires_after(self->reply_.pause);
-            self->timer_.async_wait([self](auto) { self->send(); });
-        });
+        asio::async_write(socket_, asio::buffer(reply_.bytes.data() + sent_, count),
+                          [self = this->shared_from_this(), count](auto error, auto) {
+                              if (error) return;
+                              self->sent_ += count;
+                              self->timer_.expires_after(self->reply_.pause);
+                              self->timer_.async_wait([self](auto) { self->send(); });
+                          });
     }
 
     void end() {
@@ -148,8 +154,10 @@ struct TestServer::State {
         acceptor.async_accept([this](auto error, tcp::socket socket) {
             if (error) return;
             const Answer reply = [this](const std::string& path) { return answer(path); };
-            if (tls) std::make_shared<Connection<TlsSocket>>(TlsSocket(std::move(socket), *tls), reply)->start();
-            else std::make_shared<Connection<tcp::socket>>(std::move(socket), reply)->start();
+            if (tls)
+                std::make_shared<Connection<TlsSocket>>(TlsSocket(std::move(socket), *tls), reply)->start();
+            else
+                std::make_shared<Connection<tcp::socket>>(std::move(socket), reply)->start();
             accept();
         });
     }
@@ -162,7 +170,8 @@ TestServer::TestServer(Scheme scheme) : state_(std::make_unique<State>()) {
         state_->tls.emplace(asio::ssl::context::tls_server);
         state_->tls->use_certificate_chain(asio::buffer(identity.certificate));
         state_->tls->use_private_key(asio::buffer(identity.key), asio::ssl::context::pem);
-        state_->certificate = std::filesystem::temp_directory_path() / ("vemo_certificate_" + std::to_string(::getpid()) + ".pem");
+        state_->certificate =
+            std::filesystem::temp_directory_path() / ("vemo_certificate_" + std::to_string(::getpid()) + ".pem");
         std::ofstream(state_->certificate) << identity.certificate;
     }
     state_->accept();
@@ -187,10 +196,13 @@ void TestServer::alternate(const std::string& path, std::vector<Reply> replies) 
 }
 
 std::string TestServer::url(const std::string& path) const {
-    return (state_->tls ? "https://127.0.0.1:" : "http://127.0.0.1:") + std::to_string(state_->acceptor.local_endpoint().port()) + path;
+    return (state_->tls ? "https://127.0.0.1:" : "http://127.0.0.1:") +
+           std::to_string(state_->acceptor.local_endpoint().port()) + path;
 }
 
-const std::filesystem::path& TestServer::certificate() const { return state_->certificate; }
+const std::filesystem::path& TestServer::certificate() const {
+    return state_->certificate;
+}
 
 std::vector<std::string> TestServer::requests() const {
     const std::lock_guard lock(state_->mutex);

@@ -11,10 +11,10 @@ namespace vemo::test {
 
 // What a server says to a request, to the byte.
 struct Reply {
-    std::string bytes;                      // status line, headers and body
-    std::size_t chunk = 0;                  // bytes sent at a time, 0 for all at once
-    std::chrono::milliseconds pause{0};     // between chunks
-    bool hangs = false;                     // the connection then stays open
+    std::string bytes;                   // status line, headers and body
+    std::size_t chunk = 0;               // bytes sent at a time, 0 for all at once
+    std::chrono::milliseconds pause{0};  // between chunks
+    bool hangs = false;                  // the connection then stays open
 };
 
 // 200 with the body, and its length.

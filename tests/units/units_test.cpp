@@ -31,22 +31,60 @@ Value quantity(std::string_view amount, std::u16string_view unit) {
 // What one of each unit is in its base unit: from NIST Special Publication 811 (2008), appendix B.8, BIPM's SI
 // Brochure (2019) and, where this catalogue rounds or differs (point, cable, nautical mile, pint …), worked out
 // by hand from the definition named in the comment.
-const std::map<std::u16string, const char*> ratios{
-    {u"inch", "0.0254"}, {u"foot", "0.3048"}, {u"yard", "0.9144"}, {u"mile", "1609.344"},
-    {u"point", "0.00035277777"},     // 1/72 in, cut at 11 digits
-    {u"cable", "185.3184"},          // 608 ft
-    {u"league", "4828.032"},         // 3 mi
-    {u"furlong", "201.168"}, {u"nautical_mile", "1853.184"},  // 6080 ft
-    {u"chain", "20.1168"}, {u"km", "1000"}, {u"mm", "0.001"}, {u"\u03bcm", "0.000001"}, {u"Ym", "1e24"}, {u"dam", "10"},
-    {u"acre", "4046.86"}, {u"hectare", "10000"}, {u"are", "100"}, {u"ping", "3.306"}, {u"km2", "1000000"},
-    {u"inch2", "0.00064516"}, {u"foot2", "0.09290304"}, {u"mile2", "2589988.110336"}, {u"cm3", "0.000001"},
-    {u"inch3", "0.000016387064"}, {u"foot3", "0.028316846592"}, {u"litre", "0.001"}, {u"mlitre", "0.000001"},
-    {u"cup", "0.000236588237"}, {u"quart", "0.000946352946"}, {u"pint", "0.000473176473"}, {u"gallon", "0.00378541178"},
-    {u"tablespoon", "0.0000147867648"}, {u"teaspoon", "0.00000492892159"}, {u"byte", "8"}, {u"kbyte", "8000"},
-    {u"Kibyte", "8192"}, {u"Mibit", "1048576"}, {u"Yibyte", "9671406556917033397649408"}, {u"degree", "0.017453292519943295"},
-    {u"minute", "60"}, {u"hour", "3600"}, {u"day", "86400"}, {u"week", "604800"}, {u"month", "2592000"},
-    {u"year", "31536000"}, {u"msecond", "0.001"}, {u"tonne", "1000000"}, {u"kgram", "1000"}, {u"carat", "0.2"},
-    {u"pound", "453.59237"}, {u"centner", "100000"}, {u"ounce", "28.349523125"}, {u"stone", "6350.29318"}};
+const std::map<std::u16string, const char*> ratios{{u"inch", "0.0254"},
+                                                   {u"foot", "0.3048"},
+                                                   {u"yard", "0.9144"},
+                                                   {u"mile", "1609.344"},
+                                                   {u"point", "0.00035277777"},  // 1/72 in, cut at 11 digits
+                                                   {u"cable", "185.3184"},       // 608 ft
+                                                   {u"league", "4828.032"},      // 3 mi
+                                                   {u"furlong", "201.168"},
+                                                   {u"nautical_mile", "1853.184"},  // 6080 ft
+                                                   {u"chain", "20.1168"},
+                                                   {u"km", "1000"},
+                                                   {u"mm", "0.001"},
+                                                   {u"\u03bcm", "0.000001"},
+                                                   {u"Ym", "1e24"},
+                                                   {u"dam", "10"},
+                                                   {u"acre", "4046.86"},
+                                                   {u"hectare", "10000"},
+                                                   {u"are", "100"},
+                                                   {u"ping", "3.306"},
+                                                   {u"km2", "1000000"},
+                                                   {u"inch2", "0.00064516"},
+                                                   {u"foot2", "0.09290304"},
+                                                   {u"mile2", "2589988.110336"},
+                                                   {u"cm3", "0.000001"},
+                                                   {u"inch3", "0.000016387064"},
+                                                   {u"foot3", "0.028316846592"},
+                                                   {u"litre", "0.001"},
+                                                   {u"mlitre", "0.000001"},
+                                                   {u"cup", "0.000236588237"},
+                                                   {u"quart", "0.000946352946"},
+                                                   {u"pint", "0.000473176473"},
+                                                   {u"gallon", "0.00378541178"},
+                                                   {u"tablespoon", "0.0000147867648"},
+                                                   {u"teaspoon", "0.00000492892159"},
+                                                   {u"byte", "8"},
+                                                   {u"kbyte", "8000"},
+                                                   {u"Kibyte", "8192"},
+                                                   {u"Mibit", "1048576"},
+                                                   {u"Yibyte", "9671406556917033397649408"},
+                                                   {u"degree", "0.017453292519943295"},
+                                                   {u"minute", "60"},
+                                                   {u"hour", "3600"},
+                                                   {u"day", "86400"},
+                                                   {u"week", "604800"},
+                                                   {u"month", "2592000"},
+                                                   {u"year", "31536000"},
+                                                   {u"msecond", "0.001"},
+                                                   {u"tonne", "1000000"},
+                                                   {u"kgram", "1000"},
+                                                   {u"carat", "0.2"},
+                                                   {u"pound", "453.59237"},
+                                                   {u"centner", "100000"},
+                                                   {u"ounce", "28.349523125"},
+                                                   {u"stone", "6350.29318"}};
 
 TEST(UnitCatalogue, hasTheRatiosOfTheStandards) {
     for (const auto& [unit, ratio] : ratios) {
@@ -91,7 +129,9 @@ RC_GTEST_PROP(UnitConverterLaws, returnsTheAmount, ()) {
     const auto dimension = *rc::gen::elementOf(dimensions);
     const auto from = *rc::gen::elementOf(dimension.second);
     const auto to = *rc::gen::elementOf(dimension.second);
-    const auto inBase = [&](const std::u16string& unit) { return convert(quantity("1", unit), dimension.first)->decimal()->toDouble(); };
+    const auto inBase = [&](const std::u16string& unit) {
+        return convert(quantity("1", unit), dimension.first)->decimal()->toDouble();
+    };
     const DecimalNumber amount = DecimalNumber::fromInt64(*rc::gen::inRange<std::int64_t>(1, 1000000000));
     const auto there = convert(quantity("1", from).with(amount), to);
     const auto back = there ? convert(*there, from) : std::nullopt;
@@ -135,11 +175,13 @@ TEST_P(LanguageTables, giveEveryUnitItsPhrases) {
     StringRangeDetector detector;
     const auto calculator = newCalculator(environmentIn(GetParam()));
     const auto& phrases = calculator->unitManager().phraseDetector();
-    const std::u16string_view unitTables[] = {u"Length", u"Area", u"Volume", u"Data", u"Temperature", u"Angle",
-                                              u"Time", u"Weight", u"Css", u"Currency", u"Percent"};
+    const std::u16string_view unitTables[] = {u"Length", u"Area",   u"Volume", u"Data",     u"Temperature", u"Angle",
+                                              u"Time",   u"Weight", u"Css",    u"Currency", u"Percent"};
     for (std::size_t t = 0; t < compiledTableCount; ++t) {
         const CompiledTable& table = compiledTables[t];
-        if (utf8(table.language) != GetParam() || std::find(std::begin(unitTables), std::end(unitTables), table.table) == std::end(unitTables)) continue;
+        if (utf8(table.language) != GetParam() ||
+            std::find(std::begin(unitTables), std::end(unitTables), table.table) == std::end(unitTables))
+            continue;
         const bool asWritten = table.table == u"Data";
         for (std::size_t i = 0; i < table.count; ++i) {
             std::u16string_view key = table.entries[i].key;
@@ -168,7 +210,8 @@ TEST_P(LanguageTables, giveEveryUnitItsPhrases) {
 bool isKnown(Calculator& calculator, std::u16string_view table, std::u16string_view key) {
     const std::u16string_view id = key.substr(0, key.rfind(u'.'));
     if (table == u"Places") return TimeZoneRules::find(id) != nullptr;
-    if (table == u"Aliases" || table == u"Currency") return calculator.unitConverter().baseUnits().contains(std::u16string(id));
+    if (table == u"Aliases" || table == u"Currency")
+        return calculator.unitConverter().baseUnits().contains(std::u16string(id));
     if (table == u"Scales") return calculator.scaleManager().scale(id) != nullptr;
     return table == u"Dates";  // languages have date words of their own
 }
@@ -234,7 +277,8 @@ TEST_P(LanguageTables, welcomeWithAResultOnEveryLine) {
     EXPECT_THAT(shown, testing::Each(testing::Not(testing::IsEmpty()))) << document;
 }
 
-INSTANTIATE_TEST_SUITE_P(All, LanguageTables, testing::ValuesIn(languages()), [](const auto& language) { return language.param; });
+INSTANTIATE_TEST_SUITE_P(All, LanguageTables, testing::ValuesIn(languages()),
+                         [](const auto& language) { return language.param; });
 
 // Every key that the set-up asks for is in the base tables: a missing one comes back as the phrase itself.
 TEST(PhraseTables, lackNoKey) {
@@ -242,10 +286,14 @@ TEST(PhraseTables, lackNoKey) {
         return text.ends_with(u".variants") || text.ends_with(u".format") || text.ends_with(u".prefix") ||
                text.ends_with(u".symbol") || text.ends_with(u".templates") || text.ends_with(u".aliases");
     };
-    for (const auto& [phrase, unit] : calculator().unitManager().phraseDetector().phrases()) EXPECT_FALSE(missing(phrase)) << utf8(phrase);
-    for (const auto& [phrase, id] : calculator().functionManager().phraseDetector().phrases()) EXPECT_FALSE(missing(phrase)) << utf8(phrase);
-    for (const auto& [phrase, id] : calculator().operatorCollection().phraseDetector().phrases()) EXPECT_FALSE(missing(phrase)) << utf8(phrase);
-    for (const auto& [phrase, id] : calculator().scaleManager().phraseDetector().phrases()) EXPECT_FALSE(missing(phrase)) << utf8(phrase);
+    for (const auto& [phrase, unit] : calculator().unitManager().phraseDetector().phrases())
+        EXPECT_FALSE(missing(phrase)) << utf8(phrase);
+    for (const auto& [phrase, id] : calculator().functionManager().phraseDetector().phrases())
+        EXPECT_FALSE(missing(phrase)) << utf8(phrase);
+    for (const auto& [phrase, id] : calculator().operatorCollection().phraseDetector().phrases())
+        EXPECT_FALSE(missing(phrase)) << utf8(phrase);
+    for (const auto& [phrase, id] : calculator().scaleManager().phraseDetector().phrases())
+        EXPECT_FALSE(missing(phrase)) << utf8(phrase);
     for (const auto& [unit, base] : calculator().unitConverter().baseUnits()) {
         const std::u16string* format = calculator().unitManager().format(unit);
         if (unit == u"date") continue;
