@@ -7,8 +7,8 @@
 #include <thread>
 
 #include "documents.h"
-#include "scanning/date_detector.h"
-#include "scanning/localizer.h"
+#include "scanning/dates/date_detector.h"
+#include "scanning/words/localizer.h"
 #include "vemo/engine.h"
 
 namespace {

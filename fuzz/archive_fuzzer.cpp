@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <cstdlib>
 
-#include "output/stored_result.h"
+#include "output/archive/stored_result.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     using Stored = vemo::VemoEngineResultSerializerResult;

@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <cstdlib>
 
-#include "platform/text.h"
+#include "base/text.h"
 #include "vemo/engine.h"
 
 namespace {

@@ -9,7 +9,7 @@
 #include <iterator>
 #include <map>
 
-#include "scanning/strings_file.h"
+#include "scanning/words/strings_file.h"
 
 namespace {
 

@@ -5,8 +5,8 @@
 #include <memory>
 #include <string_view>
 
-#include "engine/line_result.h"
-#include "platform/cache.h"
+#include "base/cache.h"
+#include "records/line_result.h"
 
 namespace vemo {
 

@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "base/sorted_list.h"
 #include "engine/cache_manager.h"
 #include "engine/measurer.h"
 #include "evaluation/evaluator.h"
@@ -20,10 +21,9 @@
 #include "platform/time_zones.h"
 #include "quicktype/quick_type_collector.h"
 #include "scanning/extractor.h"
-#include "scanning/localizer.h"
 #include "scanning/number_parsers.h"
-#include "scanning/sorted_list.h"
-#include "scanning/string_range_detector.h"
+#include "scanning/words/localizer.h"
+#include "scanning/words/string_range_detector.h"
 #include "units/scale_manager.h"
 #include "units/unit_catalogue.h"
 #include "vemo/engine.h"

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "vemo/engine.h"
 
+#include "base/text.h"
 #include "engine/calculator.h"
 #include "engine/worker.h"
 #include "online/rates_file.h"
 #include "platform/scheduler.h"
-#include "platform/text.h"
-#include "scanning/localizer.h"
+#include "scanning/words/localizer.h"
 #include "scripting/extensions.h"
 
 namespace vemo {

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "vemo/result_serializer.h"
 
-#include "engine/line_result.h"
-#include "output/stored_result.h"
+#include "output/archive/stored_result.h"
 #include "platform/file_io.h"
+#include "records/line_result.h"
 
 namespace vemo {
 

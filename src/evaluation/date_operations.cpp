@@ -3,8 +3,8 @@
 
 #include <cmath>
 
-#include "engine/context_map.h"
 #include "platform/time_zones.h"
+#include "records/context_map.h"
 #include "units/time_units.h"
 #include "units/unit_converter.h"
 

@@ -4,7 +4,7 @@
 #include <optional>
 #include <string_view>
 
-#include "scanning/element.h"
+#include "records/element.h"
 #include "vemo/context.h"
 
 namespace vemo {

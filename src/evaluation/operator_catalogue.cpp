@@ -7,7 +7,7 @@
 #include "evaluation/date_operations.h"
 #include "evaluation/operator_collection.h"
 #include "evaluation/percentage_operations.h"
-#include "scanning/localizer.h"
+#include "scanning/words/localizer.h"
 
 namespace vemo {
 

@@ -6,10 +6,10 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/cache.h"
+#include "base/cache.h"
+#include "base/sorted_list.h"
 #include "quicktype/quick_type_collector.h"
-#include "scanning/phrase_detector.h"
-#include "scanning/sorted_list.h"
+#include "scanning/words/phrase_detector.h"
 #include "vemo/context.h"
 
 namespace vemo {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "evaluation/quantity_evaluators.h"
 
-#include "engine/context_map.h"
+#include "records/context_map.h"
 
 namespace vemo {
 

@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-#include "engine/context_map.h"
+#include "records/context_map.h"
 
 namespace vemo {
 

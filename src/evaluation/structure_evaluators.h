@@ -6,7 +6,7 @@
 #include "evaluation/evaluator.h"
 #include "evaluation/operation_calculator.h"
 #include "matching/domain_matchers.h"
-#include "scanning/string_range_detector.h"
+#include "scanning/words/string_range_detector.h"
 
 namespace vemo {
 

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "functions/date_functions.h"
 
-#include "engine/context_map.h"
 #include "evaluation/date_operations.h"
 #include "platform/time_zones.h"
+#include "records/context_map.h"
 
 namespace vemo {
 

@@ -5,7 +5,7 @@
 #include "functions/date_functions.h"
 #include "functions/line_aggregates.h"
 #include "functions/mathematical_functions.h"
-#include "scanning/localizer.h"
+#include "scanning/words/localizer.h"
 
 namespace vemo {
 

@@ -7,7 +7,7 @@
 
 #include "evaluation/structure_evaluators.h"
 #include "quicktype/quick_type_collector.h"
-#include "scanning/phrase_detector.h"
+#include "scanning/words/phrase_detector.h"
 
 namespace vemo {
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "functions/line_aggregates.h"
 
-#include "engine/context_map.h"
+#include "records/context_map.h"
 
 namespace vemo {
 

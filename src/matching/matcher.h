@@ -5,8 +5,8 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/function_ref.h"
-#include "scanning/element.h"
+#include "base/function_ref.h"
+#include "records/element.h"
 
 namespace vemo {
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "online/geo_names_manager.h"
 
-#include "platform/text.h"
+#include "base/text.h"
 #include "platform/time_zones.h"
 
 namespace vemo {

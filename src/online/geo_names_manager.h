@@ -11,8 +11,8 @@
 #include <string>
 #include <string_view>
 
+#include "base/cache.h"
 #include "online/geo_names_service.h"
-#include "platform/cache.h"
 
 namespace vemo {
 

@@ -12,8 +12,8 @@
 #include <memory>
 #include <vector>
 
-#include "platform/text.h"
-#include "scanning/localizer.h"
+#include "base/text.h"
+#include "scanning/words/localizer.h"
 
 namespace vemo {
 

@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/cache.h"
+#include "base/cache.h"
 
 namespace vemo {
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "online/rates_loaders.h"
 
+#include "base/text.h"
 #include "online/rates_file.h"
-#include "platform/text.h"
 
 namespace vemo {
 

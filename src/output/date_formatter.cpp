@@ -4,7 +4,7 @@
 #include <unicode/gregocal.h>
 #include <unicode/smpdtfmt.h>
 
-#include "engine/context_map.h"
+#include "records/context_map.h"
 
 namespace vemo {
 

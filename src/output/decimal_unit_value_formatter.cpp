@@ -3,8 +3,8 @@
 
 #include <algorithm>
 
-#include "engine/context_map.h"
-#include "platform/text.h"
+#include "base/text.h"
+#include "records/context_map.h"
 #include "units/unit_converter.h"
 #include "units/unit_manager.h"
 

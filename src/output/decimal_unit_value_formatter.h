@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "engine/context_map.h"
 #include "output/number_formatter.h"
 #include "output/value_formatter.h"
+#include "records/context_map.h"
 
 namespace vemo {
 

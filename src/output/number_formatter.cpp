@@ -8,7 +8,7 @@
 #include <map>
 #include <tuple>
 
-#include "platform/text.h"
+#include "base/text.h"
 
 namespace vemo {
 

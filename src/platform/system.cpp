@@ -7,7 +7,7 @@
 #include <cstdlib>
 #include <memory>
 
-#include "platform/text.h"
+#include "base/text.h"
 #include "platform/time_zones.h"
 
 namespace vemo {

@@ -9,7 +9,7 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "platform/text.h"
+#include "base/text.h"
 
 namespace vemo {
 

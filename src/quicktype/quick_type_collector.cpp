@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "quicktype/quick_type_collector.h"
 
-#include "platform/text.h"
+#include "base/text.h"
 
 namespace vemo {
 

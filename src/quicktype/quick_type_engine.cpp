@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <utility>
 
-#include "platform/text.h"
+#include "base/text.h"
 #include "vemo/quick_type.h"
 
 namespace vemo {

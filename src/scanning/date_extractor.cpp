@@ -3,8 +3,8 @@
 
 #include <algorithm>
 
-#include "engine/context_map.h"
-#include "scanning/localizer.h"
+#include "records/context_map.h"
+#include "scanning/words/localizer.h"
 
 namespace vemo {
 

@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "scanning/date_detector.h"
+#include "scanning/dates/date_detector.h"
 #include "scanning/extractor.h"
 
 namespace vemo {

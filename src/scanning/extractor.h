@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "scanning/element.h"
+#include "records/element.h"
 
 namespace vemo {
 

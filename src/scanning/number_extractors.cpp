@@ -4,8 +4,8 @@
 #include <algorithm>
 #include <cstdlib>
 
-#include "scanning/localizer.h"
 #include "scanning/string_extractor.h"
+#include "scanning/words/localizer.h"
 
 namespace vemo {
 

@@ -3,7 +3,7 @@
 
 #include "scanning/extractor.h"
 #include "scanning/number_parsers.h"
-#include "scanning/phrase_detector.h"
+#include "scanning/words/phrase_detector.h"
 
 namespace vemo {
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "scanning/number_parsers.h"
 
-#include "platform/text.h"
+#include "base/text.h"
 
 namespace vemo {
 

@@ -5,8 +5,8 @@
 #include <string_view>
 #include <vector>
 
+#include "base/text.h"
 #include "platform/locale_info.h"
-#include "platform/text.h"
 #include "vemo/decimal_number.h"
 
 namespace vemo {

@@ -5,7 +5,7 @@
 #include <numeric>
 #include <tuple>
 
-#include "platform/text.h"
+#include "base/text.h"
 
 namespace vemo {
 

@@ -4,9 +4,9 @@
 #include <string>
 #include <vector>
 
-#include "platform/function_ref.h"
+#include "base/function_ref.h"
 #include "platform/regex.h"
-#include "scanning/element.h"
+#include "records/element.h"
 
 namespace vemo {
 

@@ -3,9 +3,9 @@
 
 #include <algorithm>
 
-#include "engine/context_map.h"
-#include "scanning/localizer.h"
+#include "records/context_map.h"
 #include "scanning/string_extractor.h"
+#include "scanning/words/localizer.h"
 
 namespace vemo {
 

@@ -3,7 +3,7 @@
 
 #include "platform/regex.h"
 #include "scanning/extractor.h"
-#include "scanning/phrase_detector.h"
+#include "scanning/words/phrase_detector.h"
 
 namespace vemo {
 

@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-#include "scanning/time_zone_abbreviations.h"
+#include "scanning/dates/time_zone_abbreviations.h"
 
 namespace vemo {
 

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "scanning/extractor.h"
-#include "scanning/phrase_detector.h"
+#include "scanning/words/phrase_detector.h"
 #include "vemo/time.h"
 
 namespace vemo {

@@ -4,9 +4,9 @@
 #include <array>
 #include <string>
 
-#include "platform/cache.h"
+#include "base/cache.h"
 #include "scanning/extractor.h"
-#include "scanning/phrase_detector.h"
+#include "scanning/words/phrase_detector.h"
 
 namespace vemo {
 

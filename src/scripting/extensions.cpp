@@ -6,7 +6,7 @@
 #include <iterator>
 #include <system_error>
 
-#include "platform/text.h"
+#include "base/text.h"
 #include "scripting/js_runner.h"
 
 namespace vemo {

@@ -7,7 +7,7 @@
 #include <utility>
 #include <vector>
 
-#include "platform/function_ref.h"
+#include "base/function_ref.h"
 #include "vemo/engine.h"
 
 namespace vemo {

@@ -9,7 +9,7 @@
 #include <array>
 #include <cstdio>
 
-#include "platform/text.h"
+#include "base/text.h"
 
 namespace vemo {
 

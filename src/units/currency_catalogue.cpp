@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <string>
 
-#include "scanning/localizer.h"
+#include "scanning/words/localizer.h"
 #include "units/formula_converters.h"
 #include "units/unit_catalogue.h"
 

@@ -3,7 +3,7 @@
 
 #include <functional>
 
-#include "engine/context_map.h"
+#include "records/context_map.h"
 
 namespace vemo {
 

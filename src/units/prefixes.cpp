@@ -3,7 +3,7 @@
 
 #include <span>
 
-#include "scanning/localizer.h"
+#include "scanning/words/localizer.h"
 
 namespace vemo {
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "units/scale_manager.h"
 
-#include "scanning/localizer.h"
+#include "scanning/words/localizer.h"
 
 namespace vemo {
 

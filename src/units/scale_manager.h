@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "quicktype/quick_type_collector.h"
-#include "scanning/phrase_detector.h"
+#include "scanning/words/phrase_detector.h"
 
 namespace vemo {
 

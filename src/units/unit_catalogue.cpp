@@ -4,8 +4,8 @@
 #include <algorithm>
 #include <span>
 
-#include "engine/context_map.h"
-#include "scanning/localizer.h"
+#include "records/context_map.h"
+#include "scanning/words/localizer.h"
 #include "units/formula_converters.h"
 #include "units/prefixes.h"
 

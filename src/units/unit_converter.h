@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/cache.h"
+#include "base/cache.h"
 #include "units/unit.h"
 
 namespace vemo {

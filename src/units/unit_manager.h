@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "scanning/phrase_detector.h"
+#include "scanning/words/phrase_detector.h"
 #include "units/unit.h"
 
 namespace vemo {

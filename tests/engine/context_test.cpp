@@ -7,8 +7,8 @@
 #include <unordered_map>
 #include <vector>
 
-#include "engine/context_map.h"
-#include "engine/line_result.h"
+#include "records/context_map.h"
+#include "records/line_result.h"
 
 namespace vemo {
 namespace {

@@ -4,8 +4,8 @@
 #include <atomic>
 #include <condition_variable>
 
-#include "engine/context_map.h"
 #include "platform/scheduler.h"
+#include "records/context_map.h"
 #include "support/calculators.h"
 
 namespace vemo::test {

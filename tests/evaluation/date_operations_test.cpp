@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include "engine/context_map.h"
+#include "records/context_map.h"
 #include "support/calculators.h"
 
 namespace vemo::test {

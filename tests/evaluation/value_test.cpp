@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include "scanning/element.h"
+#include "records/element.h"
 #include "support/calculators.h"
 
 namespace vemo {

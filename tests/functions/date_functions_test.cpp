@@ -4,9 +4,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "engine/context_map.h"
 #include "evaluation/date_operations.h"
 #include "platform/time_zones.h"
+#include "records/context_map.h"
 #include "support/calculators.h"
 
 namespace vemo::test {

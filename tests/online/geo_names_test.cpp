@@ -7,7 +7,7 @@
 
 #include "online/geo_names_manager.h"
 #include "online/place_names.h"
-#include "scanning/localizer.h"
+#include "scanning/words/localizer.h"
 #include "support/calculators.h"
 #include "support/test_server.h"
 

@@ -5,10 +5,10 @@
 
 #include <cmath>
 
-#include "engine/context_map.h"
 #include "evaluation/date_operations.h"
 #include "output/date_formatter.h"
 #include "output/time_formatter.h"
+#include "records/context_map.h"
 #include "support/calculators.h"
 
 namespace vemo::test {

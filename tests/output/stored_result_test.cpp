@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "output/stored_result.h"
+#include "output/archive/stored_result.h"
 
 #include <gtest/gtest.h>
 #include <plist/plist.h>
@@ -9,8 +9,8 @@
 #include <chrono>
 #include <fstream>
 
+#include "output/archive/keyed_archive.h"
 #include "platform/file_io.h"
-#include "platform/keyed_archive.h"
 #include "support/calculators.h"
 #include "vemo/result_serializer.h"
 

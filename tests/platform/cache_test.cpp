@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/cache.h"
+#include "base/cache.h"
 
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>

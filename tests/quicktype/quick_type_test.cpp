@@ -7,7 +7,7 @@
 #include <algorithm>
 #include <map>
 
-#include "platform/text.h"
+#include "base/text.h"
 #include "support/calculators.h"
 
 namespace vemo::test {

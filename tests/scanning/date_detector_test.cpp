@@ -7,7 +7,7 @@
 #include <map>
 
 #include "scanning/date_extractor.h"
-#include "scanning/localizer.h"
+#include "scanning/words/localizer.h"
 #include "support/calculators.h"
 
 namespace vemo::test {

@@ -6,8 +6,8 @@
 #include <map>
 #include <set>
 
-#include "engine/context_map.h"
-#include "scanning/time_zone_abbreviations.h"
+#include "records/context_map.h"
+#include "scanning/dates/time_zone_abbreviations.h"
 #include "support/calculators.h"
 
 namespace vemo::test {

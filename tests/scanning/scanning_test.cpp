@@ -5,13 +5,13 @@
 
 #include <fstream>
 
+#include "base/sorted_list.h"
 #include "platform/regex.h"
-#include "scanning/localizer.h"
 #include "scanning/number_parsers.h"
-#include "scanning/phrase_detector.h"
-#include "scanning/sorted_list.h"
 #include "scanning/string_extractor.h"
-#include "scanning/strings_file.h"
+#include "scanning/words/localizer.h"
+#include "scanning/words/phrase_detector.h"
+#include "scanning/words/strings_file.h"
 
 namespace vemo {
 namespace {

@@ -7,7 +7,7 @@
 #include <set>
 
 #include "platform/time_zones.h"
-#include "scanning/compiled_tables.h"
+#include "scanning/words/compiled_tables.h"
 #include "support/calculators.h"
 
 namespace vemo::test {

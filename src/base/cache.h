@@ -1,0 +1,135 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <deque>
+#include <functional>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <utility>
+
+#include "base/hash.h"
+#include "base/hash_index.h"
+
+namespace vemo {
+
+template <class Mapped>
+using TextMap = std::unordered_map<std::u16string, Mapped, TextHash, std::equal_to<>>;
+
+// A key kept beside what is stored under it.
+class StoredKey {
+public:
+    explicit StoredKey(std::u16string_view key) : key_(key) {}
+    template <class Mapped>
+    bool is(std::u16string_view key, const Mapped&) const {
+        return key_ == key;
+    }
+
+private:
+    std::u16string key_;
+};
+
+// A bounded memory of results by text: at most 2 × `generationSize` entries, the longest unused go first.
+// A miss is always safe. Not synchronised. `Key` is where an entry's key is kept.
+template <class Mapped, class Key = StoredKey>
+class Cache {
+public:
+    explicit Cache(std::size_t generationSize) : generationSize_(generationSize) {}
+
+    void setEnabled(bool enabled) {
+        enabled_ = enabled;
+        if (!enabled) clear();
+    }
+
+    // The entry or null; valid until the next change.
+    Mapped* find(std::u16string_view key) {
+        if (Mapped* next = young_.findNext(key)) return next;
+        return findHashed(key, TextHash{}(key));
+    }
+
+    // The entry, made when missing; null when the cache is disabled.
+    Mapped* obtain(std::u16string_view key) {
+        if (Mapped* latest = young_.findLatest(key)) return latest;
+        const std::size_t hash = TextHash{}(key);
+        Mapped* present = findHashed(key, hash);
+        return present || !enabled_ ? present : &add(key, hash);
+    }
+
+    // What was added as the `distance`th behind the entry found latest, or null. Keys that are looked up in the order
+    // in which they came can so be prepared for.
+    const Mapped* ahead(std::size_t distance) const { return young_.at(young_.next + distance - 1); }
+
+    void clear() {
+        young_ = {};
+        old_ = {};
+    }
+
+private:
+    // Entries in the order of their coming. Lines of a document are looked up in that order too: most are found where
+    // they are expected, and memory accesses lie close together.
+    struct Generation {
+        struct Entry {
+            std::size_t hash;
+            [[no_unique_address]] Key key;
+            Mapped value;
+        };
+
+        Mapped* find(std::u16string_view key, std::size_t hash) {
+            const auto position = index.find(hash, [&](std::size_t i) {
+                return entries[i].hash == hash && entries[i].key.is(key, entries[i].value);
+            });
+            if (!position) return nullptr;
+            next = *position + 1;
+            return &entries[*position].value;
+        }
+
+        // Where the entry found latest is, or the one behind it: most keys are one of them.
+        Mapped* findLatest(std::u16string_view key) { return isAt(next - 1, key) ? &entries[next - 1].value : nullptr; }
+        Mapped* findNext(std::u16string_view key) { return isAt(next, key) ? &entries[next++].value : nullptr; }
+
+        const Mapped* at(std::size_t position) const {
+            return position < entries.size() ? &entries[position].value : nullptr;
+        }
+
+        Mapped& add(std::u16string_view key, std::size_t hash) {
+            index.add(hash, entries.size());
+            entries.push_back({hash, Key(key), Mapped()});
+            return entries.back().value;
+        }
+
+        bool isAt(std::size_t position, std::u16string_view key) const {
+            return position < entries.size() && entries[position].key.is(key, entries[position].value);
+        }
+
+        HashIndex index;
+        std::deque<Entry> entries;
+        std::size_t next = 0;  // position behind the entry found latest
+    };
+
+    Mapped* findHashed(std::u16string_view key, std::size_t hash) {
+        if (!enabled_) return nullptr;
+        if (Mapped* young = young_.find(key, hash)) return young;
+        Mapped* old = old_.find(key, hash);
+        if (!old) return nullptr;
+        // Used again, so it moves on; what it leaves behind is never reached, the young one being found first.
+        Mapped kept = std::move(*old);
+        return &(add(key, hash) = std::move(kept));
+    }
+
+    Mapped& add(std::u16string_view key, std::size_t hash) {
+        if (young_.entries.size() >= generationSize_) {
+            old_ = std::move(young_);
+            young_ = {};
+        }
+        return young_.add(key, hash);
+    }
+
+    std::size_t generationSize_;
+    bool enabled_ = true;
+    Generation young_;
+    Generation old_;
+};
+
+}  // namespace vemo

@@ -1,0 +1,109 @@
+// SPDX-License-Identifier: MIT
+#include "evaluation/geo_names_parser.h"
+
+#include <algorithm>
+
+#include "evaluation/structure_evaluators.h"
+#include "records/context_map.h"
+
+namespace vemo {
+
+namespace {
+
+// A place with the white space around it, as elements of their own.
+void appendPlace(const std::u16string& text, std::u16string_view name, std::u16string zone, ElementList& elements) {
+    const std::size_t start = text.find(name);
+    const auto plain = [&](std::u16string_view space) {
+        if (!space.empty()) elements.append(makeElement({}, AttributedText(space)));
+    };
+    plain(std::u16string_view(text).substr(0, start));
+    elements.append(makeElement(Value(TimeZone{std::move(zone)}), AttributedText(name, RunType::unit)));
+    plain(std::u16string_view(text).substr(start + name.size()));
+}
+
+constexpr std::size_t mostElements =
+    9;  // of a place: the words of "Port of Spain" and "Port-au-Prince" are other things too
+
+bool isConversion(const Element& element) {
+    return element.value.is(Attribute::operation, u"in");
+}
+bool isTimeFunction(const Element& element) {
+    return element.value.is(Attribute::function, u"time");
+}
+
+// A place is one behind a time, a zone or a function, such as "time": "Coffee in Berlin $5" is a note.
+bool isOfTime(const Element& element) {
+    return element.value.has(Attribute::date) || element.value.has(Attribute::timeZone) ||
+           element.value.has(Attribute::function);
+}
+
+bool mayBeOfPlace(const Element& element) {
+    const Value& value = element.value;
+    return !value.has(Attribute::decimal) && !value.has(Attribute::parenthesis) && !isOfTime(element) &&
+           !isConversion(element);
+}
+
+}  // namespace
+
+std::optional<ElementList> GeoNamesParser::evaluate(const ElementList& elements, Context& context,
+                                                    const EvaluationContext&) const {
+    const auto& all = elements.pointers();
+    if (std::none_of(all.begin(), all.end(), [](const auto& e) { return isConversion(*e) || isTimeFunction(*e); }))
+        return std::nullopt;
+    return places_ ? withKnownPlaces(elements) : withLookedUpPlaces(elements, context);
+}
+
+std::optional<ElementList> GeoNamesParser::withKnownPlaces(const ElementList& elements) const {
+    ElementReplacer replacer(elements);
+    const auto replace = [&](std::size_t from, std::size_t to) {
+        // Inside a name an operator's sign is punctuation; at its ends it is no part of it.
+        std::size_t first = from, last = to - 1;
+        while (first < last && trimmed(elements[first].text()).empty()) ++first;
+        while (last > first && trimmed(elements[last].text()).empty()) --last;
+        if (elements[first].value.has(Attribute::operation) || elements[last].value.has(Attribute::operation))
+            return false;
+        const std::u16string text = elements.attributedText(from, to).compoundString();
+        const std::u16string_view name = trimmed(text);
+        auto zone = name.empty() ? std::nullopt : places_->zoneOf(name);
+        if (!zone) return false;
+        appendPlace(text, name, *std::move(zone), replacer.replace({from, to - from}));
+        return true;
+    };
+    bool timeBefore = false;
+    std::size_t start = 0;  // of what may be a place before "time"
+    for (std::size_t i = 0; i < elements.size(); ++i) {
+        if (isTimeFunction(elements[i])) {
+            for (std::size_t from = std::max(start, i - std::min(i, mostElements)); from < i && !replace(from, i);
+                 ++from) {
+            }
+        } else if (isConversion(elements[i]) && timeBefore) {
+            std::size_t to = i + 1;
+            while (to < elements.size() && to - i <= mostElements && mayBeOfPlace(elements[to])) ++to;
+            while (to > i + 1 && !replace(i + 1, to)) --to;
+            if (to > i + 1) {
+                start = to;
+                i = to - 1;
+            }
+        }
+        timeBefore = timeBefore || isOfTime(elements[i]);
+        if (!mayBeOfPlace(elements[i])) start = i + 1;
+    }
+    return replacer.finished();
+}
+
+std::optional<ElementList> GeoNamesParser::withLookedUpPlaces(const ElementList& elements, Context& context) const {
+    ElementReplacer replacer(elements);
+    for (const Match& match : matcher_.occurrences(elements)) {
+        const std::size_t place = match.group(u"text")->location;
+        const std::u16string& text = elements[place].text();
+        const std::u16string_view name = trimmed(text);
+        const std::u16string key = geoNameKey(name);
+        context.addDependencyOn(key, std::nullopt, Value());
+        const auto* zone = context.get<std::u16string>(key);
+        if (!zone) return reducedTo(errorValue(), elements);
+        appendPlace(text, name, *zone, replacer.replace({place, 1}));
+    }
+    return replacer.finished();
+}
+
+}  // namespace vemo

@@ -1,0 +1,268 @@
+// SPDX-License-Identifier: MIT
+#include "records/line_result.h"
+
+#include <algorithm>
+
+namespace vemo {
+
+namespace {
+
+constexpr std::uint32_t runTypeBits = 4;
+
+// How a result text is there.
+enum class Presence : char16_t { absent, present, sameAsRegular };
+
+// Numbers take two units, texts their length and their units.
+class Writer {
+public:
+    std::u16string_view block() const { return block_; }
+
+    void units(std::u16string_view text) { block_ += text; }
+    void hash(std::size_t hash) {
+        number(hash & 0xffffffff);
+        number(hash >> 32);
+    }
+    void number(std::size_t number) {
+        block_ += static_cast<char16_t>(number & 0xffff);
+        block_ += static_cast<char16_t>(number >> 16);
+    }
+    void text(std::u16string_view text) {
+        number(text.size());
+        units(text);
+    }
+    void texts(const std::vector<std::u16string>& texts) {
+        number(texts.size());
+        for (const std::u16string& each : texts) text(each);
+    }
+    void runs(const AttributedText& text) {
+        number(text.elementsCount());
+        for (const AttributedText::Run& run : text.runs())
+            number(std::size_t{run.length} << runTypeBits | static_cast<std::size_t>(run.type));
+    }
+    void formatted(const FormattedValue& formatted) {
+        for (const auto* result : {&formatted.regular, &formatted.shortText}) {
+            if (!*result) {
+                presence(Presence::absent);
+            } else if (result != &formatted.regular && *result == formatted.regular) {
+                presence(Presence::sameAsRegular);
+            } else {
+                presence(Presence::present);
+                text(**result);
+            }
+        }
+    }
+
+private:
+    void presence(Presence presence) { block_ += static_cast<char16_t>(presence); }
+
+    std::u16string block_;
+};
+
+}  // namespace
+
+// Reads what stands behind the line, in the order in which it was written.
+class LineResult::Reader {
+public:
+    explicit Reader(const LineResult& result) : at_(result.texts() + result.textLength_) {}
+    static Reader atLog(const LineResult& result) {
+        Reader reader(result);
+        reader.absentKeys([](std::u16string_view, std::size_t) { return true; });
+        return reader;
+    }
+    static Reader atRuns(const LineResult& result) {
+        Reader reader = atLog(result);
+        reader.text();
+        return reader;
+    }
+
+    // With their hashes; stops when `visit` returns false, which is given back.
+    template <class Visit>
+    bool absentKeys(Visit&& visit) {
+        for (std::size_t count = number(); count > 0; --count) {
+            const std::size_t hash = number() | number() << 32;
+            if (!visit(text(), hash)) return false;
+        }
+        return true;
+    }
+
+    std::size_t number() {
+        const std::size_t low = *at_++;
+        return low | static_cast<std::size_t>(*at_++) << 16;
+    }
+    std::u16string_view text() {
+        const std::size_t length = number();
+        const std::u16string_view text(at_, length);
+        at_ += length;
+        return text;
+    }
+    std::vector<std::u16string> texts() {
+        std::vector<std::u16string> result(number());
+        for (std::u16string& each : result) each = text();
+        return result;
+    }
+    AttributedText runs(std::u16string_view line) {
+        AttributedText result;
+        const std::size_t count = number();
+        result.reserve(line.size(), count);
+        for (std::size_t i = 0; i < count; ++i) {
+            const std::size_t packed = number();
+            const std::size_t length = packed >> runTypeBits;
+            result.append(
+                AttributedText(line.substr(0, length), static_cast<RunType>(packed & ((1u << runTypeBits) - 1))));
+            line.remove_prefix(length);
+        }
+        return result;
+    }
+    FormattedValue formatted() {
+        FormattedValue result;
+        for (auto* text : {&result.regular, &result.shortText}) {
+            switch (static_cast<Presence>(*at_++)) {
+                case Presence::absent:
+                    break;
+                case Presence::present:
+                    *text = this->text();
+                    break;
+                case Presence::sameAsRegular:
+                    *text = result.regular;
+                    break;
+            }
+        }
+        return result;
+    }
+
+private:
+    const char16_t* at_;
+};
+
+// Allocates one object together with that many bytes behind it.
+template <class T>
+class LineResult::SpaceBehind {
+public:
+    using value_type = T;
+
+    explicit SpaceBehind(std::size_t bytes) : bytes_(bytes) {}
+    template <class U>
+    SpaceBehind(const SpaceBehind<U>& other) : bytes_(other.bytes()) {}
+
+    std::size_t bytes() const { return bytes_; }
+    T* allocate(std::size_t count) { return static_cast<T*>(::operator new(count * sizeof(T) + bytes_)); }
+    void deallocate(T* address, std::size_t) { ::operator delete(address); }
+    friend bool operator==(const SpaceBehind&, const SpaceBehind&) { return true; }
+
+private:
+    std::size_t bytes_;
+};
+
+LineResultPointer LineResult::make(Value value, const ContextMap& updates, const ContextMap& dependencies,
+                                   const AttributedText& text, const FormattedValue& formatted,
+                                   const QuickTypeData& quickType, std::u16string_view extensionsLog) {
+    std::vector<EntryPointer> written;
+    updates.all([&](const auto& entry) {
+        written.emplace_back(&entry);
+        return true;
+    });
+    std::vector<EntryPointer> seen;
+    std::vector<const ContextMap::Entry*> absent;
+    dependencies.all([&](const auto& entry) {
+        if (entry.value().isEmptyValue())
+            absent.push_back(&entry);
+        else
+            seen.emplace_back(&entry);
+        return true;
+    });
+    Writer writer;
+    writer.units(text.compoundString());
+    writer.number(absent.size());
+    for (const auto* entry : absent) {
+        writer.hash(entry->hash());
+        writer.text(entry->key());
+    }
+    writer.text(extensionsLog);
+    writer.runs(text);
+    writer.formatted(formatted);
+    writer.texts(quickType.tokens);
+    writer.texts(quickType.expressions);
+    const std::size_t behind =
+        (written.size() + seen.size()) * sizeof(EntryPointer) + writer.block().size() * sizeof(char16_t);
+    return std::allocate_shared<LineResult>(SpaceBehind<LineResult>(behind), Key(), std::move(value),
+                                            text.compoundString().size(), written, seen, writer.block());
+}
+
+LineResult::LineResult(Key, Value value, std::size_t textLength, std::span<EntryPointer> updates,
+                       std::span<EntryPointer> seen, std::u16string_view texts)
+    : textLength_(static_cast<std::uint32_t>(textLength)),
+      updateCount_(static_cast<std::uint32_t>(updates.size())),
+      seenCount_(static_cast<std::uint32_t>(seen.size())),
+      value_(std::move(value)) {
+    auto* entries = const_cast<EntryPointer*>(this->entries());
+    entries = std::uninitialized_move(updates.begin(), updates.end(), entries);
+    std::uninitialized_move(seen.begin(), seen.end(), entries);
+    std::copy(texts.begin(), texts.end(), const_cast<char16_t*>(this->texts()));
+}
+
+LineResult::~LineResult() {
+    for (const EntryPointer& entry : updates()) entry.~EntryPointer();
+    for (const EntryPointer& entry : seen()) entry.~EntryPointer();
+}
+
+bool LineResult::holdsIn(const Context& context) const {
+    const ContextMap& data = context.data();
+    // What it saw first: where that has changed, the rest need not be read.
+    return std::ranges::all_of(seen(),
+                               [&](const EntryPointer& entry) {
+                                   const IsEquatable* present = data.find(entry->key(), entry->hash());
+                                   return present && present->isEqual(entry->value());
+                               }) &&
+           Reader(*this).absentKeys([&](std::u16string_view key, std::size_t hash) {
+               const IsEquatable* present = data.find(key, hash);
+               return !present || present->isEmptyValue();
+           });
+}
+
+void LineResult::addDependenciesTo(ContextMap& dependencies) const {
+    absentKeys([&](std::u16string_view key) { dependencies.set(key, Value()); });
+    for (const EntryPointer& entry : seen()) dependencies.setShared(*entry);
+}
+
+void LineResult::absentKeys(FunctionRef<void(std::u16string_view)> visit) const {
+    Reader(*this).absentKeys([&](std::u16string_view key, std::size_t) {
+        visit(key);
+        return true;
+    });
+}
+
+void LineResult::prefetchParts(const ContextMap& data) const {
+    constexpr std::size_t key = 32;  // the beginning of it
+    for (std::size_t i = 0; i < updateCount_ + seenCount_; ++i)
+        prefetch(entries()[i].get(), sizeof(ContextMap::Entry) + key);
+    Reader(*this).absentKeys([&](std::u16string_view, std::size_t hash) {
+        data.prefetchPlace(hash);
+        return true;
+    });
+}
+
+AttributedText LineResult::attributedText() const {
+    return Reader::atRuns(*this).runs(text());
+}
+
+FormattedValue LineResult::formattedValue() const {
+    Reader reader = Reader::atRuns(*this);
+    reader.runs(text());
+    return reader.formatted();
+}
+
+QuickTypeData LineResult::quickTypeData() const {
+    Reader reader = Reader::atRuns(*this);
+    reader.runs(text());
+    reader.formatted();
+    QuickTypeData data;
+    data.tokens = reader.texts();
+    data.expressions = reader.texts();
+    return data;
+}
+
+std::u16string_view LineResult::extensionsLog() const {
+    return Reader::atLog(*this).text();
+}
+
+}  // namespace vemo

@@ -1,0 +1,75 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <memory>
+#include <span>
+#include <string_view>
+
+#include "base/function_ref.h"
+#include "records/context_map.h"
+
+namespace vemo {
+
+class LineResult;
+using LineResultPointer = std::shared_ptr<const LineResult>;
+
+// What one line gave. Documents keep one for every line, and look at all of them when one changes: so each is one block
+// of memory. The object is followed by the entries it refers to and by its texts.
+class LineResult {
+    class Key {};  // for `make` alone
+
+public:
+    using EntryPointer = ContextMap::EntryPointer;
+
+    // `dependencies` are the entries that the line read, with what it saw.
+    static LineResultPointer make(Value value, const ContextMap& updates, const ContextMap& dependencies,
+                                  const AttributedText& text, const FormattedValue& formatted,
+                                  const QuickTypeData& quickType, std::u16string_view extensionsLog);
+    LineResult(Key, Value value, std::size_t textLength, std::span<EntryPointer> updates, std::span<EntryPointer> seen,
+               std::u16string_view texts);
+    LineResult(const LineResult&) = delete;
+    LineResult& operator=(const LineResult&) = delete;
+    ~LineResult();
+
+    const Value& value() const { return value_; }  // without attributes when the line yields nothing
+
+    // The entries it set; those it saw; and the keys under which it saw none.
+    std::span<const EntryPointer> updates() const { return {entries(), updateCount_}; }
+    std::span<const EntryPointer> seen() const { return {entries() + updateCount_, seenCount_}; }
+    void absentKeys(FunctionRef<void(std::u16string_view)> visit) const;
+
+    // True when the line would read the same there: what it saw must be unchanged, and what was absent still be so.
+    bool holdsIn(const Context& context) const;
+    void addDependenciesTo(ContextMap& dependencies) const;
+
+    std::u16string_view text() const { return {texts(), textLength_}; }
+    AttributedText attributedText() const;
+    FormattedValue formattedValue() const;
+    QuickTypeData quickTypeData() const;
+    std::u16string_view extensionsLog() const;
+
+    // For a look at the result, and at `data` for it, soon: two steps, the second some time after the first.
+    void prefetchResult() const {
+        constexpr std::size_t counters = 16;  // of the shared pointer, in front
+        constexpr std::size_t usual = 256;    // size of all
+        prefetch(reinterpret_cast<const char*>(this) - counters, usual);
+    }
+    void prefetchParts(const ContextMap& data) const;
+
+private:
+    class Reader;
+    template <class T>
+    class SpaceBehind;
+
+    const EntryPointer* entries() const { return reinterpret_cast<const EntryPointer*>(this + 1); }
+    const char16_t* texts() const { return reinterpret_cast<const char16_t*>(entries() + updateCount_ + seenCount_); }
+
+    std::uint32_t textLength_;
+    std::uint32_t updateCount_;
+    std::uint32_t seenCount_;
+    Value value_;
+    // Behind: updates, entries seen, and in UTF-16 units the line, the absent keys, log, runs, results, tokens and
+    // expressions.
+};
+
+}  // namespace vemo

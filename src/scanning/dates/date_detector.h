@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <memory>
+#include <string_view>
+#include <vector>
+
+#include "platform/calendar_names.h"
+#include "platform/time_zones.h"
+#include "scanning/dates/date_vocabulary.h"
+
+namespace vemo {
+
+// What a detected instant would change with.
+enum class DateBasis { fixed, today, now };
+
+struct DetectedDate {
+    TextRange range;
+    Date instant;
+    DateBasis basis;
+
+    friend bool operator==(const DetectedDate&, const DetectedDate&) = default;
+};
+
+// Finds dates and clock times in free text, in any case: "March 4, 2027", "next friday at 5pm", "10:30 EST".
+//
+// A date without a time is noon, a time without a date is today, a date without a year is of the current year. A
+// weekday is today or the next such day, with "next" never today, with "last" the latest one before today. "3/4/2027"
+// is read in the order of the locale; two digits of a year are 1969 to 2068. Two numbers are never a date ("3/4"),
+// neither are words that only may be one ("may", "sat") nor today, tomorrow and yesterday by themselves. Days and times
+// that do not exist are left out. A hyphen in dates such as "2027-03-04" may come masked as "*".
+//
+// Immutable; finding is safe from several threads.
+class DateDetector {
+public:
+    // Names and phrases of `language`, with the names of `locale` and the English ones behind.
+    DateDetector(const Localizer& localizer, std::string_view language, std::string_view locale);
+
+    // A quick look that tells most texts without a date.
+    bool mayDetect(std::u16string_view text) const;
+    // In text order, not overlapping; `zone` is the local one.
+    std::vector<DetectedDate> detect(std::u16string_view text, Date now, const TimeZoneRules& zone) const;
+
+    // "2027/3/4" is how the locale writes dates.
+    bool writesYearFirst() const { return order_ == DateOrder::yearMonthDay; }
+
+private:
+    DateVocabulary vocabulary_;
+    DateOrder order_;
+};
+
+}  // namespace vemo
