@@ -59,7 +59,7 @@ int main(int argc, char** argv) {
     if (failed) return 1;
 
     std::ofstream out(argv[2]);
-    out << "#include \"scanning/compiled_tables.h\"\n\nnamespace vemo {\n\nnamespace {\n";
+    out << "#include \"scanning/words/compiled_tables.h\"\n\nnamespace vemo {\n\nnamespace {\n";
     std::size_t index = 0;
     for (const auto& [name, table] : tables) {
         out << "\n// " << name.first << '/' << name.second << "\nconstexpr CompiledEntry entries" << index++

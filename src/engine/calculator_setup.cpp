@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "engine/calculator.h"
+#include "evaluation/function_expression_evaluator.h"
 #include "evaluation/geo_names_parser.h"
 #include "evaluation/operator_catalogue.h"
 #include "evaluation/quantity_evaluators.h"

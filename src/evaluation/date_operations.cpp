@@ -3,8 +3,8 @@
 
 #include <cmath>
 
+#include "functions/date_values.h"
 #include "platform/time_zones.h"
-#include "records/context_map.h"
 #include "units/time_units.h"
 #include "units/unit_converter.h"
 
@@ -28,23 +28,6 @@ Value shifted(Date date, const DecimalNumber& seconds) {
 }
 
 }  // namespace
-
-Value dateValue(Date instant) {
-    return Value(instant).with(u"date", Attribute::unit);
-}
-
-std::optional<Value> movedToTimeZone(const Value& dateTime, const TimeZone& target, Context& context) {
-    const auto date = dateTime.date();
-    const TimeZone* source = dateTime.timeZone();
-    if (!date || !source) return std::nullopt;
-    const auto from = TimeZoneRules::find(source->identifier);
-    const auto to = TimeZoneRules::find(target.identifier);
-    if (!from || !to) return std::nullopt;
-    context.addDependencyOn(context_keys::currentTime, std::nullopt, Value());
-    const Date* current = context.get<Date>(context_keys::currentTime);
-    const Date now = current ? *current : *date;
-    return dateValue(*date + Seconds(to->offsetAt(now) - from->offsetAt(now))).with(target);
-}
 
 std::optional<Value> DateAndDecimalAdditionOperation::calculate(const Value& left, const Value& right,
                                                                 Context& context) const {

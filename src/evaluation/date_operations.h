@@ -1,19 +1,11 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "evaluation/operator_collection.h"
+#include "evaluation/operation_collection.h"
 
 namespace vemo {
 
 class UnitConverter;
-
-// A date-time value. Its instant is arranged so that the local time zone shows on it the time that the clocks of its
-// own zone show: moving it to another zone shifts the instant.
-Value dateValue(Date instant);
-
-// A date-time moved from its time zone to another, by the difference of their offsets at the current time of the
-// context. Nothing when the value has no date or no zone, or when a zone is unknown.
-std::optional<Value> movedToTimeZone(const Value& dateTime, const TimeZone& target, Context& context);
 
 // Date plus or minus a duration: a plain shift by whole seconds, without regard to clock changes. The result has no
 // time zone, and is not-a-number where it lies outside the years of the calendar. Anything that is no duration is

@@ -38,9 +38,6 @@ public:
                                                 const EvaluationContext& evaluationContext) const = 0;
 };
 
-// A list of one element that stands for the whole list and carries the value.
-ElementList reducedTo(const Value& value, const ElementList& elements);
-
 // What a part of a line that makes no sense, such as unbalanced brackets, stands for.
 inline Value errorValue() {
     return Value(Attribute::error, u"");

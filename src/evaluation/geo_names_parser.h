@@ -2,8 +2,8 @@
 #pragma once
 
 #include "evaluation/evaluator.h"
+#include "evaluation/places.h"
 #include "matching/domain_matchers.h"
-#include "online/place_names.h"
 
 namespace vemo {
 
@@ -13,7 +13,7 @@ namespace vemo {
 class GeoNamesParser : public Evaluator {
 public:
     // Null to ask a server.
-    explicit GeoNamesParser(const PlaceNames* places) : places_(places), matcher_(geoNameSequenceMatcher()) {}
+    explicit GeoNamesParser(const Places* places) : places_(places), matcher_(geoNameSequenceMatcher()) {}
     std::u16string_view name() const override { return u"GeoNamesParser"; }
     std::optional<ElementList> evaluate(const ElementList&, Context&, const EvaluationContext&) const override;
 
@@ -21,7 +21,7 @@ private:
     std::optional<ElementList> withKnownPlaces(const ElementList& elements) const;
     std::optional<ElementList> withLookedUpPlaces(const ElementList& elements, Context& context) const;
 
-    const PlaceNames* places_;
+    const Places* places_;
     FinderMatcher matcher_;
 };
 

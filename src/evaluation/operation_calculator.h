@@ -4,13 +4,15 @@
 #include <optional>
 #include <vector>
 
+#include "evaluation/operation_collection.h"
 #include "evaluation/operator_collection.h"
+#include "functions/reduction.h"
 
 namespace vemo {
 
 // Reduces operands and the operators between them to one value: the highest priority first, from the
 // left among equals, each operator by the first of its operations that accepts the operands.
-class OperationCalculator {
+class OperationCalculator : public Reduction {
 public:
     OperationCalculator(const OperatorCollection& operators, const OperationCollection& operations)
         : operatorCollection_(operators), operationCollection_(operations) {}
@@ -21,7 +23,7 @@ public:
 
     // Two operands and one operator id.
     std::optional<Value> apply(std::u16string_view operatorId, const Value& left, const Value& right,
-                               Context& context) const;
+                               Context& context) const override;
 
 private:
     int priority(const Value& op) const;

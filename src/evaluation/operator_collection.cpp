@@ -32,14 +32,4 @@ int OperatorCollection::priority(std::u16string_view id) const {
     return found == operatorById_.end() ? 0 : found->second->priority;
 }
 
-void OperationCollection::add(std::u16string_view operatorId, std::shared_ptr<const Operation> operation,
-                              std::int64_t priority) {
-    operations_[std::u16string(operatorId)].add(std::move(operation), priority);
-}
-
-const OperationList& OperationCollection::operations(std::u16string_view operatorId) const {
-    const auto found = operations_.find(operatorId);
-    return found == operations_.end() ? none_ : found->second;
-}
-
 }  // namespace vemo

@@ -7,10 +7,8 @@
 #include <vector>
 
 #include "base/cache.h"
-#include "base/sorted_list.h"
-#include "quicktype/quick_type_collector.h"
+#include "scanning/words/completion_collector.h"
 #include "scanning/words/phrase_detector.h"
-#include "vemo/context.h"
 
 namespace vemo {
 
@@ -25,7 +23,7 @@ struct Operator {
 class OperatorCollection {
 public:
     // Phrases are offered as completions to `hints`, unless it is null.
-    explicit OperatorCollection(StringRangeDetector& stringRangeDetector, QuickTypeCollector* hints = nullptr)
+    explicit OperatorCollection(StringRangeDetector& stringRangeDetector, CompletionCollector* hints = nullptr)
         : phraseDetector_(stringRangeDetector), hints_(hints) {}
 
     void add(Operator op);
@@ -39,31 +37,10 @@ public:
 
 private:
     PhraseDetector<std::u16string> phraseDetector_;
-    QuickTypeCollector* hints_;
+    CompletionCollector* hints_;
     std::vector<std::shared_ptr<const Operator>> operators_;
     TextMap<std::shared_ptr<const Operator>> operatorById_;
     TextMap<std::shared_ptr<const Operator>> operatorBySymbol_;
-};
-
-// An operator's meaning for one kind of operands.
-class Operation {
-public:
-    virtual ~Operation() = default;
-    // Nothing when the operation is not for these operands.
-    virtual std::optional<Value> calculate(const Value& left, const Value& right, Context& context) const = 0;
-};
-
-using OperationList = SortedList<std::shared_ptr<const Operation>>;
-
-// The operations of each operator, in the order in which they are tried.
-class OperationCollection {
-public:
-    void add(std::u16string_view operatorId, std::shared_ptr<const Operation> operation, std::int64_t priority = 100);
-    const OperationList& operations(std::u16string_view operatorId) const;
-
-private:
-    TextMap<OperationList> operations_;
-    OperationList none_;
 };
 
 }  // namespace vemo

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "evaluation/operator_collection.h"
+#include "evaluation/operation_collection.h"
 
 namespace vemo {
 

@@ -26,51 +26,6 @@ ElementList bracketed(const ElementList& inside, const Element& opening, const E
 
 }  // namespace
 
-ElementList reducedTo(const Value& value, const ElementList& elements) {
-    return ElementList({makeElement(value, elements.attributedText())});
-}
-
-ElementList& ElementReplacer::replace(const ElementRange& range) {
-    if (!changed_) result_.reserve(elements_.size());
-    takeUpTo(range.location);
-    taken_ = range.end();
-    changed_ = true;
-    return result_;
-}
-
-std::optional<ElementList> ElementReplacer::finished() {
-    if (!changed_) return std::nullopt;
-    takeUpTo(elements_.size());
-    return std::move(result_);
-}
-
-void ElementReplacer::takeUpTo(std::size_t end) {
-    for (; taken_ < end; ++taken_) result_.append(elements_.pointers()[taken_]);
-}
-
-std::optional<ElementList> replacingMatches(const ElementList& elements, const FinderMatcher& matcher,
-                                            FunctionRef<std::optional<Value>(const Match&)> reduce) {
-    ElementReplacer replacer(elements);
-    for (const Match& match : matcher.occurrences(elements)) {
-        if (const auto value = reduce(match))
-            replacer.replace(match.range)
-                .append(makeElement(*value, elements.attributedText(match.range.location, match.range.end())));
-    }
-    return replacer.finished();
-}
-
-std::optional<Value> foldGroup(const ElementList& elements, const Match& match, std::u16string_view group,
-                               std::u16string_view operatorId, const OperationCalculator& calculator,
-                               Context& context) {
-    std::optional<Value> result;
-    for (const ElementRange& range : match.groups(group)) {
-        const Value& value = elements[range.location].value;
-        result = result ? calculator.apply(operatorId, *result, value, context) : value;
-        if (!result) return std::nullopt;
-    }
-    return result;
-}
-
 std::optional<ElementList> EmptyDependenciesEvaluator::evaluate(const ElementList& elements, Context& context,
                                                                 const EvaluationContext&) const {
     const std::u16string text = elements.text();

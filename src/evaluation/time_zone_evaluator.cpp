@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "evaluation/time_zone_evaluator.h"
 
-#include "evaluation/date_operations.h"
+#include "functions/date_values.h"
 
 namespace vemo {
 

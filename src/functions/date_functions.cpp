@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "functions/date_functions.h"
 
-#include "evaluation/date_operations.h"
+#include "functions/date_values.h"
 #include "platform/time_zones.h"
 #include "records/context_map.h"
 

@@ -3,6 +3,7 @@
 
 #include "decimal/decimal_math.h"
 #include "functions/date_functions.h"
+#include "functions/function_manager.h"
 #include "functions/line_aggregates.h"
 #include "functions/mathematical_functions.h"
 #include "scanning/words/localizer.h"
@@ -20,8 +21,8 @@ struct FunctionRow {
 
 }  // namespace
 
-void registerFunctions(FunctionManager& functions, const Localizer& localizer,
-                       const OperationCalculator& operationCalculator, const UnitConverter& unitConverter) {
+void registerFunctions(FunctionManager& functions, const Localizer& localizer, const Reduction& reduction,
+                       const UnitConverter& unitConverter) {
     using namespace formulas;
     const FunctionRow rows[] = {
         {u"sqrt", u"sqrt.variants", u"Operations", unaryFunction(squareRoot)},
@@ -43,8 +44,8 @@ void registerFunctions(FunctionManager& functions, const Localizer& localizer,
         {u"round", u"round", u"", unaryFunction([](const DecimalNumber& x) { return x.round(0); })},
         {u"ceil", u"ceil", u"", unaryFunction(ceiling)},
         {u"floor", u"floor", u"", unaryFunction(formulas::floor)},
-        {u"sum", u"sum.variants", u"Operations", sumToken(operationCalculator)},
-        {u"avg", u"avg.variants", u"Operations", avgToken(operationCalculator)},
+        {u"sum", u"sum.variants", u"Operations", sumToken(reduction)},
+        {u"avg", u"avg.variants", u"Operations", avgToken(reduction)},
         {u"prev", u"prev.variants", u"Operations", prevToken()},
         {u"today", u"today.variants", u"Dates", todayFunction()},
         {u"yesterday", u"yesterday.variants", u"Dates", yesterdayFunction()},

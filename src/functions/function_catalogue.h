@@ -5,11 +5,11 @@ namespace vemo {
 
 class FunctionManager;
 class Localizer;
-class OperationCalculator;
+class Reduction;
 class UnitConverter;
 
 // Registers the built-in functions.
-void registerFunctions(FunctionManager& functions, const Localizer& localizer,
-                       const OperationCalculator& operationCalculator, const UnitConverter& unitConverter);
+void registerFunctions(FunctionManager& functions, const Localizer& localizer, const Reduction& reduction,
+                       const UnitConverter& unitConverter);
 
 }  // namespace vemo

@@ -23,17 +23,4 @@ const Function* FunctionManager::function(std::u16string_view id) const {
     return found == evaluators_.end() ? nullptr : found->second.get();
 }
 
-std::optional<ElementList> FunctionExpressionEvaluator::evaluate(const ElementList& elements, Context& context,
-                                                                 const EvaluationContext&) const {
-    if (!elements.anyHas(Attribute::function)) return std::nullopt;
-    return replacingMatches(elements, functionExpressionMatcher_, [&](const Match& match) -> std::optional<Value> {
-        const auto id = elements[match.group(u"function")->location].value.string(Attribute::function);
-        const Function* function = functionManager_.function(*id);
-        if (!function) return std::nullopt;
-        std::vector<Value> values;
-        for (const ElementRange& range : match.groups(u"values")) values.push_back(elements[range.location].value);
-        return function->evaluate(values, context);
-    });
-}
-
 }  // namespace vemo

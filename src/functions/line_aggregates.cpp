@@ -25,7 +25,7 @@ struct BlockTotal {
 // Totals blocks of results.
 class BlockAdder {
 public:
-    explicit BlockAdder(const OperationCalculator& calculator) : calculator_(calculator) {}
+    explicit BlockAdder(const Reduction& reduction) : reduction_(reduction) {}
 
     // Nothing for an empty block, or when its values can't be added.
     std::optional<BlockTotal> add(const ValuesList& results, Context& context) {
@@ -42,7 +42,7 @@ public:
         }
         for (; !values.empty(); values.pop_back(), ++block.count) {
             const auto sum =
-                block.count == 0 ? *values.back() : calculator_.apply(u"+", block.total, *values.back(), adding);
+                block.count == 0 ? *values.back() : reduction_.apply(u"+", block.total, *values.back(), adding);
             if (!sum) break;
             block.total = *sum;
         }
@@ -63,7 +63,7 @@ private:
         });
     }
 
-    const OperationCalculator& calculator_;
+    const Reduction& reduction_;
     ValuesList latest_;
     BlockTotal total_;
     ContextMap dependencies_;
@@ -71,7 +71,7 @@ private:
 
 class SumToken : public Function {
 public:
-    explicit SumToken(const OperationCalculator& calculator) : adder_(calculator) {}
+    explicit SumToken(const Reduction& reduction) : adder_(reduction) {}
 
     std::optional<Value> evaluate(const std::vector<Value>&, Context& context) const override {
         const ValuesList* results = previousResults(context);
@@ -85,17 +85,17 @@ private:
 
 class AvgToken : public Function {
 public:
-    explicit AvgToken(const OperationCalculator& calculator) : calculator_(calculator), adder_(calculator) {}
+    explicit AvgToken(const Reduction& reduction) : reduction_(reduction), adder_(reduction) {}
 
     std::optional<Value> evaluate(const std::vector<Value>&, Context& context) const override {
         const ValuesList* results = previousResults(context);
         const auto block = results ? adder_.add(*results, context) : std::nullopt;
         if (!block) return std::nullopt;
-        return calculator_.apply(u"/", block->total, Value(DecimalNumber::fromUInt64(block->count)), context);
+        return reduction_.apply(u"/", block->total, Value(DecimalNumber::fromUInt64(block->count)), context);
     }
 
 private:
-    const OperationCalculator& calculator_;
+    const Reduction& reduction_;
     mutable BlockAdder adder_;
 };
 
@@ -110,12 +110,12 @@ public:
 
 }  // namespace
 
-std::shared_ptr<const Function> sumToken(const OperationCalculator& operationCalculator) {
-    return std::make_shared<SumToken>(operationCalculator);
+std::shared_ptr<const Function> sumToken(const Reduction& reduction) {
+    return std::make_shared<SumToken>(reduction);
 }
 
-std::shared_ptr<const Function> avgToken(const OperationCalculator& operationCalculator) {
-    return std::make_shared<AvgToken>(operationCalculator);
+std::shared_ptr<const Function> avgToken(const Reduction& reduction) {
+    return std::make_shared<AvgToken>(reduction);
 }
 
 std::shared_ptr<const Function> prevToken() {

@@ -3,7 +3,7 @@
 
 #include <memory>
 
-#include "functions/function_manager.h"
+#include "functions/function.h"
 
 namespace vemo {
 

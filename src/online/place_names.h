@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "base/cache.h"
+#include "evaluation/places.h"
 
 namespace vemo {
 
@@ -15,14 +16,14 @@ class Localizer;
 // The time zones of places, without a network: the cities that ICU names zones for, in the user's language and in
 // English, countries with a single zone, zone identifiers, and the cities of the table "Places". Built at the first
 // look-up, which takes some milliseconds. Thread-safe.
-class PlaceNames {
+class PlaceNames : public Places {
 public:
     // `localizer` must outlive this.
     PlaceNames(const Localizer& localizer, std::string language)
         : localizer_(localizer), language_(std::move(language)) {}
 
     // The IANA identifier for a name in any case, with or without its accents and punctuation.
-    std::optional<std::u16string> zoneOf(std::u16string_view place) const;
+    std::optional<std::u16string> zoneOf(std::u16string_view place) const override;
 
 private:
     void build() const;

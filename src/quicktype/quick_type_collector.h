@@ -8,18 +8,18 @@
 #include <string_view>
 #include <vector>
 
+#include "scanning/words/completion_collector.h"
 #include "vemo/quick_type.h"
 
 namespace vemo {
 
 // Gathers the vocabulary while the catalogues are filled, at the cost of a copy: phrases are cut up and cased only
 // when somebody asks. A later hint with the same string is meant to take the place of an earlier one.
-class QuickTypeCollector {
+class QuickTypeCollector : public CompletionCollector {
 public:
-    void add(std::u16string_view text, int weight) { append(text, weight, Form::verbatim); }
-    void addLowercased(std::u16string_view text, int weight) { append(text, weight, Form::lowercased); }
-    // Every word between white space, in lower case.
-    void addWords(std::u16string_view phrase, int weight) { append(phrase, weight, Form::words); }
+    void add(std::u16string_view text, int weight) override { append(text, weight, Form::verbatim); }
+    void addLowercased(std::u16string_view text, int weight) override { append(text, weight, Form::lowercased); }
+    void addWords(std::u16string_view phrase, int weight) override { append(phrase, weight, Form::words); }
 
     // In the order of their coming.
     void enumerate(const std::function<void(std::u16string_view, int)>& visit) const;

@@ -36,13 +36,13 @@ constexpr int firstWeight = 20;
 constexpr int secondWeight = 15;
 constexpr int codeWeight = 10;
 
-void offerMajorCodes(QuickTypeCollector& hints) {
+void offerMajorCodes(CompletionCollector& hints) {
     for (const std::u16string_view code : first) hints.add(code, firstWeight);
     for (const std::u16string_view code : second) hints.add(code, secondWeight);
 }
 
 // The code and the words of its names, which follow the code among the phrases.
-void offer(const Unit& unit, QuickTypeCollector& hints) {
+void offer(const Unit& unit, CompletionCollector& hints) {
     hints.add(unit.id, codeWeight);
     for (std::size_t i = 1; i < unit.phrases.size(); ++i) hints.addWords(unit.phrases[i], 0);
 }

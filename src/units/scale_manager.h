@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "quicktype/quick_type_collector.h"
+#include "scanning/words/completion_collector.h"
 #include "scanning/words/phrase_detector.h"
 
 namespace vemo {
@@ -21,7 +21,7 @@ struct Scale {
 class ScaleManager {
 public:
     // Phrases are offered as completions to `hints`, unless it is null.
-    explicit ScaleManager(StringRangeDetector& stringRangeDetector, QuickTypeCollector* hints = nullptr)
+    explicit ScaleManager(StringRangeDetector& stringRangeDetector, CompletionCollector* hints = nullptr)
         : phraseDetector_(stringRangeDetector), hints_(hints) {}
 
     // A later scale has the phrases it shares with an earlier one, and replaces one with the same id.
@@ -31,7 +31,7 @@ public:
 
 private:
     PhraseDetector<std::u16string> phraseDetector_;
-    QuickTypeCollector* hints_;
+    CompletionCollector* hints_;
     TextMap<Scale> scales_;
 };
 

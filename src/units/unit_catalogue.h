@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "quicktype/quick_type_collector.h"
+#include "scanning/words/completion_collector.h"
 #include "units/unit_converter.h"
 #include "units/unit_manager.h"
 
@@ -18,7 +18,7 @@ using Log = std::function<void(std::string_view)>;
 // Where the catalogue's units go.
 class UnitRegistry {
 public:
-    UnitRegistry(UnitManager& manager, UnitConverter& converter, QuickTypeCollector* hints = nullptr)
+    UnitRegistry(UnitManager& manager, UnitConverter& converter, CompletionCollector* hints = nullptr)
         : manager_(manager), converter_(converter), hints_(hints) {}
     virtual ~UnitRegistry() = default;
     // With `addHints`, symbols and the words of phrases are offered as completions.
@@ -26,12 +26,12 @@ public:
     UnitManager& manager() const { return manager_; }
     UnitConverter& converter() const { return converter_; }
     // Null when nobody wants any.
-    QuickTypeCollector* hints() const { return hints_; }
+    CompletionCollector* hints() const { return hints_; }
 
 private:
     UnitManager& manager_;
     UnitConverter& converter_;
-    QuickTypeCollector* hints_;
+    CompletionCollector* hints_;
 };
 
 // Registers every built-in unit but currencies and the screen measures.

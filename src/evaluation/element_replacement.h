@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "evaluation/operation_calculator.h"
+#include "matching/matcher.h"
+
+namespace vemo {
+
+// A list of one element that stands for the whole list and carries the value.
+ElementList reducedTo(const Value& value, const ElementList& elements);
+
+// A list some of whose elements give way to others, from the left to the right.
+class ElementReplacer {
+public:
+    explicit ElementReplacer(const ElementList& elements) : elements_(elements) {}
+
+    // What stands before the range is taken over; what is appended next stands in its place.
+    ElementList& replace(const ElementRange& range);
+    // Nothing when nothing was replaced.
+    std::optional<ElementList> finished();
+
+private:
+    void takeUpTo(std::size_t end);
+
+    const ElementList& elements_;
+    ElementList result_;
+    std::size_t taken_ = 0;
+    bool changed_ = false;
+};
+
+// The list with each match of a pattern replaced by the element `reduce` makes of it; a match for which it
+// gives nothing stays. Nothing when no match was replaced.
+std::optional<ElementList> replacingMatches(const ElementList& elements, const FinderMatcher& matcher,
+                                            FunctionRef<std::optional<Value>(const Match&)> reduce);
+
+// The values at the start of each range of the group, folded from the left with one operator.
+std::optional<Value> foldGroup(const ElementList& elements, const Match& match, std::u16string_view group,
+                               std::u16string_view operatorId, const OperationCalculator& calculator, Context& context);
+
+}  // namespace vemo

@@ -1,0 +1,23 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "evaluation/evaluator.h"
+#include "functions/function_manager.h"
+#include "matching/domain_matchers.h"
+
+namespace vemo {
+
+// Applies functions to the values behind their names.
+class FunctionExpressionEvaluator : public Evaluator {
+public:
+    explicit FunctionExpressionEvaluator(const FunctionManager& functionManager)
+        : functionManager_(functionManager), functionExpressionMatcher_(functionExpressionMatcher()) {}
+    std::u16string_view name() const override { return u"FunctionExpressionEvaluator"; }
+    std::optional<ElementList> evaluate(const ElementList&, Context&, const EvaluationContext&) const override;
+
+private:
+    const FunctionManager& functionManager_;
+    FinderMatcher functionExpressionMatcher_;
+};
+
+}  // namespace vemo
