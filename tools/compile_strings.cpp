@@ -47,12 +47,12 @@ int main(int argc, char** argv) {
         std::ifstream file(path, std::ios::binary);
         const std::string bytes((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
         auto parsed = vemo::parseStrings(bytes);
-        if (const auto* error = std::get_if<vemo::StringsError>(&parsed)) {
-            std::cerr << path.string() << ':' << error->line << ": " << error->message << '\n';
+        if (!parsed) {
+            std::cerr << path.string() << ':' << parsed.failure().line << ": " << parsed.failure().message << '\n';
             failed = true;
             continue;
         }
-        Table table = std::get<Table>(std::move(parsed));
+        Table table = *std::move(parsed);
         std::sort(table.begin(), table.end(), [](const auto& a, const auto& b) { return a.key < b.key; });
         tables[{path.parent_path().stem().string(), path.stem().string()}] = std::move(table);
     }

@@ -107,12 +107,11 @@ public:
         const auto calculator = worker_ ? worker_->calculator() : nullptr;
         if (!calculator) return "there is no worker yet";
         auto parsed = parseRates(json);
-        if (const auto* problem = std::get_if<std::string>(&parsed)) return *problem;
-        auto& rates = std::get<CurrencyRatesContainer>(parsed);
+        if (!parsed) return parsed.failure().message;
         if (file == VemoEngine::RatesFile::currency)
-            calculator->setCurrencyRates(std::move(rates));
+            calculator->setCurrencyRates(*std::move(parsed));
         else
-            calculator->setCryptoRates(std::move(rates));
+            calculator->setCryptoRates(*std::move(parsed));
         return "";
     }
 

@@ -3,19 +3,11 @@
 
 namespace vemo {
 
-namespace {
-
-// Nothing is typed as often as the conversion word.
-constexpr std::u16string_view conversionId = u"in";
-constexpr int conversionWeight = 20;
-
-}  // namespace
-
 void OperatorCollection::add(Operator op) {
     auto shared = std::make_shared<const Operator>(std::move(op));
     for (const std::u16string& phrase : shared->phrases) {
         phraseDetector_.add(phrase, shared->id, true);
-        if (hints_) hints_->add(phrase, shared->id == conversionId ? conversionWeight : 0);
+        if (hints_) hints_->add(phrase, shared->id == u"in" ? completion_weight::conversion : completion_weight::usual);
     }
     for (const std::u16string& symbol : shared->symbols) operatorBySymbol_.insert_or_assign(symbol, shared);
     operatorById_.insert_or_assign(shared->id, shared);

@@ -3,17 +3,11 @@
 
 namespace vemo {
 
-namespace {
-
-constexpr int hintWeight = 10;
-
-}  // namespace
-
 void FunctionManager::add(std::u16string id, const std::vector<std::u16string>& phrases,
                           std::shared_ptr<const Function> function) {
     for (const std::u16string& phrase : phrases) {
         phraseDetector_.add(phrase, id, true);
-        if (hints_) hints_->addWords(phrase, hintWeight);
+        if (hints_) hints_->addWords(phrase, completion_weight::function);
     }
     evaluators_.insert_or_assign(std::move(id), std::move(function));
 }

@@ -75,12 +75,12 @@ private:
 
 }  // namespace
 
-std::variant<CurrencyRatesContainer, std::string> parseRates(std::string_view json) {
-    if (json.size() > largestFile) return "is larger than 16 MiB";
+Result<CurrencyRatesContainer> parseRates(std::string_view json) {
+    if (json.size() > largestFile) return Failure{"is larger than 16 MiB"};
     RatesHandler handler;
-    if (!nlohmann::json::sax_parse(json, &handler)) return handler.tooMany ? "has too many rates" : "not JSON";
-    if (!handler.found) return "has no object \"rates\"";
-    if (handler.container.rates.empty()) return "has no usable rates";
+    if (!nlohmann::json::sax_parse(json, &handler)) return Failure{handler.tooMany ? "has too many rates" : "not JSON"};
+    if (!handler.found) return Failure{"has no object \"rates\""};
+    if (handler.container.rates.empty()) return Failure{"has no usable rates"};
     return std::move(handler.container);
 }
 

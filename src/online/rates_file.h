@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <string>
 #include <string_view>
-#include <variant>
 
+#include "base/result.h"
 #include "vemo/context.h"
 
 namespace vemo {
@@ -12,6 +11,6 @@ namespace vemo {
 // Reads a file of rates: a JSON object with an object "rates", the amount per US dollar by currency code. Other
 // members are ignored, as are rates that are no number from 10^-12 to 10^15; of two rates for one code the last
 // counts. Or says in a few words what is wrong, also with a file that leaves no rates.
-std::variant<CurrencyRatesContainer, std::string> parseRates(std::string_view json);
+Result<CurrencyRatesContainer> parseRates(std::string_view json);
 
 }  // namespace vemo

@@ -13,8 +13,7 @@ constexpr int loggedRates = 3;
 
 std::string problemOf(std::string_view bytes) {
     const auto rates = parseRates(bytes);
-    const auto* problem = std::get_if<std::string>(&rates);
-    return problem ? *problem : std::string();
+    return rates ? std::string() : rates.failure().message;
 }
 
 }  // namespace
@@ -29,13 +28,12 @@ void CurrencyRatesLoader::start(const std::string& url, Deliver deliver) {
         const auto self = weak.lock();
         if (!self || !bytes) return;
         auto rates = parseRates(*bytes);
-        if (const auto* problem = std::get_if<std::string>(&rates)) {
-            if (self->log_) self->log_("Cached rates are no use: " + *problem);
+        if (!rates) {
+            if (self->log_) self->log_("Cached rates are no use: " + rates.failure().message);
             return;
         }
-        auto& container = std::get<CurrencyRatesContainer>(rates);
-        self->received(container);
-        deliver(std::move(container));
+        self->received(*rates);
+        deliver(*std::move(rates));
     };
     fileLoader_->start(url, handle, interval);
 }

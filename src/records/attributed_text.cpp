@@ -2,20 +2,14 @@
 #include "vemo/attributed_text.h"
 
 #include <algorithm>
-#include <array>
 #include <cassert>
+
+#include "records/run_types.h"
 
 namespace vemo {
 
-namespace {
-
-constexpr std::array<std::u16string_view, 11> codes{u"",    u"var", u"prnth", u"num",   u"cmnt",    u"unit",
-                                                    u"hdr", u"lbl", u"fn",    u"oprtr", u"oprtrsmb"};
-
-}  // namespace
-
 std::u16string_view runTypeCode(RunType type) {
-    return codes[static_cast<std::size_t>(type)];
+    return runTypeCodes[static_cast<std::size_t>(type)];
 }
 
 AttributedText::AttributedText(std::u16string_view text, RunType type) : text_(text) {

@@ -3,11 +3,11 @@
 
 #include <algorithm>
 
+#include "records/run_types.h"
+
 namespace vemo {
 
 namespace {
-
-constexpr std::uint32_t runTypeBits = 4;
 
 // How a result text is there.
 enum class Presence : char16_t { absent, present, sameAsRegular };

@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "records/context_map.h"
+#include "scanning/extraction_priorities.h"
 #include "scanning/words/localizer.h"
 
 namespace vemo {
@@ -38,8 +39,6 @@ bool isWholeDate(std::u16string_view text, bool yearFirst) {
     return isYear(fields[2]) && fields[0].digits <= 2 && fields[1].digits <= 2;
 }
 
-constexpr std::int64_t abovePriority = 30;  // of operator symbols and labels
-
 }  // namespace
 
 DateExtractor::DateExtractor(const Localizer& localizer, std::string_view language, std::string_view locale,
@@ -67,9 +66,8 @@ void DateExtractor::extract(const std::u16string& text, Context& context, std::v
         if (date.basis == DateBasis::today) context.addDependencyOn(context_keys::currentDay, std::nullopt, Value());
         if (date.basis == DateBasis::now) context.addDependencyOn(context_keys::currentTime);
         const bool certain = found.find(u':') != found.npos || isWholeDate(found, detector_.writesYearFirst());
-        const std::int64_t priority = certain ? abovePriority : 0;
         result.push_back(
-            {date.range, priority, 0,
+            {date.range, certain ? priority::certainDate : priority::usual, 0,
              makeElement(Value(date.instant).with(u"date", Attribute::unit), AttributedText(found, RunType::number))});
     }
 }

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cstdlib>
 
+#include "scanning/extraction_priorities.h"
 #include "scanning/string_extractor.h"
 #include "scanning/words/localizer.h"
 
@@ -42,7 +43,7 @@ constexpr struct {
 void DecimalNumberExtractor::extract(const std::u16string& text, Context&, std::vector<Extraction>& result) const {
     const auto add = [&](TextRange range) {
         const std::u16string_view literal = range.in(text);
-        result.push_back({range, 0, 0, numberElement(parser_.decimalNumber(literal), {}, literal)});
+        result.push_back({range, priority::usual, 0, numberElement(parser_.decimalNumber(literal), {}, literal)});
     };
     for (const DecimalLiteral& literal : decimalLiterals(text)) {
         if (literal.whole != literal.digits) add(literal.whole);
@@ -55,7 +56,7 @@ void ScientificNumberExtractor::extract(const std::u16string& text, Context&, st
     static const Regex pattern(uR"(\.? \d++ [\s\d\._,]*+ (?<!\s|,|\.) [Ee] [+-]? \d+)", true);
     if (text.find_first_of(u"eE") == text.npos || !hasDigit(text)) return;
     StringExtractor::extract(
-        text, pattern, 10,
+        text, pattern, priority::prefixedLiteral,
         [&](std::u16string_view literal) {
             const auto number = parser_.decimalNumber(literal);
             return numberElement(number.value_or(DecimalNumber::notANumberValue()), u"sci", literal);
@@ -67,7 +68,7 @@ void HexNumberExtractor::extract(const std::u16string& text, Context&, std::vect
     static const Regex pattern(u"0x([0-9a-fA-F]+)", false);
     if (text.find(u"0x") == text.npos) return;
     StringExtractor::extract(
-        text, pattern, 10,
+        text, pattern, priority::prefixedLiteral,
         [&](std::u16string_view literal) {
             const double value = std::strtod(toUtf8(literal).c_str(), nullptr);
             return numberElement(DecimalNumber::fromDouble(value), u"hex", literal);
@@ -79,7 +80,7 @@ void BinaryNumberExtractor::extract(const std::u16string& text, Context&, std::v
     static const Regex pattern(u"0b([0-1]+)", true);
     if (text.find_first_of(u"bB") == text.npos) return;
     StringExtractor::extract(
-        text, pattern, 0,
+        text, pattern, priority::usual,
         [&](std::u16string_view literal) { return numberElement(integerLiteral(literal, 2), u"bin", literal); },
         result);
 }
@@ -88,7 +89,7 @@ void OctalNumberExtractor::extract(const std::u16string& text, Context&, std::ve
     static const Regex pattern(u"0o([0-7]+)", true);
     if (text.find_first_of(u"oO") == text.npos) return;
     StringExtractor::extract(
-        text, pattern, 0,
+        text, pattern, priority::usual,
         [&](std::u16string_view literal) { return numberElement(integerLiteral(literal, 8), u"oct", literal); },
         result);
 }
@@ -106,7 +107,7 @@ NumeralRepresentationExtractor::NumeralRepresentationExtractor(const Localizer& 
 void NumeralRepresentationExtractor::extract(const std::u16string& text, Context&,
                                              std::vector<Extraction>& result) const {
     for (const auto& match : phrases_.detect(text)) {
-        result.push_back({match.range, 0, 0,
+        result.push_back({match.range, priority::usual, 0,
                           makeElement(Value(Attribute::nsystem, match.object),
                                       AttributedText(match.range.in(text), RunType::unit))});
     }

@@ -4,17 +4,19 @@
 #include <algorithm>
 
 #include "records/context_map.h"
+#include "scanning/extraction_priorities.h"
 #include "scanning/string_extractor.h"
 #include "scanning/words/localizer.h"
 
 namespace vemo {
 
-constexpr StructuralPattern headerPattern{u"HeaderExtractor", u"\\s*\\#.*", u"#", false, RunType::header, 1000};
-constexpr StructuralPattern labelPattern{u"LabelExtractor", u".*:", u":", true, RunType::label, 20};
-constexpr StructuralPattern quotedCommentPattern{u"QuotedCommentExtractor", u"\"[^\"]*\"", u"\"", true,
-                                                 RunType::comment,          1000};
-constexpr StructuralPattern slashCommentPattern{u"SlashCommentExtractor", u"//.*", u"//", false,
-                                                RunType::comment,         1000};
+constexpr StructuralPattern headerPattern{u"HeaderExtractor", u"\\s*\\#.*",     u"#", false,
+                                          RunType::header,    priority::comment};
+constexpr StructuralPattern labelPattern{u"LabelExtractor", u".*:", u":", true, RunType::label, priority::label};
+constexpr StructuralPattern quotedCommentPattern{u"QuotedCommentExtractor", u"\"[^\"]*\"",    u"\"", true,
+                                                 RunType::comment,          priority::comment};
+constexpr StructuralPattern slashCommentPattern{u"SlashCommentExtractor", u"//.*",          u"//", false,
+                                                RunType::comment,         priority::comment};
 
 StructuralExtractor::StructuralExtractor(const StructuralPattern& pattern)
     : pattern_(pattern), regex_(pattern.pattern, true) {}
@@ -43,7 +45,7 @@ void ParenthesesExtractor::extract(const std::u16string& text, Context&, std::ve
         const std::u16string_view bracket = std::u16string_view(text).substr(i, 1);
         result.push_back(
             {{i, 1},
-             0,
+             priority::usual,
              0,
              makeElement(bracket == u"(" ? opening : closing, AttributedText(bracket, RunType::parenthesis))});
     }
@@ -58,8 +60,8 @@ AssignmentExtractor::AssignmentExtractor(const Localizer& localizer, StringRange
 void AssignmentExtractor::extract(const std::u16string& text, Context&, std::vector<Extraction>& result) const {
     static const Value assignment(Attribute::assignment, DecimalNumber::fromInt64(1));
     for (const auto& match : phraseDetector_.detect(text)) {
-        result.push_back(
-            {match.range, 0, 0, makeElement(assignment, AttributedText(match.range.in(text), RunType::operatorWord))});
+        result.push_back({match.range, priority::usual, 0,
+                          makeElement(assignment, AttributedText(match.range.in(text), RunType::operatorWord))});
     }
 }
 
@@ -87,8 +89,8 @@ void VariablesExtractor::extract(const std::u16string& text, Context& context, s
                 used = count;
                 const bool* hidden = context.get<bool>(std::u16string(context_keys::hiddenVariable).append(name));
                 if (hidden && *hidden) break;
-                result.push_back(
-                    {range, 0, 10, makeElement(*value, AttributedText(range.in(text), RunType::variable))});
+                result.push_back({range, priority::usual, priority::variable,
+                                  makeElement(*value, AttributedText(range.in(text), RunType::variable))});
                 context.addDependencyOn(variableKey(name), *value);
                 break;
             }

@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "scanning/dates/time_zone_abbreviations.h"
+#include "scanning/extraction_priorities.h"
 
 namespace vemo {
 
@@ -37,8 +38,8 @@ TimeZoneAbbreviationsExtractor::TimeZoneAbbreviationsExtractor(StringRangeDetect
 void TimeZoneAbbreviationsExtractor::extract(const std::u16string& text, Context&,
                                              std::vector<Extraction>& result) const {
     for (const auto& match : detector_.detect(text)) {
-        result.push_back(
-            {match.range, 0, 0, makeElement(Value(match.object), AttributedText(match.range.in(text), RunType::unit))});
+        result.push_back({match.range, priority::usual, 0,
+                          makeElement(Value(match.object), AttributedText(match.range.in(text), RunType::unit))});
     }
 }
 

@@ -5,6 +5,7 @@
 
 #include "evaluation/operator_collection.h"
 #include "platform/locale_info.h"
+#include "scanning/extraction_priorities.h"
 #include "vemo/context.h"
 
 namespace vemo {
@@ -14,7 +15,8 @@ namespace {
 // A candidate whose value is the id stored under the phrase.
 Extraction phraseExtraction(std::u16string_view text, const PhraseMatch<std::u16string>& match, Attribute attribute,
                             RunType type) {
-    return {match.range, 0, 0, makeElement(Value(attribute, match.object), AttributedText(match.range.in(text), type))};
+    return {match.range, priority::usual, 0,
+            makeElement(Value(attribute, match.object), AttributedText(match.range.in(text), type))};
 }
 
 }  // namespace
@@ -40,7 +42,7 @@ void OperatorExtractor::extract(const std::u16string& text, Context& context, st
             const auto found = symbols_.find(std::u16string_view(text).substr(i, length));
             if (found == symbols_.end()) continue;
             result.push_back({{i, length},
-                              10,
+                              priority::operatorSymbol,
                               0,
                               makeElement(found->second, AttributedText(found->first, RunType::operatorSymbol))});
             context.addQuickTypeToken(found->first);
@@ -65,7 +67,7 @@ void FunctionExtractor::extract(const std::u16string& text, Context& context, st
 void UnitExtractor::extract(const std::u16string& text, Context& context, std::vector<Extraction>& result) const {
     for (const auto& match : units_.detect(text)) {
         result.push_back(phraseExtraction(text, match, Attribute::unit, RunType::unit));
-        if (displacesOperator(text, match.range)) result.back().secondaryPriority = 1;
+        if (displacesOperator(text, match.range)) result.back().secondaryPriority = priority::unitOverOperator;
         context.addQuickTypeToken(match.range.in(text));
     }
 }
@@ -88,15 +90,17 @@ void ScalesExtractor::extract(const std::u16string& text, Context&, std::vector<
 
 void PercentageSymbolExtractor::extract(const std::u16string& text, Context&, std::vector<Extraction>& result) const {
     for (std::size_t i = text.find(u'%'); i != text.npos; i = text.find(u'%', i + 1))
-        result.push_back(
-            {{i, 1}, 0, 0, makeElement(Value(Attribute::unit, u"percent"), AttributedText(u"%", RunType::unit))});
+        result.push_back({{i, 1},
+                          priority::usual,
+                          0,
+                          makeElement(Value(Attribute::unit, u"percent"), AttributedText(u"%", RunType::unit))});
 }
 
 void MultiplyXSymbolExtractor::extract(const std::u16string& text, Context&, std::vector<Extraction>& result) const {
     for (const TextRange& range : stringRangeDetector_.wordRanges(text)) {
         const std::u16string_view word = range.in(text);
         if (word != u"x" && word != u"X") continue;
-        result.push_back({range, -1, 0,
+        result.push_back({range, priority::multiplicationLetter, 0,
                           makeElement(Value(Attribute::operation, u"*"), AttributedText(word, RunType::operatorWord))});
     }
 }

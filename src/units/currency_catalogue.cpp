@@ -32,18 +32,15 @@ constexpr std::u16string_view table = u"Currency";
 // The codes that are typed most come first among the completions.
 constexpr std::u16string_view first[] = {u"USD", u"EUR", u"JPY"};
 constexpr std::u16string_view second[] = {u"CNY", u"GBP", u"CHF", u"CAD", u"AUD", u"NZD", u"ZAR", u"RUB", u"BYN"};
-constexpr int firstWeight = 20;
-constexpr int secondWeight = 15;
-constexpr int codeWeight = 10;
 
 void offerMajorCodes(CompletionCollector& hints) {
-    for (const std::u16string_view code : first) hints.add(code, firstWeight);
-    for (const std::u16string_view code : second) hints.add(code, secondWeight);
+    for (const std::u16string_view code : first) hints.add(code, completion_weight::mainCurrency);
+    for (const std::u16string_view code : second) hints.add(code, completion_weight::commonCurrency);
 }
 
 // The code and the words of its names, which follow the code among the phrases.
 void offer(const Unit& unit, CompletionCollector& hints) {
-    hints.add(unit.id, codeWeight);
+    hints.add(unit.id, completion_weight::currencyCode);
     for (std::size_t i = 1; i < unit.phrases.size(); ++i) hints.addWords(unit.phrases[i], 0);
 }
 

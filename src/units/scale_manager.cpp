@@ -24,7 +24,7 @@ constexpr struct {
 void ScaleManager::add(Scale scale) {
     for (const std::u16string& phrase : scale.phrases) {
         phraseDetector_.add(phrase, scale.id, true);
-        if (hints_) hints_->addLowercased(phrase, 0);
+        if (hints_) hints_->addLowercased(phrase, completion_weight::usual);
     }
     std::u16string id = scale.id;
     scales_.insert_or_assign(std::move(id), std::move(scale));

@@ -41,8 +41,6 @@ constexpr UnitRow weightRows[] = {{u"carat", "0.2"},
                                   {u"ounce", "28.349523125"},
                                   {u"stone", "6350.29318"}};
 
-constexpr int symbolHintWeight = 10;
-
 class Catalogue {
 public:
     Catalogue(UnitRegistry& registry, const Localizer& localizer, const Log& log)
@@ -206,7 +204,7 @@ void UnitRegistry::registerUnit(const Unit& unit, bool phrasesVerbatim, bool add
     converter_.registerUnit(unit);
     if (!hints_ || !addHints) return;
     for (const auto* symbol : {&unit.localizedSymbol, &unit.internationalSymbol})
-        if (*symbol) hints_->add(**symbol, symbolHintWeight);
+        if (*symbol) hints_->add(**symbol, completion_weight::unitSymbol);
     for (const std::u16string& phrase : unit.phrases) hints_->addWords(phrase, 0);
 }
 

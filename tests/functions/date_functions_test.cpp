@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include "evaluation/date_operations.h"
+#include "functions/date_values.h"
 #include "platform/time_zones.h"
 #include "records/context_map.h"
 #include "support/calculators.h"

@@ -37,8 +37,7 @@ const std::string zipped(
 
 std::string problemOf(std::string_view bytes) {
     const auto parsed = parseRates(bytes);
-    const auto* problem = std::get_if<std::string>(&parsed);
-    return problem ? *problem : "";
+    return parsed ? "" : parsed.failure().message;
 }
 
 HttpClient::Limits shortLimits() {

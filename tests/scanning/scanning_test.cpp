@@ -163,7 +163,7 @@ TEST(DecimalParser, followsTheLocale) {
 
 TEST(StringsFile, readsEntriesCommentsAndEscapes) {
     const auto parsed = parseStrings("/* c */ \"a\" = \"1\\n\\\"\\U00b5\"; // d\n\"b\"=\"\xf0\x9f\x98\x80\";");
-    const auto& entries = std::get<std::vector<StringsEntry>>(parsed);
+    const auto& entries = *parsed;
     ASSERT_EQ(entries.size(), 2u);
     EXPECT_EQ(entries[0].value, u"1\n\"\u00b5");
     EXPECT_EQ(entries[1].value, u"\U0001f600");
@@ -180,9 +180,8 @@ TEST(StringsFile, namesTheLineOfAFault) {
                                      {"a = \"1\";", 1},
                                      {"\"a\" = \"\\U12\";", 1}}) {
         const auto parsed = parseStrings(text);
-        const auto* error = std::get_if<StringsError>(&parsed);
-        ASSERT_NE(error, nullptr) << text;
-        EXPECT_EQ(error->line, line) << text;
+        ASSERT_FALSE(parsed) << text;
+        EXPECT_EQ(parsed.failure().line, line) << text;
     }
 }
 

@@ -5,6 +5,7 @@
 
 #include "base/text.h"
 #include "output/archive/keyed_archive.h"
+#include "records/run_types.h"
 
 namespace vemo {
 
@@ -58,13 +59,6 @@ Id encodeValue(KeyedArchiver& archive, const FormattedValue& value) {
 }
 
 // A type that is not known here is shown as plain text.
-RunType runTypeFor(std::u16string_view code) {
-    for (auto type = static_cast<std::uint8_t>(RunType::none);
-         type <= static_cast<std::uint8_t>(RunType::operatorSymbol); ++type)
-        if (runTypeCode(static_cast<RunType>(type)) == code) return static_cast<RunType>(type);
-    return RunType::none;
-}
-
 std::optional<std::u16string> decodeString(KeyedUnarchiver& archive, KeyedUnarchiver::Id object, std::string_view key) {
     const auto field = archive.field(object, key);
     return field ? archive.text(*field) : std::nullopt;
@@ -90,7 +84,7 @@ std::optional<AttributedText> decodeRun(KeyedUnarchiver& archive, KeyedUnarchive
     const auto type = decodeString(archive, object, "type");
     const auto text = decodeString(archive, object, "text");
     if (!text) return std::nullopt;
-    return AttributedText(*text, runTypeFor(type.value_or(u"")));
+    return AttributedText(*text, runTypeWithCode(type.value_or(u"")));
 }
 
 std::optional<AttributedText> decodeText(KeyedUnarchiver& archive, KeyedUnarchiver::Id object) {

@@ -5,6 +5,17 @@
 
 namespace vemo {
 
+// How early a completion is offered.
+namespace completion_weight {
+inline constexpr int usual = 0;
+inline constexpr int function = 10;
+inline constexpr int unitSymbol = 10;
+inline constexpr int currencyCode = 10;
+inline constexpr int commonCurrency = 15;
+inline constexpr int mainCurrency = 20;
+inline constexpr int conversion = 20;  // nothing is typed as often
+}  // namespace completion_weight
+
 // Receives the phrases that catalogues offer as completions; a larger weight is better.
 class CompletionCollector {
 public:

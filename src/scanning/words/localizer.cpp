@@ -74,13 +74,13 @@ void Localizer::readFolder(const std::filesystem::path& folder, const Log& log) 
         std::ifstream file(path, std::ios::binary);
         const std::string bytes((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
         auto parsed = parseStrings(bytes);
-        if (const auto* fault = std::get_if<StringsError>(&parsed)) {
-            if (log) log(path.string() + ":" + std::to_string(fault->line) + ": " + fault->message);
+        if (!parsed) {
+            const Failure& failure = parsed.failure();
+            if (log) log(path.string() + ":" + std::to_string(failure.line) + ": " + failure.message);
             continue;
         }
         auto& table = overrides_[toUtf16(path.parent_path().stem().string() + "/" + path.stem().string())];
-        for (StringsEntry& item : std::get<std::vector<StringsEntry>>(parsed))
-            table.insert_or_assign(std::move(item.key), std::move(item.value));
+        for (StringsEntry& item : *parsed) table.insert_or_assign(std::move(item.key), std::move(item.value));
     }
 }
 

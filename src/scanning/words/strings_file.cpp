@@ -15,7 +15,7 @@ public:
         if (text_.starts_with("\xef\xbb\xbf")) position_ = 3;
     }
 
-    std::variant<std::vector<StringsEntry>, StringsError> read() {
+    Result<std::vector<StringsEntry>> read() {
         std::vector<StringsEntry> entries;
         std::set<std::u16string> keys;
         while (skipSpace() && position_ < text_.size()) {
@@ -34,7 +34,7 @@ public:
 
 private:
     void fail(std::string message, int line) {
-        if (!error_) error_ = StringsError{line, std::move(message)};
+        if (!error_) error_ = Failure{std::move(message), line};
     }
     void fail(std::string message) { fail(std::move(message), line_); }
 
@@ -158,12 +158,12 @@ private:
     std::string_view text_;
     std::size_t position_ = 0;
     int line_ = 1;
-    std::optional<StringsError> error_;
+    std::optional<Failure> error_;
 };
 
 }  // namespace
 
-std::variant<std::vector<StringsEntry>, StringsError> parseStrings(std::string_view utf8) {
+Result<std::vector<StringsEntry>> parseStrings(std::string_view utf8) {
     return Reader(utf8).read();
 }
 

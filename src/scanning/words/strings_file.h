@@ -3,8 +3,9 @@
 
 #include <string>
 #include <string_view>
-#include <variant>
 #include <vector>
+
+#include "base/result.h"
 
 namespace vemo {
 
@@ -14,13 +15,8 @@ struct StringsEntry {
     int line;
 };
 
-struct StringsError {
-    int line;
-    std::string message;
-};
-
 // Reads a file of `"key" = "value";` entries with /* */ and // comments, in UTF-8. Escapes: \" \\ \n \t and
 // \UXXXX (four hexadecimal digits, \u as well). Needs nothing but the standard library: the build uses it too.
-std::variant<std::vector<StringsEntry>, StringsError> parseStrings(std::string_view utf8);
+Result<std::vector<StringsEntry>> parseStrings(std::string_view utf8);
 
 }  // namespace vemo
