@@ -7,20 +7,20 @@
 #include <string_view>
 #include <vector>
 
-#include "base/sorted_list.h"
 #include "engine/cache_manager.h"
 #include "engine/measurer.h"
-#include "evaluation/evaluator.h"
+#include "evaluation/evaluator_catalogue.h"
 #include "evaluation/operation_calculator.h"
 #include "functions/function_manager.h"
 #include "online/online_data.h"
 #include "online/place_names.h"
 #include "output/decimal_unit_value_formatter.h"
+#include "output/formatter_catalogue.h"
 #include "output/time_formatter.h"
 #include "platform/scheduler.h"
 #include "platform/time_zones.h"
 #include "quicktype/quick_type_collector.h"
-#include "scanning/extractor.h"
+#include "scanning/extractor_catalogue.h"
 #include "scanning/number_parsers.h"
 #include "scanning/words/localizer.h"
 #include "scanning/words/string_range_detector.h"
@@ -113,12 +113,8 @@ private:
     void storeRates(std::u16string_view key, std::u16string_view timeKey, CurrencyRatesContainer rates);
     void lookUpPlaces(const LineResult& line);
     void setPlace(const std::u16string& name, const std::u16string& zone);
-    void registerExtractors();
-    void registerEvaluators();
-    void registerFormatters();
     void registerDates();
     void setCurrentTime();
-    void registerConstants();
     void carryForward(const Value& value, Context& document) const;
     void trace(const std::u16string& line) const;
 
@@ -153,9 +149,9 @@ private:
     DecimalUnitValueFormatter decimalUnitValueFormatter_;
     TimeFormatter timeFormatter_;
 
-    SortedList<std::shared_ptr<const Extractor>> extractors_;
-    SortedList<std::shared_ptr<const Evaluator>> evaluators_;
-    SortedList<std::shared_ptr<const ValueFormatter>> formatters_;
+    ExtractorList extractors_;
+    EvaluatorList evaluators_;
+    FormatterList formatters_;
     std::unique_ptr<JSVemo> jsVemo_;      // null without scripts
     std::unique_ptr<JSRunner> jsRunner_;  // null without scripts
     std::size_t evaluationDepth_ = 0;

@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: MIT
+#include "evaluation/evaluator_catalogue.h"
+
+#include "evaluation/function_expression_evaluator.h"
+#include "evaluation/geo_names_parser.h"
+#include "evaluation/quantity_evaluators.h"
+#include "evaluation/quick_type_expression_evaluator.h"
+#include "evaluation/structure_evaluators.h"
+#include "evaluation/time_zone_evaluator.h"
+
+namespace vemo {
+
+void registerEvaluators(EvaluatorList& evaluators, const EvaluatorParts& parts) {
+    evaluators.add(std::make_shared<QuickTypeExpressionEvaluator>());
+    evaluators.add(std::make_shared<EmptyDependenciesEvaluator>(parts.stringRangeDetector));
+    evaluators.add(std::make_shared<ParenthesesEvaluator>());
+    evaluators.add(std::make_shared<GeoNamesParser>(parts.places));
+    evaluators.add(std::make_shared<AssignmentEvaluator>(parts.operationCalculator));
+    evaluators.add(std::make_shared<OperationEvaluator>(parts.operationCalculator,
+                                                        [&functions = parts.functions](std::u16string_view id) {
+                                                            const Function* function = functions.function(id);
+                                                            return function && function->takesSigns();
+                                                        }));
+    evaluators.add(std::make_shared<ScaleEvaluator>(parts.scales));
+    evaluators.add(std::make_shared<DecimalSurroundByCurrencyEvaluator>(parts.unitConverter));
+    evaluators.add(std::make_shared<DecimalUnitEvaluator>());
+    evaluators.add(std::make_shared<ConvertableValueSequenceEvaluator>(parts.operationCalculator));
+    evaluators.add(std::make_shared<FunctionExpressionEvaluator>(parts.functions));
+    evaluators.add(std::make_shared<ParenthesesSequenceMultiplicator>(parts.operationCalculator));
+    evaluators.add(std::make_shared<TimePrefixedByTimeZoneEvaluator>());
+    evaluators.add(std::make_shared<EmptyValueSanitizer>());
+}
+
+}  // namespace vemo

@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <memory>
+
+#include "base/sorted_list.h"
+#include "evaluation/evaluator.h"
+
+namespace vemo {
+
+class FunctionManager;
+class OperationCalculator;
+class Places;
+class ScaleManager;
+class StringRangeDetector;
+class UnitConverter;
+
+using EvaluatorList = SortedList<std::shared_ptr<const Evaluator>>;
+
+// What evaluators use; all of it must outlive them.
+struct EvaluatorParts {
+    StringRangeDetector& stringRangeDetector;
+    const Places* places;  // null to ask a server
+    const OperationCalculator& operationCalculator;
+    const FunctionManager& functions;
+    const ScaleManager& scales;
+    const UnitConverter& unitConverter;
+};
+
+// Adds every evaluator, in the order in which they run.
+void registerEvaluators(EvaluatorList& evaluators, const EvaluatorParts& parts);
+
+}  // namespace vemo
