@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include "functions/date_values.h"
 #include "records/context_map.h"
 #include "support/calculators.h"
 
