@@ -17,8 +17,8 @@ constexpr const char* tokens[] = {"2",   "0.5",  "1,200", "kg", "cm", "$",   "EU
                                   "/",   "^",    "(",     ")",  "=",  "in",  "of",  "x", "a b",   "rent", ":",
                                   "sum", "sqrt", "//",    "#",  "\"", "May", "now", "k", "10:30", "cafe"};
 constexpr std::size_t tokenCount = std::size(tokens);
-constexpr std::size_t longest = 4;   // tokens of a line
-constexpr std::size_t sample = 600;  // lines of each language
+constexpr std::size_t longest = 4;    // tokens of a line
+constexpr std::size_t sample = 3000;  // lines of each language
 
 std::string lineNumber(std::size_t number, bool blanks) {
     std::string line;

@@ -5,8 +5,9 @@
 
 #include <cmath>
 
-#include "evaluation/date_operations.h"
+#include "functions/date_values.h"
 #include "output/date_formatter.h"
+#include "output/time_decomposer.h"
 #include "output/time_formatter.h"
 #include "records/context_map.h"
 #include "support/calculators.h"
