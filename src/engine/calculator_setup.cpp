@@ -47,10 +47,10 @@ void Calculator::initialize() {
         {"operations", [&] { registerOperations(operationCollection_, unitConverter_); }},
         {"initializeExtractors",
          [&] {
-             registerExtractors(extractors_, {decimalParser_, scientificParser_, localizer_, stringRangeDetector_,
-                                              operatorCollection_, scaleManager_.phraseDetector(),
-                                              unitManager_.phraseDetector(), functionManager_.phraseDetector(),
-                                              environment_.language, environment_.locale, localZone_});
+             registerExtractors(
+                 extractors_, {decimalParser_, scientificParser_, localizer_, stringRangeDetector_, operatorCollection_,
+                               scaleManager_.phraseDetector(), unitManager_, functionManager_.phraseDetector(),
+                               environment_.language, environment_.locale, localZone_});
          }},
         {"initializeEvaluators",
          [&] {

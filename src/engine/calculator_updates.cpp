@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "engine/calculator.h"
+#include "scanning/dates/time_zone_abbreviations.h"
 
 namespace vemo {
 
@@ -69,7 +70,7 @@ void Calculator::setCryptoRates(CurrencyRatesContainer rates) {
     if (first) {
         Measurer("Crypto units", environment_.log).measure("Crypto units initialization", [&] {
             registerCryptoCurrencies(unitRegistry_, rates, [&](std::u16string_view code) {
-                return operatorCollection_.phraseDetector().find(code) ||
+                return !zoneForAbbreviation(code).empty() || operatorCollection_.phraseDetector().find(code) ||
                        functionManager_.phraseDetector().find(code) || scaleManager_.phraseDetector().find(code);
             });
         });

@@ -16,6 +16,7 @@ public:
 
     // What stands before the range is taken over; what is appended next stands in its place.
     ElementList& replace(const ElementRange& range);
+    bool changed() const { return changed_; }
     // Nothing when nothing was replaced.
     std::optional<ElementList> finished();
 

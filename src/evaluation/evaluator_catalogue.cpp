@@ -3,6 +3,7 @@
 
 #include "evaluation/function_expression_evaluator.h"
 #include "evaluation/geo_names_parser.h"
+#include "evaluation/price_evaluators.h"
 #include "evaluation/quantity_evaluators.h"
 #include "evaluation/quick_type_expression_evaluator.h"
 #include "evaluation/structure_evaluators.h"
@@ -16,6 +17,7 @@ void registerEvaluators(EvaluatorList& evaluators, const EvaluatorParts& parts) 
     evaluators.add(std::make_shared<ParenthesesEvaluator>());
     evaluators.add(std::make_shared<GeoNamesParser>(parts.places));
     evaluators.add(std::make_shared<AssignmentEvaluator>(parts.operationCalculator));
+    evaluators.add(std::make_shared<PricedDescriptionEvaluator>(parts.unitConverter));
     evaluators.add(std::make_shared<OperationEvaluator>(parts.operationCalculator,
                                                         [&functions = parts.functions](std::u16string_view id) {
                                                             const Function* function = functions.function(id);
@@ -23,11 +25,12 @@ void registerEvaluators(EvaluatorList& evaluators, const EvaluatorParts& parts) 
                                                         }));
     evaluators.add(std::make_shared<ScaleEvaluator>(parts.scales));
     evaluators.add(std::make_shared<DecimalSurroundByCurrencyEvaluator>(parts.unitConverter));
-    evaluators.add(std::make_shared<DecimalUnitEvaluator>());
-    evaluators.add(std::make_shared<ConvertableValueSequenceEvaluator>(parts.operationCalculator));
+    evaluators.add(std::make_shared<DecimalUnitEvaluator>(parts.unitConverter));
+    evaluators.add(std::make_shared<ConvertableValueSequenceEvaluator>(parts.operationCalculator, parts.unitConverter));
     evaluators.add(std::make_shared<FunctionExpressionEvaluator>(parts.functions));
     evaluators.add(std::make_shared<ParenthesesSequenceMultiplicator>(parts.operationCalculator));
     evaluators.add(std::make_shared<TimePrefixedByTimeZoneEvaluator>());
+    evaluators.add(std::make_shared<PriceEvaluator>(parts.unitConverter, parts.operationCalculator));
     evaluators.add(std::make_shared<EmptyValueSanitizer>());
 }
 

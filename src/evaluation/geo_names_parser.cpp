@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-#include "evaluation/structure_evaluators.h"
+#include "evaluation/element_replacement.h"
 #include "records/context_map.h"
 
 namespace vemo {
@@ -35,6 +35,25 @@ bool isTimeFunction(const Element& element) {
 bool isOfTime(const Element& element) {
     return element.value.has(Attribute::date) || element.value.has(Attribute::timeZone) ||
            element.value.has(Attribute::function);
+}
+
+// Words and nothing else, such as a place that is not known.
+bool isText(const ElementList& elements, std::size_t from, std::size_t to) {
+    bool letters = false;
+    for (std::size_t i = from; i < to; ++i) {
+        const Element& element = elements[i];
+        for (const AttributedText::Run& run : element.attributedText.runs())
+            if (run.type != RunType::none) return false;
+        letters = letters ||
+                  std::any_of(element.text().begin(), element.text().end(), [](char16_t c) { return isLetter(c); });
+    }
+    return letters;
+}
+
+bool beginsWithCapital(const ElementList& elements, std::size_t from, std::size_t to) {
+    const std::u16string text = elements.attributedText(from, to).compoundString();
+    const std::u16string_view first = trimmed(text).substr(0, 1);
+    return lowercased(first) != first;
 }
 
 bool mayBeOfPlace(const Element& element) {
@@ -76,10 +95,15 @@ std::optional<ElementList> GeoNamesParser::withKnownPlaces(const ElementList& el
             for (std::size_t from = std::max(start, i - std::min(i, mostElements)); from < i && !replace(from, i);
                  ++from) {
             }
+            // A place that is not known has no time: the local one would be wrong.
+            if (start == 0 && !replacer.changed() && isText(elements, 0, i) && beginsWithCapital(elements, 0, i))
+                return reducedTo(errorValue(), elements);
         } else if (isConversion(elements[i]) && timeBefore) {
             std::size_t to = i + 1;
             while (to < elements.size() && to - i <= mostElements && mayBeOfPlace(elements[to])) ++to;
+            const bool text = isText(elements, i + 1, to);
             while (to > i + 1 && !replace(i + 1, to)) --to;
+            if (to == i + 1 && text && !elements.anyHas(Attribute::decimal)) return reducedTo(errorValue(), elements);
             if (to > i + 1) {
                 start = to;
                 i = to - 1;

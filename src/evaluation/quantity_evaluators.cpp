@@ -1,11 +1,26 @@
 // SPDX-License-Identifier: MIT
 #include "evaluation/quantity_evaluators.h"
 
+#include <algorithm>
+
+#include "evaluation/price_evaluators.h"
 #include "records/context_map.h"
 
 namespace vemo {
 
 namespace {
+
+// True when nothing but a label, a comment or blanks stand before: of "e-mail count = 12", no other name is defined.
+bool isWholeName(const ElementList& elements, std::size_t start) {
+    for (std::size_t i = 0; i < start; ++i) {
+        const Element& element = elements[i];
+        const RunType type =
+            element.attributedText.runs().size() > 0 ? element.attributedText.runs()[0].type : RunType::none;
+        if (type == RunType::label || type == RunType::comment) continue;
+        if (!element.value.isEmpty() || !trimmed(element.text()).empty()) return false;
+    }
+    return true;
+}
 
 bool isValidName(std::u16string_view name) {
     return !name.empty() && (name.front() < u'0' || name.front() > u'9');
@@ -38,7 +53,7 @@ std::optional<ElementList> AssignmentEvaluator::evaluate(const ElementList& elem
 
     ElementList text = elements.slice(0, expression.location);
     for (const ElementPointer& element : evaluated.pointers()) text.append(element);
-    if (stored && !stored->isEmpty() && isValidName(name)) {
+    if (stored && !stored->isEmpty() && isValidName(name) && isWholeName(elements, nameParts.location)) {
         context.setValue(*stored, name);
         for (std::size_t i = nameParts.location; i < nameParts.end(); ++i)
             text.replace(i, 1, makeElement({}, AttributedText(elements[i].text(), RunType::variable)));
@@ -62,6 +77,7 @@ std::optional<ElementList> DecimalSurroundByCurrencyEvaluator::evaluate(const El
                                                                         const EvaluationContext&) const {
     if (!elements.anyHas(Attribute::unit)) return std::nullopt;
     return replacingMatches(elements, matcher_, [&](const Match& match) -> std::optional<Value> {
+        if (isSignOfNextNumber(elements, match.group(u"unit2")->location, unitConverter_)) return std::nullopt;
         const Value& behind = elements[match.group(u"unit2")->location].value;
         for (const Value* unit : {&elements[match.group(u"unit1")->location].value, &behind}) {
             const auto id = unit->string(Attribute::unit);
@@ -71,9 +87,25 @@ std::optional<ElementList> DecimalSurroundByCurrencyEvaluator::evaluate(const El
     });
 }
 
-std::optional<ElementList> DecimalUnitEvaluator::evaluate(const ElementList& elements, Context&,
+std::optional<ElementList> DecimalUnitEvaluator::withSigns(const ElementList& elements) const {
+    ElementReplacer replacer(elements);
+    for (std::size_t i = 0; i + 1 < elements.size(); ++i) {
+        const std::size_t number =
+            isSignOfNextNumber(elements, i, unitConverter_) ? i + 1 : numberOfCode(elements, i, unitConverter_);
+        if (number == i) continue;
+        replacer.replace({i, number + 1 - i})
+            .append(
+                makeElement(elements[number].value.merging(elements[i].value), elements.attributedText(i, number + 1)));
+        i = number;
+    }
+    return replacer.finished();
+}
+
+std::optional<ElementList> DecimalUnitEvaluator::evaluate(const ElementList& given, Context&,
                                                           const EvaluationContext&) const {
-    if (!elements.anyHas(Attribute::unit) && !elements.anyHas(Attribute::nsystem)) return std::nullopt;
+    if (!given.anyHas(Attribute::unit) && !given.anyHas(Attribute::nsystem)) return std::nullopt;
+    const std::optional<ElementList> withSigned = withSigns(given);
+    const ElementList& elements = withSigned ? *withSigned : given;
     const auto attach = [](const ElementList& list, const FinderMatcher& matcher) {
         return replacingMatches(list, matcher, [&](const Match& match) -> std::optional<Value> {
             return list[match.group(u"value")->location].value.merging(list[match.group(u"unit")->location].value);
@@ -81,14 +113,20 @@ std::optional<ElementList> DecimalUnitEvaluator::evaluate(const ElementList& ele
     };
     auto behind = attach(elements, decimalUnitMatcher_);
     auto before = attach(behind ? *behind : elements, unitDecimalMatcher_);
-    return before ? before : behind;
+    if (before) return before;
+    return behind ? behind : withSigned;
 }
 
 std::optional<ElementList> ConvertableValueSequenceEvaluator::evaluate(const ElementList& elements, Context& context,
                                                                        const EvaluationContext&) const {
     if (!elements.anyHas(Attribute::unit)) return std::nullopt;
     return replacingMatches(elements, matcher_, [&](const Match& match) -> std::optional<Value> {
-        if (match.groups(u"value").size() == 1) return std::nullopt;
+        const std::vector<ElementRange> values = match.groups(u"value");
+        if (values.size() == 1) return std::nullopt;
+        const auto money = std::count_if(values.begin(), values.end(), [&](const ElementRange& range) {
+            return unitConverter_.isCurrency(*elements[range.location].value.string(Attribute::unit));
+        });
+        if (money != 0 && money != std::ssize(values)) return std::nullopt;
         return foldGroup(elements, match, u"value", u"+", operationCalculator_, context);
     });
 }

@@ -48,29 +48,38 @@ private:
     FinderMatcher matcher_;
 };
 
-// "5 kg", "$5".
+// "5 kg", "$5". A sign of money that touches the number after it belongs to that one, whatever stands before.
 class DecimalUnitEvaluator : public Evaluator {
 public:
-    DecimalUnitEvaluator()
-        : decimalUnitMatcher_(decimalFollowedByUnitMatcher()), unitDecimalMatcher_(unitFollowedByDecimalMatcher()) {}
+    explicit DecimalUnitEvaluator(const UnitConverter& unitConverter)
+        : unitConverter_(unitConverter),
+          decimalUnitMatcher_(decimalFollowedByUnitMatcher()),
+          unitDecimalMatcher_(unitFollowedByDecimalMatcher()) {}
     std::u16string_view name() const override { return u"DecimalUnitEvaluator"; }
     std::optional<ElementList> evaluate(const ElementList&, Context&, const EvaluationContext&) const override;
 
 private:
+    std::optional<ElementList> withSigns(const ElementList& elements) const;
+
+    const UnitConverter& unitConverter_;
     FinderMatcher decimalUnitMatcher_;
     FinderMatcher unitDecimalMatcher_;
 };
 
-// "5 ft 3 in": a run of quantities is their sum.
+// "5 ft 3 in": a run of quantities is their sum, but not one of money and other things, as in "5 lb flour $3.69".
 class ConvertableValueSequenceEvaluator : public Evaluator {
 public:
-    explicit ConvertableValueSequenceEvaluator(const OperationCalculator& operationCalculator)
-        : operationCalculator_(operationCalculator), matcher_(convertableValueSequenceMatcher()) {}
+    ConvertableValueSequenceEvaluator(const OperationCalculator& operationCalculator,
+                                      const UnitConverter& unitConverter)
+        : operationCalculator_(operationCalculator),
+          unitConverter_(unitConverter),
+          matcher_(convertableValueSequenceMatcher()) {}
     std::u16string_view name() const override { return u"ConvertableValueSequenceEvaluator"; }
     std::optional<ElementList> evaluate(const ElementList&, Context&, const EvaluationContext&) const override;
 
 private:
     const OperationCalculator& operationCalculator_;
+    const UnitConverter& unitConverter_;
     FinderMatcher matcher_;
 };
 

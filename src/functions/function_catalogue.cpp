@@ -56,9 +56,14 @@ void registerFunctions(FunctionManager& functions, const Localizer& localizer, c
         {u"gmt", u"gmt", u"", gmtFunction()},
         {u"time", u"current_time.variants", u"Dates", timeFunction()},
     };
+    const std::vector<std::u16string> ofWords = localizer.variants(u"percent_of.variants", u"Percent");
     for (const FunctionRow& row : rows) {
         std::vector<std::u16string> phrases{std::u16string(row.phrases)};
         if (!row.table.empty()) phrases = localizer.variants(row.phrases, row.table);
+        // "sqrt of 16"
+        const bool ofNumbers = row.function->takesSigns() || row.table == u"Operations";
+        for (std::size_t i = 0, count = ofNumbers ? phrases.size() : 0; i < count; ++i)
+            for (const std::u16string& of : ofWords) phrases.push_back(phrases[i] + u" " + of);
         functions.add(std::u16string(row.id), phrases, row.function);
     }
 }

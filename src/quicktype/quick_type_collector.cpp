@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "quicktype/quick_type_collector.h"
 
+#include <algorithm>
+
+#include "base/cache.h"
 #include "base/text.h"
 
 namespace vemo {
@@ -68,9 +71,14 @@ std::vector<QuickTypeHint> QuickTypeCollector::hints() const {
 
 std::shared_ptr<QuickTypeEngine> quickTypeEngine(const QuickTypeCollector& collector) {
     auto engine = std::make_shared<QuickTypeEngine>();
+    // A text may be offered by several catalogues: its best weight counts.
+    TextMap<int> weights;
     collector.enumerate([&](std::u16string_view text, int weight) {
-        if (isWorthOffering(text)) engine->registerHint(text, weight);
+        if (!isWorthOffering(text)) return;
+        const auto [entry, added] = weights.try_emplace(std::u16string(text), weight);
+        if (!added) entry->second = std::max(entry->second, weight);
     });
+    for (const auto& [text, weight] : weights) engine->registerHint(text, weight);
     return engine;
 }
 

@@ -14,6 +14,7 @@ namespace vemo {
 
 class Localizer;
 class OperatorCollection;
+class UnitManager;
 
 using ExtractorList = SortedList<std::shared_ptr<const Extractor>>;
 
@@ -25,7 +26,7 @@ struct ExtractorParts {
     StringRangeDetector& stringRangeDetector;
     const OperatorCollection& operators;
     const PhraseDetector<std::u16string>& scales;
-    const PhraseDetector<std::u16string>& units;
+    const UnitManager& units;
     const PhraseDetector<std::u16string>& functions;
     std::string_view language;
     std::string_view locale;

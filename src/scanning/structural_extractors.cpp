@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "platform/locale_info.h"
 #include "records/context_map.h"
 #include "scanning/extraction_priorities.h"
 #include "scanning/string_extractor.h"
@@ -17,6 +18,22 @@ constexpr StructuralPattern quotedCommentPattern{u"QuotedCommentExtractor", u"\"
                                                  RunType::comment,          priority::comment};
 constexpr StructuralPattern slashCommentPattern{u"SlashCommentExtractor", u"//.*",          u"//", false,
                                                 RunType::comment,         priority::comment};
+
+namespace {
+
+// After the last colon that is followed by a blank and comes before every clock time; 0 without one.
+std::size_t labelEnd(std::u16string_view text) {
+    std::size_t end = 0;
+    for (std::size_t i = text.find(u':'); i != text.npos; i = text.find(u':', i + 1)) {
+        if (i + 1 == text.size()) break;
+        if (isWhitespace(text[i + 1])) end = i + 1;
+        const bool time = i > 0 && digitValue(text[i - 1]) >= 0 && digitValue(text[i + 1]) >= 0;
+        if (time) break;
+    }
+    return end;
+}
+
+}  // namespace
 
 StructuralExtractor::StructuralExtractor(const StructuralPattern& pattern)
     : pattern_(pattern), regex_(pattern.pattern, true) {}
@@ -34,7 +51,15 @@ void StructuralExtractor::extract(const std::u16string& text, Context&, std::vec
     }
     for (TextRange range : regex_.ranges(std::u16string_view(text).substr(begin, end - begin))) {
         range.location += begin;
-        result.push_back({range, pattern_.priority, 0, makeElement({}, AttributedText(range.in(text), pattern_.type))});
+        const auto add = [&](TextRange found) {
+            result.push_back(
+                {found, pattern_.priority, 0, makeElement({}, AttributedText(found.in(text), pattern_.type))});
+        };
+        add(range);
+        if (pattern_.type != RunType::label) continue;
+        // Before a clock time, whose colon may have been taken: "Total: 17:00 - 9:15".
+        const std::size_t earlier = labelEnd(range.in(text));
+        if (earlier > 0 && earlier < range.length) add({range.location, earlier});
     }
 }
 

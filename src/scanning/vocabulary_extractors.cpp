@@ -6,6 +6,7 @@
 #include "evaluation/operator_collection.h"
 #include "platform/locale_info.h"
 #include "scanning/extraction_priorities.h"
+#include "units/unit_manager.h"
 #include "vemo/context.h"
 
 namespace vemo {
@@ -65,11 +66,29 @@ void FunctionExtractor::extract(const std::u16string& text, Context& context, st
 }
 
 void UnitExtractor::extract(const std::u16string& text, Context& context, std::vector<Extraction>& result) const {
-    for (const auto& match : units_.detect(text)) {
+    for (const auto& match : units_.phraseDetector().detect(text)) {
+        if (isWord(text, match.range)) continue;
         result.push_back(phraseExtraction(text, match, Attribute::unit, RunType::unit));
         if (displacesOperator(text, match.range)) result.back().secondaryPriority = priority::unitOverOperator;
         context.addQuickTypeToken(match.range.in(text));
     }
+}
+
+// True for a word that is a currency's code only in a conversion, and stands in none.
+bool UnitExtractor::isWord(std::u16string_view text, TextRange range) const {
+    const std::u16string written(range.in(text));
+    const std::u16string lower = lowercased(written);
+    const bool capitals =
+        std::none_of(written.begin(), written.end(), [](char16_t c) { return c >= u'a' && c <= u'z'; });
+    if (capitals || !units_.isForConversionsOnly(lower)) return false;
+    const auto isConversion = [&](const PhraseMatch<std::u16string>& match) { return match.object == u"in"; };
+    const std::u16string_view before = trimmed(text.substr(0, range.location));
+    const std::u16string_view after = trimmed(text.substr(range.end()));
+    const auto words = operators_.phraseDetector().detect(before);
+    if (!words.empty() && words.back().range.end() == before.size() && isConversion(words.back())) return false;
+    if (before.empty() || digitValue(before.back()) < 0) return true;
+    const auto next = operators_.phraseDetector().detect(after);
+    return next.empty() || next.front().range.location != 0 || !isConversion(next.front());
 }
 
 bool UnitExtractor::displacesOperator(std::u16string_view text, TextRange range) const {

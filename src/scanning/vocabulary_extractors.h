@@ -11,6 +11,7 @@
 namespace vemo {
 
 class OperatorCollection;
+class UnitManager;
 
 // Operators as symbols, which win over everything else on the same characters, and as words.
 class OperatorExtractor : public Extractor {
@@ -40,18 +41,20 @@ private:
 };
 
 // Names and symbols of units. One that is an operator's name too ("in") is a unit where a number stands before
-// it and no operand can follow: "6 ft 2 in", "5 in in cm".
+// it and no operand can follow: "6 ft 2 in", "5 in in cm". A currency's code that is a word ("try", "all") counts in
+// capitals or in a conversion: "100 ron in eur", "$50 in try".
 class UnitExtractor : public Extractor {
 public:
-    UnitExtractor(const PhraseDetector<std::u16string>& units, const OperatorCollection& operators)
+    UnitExtractor(const UnitManager& units, const OperatorCollection& operators)
         : units_(units), operators_(operators) {}
     std::u16string_view name() const override { return u"UnitExtractor"; }
     void extract(const std::u16string& text, Context& context, std::vector<Extraction>& result) const override;
 
 private:
     bool displacesOperator(std::u16string_view text, TextRange range) const;
+    bool isWord(std::u16string_view text, TextRange range) const;
 
-    const PhraseDetector<std::u16string>& units_;
+    const UnitManager& units_;
     const OperatorCollection& operators_;
 };
 

@@ -11,11 +11,25 @@ std::u16string joinedText(std::initializer_list<std::u16string_view> parts) {
     return text;
 }
 
+// Words that a line can write: no digit at the beginning, and none of the signs that mean something else there.
+bool isUsableName(std::u16string_view name) {
+    return (name.front() < u'0' || name.front() > u'9') && name.find_first_of(u"+-*/^()=:\"#") == name.npos &&
+           name.find(u"//") == name.npos;
+}
+
 }  // namespace
+
+// True when nothing of the unit is nothing of its base: no temperature scale.
+bool JSVemo::isProportional(std::u16string_view unitId) {
+    const auto zero = units_.converter().convert(Value(DecimalNumber()).with(unitId, Attribute::unit),
+                                                 *units_.converter().baseUnit(unitId), context_);
+    return zero && zero->decimal() && zero->decimal()->isZero();
+}
 
 std::optional<std::u16string> JSVemo::setVariable(std::u16string_view name, const Value& value) {
     const std::u16string key = lowercased(trimmed(name));  // as lines write and look up names
     if (key.empty()) return u"setVariable: the name is empty";
+    if (!isUsableName(key)) return joinedText({u"setVariable: no line can use the name '", key, u"'"});
     if (value.isEmpty()) return joinedText({u"setVariable: '", key, u"' is given neither an amount nor a unit"});
     context_.setValue(value, key);
     defined_.push_back(joinedText({u"variable ", key}));
@@ -29,7 +43,24 @@ std::optional<std::u16string> JSVemo::addUnit(const Unit& unit) {
         return joinedText({u"addUnit: '", unit.id, u"' is a built-in unit, which keeps its ratio"});
     if (unit.baseRatio && (unit.baseRatio->notANumber() || unit.baseRatio->isZero()))
         return joinedText({u"addUnit: the ratio of '", unit.id, u"' must be a number other than 0"});
-    units_.registerUnit(unit, false);
+    Unit own = unit;
+    const std::u16string* base = unit.baseUnitId ? units_.converter().baseUnit(*unit.baseUnitId) : nullptr;
+    if (base && *base != *unit.baseUnitId) {
+        const std::u16string resolved = *base;
+        const Value ratio = Value(unit.baseRatio.value_or(DecimalNumber::fromInt64(1)));
+        const auto inBase =
+            isProportional(*unit.baseUnitId)
+                ? units_.converter().convert(ratio.with(*unit.baseUnitId, Attribute::unit), resolved, context_)
+                : std::nullopt;
+        if (!inBase || !inBase->decimal() || inBase->decimal()->notANumber())
+            return joinedText(
+                {u"addUnit: '", *unit.baseUnitId, u"' can't be the base of '", unit.id, u"'; '", resolved, u"' can"});
+        own.baseRatio = inBase->decimal();
+        own.baseUnitId = resolved;
+    }
+    // An amount of a unit without a format is shown with the unit's name.
+    if (!own.format && !own.phrases.empty()) own.format = own.phrases.front();
+    units_.registerUnit(own, false);
     if (!known) ownUnits_.insert(unit.id);
     defined_.push_back(joinedText({u"unit ", unit.id}));
     return std::nullopt;

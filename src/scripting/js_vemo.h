@@ -30,6 +30,8 @@ public:
     std::vector<std::u16string> takeDefined() { return std::exchange(defined_, {}); }
 
 private:
+    bool isProportional(std::u16string_view unitId);
+
     Context& context_;
     UnitRegistry& units_;
     FunctionManager& functions_;

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <string>
+#include <unordered_set>
 
 #include "scanning/words/localizer.h"
 #include "units/formula_converters.h"
@@ -23,8 +24,11 @@ constexpr std::u16string_view codes =
     u"PLN PYG QAR RON RSD RUB RWF SAR SBD SCR SDG SEK SGD SHP SLL SOS SRD SSP STD SVC SYP SZL THB TJS TMT TND TOP TRY "
     u"TTD TWD TZS UAH UGX USD UYU UZS VEF VND VUV WST XAF XCD XOF XPF YER ZAR ZMW BTS DASH DOGE EAC EMC ETH FCT FTC LD "
     u"LTC NMC NVC NXT PPC STR VTC XMR XPM XRP";
+constexpr std::u16string_view cryptoCodes[] = {u"BTC", u"BTS", u"DASH", u"DOGE", u"EAC", u"EMC", u"ETH",
+                                               u"FCT", u"FTC", u"LD",   u"LTC",  u"NMC", u"NVC", u"NXT",
+                                               u"PPC", u"STR", u"VTC",  u"XMR",  u"XPM", u"XRP"};
 
-// Their lower-case codes are words or units of their own.
+// Their lower-case codes are units of their own, or parts of them.
 constexpr std::u16string_view exactOnly[] = {u"CUP", u"KGS", u"KMF", u"STD", u"TMT", u"UZS", u"ZMW"};
 
 constexpr std::u16string_view table = u"Currency";
@@ -42,6 +46,16 @@ void offerMajorCodes(CompletionCollector& hints) {
 void offer(const Unit& unit, CompletionCollector& hints) {
     hints.add(unit.id, completion_weight::currencyCode);
     for (std::size_t i = 1; i < unit.phrases.size(); ++i) hints.addWords(unit.phrases[i], 0);
+}
+
+std::vector<std::u16string> wordsOf(const std::u16string& phrase) {
+    std::vector<std::u16string> words;
+    for (std::size_t start = 0; start < phrase.size();) {
+        const std::size_t end = std::min(phrase.find(u' ', start), phrase.size());
+        if (end > start) words.push_back(phrase.substr(start, end - start));
+        start = end + 1;
+    }
+    return words;
 }
 
 void appendUnique(std::vector<std::u16string>& phrases, std::u16string phrase) {
@@ -105,17 +119,14 @@ void registerCurrencies(UnitRegistry& registry, const Localizer& localizer, std:
         rest.remove_prefix(std::min(end + 1, rest.size()));
         Unit unit;
         unit.id = code;
-        if (std::find(std::begin(exactOnly), std::end(exactOnly), code) != std::end(exactOnly)) {
-            unit.phrases = {code};
+        const bool exact = std::find(std::begin(exactOnly), std::end(exactOnly), code) != std::end(exactOnly);
+        unit.phrases = {exact ? code : lowercased(code)};
+        if (hasTableEntry(localizer, code + u".variants")) {
+            for (std::u16string& phrase : localizer.variants(code + u".variants", table, true, true))
+                appendUnique(unit.phrases, std::move(phrase));
         } else {
-            unit.phrases = {lowercased(code)};
-            if (hasTableEntry(localizer, code + u".variants")) {
-                for (std::u16string& phrase : localizer.variants(code + u".variants", table, true, true))
-                    appendUnique(unit.phrases, std::move(phrase));
-            } else {
-                appendCldrNames(code, name, unit.phrases);
-                appendCldrNames(code, "en", unit.phrases);
-            }
+            appendCldrNames(code, name, unit.phrases);
+            appendCldrNames(code, "en", unit.phrases);
         }
         const std::u16string format = localizer.translationOrBase(code + u".format", table);
         unit.format = format.find(u".format") == format.npos ? format : code;
@@ -125,18 +136,26 @@ void registerCurrencies(UnitRegistry& registry, const Localizer& localizer, std:
         registry.registerUnit(unit, true, false);
         if (registry.hints()) offer(unit, *registry.hints());
     }
+    for (std::u16string& word : localizer.variants(u"codes.words", table, true))
+        registry.manager().restrictToConversions(std::move(word));
+    for (const std::u16string_view code : cryptoCodes) registry.manager().restrictToConversions(lowercased(code));
 }
 
 void registerCryptoCurrencies(UnitRegistry& registry, const CurrencyRatesContainer& rates,
                               const std::function<bool(std::u16string_view code)>& isWord) {
+    // What is a word of a unit's name already, such as "metric", or its symbol stays that.
+    std::unordered_set<std::u16string> words;
+    for (const auto& [phrase, unit] : registry.manager().phraseDetector().phrases())
+        for (std::u16string& word : wordsOf(lowercased(phrase))) words.insert(std::move(word));
     for (const auto& [code, rate] : rates.rates) {
-        // A code that is another unit's symbol ("MB") would take it, as would one that is a word of another kind.
-        if (isListed(code) || registry.manager().phraseDetector().find(code) || registry.converter().baseUnit(code))
-            continue;
-        if (code == dateMarker || !hasLetter(code) || isWord(code)) continue;
+        const std::u16string lower = lowercased(code);
+        if (isListed(code) || words.contains(lower) || registry.converter().baseUnit(code)) continue;
+        if (code == dateMarker || code.size() < 2 || !hasLetter(code) || isWord(code) || isWord(lower)) continue;
         Unit unit;
         unit.id = code;
         unit.phrases = {code};
+        if (lower != code) unit.phrases.push_back(lower);
+        registry.manager().restrictToConversions(lower);
         unit.format = code;
         unit.baseUnitId = u"USD";
         unit.toBaseValueConverter = currencyToUsdConverter(code, Rates::crypto);

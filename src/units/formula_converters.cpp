@@ -46,12 +46,13 @@ std::optional<DecimalNumber> pixelsPerMeter(Context& context) {
     return amount ? std::optional(amount->dividing(number("0.0254"))) : std::nullopt;
 }
 
-// What one em is; nothing when the variable has no amount or is given in ems, which would have no end.
+// What one em is, in pixels where no unit is given; nothing when the variable has no amount or is given in ems, which
+// would have no end.
 std::optional<Value> emSize(Context& context) {
     const Value* em = context.getVariable(u"em");
     context.addDependencyOn(variableKey(u"em"), std::nullopt, Value());
     if (!em || !em->decimal() || em->is(Attribute::unit, u"em")) return std::nullopt;
-    return *em;
+    return em->has(Attribute::unit) ? *em : em->with(u"pixel", Attribute::unit);
 }
 
 class EmToMeterConverter : public ValueConverter {
@@ -63,12 +64,8 @@ public:
         if (!amount || !value.is(Attribute::unit, u"em")) return std::nullopt;
         const auto em = emSize(context);
         if (!em) return std::nullopt;
-        Value length = value.with(amount->multiplying(*em->decimal()));
-        if (const auto unit = em->string(Attribute::unit))
-            length = length.with(*unit, Attribute::unit);
-        else
-            length = length.without(Attribute::unit);
-        return converter_.convert(length, u"m", context);
+        const Value length = value.with(amount->multiplying(*em->decimal()));
+        return converter_.convert(length.with(*em->string(Attribute::unit), Attribute::unit), u"m", context);
     }
 
 private:

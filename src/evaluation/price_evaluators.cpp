@@ -1,0 +1,202 @@
+// SPDX-License-Identifier: MIT
+#include "evaluation/price_evaluators.h"
+
+#include <algorithm>
+
+#include "base/text.h"
+#include "evaluation/element_replacement.h"
+
+namespace vemo {
+
+namespace {
+
+bool isOperator(const Element& element) {
+    return element.value.has(Attribute::operation);
+}
+
+bool isBlank(const Element& element) {
+    return element.value.isEmpty() && trimmed(element.text()).empty();
+}
+
+bool hasLetter(std::u16string_view text) {
+    return std::any_of(text.begin(), text.end(), [](char16_t c) { return isLetter(c); });
+}
+
+// What brackets with words hold, as in "$54 (order 88213)".
+bool isRemark(const Element& element) {
+    return element.value.has(Attribute::decimal) && element.text().starts_with(u'(') && hasLetter(element.text());
+}
+
+bool isBareNumber(const Element& element) {
+    return element.value.has(Attribute::decimal) && !element.value.has(Attribute::unit);
+}
+
+bool isCurrency(const Element& element, const UnitConverter& converter) {
+    const auto unit = element.value.string(Attribute::unit);
+    return unit && converter.isCurrency(*unit);
+}
+
+// A line seen from its amounts of money.
+class Description {
+public:
+    Description(const ElementList& elements, const UnitConverter& converter)
+        : elements_(elements), converter_(converter) {}
+
+    // True when there is an amount, and each stands apart from every operator that is applied.
+    bool holds() const {
+        bool any = false;
+        for (std::size_t i = 0; i < elements_.size(); ++i) {
+            const std::size_t end = amountAt(i);
+            if (end == i) continue;
+            if (meetsOperator(i, -1) || meetsOperator(end - 1, 1)) return false;
+            any = true;
+            i = end - 1;
+        }
+        return any;
+    }
+
+    // The next element in a direction that is no blank; their number without one.
+    std::size_t neighbour(std::size_t index, int step) const {
+        for (index += static_cast<std::size_t>(step); index < elements_.size(); index += static_cast<std::size_t>(step))
+            if (!isBlank(elements_[index])) return index;
+        return elements_.size();
+    }
+
+    bool isValueAt(std::size_t index) const {
+        return index < elements_.size() && !elements_[index].value.isEmpty() && !isOperator(elements_[index]);
+    }
+
+private:
+    // The end of the amount that begins there; the place itself when none does.
+    std::size_t amountAt(std::size_t i) const {
+        const Element& element = elements_[i];
+        if (element.value.has(Attribute::decimal)) {
+            if (isCurrency(element, converter_)) return i + 1;
+            if (!isBareNumber(element)) return i;
+            std::size_t next = neighbour(i, 1);
+            if (next < elements_.size() && elements_[next].value.has(Attribute::scale)) next = neighbour(next, 1);
+            const bool follows =
+                next < elements_.size() && isUnitAlone(next) && !isSignOfNextNumber(elements_, next, converter_);
+            return follows ? next + 1 : i;
+        }
+        if (!isUnitAlone(i)) return i;
+        const std::size_t next = neighbour(i, 1);
+        return next < elements_.size() && isBareNumber(elements_[next]) ? next + 1 : i;
+    }
+
+    bool isUnitAlone(std::size_t i) const {
+        return isCurrency(elements_[i], converter_) && !elements_[i].value.has(Attribute::decimal);
+    }
+
+    // True when, over words, an operator that is applied comes before any value.
+    bool meetsOperator(std::size_t from, int step) const {
+        const auto next = [&](std::size_t i) { return i + static_cast<std::size_t>(step); };
+        for (std::size_t i = next(from); i < elements_.size(); i = next(i)) {
+            if (elements_[i].value.isEmpty()) continue;
+            if (!isOperator(elements_[i])) return false;
+            if (isApplied(i)) return true;
+        }
+        return false;
+    }
+
+    bool isApplied(std::size_t i) const {
+        const Element& op = elements_[i];
+        const std::size_t before = neighbour(i, -1), after = neighbour(i, 1);
+        const auto id = *op.value.string(Attribute::operation);
+        if (id == u"in") {
+            return isValueAt(after) && !elements_[after].value.has(Attribute::decimal);
+        }
+        if (id == u"percent_of" || id == u"percent_on" || id == u"percent_off") return followsPercentage(i);
+        if (isHyphen(i)) return false;
+        return isValueAt(before) || isValueAt(after);
+    }
+
+    bool followsPercentage(std::size_t i) const {
+        while (i-- > 0) {
+            const Value& value = elements_[i].value;
+            if (!value.isEmpty()) return value.is(Attribute::unit, u"percent");
+        }
+        return false;
+    }
+
+    // Inside a word: "e-book", "H&M", "WD-40", "2-pack".
+    bool isHyphen(std::size_t i) const {
+        if (hasLetter(elements_[i].text())) return false;
+        const auto touchesWord = [&](std::size_t side, bool atEnd) {
+            if (side >= elements_.size() || !elements_[side].value.isEmpty()) return false;
+            const std::u16string& text = elements_[side].text();
+            return isLetter(atEnd ? text.back() : text.front());
+        };
+        return touchesWord(i - 1, true) || touchesWord(i + 1, false);
+    }
+
+    const ElementList& elements_;
+    const UnitConverter& converter_;
+};
+
+}  // namespace
+
+bool isSignOfNextNumber(const ElementList& elements, std::size_t index, const UnitConverter& unitConverter) {
+    const Element& sign = elements[index];
+    if (sign.value.has(Attribute::decimal) || !isCurrency(sign, unitConverter) || isLetter(sign.text().back()))
+        return false;
+    const bool touchesAfter = index + 1 < elements.size() && isBareNumber(elements[index + 1]);
+    const bool touchesBefore = index > 0 && isBareNumber(elements[index - 1]);
+    return touchesAfter && !touchesBefore;
+}
+
+std::size_t numberOfCode(const ElementList& elements, std::size_t index, const UnitConverter& unitConverter) {
+    const Element& code = elements[index];
+    const std::size_t none = index;
+    if (code.value.has(Attribute::decimal) || !isCurrency(code, unitConverter) || !isLetter(code.text().back()))
+        return none;
+    if (index + 2 >= elements.size() || !isBlank(elements[index + 1]) || !isBareNumber(elements[index + 2]))
+        return none;
+    const std::size_t before = index > 0 && isBlank(elements[index - 1]) ? index - 2 : index - 1;
+    return before < elements.size() && isBareNumber(elements[before]) ? none : index + 2;
+}
+
+std::optional<ElementList> PricedDescriptionEvaluator::evaluate(const ElementList& elements, Context&,
+                                                                const EvaluationContext&) const {
+    if (!elements.anyHas(Attribute::unit)) return std::nullopt;
+    const auto& all = elements.pointers();
+    const bool remarks = std::any_of(all.begin(), all.end(), [](const ElementPointer& e) { return isRemark(*e); });
+    if (!remarks && !elements.anyHas(Attribute::operation) && !elements.anyHas(Attribute::function))
+        return std::nullopt;
+    const bool words = std::any_of(all.begin(), all.end(),
+                                   [](const ElementPointer& e) { return e->value.isEmpty() && hasLetter(e->text()); });
+    const Description description(elements, unitConverter_);
+    if ((!words && !remarks) || !description.holds()) return std::nullopt;
+    ElementReplacer replacer(elements);
+    for (std::size_t i = 0; i < elements.size(); ++i) {
+        const Value& value = elements[i].value;
+        const bool unused = value.has(Attribute::function) && !description.isValueAt(description.neighbour(i, 1)) &&
+                            i + 1 < elements.size();
+        if (unused || value.has(Attribute::operation) ||
+            (isRemark(elements[i]) && !isCurrency(elements[i], unitConverter_)))
+            replacer.replace({i, 1}).append(makeElement({}, AttributedText(elements[i].text())));
+    }
+    return replacer.finished();
+}
+
+std::optional<ElementList> PriceEvaluator::evaluate(const ElementList& elements, Context& context,
+                                                    const EvaluationContext&) const {
+    if (!elements.anyHas(Attribute::unit)) return std::nullopt;
+    std::size_t values = 0;
+    std::optional<Value> total;
+    const Element* before = nullptr;  // the element before, blanks aside
+    for (const ElementPointer& element : elements.pointers()) {
+        if (!element->value.isEmpty()) ++values;
+        if (element->value.has(Attribute::decimal) && isCurrency(*element, unitConverter_)) {
+            // "log $100" lacks an argument: it is no price.
+            if (before && before->value.has(Attribute::function)) return std::nullopt;
+            const auto sum = total ? operationCalculator_.apply(u"+", *total, element->value, context) : element->value;
+            if (sum && !(sum->decimal() && sum->decimal()->notANumber())) total = sum;
+        }
+        if (!isBlank(*element)) before = element.get();
+    }
+    if (values < 2 || !total) return std::nullopt;
+    return reducedTo(*total, elements);
+}
+
+}  // namespace vemo

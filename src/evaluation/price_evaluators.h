@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "evaluation/evaluator.h"
+#include "evaluation/operation_calculator.h"
+#include "units/unit_converter.h"
+
+namespace vemo {
+
+// "Dinner at 7-Eleven for 2 $54": where every amount of money stands apart from the operators of a line with words,
+// these belong to the description. They become text, and so do
+// functions without an argument and brackets with words.
+class PricedDescriptionEvaluator : public Evaluator {
+public:
+    explicit PricedDescriptionEvaluator(const UnitConverter& unitConverter) : unitConverter_(unitConverter) {}
+    std::u16string_view name() const override { return u"PricedDescriptionEvaluator"; }
+    std::optional<ElementList> evaluate(const ElementList&, Context&, const EvaluationContext&) const override;
+
+private:
+    const UnitConverter& unitConverter_;
+};
+
+// "iPhone 15 $799": of values that nothing joins, the amount of money stands for all; several are added.
+class PriceEvaluator : public Evaluator {
+public:
+    PriceEvaluator(const UnitConverter& unitConverter, const OperationCalculator& operationCalculator)
+        : unitConverter_(unitConverter), operationCalculator_(operationCalculator) {}
+    std::u16string_view name() const override { return u"PriceEvaluator"; }
+    std::optional<ElementList> evaluate(const ElementList&, Context&, const EvaluationContext&) const override;
+
+private:
+    const UnitConverter& unitConverter_;
+    const OperationCalculator& operationCalculator_;
+};
+
+// A currency's sign, such as "$", that touches the number after it and none before.
+bool isSignOfNextNumber(const ElementList& elements, std::size_t index, const UnitConverter& unitConverter);
+
+// The place of the number that belongs to a currency's code or name before it, as in "1 night JPY 3500"; the place
+// itself for what is no such code, or where a number stands right before it, too.
+std::size_t numberOfCode(const ElementList& elements, std::size_t index, const UnitConverter& unitConverter);
+
+}  // namespace vemo
