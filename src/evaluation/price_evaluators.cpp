@@ -42,8 +42,10 @@ public:
     Description(const ElementList& elements, const UnitConverter& converter)
         : elements_(elements), converter_(converter) {}
 
-    // True when there is an amount, and each stands apart from every operator that is applied.
+    // True when there is an amount, each stands apart from every operator that is applied, and none is to a percentage.
     bool holds() const {
+        for (std::size_t i = 0; i < elements_.size(); ++i)
+            if (isOperator(elements_[i]) && !isHyphen(i) && touchesPercentage(i)) return false;
         bool any = false;
         for (std::size_t i = 0; i < elements_.size(); ++i) {
             const std::size_t end = amountAt(i);
@@ -116,6 +118,14 @@ private:
             const Value& value = elements_[i].value;
             if (!value.isEmpty()) return value.is(Attribute::unit, u"percent");
         }
+        return false;
+    }
+
+    bool touchesPercentage(std::size_t i) const {
+        std::size_t after = neighbour(i, 1);
+        if (after < elements_.size() && isBareNumber(elements_[after])) after = neighbour(after, 1);
+        for (const std::size_t side : {neighbour(i, -1), after})
+            if (side < elements_.size() && elements_[side].value.is(Attribute::unit, u"percent")) return true;
         return false;
     }
 

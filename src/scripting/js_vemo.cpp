@@ -59,7 +59,7 @@ std::optional<std::u16string> JSVemo::addUnit(const Unit& unit) {
         own.baseUnitId = resolved;
     }
     // An amount of a unit without a format is shown with the unit's name.
-    if (!own.format && !own.phrases.empty()) own.format = own.phrases.front();
+    if (!own.format && !own.phrases.empty() && !known) own.format = own.phrases.front();
     units_.registerUnit(own, false);
     if (!known) ownUnits_.insert(unit.id);
     defined_.push_back(joinedText({u"unit ", unit.id}));

@@ -128,6 +128,10 @@ void registerCurrencies(UnitRegistry& registry, const Localizer& localizer, std:
             appendCldrNames(code, name, unit.phrases);
             appendCldrNames(code, "en", unit.phrases);
         }
+        // Single words among these names ("sum" in Spanish) mean other things, too.
+        if (exact)
+            std::erase_if(unit.phrases,
+                          [&](const auto& phrase) { return phrase != code && phrase.find(u' ') == phrase.npos; });
         const std::u16string format = localizer.translationOrBase(code + u".format", table);
         unit.format = format.find(u".format") == format.npos ? format : code;
         unit.baseUnitId = u"USD";

@@ -96,14 +96,17 @@ TEST(QuickType, aCalculatorsVocabulary) {
     const auto calculator = newCalculator();
     const auto engine = calculator->buildQuickTypeEngine();
     PlainEngine plain;
+    std::map<std::u16string, int> weights;  // the best that a text is offered with
     std::map<std::u16string, bool> keys;
     for (const QuickTypeHint& hint : calculator->quickTypeHints()) {
         const bool digit = !hint.string.empty() && hint.string[0] >= u'0' && hint.string[0] <= u'9';
         if (digit || hint.string.find(u"variants") != hint.string.npos || graphemeCount(hint.string, 2) < 2) continue;
-        plain.registerHint(hint);
+        const auto [weight, added] = weights.try_emplace(hint.string, hint.weight);
+        if (!added) weight->second = std::max(weight->second, hint.weight);
         const std::u16string key = lowercased(hint.string);
         for (std::size_t length = 0; length <= key.size(); ++length) keys[key.substr(0, length)] = true;
     }
+    for (const auto& [string, weight] : weights) plain.registerHint({string, weight});
     EXPECT_GT(keys.size(), 1000u);
     for (const auto& [key, _] : keys)
         ASSERT_EQ(shown(engine->hintsFor({key, false})), shown(plain.hintsFor({key, false}, {}))) << utf8(key);
@@ -111,7 +114,48 @@ TEST(QuickType, aCalculatorsVocabulary) {
     EXPECT_EQ(shown(engine->hintsFor(u"Millio", {}, 0)), "million:0 millions:0");
     EXPECT_EQ(shown(engine->hintsFor(u"into", {}, 0)), "into:20");
     EXPECT_EQ(shown(engine->hintsFor(u"cel", {}, 0)), "celsius:0");
-    EXPECT_EQ(shown(engine->hintsFor(u"eur", {}, 0)), "EUR:10 euro:0 euros:0");
+    EXPECT_EQ(shown(engine->hintsFor(u"eur", {}, 0)), "EUR:20 euro:0 euros:0");
+}
+
+// What is offered first; the list stands in the documentation, too.
+TEST(QuickType, offersWhatIsTypedMostFirst) {
+    const auto engine = newCalculator()->buildQuickTypeEngine();
+    std::string offered;
+    const auto list = [&](std::u16string_view key) {
+        offered += "\n|";
+        for (const QuickTypeHint& hint : engine->hintsFor(key, {}, 0)) offered += ' ' + utf8(hint.string);
+    };
+    list(u"");
+    for (char16_t letter = u'a'; letter <= u'z'; ++letter) list(std::u16string_view(&letter, 1));
+    EXPECT_EQ(offered, R"(
+| EUR JPY USD as in
+| as AUD AED AFN ALL
+| BYN BAM BBD BDT BGN
+| CAD CHF CNY CDF CLP
+| DASH DJF DKK DOGE DOP
+| EUR EAC EB EGP EMC
+| FCT FJD FKP FTC fact
+| GBP GB GEL GHS GIP
+| HKD HNL HRK HTG HUF
+| in into IDR ILS INR
+| JPY JMD JOD jamaican japanese
+| KES KGS KHR KMF KPW
+| LAK LBP LD LKR LRD
+| MAD MB MDL MGA MKD
+| NZD NAD NGN NIO NMC
+| OMR of of what is off off what is
+| PAB PB PEN PGK PHP
+| QAR qatari qt qts quart
+| RUB RON RSD RWF root
+| SAR SBD SCR SDG SEK
+| to TB THB TJS TMT
+| USD UAH UGX UYU UZS
+| VEF VND VTC VUV vanuatu
+| WST week weeks west wk
+| XAF XCD XMR XOF XPF
+| YB YER Ybit Yg YiB
+| ZAR ZB ZMW Zbit Zg)");
+    EXPECT_EQ(engine->hintsFor(u"km", {}, 0)[0].string, u"km");
 }
 
 TEST(QuickType, isSwitchedOffByTheConfiguration) {

@@ -51,7 +51,7 @@ TEST(Runs, tellDatesFromLabelsAndArithmetic) {
     EXPECT_EQ(runs("10:30"), "num:10:30");
     EXPECT_EQ(runs("standup 10:30 + 90 min"), "standup |num:10:30| |oprtrsmb:+| |num:90| |unit:min");
     EXPECT_EQ(runs("meeting at 10:30: 50"), "lbl:meeting at 10:30:| |num:50");
-    EXPECT_EQ(runs("due: 10:30"), "due: |num:10:30");
+    EXPECT_EQ(runs("due: 10:30"), "lbl:due:| |num:10:30");
     EXPECT_EQ(runs("March 14, 2027 - March 4, 2027"), "num:March 14, 2027| |oprtrsmb:-| |num:March 4, 2027");
     EXPECT_EQ(runs("next friday + 3 days"), "num:next friday| |oprtrsmb:+| |num:3| |unit:days");
     EXPECT_EQ(runs("lunch on Friday"), "lunch |num:on Friday");
