@@ -17,7 +17,7 @@ struct QuickTypeHint {
 };
 
 // Completes the word being typed, in any case: at most five hints, best first. Registered hints of equal weight are in
-// the order of their UTF-16 units. Asking is safe from several threads, registering is not.
+// the order of their letters, whatever their case. Asking is safe from several threads, registering is not.
 class QuickTypeEngine {
 public:
     static constexpr std::size_t maxElementsInArray = 5;

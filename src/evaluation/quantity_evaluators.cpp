@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "evaluation/quantity_evaluators.h"
 
-#include <algorithm>
-
 #include "evaluation/price_evaluators.h"
 #include "records/context_map.h"
 
@@ -123,10 +121,13 @@ std::optional<ElementList> ConvertableValueSequenceEvaluator::evaluate(const Ele
     return replacingMatches(elements, matcher_, [&](const Match& match) -> std::optional<Value> {
         const std::vector<ElementRange> values = match.groups(u"value");
         if (values.size() == 1) return std::nullopt;
-        const auto money = std::count_if(values.begin(), values.end(), [&](const ElementRange& range) {
-            return unitConverter_.isCurrency(*elements[range.location].value.string(Attribute::unit));
-        });
-        if (money != 0 && money != std::ssize(values)) return std::nullopt;
+        bool money = false, others = false;
+        for (const ElementRange& range : values) {
+            const auto unit = *elements[range.location].value.string(Attribute::unit);
+            if (unit == u"percent") continue;
+            (unitConverter_.isCurrency(unit) ? money : others) = true;
+        }
+        if (money && others) return std::nullopt;
         return foldGroup(elements, match, u"value", u"+", operationCalculator_, context);
     });
 }

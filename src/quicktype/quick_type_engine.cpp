@@ -16,6 +16,18 @@ constexpr std::size_t most = QuickTypeEngine::maxElementsInArray;
 }  // namespace
 
 // Every beginning of a lower-cased hint is a node, which keeps the best hints that begin so.
+namespace {
+
+// By letters without regard to ASCII case: "km" before "KMF".
+bool comesBefore(std::u16string_view a, std::u16string_view b) {
+    const auto folded = [](char16_t c) { return c >= u'A' && c <= u'Z' ? static_cast<char16_t>(c + 32) : c; };
+    const auto less = [&](char16_t x, char16_t y) { return folded(x) < folded(y); };
+    if (std::lexicographical_compare(a.begin(), a.end(), b.begin(), b.end(), less)) return true;
+    return !std::lexicographical_compare(b.begin(), b.end(), a.begin(), a.end(), less) && a < b;
+}
+
+}  // namespace
+
 struct QuickTypeEngine::Trie {
     using Index = std::uint32_t;
     static constexpr Index none = ~Index(0);
@@ -67,7 +79,7 @@ struct QuickTypeEngine::Trie {
     bool isBetter(Index a, Index b) const {
         const QuickTypeHint& left = entries[a].hint;
         const QuickTypeHint& right = entries[b].hint;
-        return left.weight != right.weight ? left.weight > right.weight : left.string < right.string;
+        return left.weight != right.weight ? left.weight > right.weight : comesBefore(left.string, right.string);
     }
 
     void place(Node& node, Index hint) const {

@@ -25,7 +25,10 @@ public:
             std::erase_if(list, [&](const auto& other) { return other.string == hint.string; });
             list.insert(std::lower_bound(list.begin(), list.end(), hint,
                                          [](const QuickTypeHint& a, const QuickTypeHint& b) {
-                                             return a.weight != b.weight ? a.weight > b.weight : a.string < b.string;
+                                             return a.weight != b.weight
+                                                        ? a.weight > b.weight
+                                                        : std::pair(lowercased(a.string), a.string) <
+                                                              std::pair(lowercased(b.string), b.string);
                                          }),
                         hint);
             if (list.size() > 5) list.resize(5);
