@@ -13,11 +13,6 @@ namespace {
 
 constexpr std::size_t most = QuickTypeEngine::maxElementsInArray;
 
-}  // namespace
-
-// Every beginning of a lower-cased hint is a node, which keeps the best hints that begin so.
-namespace {
-
 // By letters without regard to ASCII case: "km" before "KMF".
 bool comesBefore(std::u16string_view a, std::u16string_view b) {
     const auto folded = [](char16_t c) { return c >= u'A' && c <= u'Z' ? static_cast<char16_t>(c + 32) : c; };
@@ -28,6 +23,7 @@ bool comesBefore(std::u16string_view a, std::u16string_view b) {
 
 }  // namespace
 
+// Every beginning of a lower-cased hint is a node, which keeps the best hints that begin so.
 struct QuickTypeEngine::Trie {
     using Index = std::uint32_t;
     static constexpr Index none = ~Index(0);

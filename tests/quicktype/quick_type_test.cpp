@@ -15,6 +15,13 @@ namespace {
 
 using Hints = std::vector<QuickTypeHint>;
 
+// With ASCII letters in lower case.
+std::u16string folded(std::u16string text) {
+    for (char16_t& c : text)
+        if (c >= u'A' && c <= u'Z') c = static_cast<char16_t>(c + 32);
+    return text;
+}
+
 // What an answer is, word for word: a list under every beginning of every hint.
 class PlainEngine {
 public:
@@ -25,10 +32,9 @@ public:
             std::erase_if(list, [&](const auto& other) { return other.string == hint.string; });
             list.insert(std::lower_bound(list.begin(), list.end(), hint,
                                          [](const QuickTypeHint& a, const QuickTypeHint& b) {
-                                             return a.weight != b.weight
-                                                        ? a.weight > b.weight
-                                                        : std::pair(lowercased(a.string), a.string) <
-                                                              std::pair(lowercased(b.string), b.string);
+                                             return a.weight != b.weight ? a.weight > b.weight
+                                                                         : std::pair(folded(a.string), a.string) <
+                                                                               std::pair(folded(b.string), b.string);
                                          }),
                         hint);
             if (list.size() > 5) list.resize(5);
