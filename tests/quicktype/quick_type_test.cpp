@@ -137,33 +137,33 @@ TEST(QuickType, offersWhatIsTypedMostFirst) {
     list(u"");
     for (char16_t letter = u'a'; letter <= u'z'; ++letter) list(std::u16string_view(&letter, 1));
     EXPECT_EQ(offered, R"(
-| EUR JPY USD as in
-| as AUD AED AFN ALL
+| as EUR in into JPY
+| as AUD abs AED AFN
 | BYN BAM BBD BDT BGN
-| CAD CHF CNY CDF CLP
-| DASH DJF DKK DOGE DOP
-| EUR EAC EB EGP EMC
-| FCT FJD FKP FTC fact
-| GBP GB GEL GHS GIP
-| HKD HNL HRK HTG HUF
+| CAD CHF CNY cbrt CDF
+| daB dabit dag dal dam
+| EUR EAC EB Ebit Eg
+| fact FCT fg FJD FKP
+| GBP GB Gbit GEL Gg
+| hB hbit hg HKD hl
 | in into IDR ILS INR
 | JPY JMD JOD jamaican japanese
-| KES KGS KHR KMF KPW
-| LAK LBP LD LKR LRD
-| MAD MB MDL MGA MKD
-| NZD NAD NGN NIO NMC
-| OMR of of what is off off what is
-| PAB PB PEN PGK PHP
+| kB kbit KES kg KGS
+| LAK last LBP LD LKR
+| MAD MB Mbit MDL mean
+| NZD NAD ng NGN NIO
+| of OMR of what is off off what is
+| PAB PB Pbit PEN Pg
 | QAR qatari qt qts quart
-| RUB RON RSD RWF root
+| RUB RON root round RSD
 | SAR SBD SCR SDG SEK
-| to TB THB TJS TMT
-| USD UAH UGX UYU UZS
+| to tan tanh TB Tbit
+| USD UAH UGX unixtime UYU
 | VEF VND VTC VUV vanuatu
 | WST week weeks west wk
 | XAF XCD XMR XOF XPF
-| YB YER Ybit Yg YiB
-| ZAR ZB ZMW Zbit Zg)");
+| YB Ybit YER yesterday Yg
+| ZAR ZB Zbit Zg zg)");
     EXPECT_EQ(engine->hintsFor(u"km", {}, 0)[0].string, u"km");
 }
 
