@@ -65,6 +65,7 @@ struct QuickTypeData {
 class Context;
 class ContextMap;
 class LineResult;
+class Remarks;
 
 class ContextDelegate {
 public:
@@ -133,6 +134,9 @@ public:
     void addQuickTypeToken(std::u16string_view token);
     void addQuickTypeExpression(std::u16string_view expression);
     const QuickTypeData& quickTypeData() const;
+    // What the evaluation remarks on the line under way; null where it has remarked nothing.
+    Remarks& remarks();
+    const Remarks* remarksIfAny() const;
 
     const ContextMap& data() const;
     const ContextMap& updates() const;

@@ -16,6 +16,7 @@
 #include "vemo/environment.h"
 #include "vemo/executor.h"
 #include "vemo/quick_type.h"
+#include "vemo/remarks.h"
 
 namespace vemo {
 
@@ -73,6 +74,12 @@ public:
             AttributedText attributedText() const;  // joins to the line's text
             FormattedValue formattedResult() const;
             QuickTypeData quickTypeData() const;
+            // Remarks on parts of the line, in the order of their coming; on most lines none.
+            std::vector<Note> notes() const;
+            // Why there is no result, where the line asks for one.
+            std::optional<Reason> reason() const;
+            // The result itself: a number with its unit's id, or an instant with its zone; without attributes for none.
+            Value value() const;
             std::u16string extensionsLog() const;  // what user scripts logged while it was calculated
 
         private:

@@ -6,6 +6,7 @@
 #include <limits>
 #include <span>
 
+#include "engine/line_remarks.h"
 #include "evaluation/element_replacement.h"
 #include "scanning/string_extractor.h"
 #include "scripting/js_runner.h"
@@ -102,12 +103,16 @@ LineResultPointer Calculator::calculateLine(std::u16string_view text, Context& d
     const std::size_t logged = jsRunner_ ? jsRunner_->log().size() : 0;
     if (debug) trace(u"=== Debug for '" + line + u"' ===");
     Context context = document.layer();
-    ElementList elements;
+    ElementList elements, written;
     if (line.size() > longestLine) {
         elements.append(makeElement(errorValue(), AttributedText(line)));
+        context.remarks().reason(ReasonCode::tooLong);
+        written = ElementList({makeElement(errorValue(), AttributedText(line))});
     } else {
         elements = extractElements(line, context, debug);
         if (debug) trace(u"Elements extraction: " + elements.shortDescription());
+        written = elements;
+        remarkOnText(elements, locale_, context_, context);
         tooDeep_ = false;
         elements = evaluate(elements, context, 0, debug);
         if (tooDeep_)
@@ -119,7 +124,8 @@ LineResultPointer Calculator::calculateLine(std::u16string_view text, Context& d
     const std::u16string extensionsLog = jsRunner_ ? jsRunner_->log().substr(logged) : u"";
     LineResultPointer result =
         LineResult::make(value, context.updates(), context.dependencies(), withText(elements.attributedText(), text),
-                         formatted, context.quickTypeData(), extensionsLog);
+                         formatted, context.quickTypeData(), extensionsLog,
+                         spokenRemarks(context, written, formatted.regular.has_value(), localizer_));
     context = Context();  // no longer shares the document's data, which can then be changed in place
     document.addUpdatesOf(*result);
     document.addDependenciesOf(result);
@@ -149,6 +155,7 @@ ElementList Calculator::evaluate(const ElementList& elements, Context& context, 
     assert(startEvaluatorIndex <= evaluators_.size());
     if (evaluationDepth_ >= deepestEvaluation) {
         tooDeep_ = true;
+        context.remarks().reason(ReasonCode::tooDeep);
         return reducedTo(errorValue(), elements);
     }
     ++evaluationDepth_;
@@ -156,7 +163,10 @@ ElementList Calculator::evaluate(const ElementList& elements, Context& context, 
     for (std::size_t i = startEvaluatorIndex; i < evaluators_.size(); ++i) {
         const Evaluator& evaluator = *evaluators_[i];
         const ElementList& current = latest ? *latest : elements;
-        if (auto reduced = evaluator.evaluate(current, context, {*this, i, debug})) latest = std::move(reduced);
+        if (auto reduced = evaluator.evaluate(current, context, {*this, i, debug})) {
+            latest = std::move(reduced);
+            latest->setLocation(elements.location());
+        }
         if (debug)
             trace(u"Evaluate " + std::u16string(evaluator.name()) + u": " +
                   (latest ? *latest : elements).shortDescription());

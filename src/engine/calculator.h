@@ -129,6 +129,7 @@ private:
 
     QuickTypeCollector quickTypeCollector_;
     Localizer localizer_;
+    LocaleInfo locale_;
     PlaceNames placeNames_;
     std::unique_ptr<OnlineData> online_;  // null without a scheduler
     bool cryptoInitialized_ = false;      // guarded by the context's lock

@@ -230,6 +230,15 @@ FormattedValue VemoEngine::Result::Line::formattedResult() const {
 QuickTypeData VemoEngine::Result::Line::quickTypeData() const {
     return result_->quickTypeData();
 }
+std::vector<Note> VemoEngine::Result::Line::notes() const {
+    return result_->remarks().notes;
+}
+std::optional<Reason> VemoEngine::Result::Line::reason() const {
+    return result_->remarks().reason;
+}
+Value VemoEngine::Result::Line::value() const {
+    return result_->value();
+}
 std::u16string VemoEngine::Result::Line::extensionsLog() const {
     return std::u16string(result_->extensionsLog());
 }

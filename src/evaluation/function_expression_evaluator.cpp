@@ -2,6 +2,7 @@
 #include "evaluation/function_expression_evaluator.h"
 
 #include "evaluation/element_replacement.h"
+#include "records/remarks.h"
 
 namespace vemo {
 
@@ -14,7 +15,16 @@ std::optional<ElementList> FunctionExpressionEvaluator::evaluate(const ElementLi
         if (!function) return std::nullopt;
         std::vector<Value> values;
         for (const ElementRange& range : match.groups(u"values")) values.push_back(elements[range.location].value);
-        return function->evaluate(values, context);
+        auto result = function->evaluate(values, context);
+        const std::u16string& name = elements[match.group(u"function")->location].text();
+        if (!result && function->takesSigns()) context.remarks().reason(ReasonCode::missingArgument, name);
+        if (result && result->decimal() && result->decimal()->notANumber())
+            context.remarks().reason(ReasonCode::outOfRange, name);
+        const std::vector<ElementRange> arguments = match.groups(u"values");
+        for (std::size_t i = function->mostValues(); result && i < arguments.size(); ++i)
+            context.remarks().note(NoteKind::unusedArgument,
+                                   elements.trimmedRangeOf(arguments[i].location, arguments[i].end()), name);
+        return result;
     });
 }
 

@@ -5,6 +5,7 @@
 
 #include "evaluation/element_replacement.h"
 #include "records/context_map.h"
+#include "records/remarks.h"
 
 namespace vemo {
 
@@ -56,6 +57,12 @@ bool beginsWithCapital(const ElementList& elements, std::size_t from, std::size_
     return lowercased(first) != first;
 }
 
+ElementList unknownPlace(const ElementList& elements, std::size_t from, std::size_t to, Context& context) {
+    const std::u16string words = elements.slice(from, to).text();
+    context.remarks().reason(ReasonCode::unknownPlace, trimmed(words));
+    return reducedTo(errorValue(), elements);
+}
+
 bool mayBeOfPlace(const Element& element) {
     const Value& value = element.value;
     return !value.has(Attribute::decimal) && !value.has(Attribute::parenthesis) && !isOfTime(element) &&
@@ -69,10 +76,10 @@ std::optional<ElementList> GeoNamesParser::evaluate(const ElementList& elements,
     const auto& all = elements.pointers();
     if (std::none_of(all.begin(), all.end(), [](const auto& e) { return isConversion(*e) || isTimeFunction(*e); }))
         return std::nullopt;
-    return places_ ? withKnownPlaces(elements) : withLookedUpPlaces(elements, context);
+    return places_ ? withKnownPlaces(elements, context) : withLookedUpPlaces(elements, context);
 }
 
-std::optional<ElementList> GeoNamesParser::withKnownPlaces(const ElementList& elements) const {
+std::optional<ElementList> GeoNamesParser::withKnownPlaces(const ElementList& elements, Context& context) const {
     ElementReplacer replacer(elements);
     const auto replace = [&](std::size_t from, std::size_t to) {
         // Inside a name an operator's sign is punctuation; at its ends it is no part of it.
@@ -97,13 +104,15 @@ std::optional<ElementList> GeoNamesParser::withKnownPlaces(const ElementList& el
             }
             // A place that is not known has no time: the local one would be wrong.
             if (start == 0 && !replacer.changed() && isText(elements, 0, i) && beginsWithCapital(elements, 0, i))
-                return reducedTo(errorValue(), elements);
+                return unknownPlace(elements, 0, i, context);
         } else if (isConversion(elements[i]) && timeBefore) {
             std::size_t to = i + 1;
             while (to < elements.size() && to - i <= mostElements && mayBeOfPlace(elements[to])) ++to;
             const bool text = isText(elements, i + 1, to);
+            const std::size_t wordsEnd = to;
             while (to > i + 1 && !replace(i + 1, to)) --to;
-            if (to == i + 1 && text && !elements.anyHas(Attribute::decimal)) return reducedTo(errorValue(), elements);
+            if (to == i + 1 && text && !elements.anyHas(Attribute::decimal))
+                return unknownPlace(elements, i + 1, wordsEnd, context);
             if (to > i + 1) {
                 start = to;
                 i = to - 1;
@@ -124,7 +133,10 @@ std::optional<ElementList> GeoNamesParser::withLookedUpPlaces(const ElementList&
         const std::u16string key = geoNameKey(name);
         context.addDependencyOn(key, std::nullopt, Value());
         const auto* zone = context.get<std::u16string>(key);
-        if (!zone) return reducedTo(errorValue(), elements);
+        if (!zone) {
+            context.remarks().reason(ReasonCode::placeAwaited, name);
+            return reducedTo(errorValue(), elements);
+        }
         appendPlace(text, name, *zone, replacer.replace({place, 1}));
     }
     return replacer.finished();

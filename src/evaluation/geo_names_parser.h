@@ -18,7 +18,7 @@ public:
     std::optional<ElementList> evaluate(const ElementList&, Context&, const EvaluationContext&) const override;
 
 private:
-    std::optional<ElementList> withKnownPlaces(const ElementList& elements) const;
+    std::optional<ElementList> withKnownPlaces(const ElementList& elements, Context& context) const;
     std::optional<ElementList> withLookedUpPlaces(const ElementList& elements, Context& context) const;
 
     const Places* places_;

@@ -24,17 +24,22 @@ std::optional<Value> OperationCalculator::apply(std::u16string_view operatorId, 
                                                 Context& context) const {
     if (isNotANumber(left) || isNotANumber(right)) return Value(DecimalNumber::notANumberValue());
     for (const auto& entry : operationCollection_.operations(operatorId)) {
-        if (auto result = entry.item->calculate(left, right, context)) return result;
+        auto result = entry.item->calculate(left, right, context);
+        if (!result) continue;
+        if (isNotANumber(*result)) remarks_.failed(operatorId, left, right, context);
+        return result;
     }
     if (right.isEmpty()) return left;
     if (left.isEmpty()) return right;
+    remarks_.failed(operatorId, left, right, context);
     return std::nullopt;
 }
 
 std::optional<Value> OperationCalculator::calculate(std::vector<Value> values, std::vector<Value> operators,
-                                                    Context& context) const {
+                                                    Context& context, std::vector<TextRange> ranges) const {
     if (values.empty() || operators.size() + 1 < values.size()) return std::nullopt;
     operators.resize(values.size() - 1);
+    ranges.resize(values.size());
     std::vector<int> priorities(operators.size());
     std::transform(operators.begin(), operators.end(), priorities.begin(),
                    [&](const Value& op) { return priority(op); });
@@ -44,8 +49,13 @@ std::optional<Value> OperationCalculator::calculate(std::vector<Value> values, s
         const auto left = values.begin() + index;
         const auto op = operators.begin() + index;
         const bool failed = isNotANumber(*left) || isNotANumber(*(left + 1));
-        auto result = apply(op->string(Attribute::operation).value_or(u""), *left, *(left + 1), context);
+        const std::u16string_view id = op->string(Attribute::operation).value_or(u"");
+        auto result = apply(id, *left, *(left + 1), context);
         if (!result || failed) return result;
+        const auto range = ranges.begin() + index;
+        range->length = (range + 1)->end() - range->location;
+        remarks_.applied(id, *left, *(left + 1), *range, context);
+        ranges.erase(range + 1);
         *left = *std::move(result);
         values.erase(left + 1);
         operators.erase(op);

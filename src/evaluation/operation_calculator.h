@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "evaluation/operation_collection.h"
+#include "evaluation/operation_remarks.h"
 #include "evaluation/operator_collection.h"
 #include "functions/reduction.h"
 
@@ -14,12 +15,15 @@ namespace vemo {
 // left among equals, each operator by the first of its operations that accepts the operands.
 class OperationCalculator : public Reduction {
 public:
-    OperationCalculator(const OperatorCollection& operators, const OperationCollection& operations)
-        : operatorCollection_(operators), operationCollection_(operations) {}
+    OperationCalculator(const OperatorCollection& operators, const OperationCollection& operations,
+                        const UnitConverter& unitConverter)
+        : operatorCollection_(operators), operationCollection_(operations), remarks_(unitConverter) {}
 
     // `operators[i]` stands between `values[i]` and `values[i + 1]`; further ones are ignored. Nothing when
     // there are too few, or when one can't be applied. An operand that is not-a-number ends the reduction.
-    std::optional<Value> calculate(std::vector<Value> values, std::vector<Value> operators, Context& context) const;
+    // `ranges` are those of the values in their line, for remarks; they may be left out.
+    std::optional<Value> calculate(std::vector<Value> values, std::vector<Value> operators, Context& context,
+                                   std::vector<TextRange> ranges = {}) const;
 
     // Two operands and one operator id.
     std::optional<Value> apply(std::u16string_view operatorId, const Value& left, const Value& right,
@@ -30,6 +34,7 @@ private:
 
     const OperatorCollection& operatorCollection_;
     const OperationCollection& operationCollection_;
+    OperationRemarks remarks_;
 };
 
 }  // namespace vemo

@@ -5,6 +5,7 @@
 
 #include "base/text.h"
 #include "evaluation/element_replacement.h"
+#include "records/remarks.h"
 
 namespace vemo {
 
@@ -66,6 +67,10 @@ public:
 
     bool isValueAt(std::size_t index) const {
         return index < elements_.size() && !elements_[index].value.isEmpty() && !isOperator(elements_[index]);
+    }
+
+    bool isNumberAt(std::size_t index) const {
+        return index < elements_.size() && elements_[index].value.has(Attribute::decimal);
     }
 
 private:
@@ -166,7 +171,7 @@ std::size_t numberOfCode(const ElementList& elements, std::size_t index, const U
     return before < elements.size() && isBareNumber(elements[before]) ? none : index + 2;
 }
 
-std::optional<ElementList> PricedDescriptionEvaluator::evaluate(const ElementList& elements, Context&,
+std::optional<ElementList> PricedDescriptionEvaluator::evaluate(const ElementList& elements, Context& context,
                                                                 const EvaluationContext&) const {
     if (!elements.anyHas(Attribute::unit)) return std::nullopt;
     const auto& all = elements.pointers();
@@ -182,6 +187,13 @@ std::optional<ElementList> PricedDescriptionEvaluator::evaluate(const ElementLis
         const Value& value = elements[i].value;
         const bool unused = value.has(Attribute::function) && !description.isValueAt(description.neighbour(i, 1)) &&
                             i + 1 < elements.size();
+        // "4 * 3 nights $50" was meant to be calculated; "12/3 dentist $150" hardly.
+        if (value.has(Attribute::operation) && i > 0 && i + 1 < elements.size() && isBlank(elements[i - 1]) &&
+            isBlank(elements[i + 1])) {
+            const std::size_t before = description.neighbour(i, -1), after = description.neighbour(i, 1);
+            if (description.isNumberAt(before) && description.isNumberAt(after))
+                context.remarks().note(NoteKind::unusedValue, elements.trimmedRangeOf(before, after + 1));
+        }
         if (unused || value.has(Attribute::operation) ||
             (isRemark(elements[i]) && !isCurrency(elements[i], unitConverter_)))
             replacer.replace({i, 1}).append(makeElement({}, AttributedText(elements[i].text())));
@@ -206,6 +218,9 @@ std::optional<ElementList> PriceEvaluator::evaluate(const ElementList& elements,
         if (!isBlank(*element)) before = element.get();
     }
     if (values < 2 || !total) return std::nullopt;
+    for (std::size_t i = 0; i < elements.size(); ++i)
+        if (elements[i].value.is(Attribute::unit, u"percent"))
+            context.remarks().note(NoteKind::unusedPercentage, elements.trimmedRangeOf(i, i + 1));
     return reducedTo(*total, elements);
 }
 

@@ -3,6 +3,7 @@
 
 #include "evaluation/price_evaluators.h"
 #include "records/context_map.h"
+#include "records/remarks.h"
 
 namespace vemo {
 
@@ -51,10 +52,15 @@ std::optional<ElementList> AssignmentEvaluator::evaluate(const ElementList& elem
 
     ElementList text = elements.slice(0, expression.location);
     for (const ElementPointer& element : evaluated.pointers()) text.append(element);
-    if (stored && !stored->isEmpty() && isValidName(name) && isWholeName(elements, nameParts.location)) {
+    const bool defines = stored && !stored->isEmpty() && isValidName(name) && isWholeName(elements, nameParts.location);
+    if (defines) {
         context.setValue(*stored, name);
         for (std::size_t i = nameParts.location; i < nameParts.end(); ++i)
             text.replace(i, 1, makeElement({}, AttributedText(elements[i].text(), RunType::variable)));
+    }
+    if (!defines && !assigned.isEmpty()) {
+        const TextRange written = elements.trimmedRangeOf(0, match.group(u"assignment")->location);
+        context.remarks().note(NoteKind::withoutEffect, written);
     }
     return reducedTo(assigned, text);
 }

@@ -3,7 +3,9 @@
 
 #include <algorithm>
 
+#include "evaluation/operand_remarks.h"
 #include "records/context_map.h"
+#include "records/remarks.h"
 
 namespace vemo {
 
@@ -22,6 +24,11 @@ ElementList bracketed(const ElementList& inside, const Element& opening, const E
     last.append(closing.attributedText);
     elements.back() = makeElement(elements.back()->value, std::move(last));
     return ElementList(std::move(elements));
+}
+
+ElementList unbalanced(const ElementList& elements, Context& context) {
+    context.remarks().reason(ReasonCode::unbalancedBrackets);
+    return reducedTo(errorValue(), elements);
 }
 
 }  // namespace
@@ -61,7 +68,7 @@ std::optional<ElementList> ParenthesesEvaluator::evaluate(const ElementList& ele
         if (bracket == u"(") {
             if (depth++ == 0) start = i;
         } else if (bracket == u")") {
-            if (depth == 0) return reducedTo(errorValue(), elements);
+            if (depth == 0) return unbalanced(elements, context);
             if (--depth > 0) continue;
             const ElementList inside = evaluationContext.evaluate(elements.slice(start + 1, i), context);
             const ElementList group = bracketed(inside, elements[start], elements[i]);
@@ -70,7 +77,7 @@ std::optional<ElementList> ParenthesesEvaluator::evaluate(const ElementList& ele
             result.append(elements.pointers()[i]);
         }
     }
-    if (depth > 0) return reducedTo(errorValue(), elements);
+    if (depth > 0) return unbalanced(elements, context);
     return result;
 }
 
@@ -101,25 +108,38 @@ std::optional<ElementList> OperationEvaluator::evaluate(const ElementList& given
         all.begin(), all.end(), [](const ElementPointer& e) { return e->value.has(Attribute::operation); }));
     std::vector<Value> operands;
     std::vector<Value> operators;
+    std::vector<TextRange> ranges;
     operands.reserve(operatorCount + 1);
     operators.reserve(operatorCount);
+    ranges.reserve(operatorCount + 1);
     AttributedText text;
+    OperandRemarks remarks(elements, context);
     std::size_t start = 0;
-    for (std::size_t i = 0; i <= elements.size(); ++i) {
-        if (i < elements.size() && !elements[i].value.has(Attribute::operation)) continue;
+    std::size_t location = elements.location();  // of the element at `start`
+    for (std::size_t i = 0, end = location; i <= elements.size(); ++i) {
+        if (i < elements.size() && !elements[i].value.has(Attribute::operation)) {
+            end += elements[i].text().size();
+            continue;
+        }
         operands.emplace_back();
+        ranges.push_back({location, end - location});
         if (start < i) {
-            const ElementList group = elements.slice(start, i);
+            ElementList group = elements.slice(start, i);
             const ElementList evaluated = evaluationContext.evaluate(group, context);
             const ElementList& reduced = evaluated.empty() ? group : evaluated;
             operands.back() = reduced[0].value;
+            remarks.unusedValues(reduced);
             text.append(reduced.attributedText());
         }
+        remarks.operand(start, i, operands.back());
         if (i == elements.size()) break;
         operators.push_back(elements[i].value);
         text.append(elements[i].attributedText);
         start = i + 1;
+        end += elements[i].text().size();
+        location = end;
     }
+    remarks.finish();
     // "3 cups of milk in ml": such a word before one without a value is text like that.
     constexpr std::u16string_view percentages[] = {u"percent_of", u"percent_on", u"percent_off"};
     for (std::size_t i = operators.size(); i-- > 0;) {
@@ -129,12 +149,14 @@ std::optional<ElementList> OperationEvaluator::evaluate(const ElementList& given
             continue;
         operators.erase(operators.begin() + static_cast<std::ptrdiff_t>(i));
         operands.erase(operands.begin() + static_cast<std::ptrdiff_t>(i) + 1);
+        ranges.erase(ranges.begin() + static_cast<std::ptrdiff_t>(i) + 1);
     }
     for (std::size_t i = 0; i < operators.size(); ++i) {
         if (operands[i].isEmpty() && operators[i].is(Attribute::operation, u"-"))
             operators[i] = operators[i].with(DecimalNumber::fromInt64(unaryMinusPriority), Attribute::opPriority);
     }
-    const auto result = operationCalculator_.calculate(std::move(operands), std::move(operators), context);
+    const auto result =
+        operationCalculator_.calculate(std::move(operands), std::move(operators), context, std::move(ranges));
     return ElementList({makeElement(result.value_or(Value()), std::move(text))});
 }
 

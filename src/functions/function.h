@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <vector>
 
@@ -17,6 +19,8 @@ public:
     virtual std::optional<Value> evaluate(const std::vector<Value>& values, Context& context) const = 0;
     // True when a sign between the name and a number belongs to the number: "abs -5", but not "sum -5".
     virtual bool takesSigns() const { return false; }
+    // How many values it uses; further ones are ignored.
+    virtual std::size_t mostValues() const { return SIZE_MAX; }
 };
 
 class FunctionOfNumbers : public Function {

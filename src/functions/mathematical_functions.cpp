@@ -17,6 +17,7 @@ public:
         const auto x = values.empty() ? std::nullopt : values[0].decimal();
         return x ? std::optional(values[0].with(formula_(*x))) : std::nullopt;
     }
+    std::size_t mostValues() const override { return 1; }
 
 private:
     UnaryFormula formula_;
@@ -30,6 +31,7 @@ public:
         if (values.size() < 2 || !values[0].decimal() || !values[1].decimal()) return std::nullopt;
         return values[0].with(formula_(*values[0].decimal(), *values[1].decimal()));
     }
+    std::size_t mostValues() const override { return 2; }
 
 private:
     BinaryFormula formula_;
@@ -46,6 +48,7 @@ public:
         const auto radians = angle ? angle->decimal() : std::nullopt;
         return radians ? std::optional(angle->without(Attribute::unit).with(formula_(*radians))) : std::nullopt;
     }
+    std::size_t mostValues() const override { return 1; }
 
 private:
     UnaryFormula formula_;
@@ -64,6 +67,7 @@ public:
         const auto degrees = unitConverter_.convert(angle, u"degree", context);
         return degrees ? degrees : angle;
     }
+    std::size_t mostValues() const override { return 1; }
 
 private:
     UnaryFormula formula_;

@@ -8,6 +8,7 @@
 #include "base/text.h"
 #include "records/context_map.h"
 #include "records/line_result.h"
+#include "records/remarks.h"
 
 namespace vemo {
 
@@ -52,6 +53,7 @@ struct Context::State {
     std::vector<LineResultPointer> linesDependedOn;  // whose dependencies are still to be written
     std::atomic<bool> dependenciesWait = false;
     QuickTypeData quickTypeData;
+    std::unique_ptr<Remarks> remarks;                // null on most lines
     std::shared_ptr<const VariableIndex> variables;  // null before the first variable
     ContextDelegate* delegate = nullptr;
     bool pauseDelegateUpdates = false;
@@ -253,6 +255,15 @@ void Context::addQuickTypeToken(std::u16string_view token) {
 
 void Context::addQuickTypeExpression(std::u16string_view expression) {
     state_->quickTypeData.expressions.emplace_back(expression);
+}
+
+Remarks& Context::remarks() {
+    if (!state_->remarks) state_->remarks = std::make_unique<Remarks>();
+    return *state_->remarks;
+}
+
+const Remarks* Context::remarksIfAny() const {
+    return state_->remarks.get();
 }
 
 const QuickTypeData& Context::quickTypeData() const {

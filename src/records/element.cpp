@@ -29,8 +29,17 @@ std::u16string Element::description() const {
 
 ElementList ElementList::slice(std::size_t from, std::size_t to) const {
     assert(from <= to && to <= size());
-    return ElementList(
+    ElementList result(
         {elements_.begin() + static_cast<std::ptrdiff_t>(from), elements_.begin() + static_cast<std::ptrdiff_t>(to)});
+    result.location_ = rangeOf(0, from).end();
+    return result;
+}
+
+TextRange ElementList::rangeOf(std::size_t from, std::size_t to) const {
+    TextRange range{location_, 0};
+    for (std::size_t i = 0; i < from; ++i) range.location += elements_[i]->text().size();
+    for (std::size_t i = from; i < to; ++i) range.length += elements_[i]->text().size();
+    return range;
 }
 
 bool ElementList::anyHas(Attribute key) const {
@@ -55,6 +64,14 @@ std::u16string ElementList::text() const {
     std::u16string result;
     for (const ElementPointer& element : elements_) result += element->text();
     return result;
+}
+
+TextRange ElementList::trimmedRangeOf(std::size_t from, std::size_t to) const {
+    const TextRange range = rangeOf(from, to);
+    const std::u16string text = slice(from, to).text();
+    const std::u16string_view inner = trimmed(text);
+    if (inner.empty()) return {range.location, 0};
+    return {range.location + static_cast<std::size_t>(inner.data() - text.data()), inner.size()};
 }
 
 void ElementList::replace(std::size_t location, std::size_t length, ElementPointer element) {

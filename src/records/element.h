@@ -43,6 +43,13 @@ public:
     const Element& operator[](std::size_t index) const { return *elements_[index]; }
     const std::vector<ElementPointer>& pointers() const { return elements_; }
     ElementList slice(std::size_t from, std::size_t to) const;
+    // Where the list begins in its line, in UTF-16 units; slices know theirs.
+    std::size_t location() const { return location_; }
+    void setLocation(std::size_t location) { location_ = location; }
+    // The part of the line that the elements cover.
+    TextRange rangeOf(std::size_t from, std::size_t to) const;
+    // The same without white space at either end.
+    TextRange trimmedRangeOf(std::size_t from, std::size_t to) const;
 
     // True when an element carries the attribute. A cheap test before searching for a pattern.
     bool anyHas(Attribute key) const;
@@ -63,6 +70,7 @@ public:
 
 private:
     std::vector<ElementPointer> elements_;
+    std::size_t location_ = 0;
 };
 
 // A candidate token: where several overlap, the higher priority wins, then the longer one, then the higher

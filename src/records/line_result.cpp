@@ -39,6 +39,18 @@ public:
         for (const AttributedText::Run& run : text.runs())
             number(std::size_t{run.length} << runTypeBits | static_cast<std::size_t>(run.type));
     }
+    void remarks(const LineRemarks& remarks) {
+        number(remarks.notes.size() << 1 | (remarks.reason ? 1 : 0));
+        for (const Note& note : remarks.notes) {
+            number(static_cast<std::size_t>(note.kind));
+            number(note.start);
+            number(note.length);
+            text(note.message);
+        }
+        if (!remarks.reason) return;
+        number(static_cast<std::size_t>(remarks.reason->code));
+        text(remarks.reason->message);
+    }
     void formatted(const FormattedValue& formatted) {
         for (const auto* result : {&formatted.regular, &formatted.shortText}) {
             if (!*result) {
@@ -113,6 +125,23 @@ public:
         }
         return result;
     }
+    LineRemarks remarks() {
+        const std::size_t counts = number();
+        LineRemarks result;
+        result.notes.resize(counts >> 1);
+        for (Note& note : result.notes) {
+            note.kind = static_cast<NoteKind>(number());
+            note.start = static_cast<std::uint32_t>(number());
+            note.length = static_cast<std::uint32_t>(number());
+            note.message = text();
+        }
+        if ((counts & 1) != 0) {
+            Reason& reason = result.reason.emplace();
+            reason.code = static_cast<ReasonCode>(number());
+            reason.message = text();
+        }
+        return result;
+    }
     FormattedValue formatted() {
         FormattedValue result;
         for (auto* text : {&result.regular, &result.shortText}) {
@@ -155,7 +184,8 @@ private:
 
 LineResultPointer LineResult::make(Value value, const ContextMap& updates, const ContextMap& dependencies,
                                    const AttributedText& text, const FormattedValue& formatted,
-                                   const QuickTypeData& quickType, std::u16string_view extensionsLog) {
+                                   const QuickTypeData& quickType, std::u16string_view extensionsLog,
+                                   const LineRemarks& remarks) {
     std::vector<EntryPointer> written;
     updates.all([&](const auto& entry) {
         written.emplace_back(&entry);
@@ -182,6 +212,7 @@ LineResultPointer LineResult::make(Value value, const ContextMap& updates, const
     writer.formatted(formatted);
     writer.texts(quickType.tokens);
     writer.texts(quickType.expressions);
+    writer.remarks(remarks);
     const std::size_t behind =
         (written.size() + seen.size()) * sizeof(EntryPointer) + writer.block().size() * sizeof(char16_t);
     return std::allocate_shared<LineResult>(SpaceBehind<LineResult>(behind), Key(), std::move(value),
@@ -259,6 +290,15 @@ QuickTypeData LineResult::quickTypeData() const {
     data.tokens = reader.texts();
     data.expressions = reader.texts();
     return data;
+}
+
+LineRemarks LineResult::remarks() const {
+    Reader reader = Reader::atRuns(*this);
+    reader.runs(text());
+    reader.formatted();
+    reader.texts();
+    reader.texts();
+    return reader.remarks();
 }
 
 std::u16string_view LineResult::extensionsLog() const {

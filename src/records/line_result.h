@@ -7,6 +7,7 @@
 
 #include "base/function_ref.h"
 #include "records/context_map.h"
+#include "records/remarks.h"
 
 namespace vemo {
 
@@ -24,7 +25,8 @@ public:
     // `dependencies` are the entries that the line read, with what it saw.
     static LineResultPointer make(Value value, const ContextMap& updates, const ContextMap& dependencies,
                                   const AttributedText& text, const FormattedValue& formatted,
-                                  const QuickTypeData& quickType, std::u16string_view extensionsLog);
+                                  const QuickTypeData& quickType, std::u16string_view extensionsLog,
+                                  const LineRemarks& remarks = {});
     LineResult(Key, Value value, std::size_t textLength, std::span<EntryPointer> updates, std::span<EntryPointer> seen,
                std::u16string_view texts);
     LineResult(const LineResult&) = delete;
@@ -46,6 +48,7 @@ public:
     AttributedText attributedText() const;
     FormattedValue formattedValue() const;
     QuickTypeData quickTypeData() const;
+    LineRemarks remarks() const;
     std::u16string_view extensionsLog() const;
 
     // For a look at the result, and at `data` for it, soon: two steps, the second some time after the first.
@@ -68,8 +71,8 @@ private:
     std::uint32_t updateCount_;
     std::uint32_t seenCount_;
     Value value_;
-    // Behind: updates, entries seen, and in UTF-16 units the line, the absent keys, log, runs, results, tokens and
-    // expressions.
+    // Behind: updates, entries seen, and in UTF-16 units the line, the absent keys, log, runs, results, tokens,
+    // expressions and remarks.
 };
 
 }  // namespace vemo

@@ -1,0 +1,68 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace vemo {
+
+// What a line's result tells beside its value: what took no part in it, or was read in a way a person may not expect.
+enum class NoteKind : std::uint8_t {
+    unusedValue,       // a value that took no part in the result
+    unknownWord,       // a word without a value where an operand was expected
+    missingOperand,    // an operator with one side missing
+    notConverted,      // a conversion that did not happen
+    joinedDigits,      // digits joined in groups that are not of three, or separators of another locale
+    droppedUnit,       // a unit that a division dropped
+    keptUnit,          // a product of two quantities, which has the unit of one
+    averageLength,     // a month taken as 30 days, or a year as 365
+    cappedShift,       // a shift by more than 63 bits
+    builtInConstant,   // e or r, used without having been assigned
+    oldRates,          // exchange rates that are older than a week
+    withoutEffect,     // an assignment that defined nothing
+    unusedArgument,    // a value written after a function that does not take it
+    unusedPercentage,  // a percentage that was not applied
+};
+
+// The kind in texts for programs, such as "unused_value".
+std::u16string_view noteKindName(NoteKind kind);
+
+// A remark on part of a line: `start` and `length` in UTF-16 units of its text, the message in the user's language.
+struct Note {
+    NoteKind kind = NoteKind::unusedValue;
+    std::uint32_t start = 0;
+    std::uint32_t length = 0;
+    std::u16string message;
+    friend bool operator==(const Note&, const Note&) = default;
+};
+
+// Why a line that asks for a result has none.
+enum class ReasonCode : std::uint8_t {
+    divisionByZero,
+    differentDimensions,
+    noRates,
+    noRate,
+    unbalancedBrackets,
+    missingOperand,
+    missingArgument,
+    unknownPlace,
+    placeAwaited,
+    tooLong,
+    tooDeep,
+    outOfRange,
+    scriptFailed,
+    datesAdded,
+    notUnderstood,
+};
+
+// The code in texts for programs, such as "division_by_zero".
+std::u16string_view reasonCodeName(ReasonCode code);
+
+struct Reason {
+    ReasonCode code = ReasonCode::notUnderstood;
+    std::u16string message;  // in the user's language
+    friend bool operator==(const Reason&, const Reason&) = default;
+};
+
+}  // namespace vemo

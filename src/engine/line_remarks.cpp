@@ -1,0 +1,142 @@
+// SPDX-License-Identifier: MIT
+#include "engine/line_remarks.h"
+
+#include <algorithm>
+
+#include "records/context_map.h"
+#include "scanning/words/localizer.h"
+
+namespace vemo {
+
+namespace {
+
+constexpr std::u16string_view table = u"Remarks";
+
+bool isDigit(char16_t c) {
+    return digitValue(c) >= 0;
+}
+
+bool hasLetter(std::u16string_view text) {
+    return std::any_of(text.begin(), text.end(), [](char16_t c) { return isLetter(c); });
+}
+
+RunType typeOf(const Element& element) {
+    return element.attributedText.elementsCount() > 0 ? element.attributedText.runs()[0].type : RunType::none;
+}
+
+bool isWords(const Element& element) {
+    return element.value.isEmpty() && typeOf(element) == RunType::none && hasLetter(element.text());
+}
+
+// The lengths of the runs of digits in a text.
+std::vector<std::size_t> groupsOf(std::u16string_view text) {
+    std::vector<std::size_t> groups;
+    bool inside = false;
+    for (const char16_t c : text) {
+        if (isDigit(c)) {
+            if (!inside) groups.push_back(0);
+            ++groups.back();
+        }
+        inside = isDigit(c);
+    }
+    return groups;
+}
+
+// True for digits that the locale would not group so: "1 10", "2,50" in English, "4, 120".
+bool isOddlyJoined(std::u16string_view literal, const LocaleInfo& locale) {
+    if (std::all_of(literal.begin(), literal.end(), isDigit) || literal.find(u'_') != literal.npos) return false;
+    const std::size_t point = literal.find(locale.decimalSeparator);
+    const std::u16string_view whole = literal.substr(0, point);
+    if (point != literal.npos && groupsOf(literal.substr(point + 1)).size() > 1) return true;
+    for (std::size_t i = 1; i < whole.size(); ++i)
+        if (!isDigit(whole[i]) && !isDigit(whole[i - 1]) && i + 1 < whole.size()) return true;  // a comma and a blank
+    const std::vector<std::size_t> groups = groupsOf(whole);
+    if (groups.size() < 2) return false;
+    const auto inside = groups.begin() + 1;
+    const bool threes = std::all_of(inside, groups.end(), [](std::size_t size) { return size == 3; });
+    // Lakhs and crores are grouped in twos.
+    const bool twos = groups.back() == 3 && std::all_of(inside, groups.end() - 1, [](std::size_t s) { return s == 2; });
+    return groups.front() > 3 || !(threes || twos);
+}
+
+std::u16string message(const Localizer& localizer, std::u16string_view prefix, std::u16string_view name,
+                       std::u16string_view first, std::u16string_view second) {
+    std::u16string text = localizer.translationOrBase(std::u16string(prefix).append(name), table);
+    const auto put = [&](std::u16string_view mark, std::u16string_view argument) {
+        if (const std::size_t at = text.find(mark); at != text.npos) text.replace(at, mark.size(), argument);
+    };
+    put(u"%1", first);
+    put(u"%2", second);
+    return text;
+}
+
+// True when a line with these elements is meant to have a result.
+bool asksForResult(const ElementList& written) {
+    bool amount = false, beside = false, words = false, function = false;
+    for (const ElementPointer& element : written.pointers()) {
+        const Value& value = element->value;
+        amount = amount || value.has(Attribute::decimal) || value.has(Attribute::date);
+        function = function || value.has(Attribute::function);
+        beside = beside || value.has(Attribute::operation) || value.has(Attribute::unit) ||
+                 value.has(Attribute::parenthesis) || value.has(Attribute::timeZone);
+        words = words || isWords(*element);
+    }
+    return (amount && (beside || function)) || (function && (!words || beside));
+}
+
+bool hasWords(const ElementList& written) {
+    return std::any_of(written.pointers().begin(), written.pointers().end(),
+                       [](const ElementPointer& element) { return isWords(*element); });
+}
+
+}  // namespace
+
+void remarkOnText(const ElementList& elements, const LocaleInfo& locale, const Context& constants, Context& context) {
+    const auto& all = elements.pointers();
+    const auto isOperator = [](const Element& element) { return element.value.has(Attribute::operation); };
+    for (std::size_t i = 0; i < elements.size(); ++i) {
+        const Element& element = elements[i];
+        if (typeOf(element) == RunType::number && element.value.has(Attribute::decimal)) {
+            if (!isOddlyJoined(element.text(), locale)) continue;
+            const auto isPart = [&](std::size_t side) {
+                while (side < elements.size() && elements[side].value.isEmpty() &&
+                       trimmed(elements[side].text()).empty())
+                    side += side > i ? 1 : static_cast<std::size_t>(-1);
+                return side < elements.size() &&
+                       (isOperator(elements[side]) || elements[side].value.has(Attribute::unit));
+            };
+            if (isPart(i - 1) || isPart(i + 1) || !hasWords(elements))
+                context.remarks().note(NoteKind::joinedDigits, elements.rangeOf(i, i + 1),
+                                       toUtf16(element.value.decimal()->toString()));
+        } else if (typeOf(element) == RunType::variable && (element.text() == u"e" || element.text() == u"r")) {
+            const Value* constant = constants.getVariable(element.text());
+            if (constant && *constant == element.value &&
+                std::any_of(all.begin(), all.end(), [&](const ElementPointer& other) { return isOperator(*other); }))
+                context.remarks().note(NoteKind::builtInConstant, elements.rangeOf(i, i + 1), element.text(),
+                                       toUtf16(element.value.decimal()->toString()).substr(0, 8));
+        }
+    }
+}
+
+LineRemarks spokenRemarks(const Context& context, const ElementList& written, bool hasResult,
+                          const Localizer& localizer) {
+    LineRemarks spoken;
+    const Remarks* remarks = context.remarksIfAny();
+    if (remarks) {
+        for (const Remarks::PendingNote& note : remarks->notes())
+            spoken.notes.push_back({note.kind, static_cast<std::uint32_t>(note.range.location),
+                                    static_cast<std::uint32_t>(note.range.length),
+                                    message(localizer, u"note.", noteKindName(note.kind), note.first, note.second)});
+    }
+    if (hasResult || !asksForResult(written)) return spoken;
+    Remarks::PendingReason reason{ReasonCode::notUnderstood, {}, {}};
+    if (remarks && remarks->reason())
+        reason = *remarks->reason();
+    else if (hasWords(written))
+        return spoken;  // prose
+    spoken.reason =
+        Reason{reason.code, message(localizer, u"reason.", reasonCodeName(reason.code), reason.first, reason.second)};
+    return spoken;
+}
+
+}  // namespace vemo

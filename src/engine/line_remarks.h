@@ -1,0 +1,21 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/locale_info.h"
+#include "records/element.h"
+#include "records/remarks.h"
+#include "vemo/context.h"
+
+namespace vemo {
+
+class Localizer;
+
+// Remarks on what was written, before it is evaluated: digits joined as no number of the locale is, and constants that
+// nobody assigned. `constants` holds the built-in ones.
+void remarkOnText(const ElementList& elements, const LocaleInfo& locale, const Context& constants, Context& context);
+
+// `written` are the elements before evaluation; a line that shows a result, or that asks for none, has no reason.
+LineRemarks spokenRemarks(const Context& context, const ElementList& written, bool hasResult,
+                          const Localizer& localizer);
+
+}  // namespace vemo

@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstddef>
+#include <vector>
+
+#include "records/element.h"
+#include "vemo/context.h"
+
+namespace vemo {
+
+// What there is to say about the operands of a line: told of each in order, it remarks on words where a value was
+// expected, on operators that lack a side, and on values that take no part.
+class OperandRemarks {
+public:
+    OperandRemarks(const ElementList& elements, Context& context) : elements_(elements), context_(context) {}
+
+    // The operand between two operators, or an end of the line: those elements, and the value they gave.
+    void operand(std::size_t from, std::size_t to, const Value& value);
+    // What an operand was reduced to: its first value is used.
+    void unusedValues(const ElementList& reduced);
+    void finish();
+
+private:
+    struct Operand {
+        std::size_t from, to;
+        bool hasValue, hasWords, isBlank;
+    };
+
+    void atOperator(const Operand& left, const Operand& right, bool first, bool last);
+
+    const ElementList& elements_;
+    Context& context_;
+    std::vector<Operand> operands_;
+};
+
+}  // namespace vemo

@@ -1,0 +1,78 @@
+// SPDX-License-Identifier: MIT
+#include "evaluation/operation_remarks.h"
+
+#include "records/context_map.h"
+#include "records/remarks.h"
+#include "units/unit_converter.h"
+
+namespace vemo {
+
+namespace {
+
+constexpr std::u16string_view percent = u"percent";
+constexpr double secondsOfAWeek = 7 * 86400;
+constexpr double from1970To2001 = 978307200;
+constexpr std::int64_t widestShift = 63;
+
+bool isAverageUnit(std::u16string_view unit) {
+    return unit == u"month" || unit == u"year";
+}
+
+// True when the currency rates of the context are older than a week.
+bool areRatesOld(const Context& context) {
+    const double* taken = context.get<double>(context_keys::currencyRatesTime);
+    const Date* now = context.get<Date>(context_keys::currentTime);
+    return taken && now && now->time_since_epoch().count() - from1970To2001 - *taken > secondsOfAWeek;
+}
+
+}  // namespace
+
+void OperationRemarks::failed(std::u16string_view id, const Value& left, const Value& right, Context& context) const {
+    const auto reason = [&](ReasonCode code, std::u16string_view first = {}, std::u16string_view second = {}) {
+        context.remarks().reason(code, first, second);
+    };
+    const auto divisor = right.decimal();
+    if ((id == u"/" || id == u"mod") && divisor && divisor->isZero()) return reason(ReasonCode::divisionByZero);
+    if (left.has(Attribute::date) && right.has(Attribute::date)) return reason(ReasonCode::datesAdded);
+    const auto from = left.string(Attribute::unit), to = right.string(Attribute::unit);
+    if (from && to && *from != *to) {
+        const std::u16string* fromBase = unitConverter_.baseUnit(*from);
+        const std::u16string* toBase = unitConverter_.baseUnit(*to);
+        if (!fromBase || !toBase || *fromBase != *toBase) return reason(ReasonCode::differentDimensions, *from, *to);
+        if (unitConverter_.isCurrency(*from)) {
+            const auto* rates = context.get<std::shared_ptr<const CurrencyRatesContainer>>(context_keys::currencyRates);
+            if (!rates) return reason(ReasonCode::noRates);
+            const auto isMissing = [&](std::u16string_view code) {
+                return code != *fromBase && !(*rates)->rates.contains(std::u16string(code));
+            };
+            return reason(ReasonCode::noRate, isMissing(*from) ? *from : *to);
+        }
+    }
+    if (left.decimal() && right.decimal()) reason(ReasonCode::outOfRange);
+}
+
+void OperationRemarks::applied(std::u16string_view id, const Value& left, const Value& right, TextRange range,
+                               Context& context) const {
+    if (range.length == 0) return;
+    const auto from = left.string(Attribute::unit), to = right.string(Attribute::unit);
+    if (!to) {
+        const auto count = right.decimal();
+        if ((id == u"left_shift" || id == u"right_shift") && count && count->toInt64() > widestShift)
+            context.remarks().note(NoteKind::cappedShift, range);
+        return;
+    }
+    if (!from || *to == percent || *from == percent) return;
+    const bool differ = *from != *to;
+    if (id == u"/" && differ) {
+        context.remarks().note(NoteKind::droppedUnit, range, *from, *to);
+    } else if (id == u"*" && unitConverter_.isCurrency(*from) == unitConverter_.isCurrency(*to)) {
+        context.remarks().note(NoteKind::keptUnit, range, *to);
+    } else if (differ && (id == u"in" || id == u"+" || id == u"-")) {
+        if (isAverageUnit(*from) || isAverageUnit(*to))
+            context.remarks().note(NoteKind::averageLength, range);
+        else if (unitConverter_.isCurrency(*to) && areRatesOld(context))
+            context.remarks().note(NoteKind::oldRates, range);
+    }
+}
+
+}  // namespace vemo

@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <optional>
+#include <string_view>
+
+#include "base/text.h"
+#include "vemo/context.h"
+#include "vemo/value.h"
+
+namespace vemo {
+
+class UnitConverter;
+
+// What there is to say about one operator applied to two values.
+class OperationRemarks {
+public:
+    explicit OperationRemarks(const UnitConverter& unitConverter) : unitConverter_(unitConverter) {}
+
+    // Records why there is no result, or none that is a number.
+    void failed(std::u16string_view operatorId, const Value& left, const Value& right, Context& context) const;
+    // Records what may surprise in the result of the part of the line in `range`.
+    void applied(std::u16string_view operatorId, const Value& left, const Value& right, TextRange range,
+                 Context& context) const;
+
+private:
+    const UnitConverter& unitConverter_;
+};
+
+}  // namespace vemo
