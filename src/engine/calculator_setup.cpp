@@ -17,15 +17,15 @@ QuickTypeCollector* hintsFor(const Calculator::Config& config, QuickTypeCollecto
 
 }  // namespace
 
-Calculator::Calculator(const Config& config, Environment environment, Scheduler* scheduler)
+Calculator::Calculator(const Config& config, Environment environment, std::optional<Scheduler> scheduler)
     : config_(config),
       environment_(withDefaults(std::move(environment))),
-      scheduler_(scheduler),
+      scheduler_(std::move(scheduler)),
       localZone_(TimeZoneRules::find(toUtf16(environment_.timeZone))),
       measurer_("Calculator initialization", environment_.log),
       localizer_(environment_.language, environment_.resources, environment_.log),
       placeNames_(localizer_, environment_.language),
-      online_(scheduler && !config.testMode ? std::make_unique<OnlineData>(*scheduler, environment_) : nullptr),
+      online_(scheduler_ && !config.testMode ? std::make_unique<OnlineData>(*scheduler_, environment_) : nullptr),
       decimalParser_(LocaleInfo::forIdentifier(environment_.locale)),
       scientificParser_(decimalParser_),
       operatorCollection_(stringRangeDetector_, hintsFor(config, quickTypeCollector_)),

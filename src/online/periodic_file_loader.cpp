@@ -65,7 +65,7 @@ void PeriodicFileLoader::stop() {
 
 void PeriodicFileLoader::loadCached() {
     if (cacheFile_.empty()) return;
-    scheduler_.postBackground([weak = weak_from_this(), file = cacheFile_, &scheduler = scheduler_] {
+    scheduler_.postBackground([weak = weak_from_this(), file = cacheFile_, scheduler = scheduler_] {
         removeLeftovers(file);
         scheduler.postMain([weak, file, bytes = readFileAtMost(file, largestFile)] {
             const auto self = weak.lock();
@@ -81,7 +81,7 @@ void PeriodicFileLoader::download() {
     if (url_.empty() || cacheFile_.empty()) return;
     log("Started download ");
     client_.get(url_, [weak = weak_from_this(), file = cacheFile_, validator = validator_,
-                       &scheduler = scheduler_](const HttpResponse& response) {
+                       scheduler = scheduler_](const HttpResponse& response) {
         std::string problem = problemOf(response, validator);
         if (problem.empty()) {
             std::error_code error;

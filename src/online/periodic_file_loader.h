@@ -23,10 +23,10 @@ public:
     using Validator = std::function<std::string(std::string_view bytes)>;
     using Log = std::function<void(std::string_view)>;
 
-    // `scheduler` and `client` must outlive what the loader starts. Without a `caches` folder nothing is fetched.
-    PeriodicFileLoader(Scheduler& scheduler, HttpClient& client, std::filesystem::path caches, Validator validator,
+    // `client` must outlive what the loader starts. Without a `caches` folder nothing is fetched.
+    PeriodicFileLoader(Scheduler scheduler, HttpClient& client, std::filesystem::path caches, Validator validator,
                        Log log)
-        : scheduler_(scheduler),
+        : scheduler_(std::move(scheduler)),
           client_(client),
           caches_(std::move(caches)),
           validator_(std::move(validator)),
@@ -46,7 +46,7 @@ public:
 private:
     void log(std::string_view message, std::string_view more = "") const;
 
-    Scheduler& scheduler_;
+    Scheduler scheduler_;
     HttpClient& client_;
     std::filesystem::path caches_;
     Validator validator_;

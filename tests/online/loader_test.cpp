@@ -85,7 +85,7 @@ protected:
     std::vector<std::string> failures;
     bool ended = false;
     std::chrono::steady_clock::time_point end = std::chrono::steady_clock::now() + deadline;
-    Scheduler scheduler{loop};
+    SchedulerThreads scheduler{loop};
     HttpClient client{shortLimits()};
     std::shared_ptr<PeriodicFileLoader> loader = std::make_shared<PeriodicFileLoader>(
         scheduler, client, folder.path(), problemOf, [this](std::string_view message) {
