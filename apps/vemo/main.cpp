@@ -85,7 +85,8 @@ bool wantsPrompt(const Options& options) {
 // False when the file is no use, which has been said.
 bool takeRates(VemoEngine& engine, VemoEngine::RatesFile kind, const std::string& file) {
     if (file.empty() || isUrl(file)) return true;
-    const auto json = readFile(file);
+    constexpr std::size_t largestRates = std::size_t(16) << 20;  // bytes; no file of rates is larger
+    const auto json = readFile(file, largestRates);
     const std::string problem = json ? engine.takeRates(kind, *json) : "cannot be read";
     if (!problem.empty()) std::cerr << "vemo: " << file << ": " << problem << '\n';
     return problem.empty();

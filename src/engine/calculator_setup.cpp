@@ -79,7 +79,7 @@ void Calculator::initialize() {
 }
 
 std::vector<Extension> Calculator::loadExtensions(const std::filesystem::path& folder) {
-    return vemo::loadExtensions(folder, context_.mutex(), [&]() -> std::pair<JSRunner&, JSVemo&> {
+    return vemo::loadExtensions(folder, context_.mutex(), environment_.log, [&]() -> std::pair<JSRunner&, JSVemo&> {
         if (!jsVemo_) jsVemo_ = std::make_unique<JSVemo>(context_, unitRegistry_, functionManager_);
         if (!jsRunner_) jsRunner_ = std::make_unique<JSRunner>(*jsVemo_, config_.scriptLimits, environment_.log);
         return {*jsRunner_, *jsVemo_};
