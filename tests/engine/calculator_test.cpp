@@ -202,6 +202,21 @@ TEST(Calculator, lendsItsRunningValuesToOtherThreads) {
     EXPECT_NE(*first.get<Value>(u"prev_result"), *second.get<Value>(u"prev_result"));
 }
 
+// A line that mentions a name before it is defined is calculated again when it comes or goes.
+TEST(Caches, knowNamesThatBeginWithASign) {
+    const auto calculator = newCalculator();
+    const auto last = [&](std::u16string_view document) {
+        Context context;
+        return utf8(calculator->calculate(document, context).lines.back()->formattedValue().regular.value_or(u""));
+    };
+    for (const std::u16string name : {u"@john", u"@ john", u"!x", u"?", u"[a", u".a b", u"~", u"%p", u"john@home"}) {
+        const std::u16string line = name + u" + 1";
+        const std::string before = last(line);
+        EXPECT_EQ(last(name + u" = 20\n" + line), "21") << utf8(name);
+        EXPECT_EQ(last(line), before) << utf8(name);
+    }
+}
+
 std::u16string repeated(std::u16string_view piece, std::size_t count) {
     std::u16string result;
     for (std::size_t i = 0; i < count; ++i) result += piece;
