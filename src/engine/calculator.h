@@ -116,6 +116,7 @@ private:
     void setPlace(const std::u16string& name, const std::u16string& zone);
     void registerDates();
     void setCurrentTime();
+    void renewTime();
     void carryForward(const Value& value, Context& document) const;
     void trace(const std::u16string& line) const;
 
