@@ -28,7 +28,7 @@ ElementList bracketed(const ElementList& inside, const Element& opening, const E
 // brackets.
 bool mayBeginName(std::u16string_view word) {
     const char16_t first = word.front();
-    const bool always = word.size() == 1 && std::u16string_view(u"+-*/()=").find(first) != std::u16string_view::npos;
+    const bool always = word.size() == 1 && std::u16string_view(u"+-*/()").find(first) != std::u16string_view::npos;
     return !always && (first < u'0' || first > u'9');
 }
 
