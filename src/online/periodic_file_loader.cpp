@@ -65,7 +65,12 @@ void PeriodicFileLoader::stop() {
 }
 
 void PeriodicFileLoader::loadCached() {
-    if (cacheFile_.empty()) return;
+    if (url_.empty()) return;
+    if (cacheFile_.empty()) {
+        log("Processing data for ");
+        const Handler handler = handler_;
+        return handler(nullptr);
+    }
     scheduler_.postBackground([weak = weak_from_this(), file = cacheFile_, scheduler = scheduler_] {
         removeLeftovers(file);
         scheduler.postMain([weak, file, bytes = readFileAtMost(file, largestFile)] {
