@@ -68,6 +68,7 @@ std::optional<std::string> readDocument(const Options& options) {
 Layout layoutFor(const Options& options) {
     Layout layout;
     layout.shortTexts = options.shortTexts;
+    layout.remarks = !options.quiet && isatty(STDOUT_FILENO) != 0;
     winsize size{};
     const bool terminal = isatty(STDOUT_FILENO) != 0;
     if (terminal && ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 0) layout.width = size.ws_col;
@@ -85,7 +86,8 @@ bool wantsPrompt(const Options& options) {
 // False when the file is no use, which has been said.
 bool takeRates(VemoEngine& engine, VemoEngine::RatesFile kind, const std::string& file) {
     if (file.empty() || isUrl(file)) return true;
-    const auto json = readFile(file);
+    constexpr std::size_t largestRates = std::size_t(16) << 20;  // bytes; no file of rates is larger
+    const auto json = readFile(file, largestRates);
     const std::string problem = json ? engine.takeRates(kind, *json) : "cannot be read";
     if (!problem.empty()) std::cerr << "vemo: " << file << ": " << problem << '\n';
     return problem.empty();
@@ -161,6 +163,8 @@ int run(const Options& options) {
         printJson(std::cout, result, log);
     else
         printResult(std::cout, result, layoutFor(options));
+    if (!options.json && !options.quiet && isatty(STDOUT_FILENO) == 0)
+        printRemarks(std::cerr, result, options.file.empty() ? "vemo" : options.file);
     printLog(std::cerr, log);
     return 0;
 }

@@ -57,6 +57,7 @@ std::variant<Options, int> parseOptions(int argc, char** argv) {
         ->take_all();
     app.add_flag("--json", options.json, "Print one JSON object");
     app.add_flag("--short", options.shortTexts, "Print short result texts");
+    app.add_flag("-q,--quiet", options.quiet, "Say nothing about lines that were read in part, or not at all");
     app.add_option("--locale", options.locale, "How numbers are written, such as de_DE")->type_name("ID");
     app.add_option("--language", options.language, "Language of the words, such as de")->type_name("CODE");
     app.add_option("--timezone", options.timeZone, "Local time zone, such as Europe/Berlin")->type_name("ZONE");

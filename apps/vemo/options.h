@@ -19,6 +19,7 @@ struct Options {
     std::string file;  // empty or "-": standard input
     bool json = false;
     bool shortTexts = false;
+    bool quiet = false;  // without notes and reasons
     std::string locale;
     std::string language;
     std::string timeZone;

@@ -93,6 +93,23 @@ std::vector<std::string> utf8All(const std::vector<std::u16string>& texts) {
     return result;
 }
 
+// The exact number and the unit's id; null where there is no number.
+nlohmann::json valueOf(const Value& value) {
+    nlohmann::json object;
+    const auto number = value.decimal();
+    if (!number || number->notANumber()) return object;
+    object["number"] = number->toString();
+    if (const auto unit = value.string(Attribute::unit)) object["unit"] = utf8(*unit);
+    return object;
+}
+
+// A remark on a line in the terminal: dim, under it.
+void printRemark(std::ostream& out, const std::u16string& message, const Layout& layout) {
+    const char* dim = "\033[2m";
+    out << std::string(gap, ' ') << (layout.color ? dim : "") << printable(utf8(message)) << (layout.color ? reset : "")
+        << '\n';
+}
+
 }  // namespace
 
 std::string resultText(const FormattedValue& value, bool shortTexts) {
@@ -129,10 +146,24 @@ void printResult(std::ostream& out, const VemoEngine::Result& result, const Layo
         const auto& line = result.lines[i];
         printRow(out, colored(line.attributedText(), layout.color), displayWidth(lines[i]),
                  resultText(line.formattedResult(), layout.shortTexts), fitted);
+        if (!layout.remarks) continue;
+        for (const Note& note : line.notes()) printRemark(out, note.message, layout);
+        if (const auto reason = line.reason()) printRemark(out, reason->message, layout);
     }
     if (totalText.empty() || lines.size() < 2) return;
     out << std::string(fitted.width, '-') << '\n';
     printRow(out, "", 0, totalText, fitted);
+}
+
+void printRemarks(std::ostream& out, const VemoEngine::Result& result, std::string_view name) {
+    std::size_t number = 0;
+    for (const auto& line : result.lines) {
+        ++number;
+        for (const Note& note : line.notes())
+            out << name << ':' << number << ':' << note.start + 1 << ": " << printable(utf8(note.message)) << '\n';
+        if (const auto reason = line.reason())
+            out << name << ':' << number << ":1: " << printable(utf8(reason->message)) << '\n';
+    }
 }
 
 void printJson(std::ostream& out, const VemoEngine::Result& result, std::string_view log) {
@@ -149,6 +180,14 @@ void printJson(std::ostream& out, const VemoEngine::Result& result, std::string_
         object["runs"] = std::move(runs);
         object["tokens"] = utf8All(line.quickTypeData().tokens);
         object["expressions"] = utf8All(line.quickTypeData().expressions);
+        if (nlohmann::json value = valueOf(line.value()); !value.is_null()) object["value"] = std::move(value);
+        for (const Note& note : line.notes())
+            object["notes"].push_back({{"kind", utf8(noteKindName(note.kind))},
+                                       {"start", note.start},
+                                       {"length", note.length},
+                                       {"message", utf8(note.message)}});
+        if (const auto reason = line.reason())
+            object["reason"] = {{"code", utf8(reasonCodeName(reason->code))}, {"message", utf8(reason->message)}};
         lines.push_back(std::move(object));
     }
     nlohmann::json document{{"lines", std::move(lines)}, {"log", log}};

@@ -59,7 +59,7 @@ class VemoEngine {
 public:
     struct Config {
         bool enableQuickTypeHints = true;
-        bool testMode = false;             // no timers
+        bool testMode = false;             // no timers, nothing fetched, and the time stays that of the set-up
         bool debug = false;                // print the per-line trace
         std::filesystem::path extensions;  // folder of user scripts; empty: none
         ScriptLimits scriptLimits;

@@ -26,17 +26,24 @@ public:
     bool is(std::u16string_view key, const Mapped&) const {
         return key_ == key;
     }
+    // What an entry holds outside the cache, as far as it counts.
+    template <class Mapped>
+    static std::size_t bytes(const Mapped&) {
+        return 0;
+    }
 
 private:
     std::u16string key_;
 };
 
-// A bounded memory of results by text: at most 2 × `generationSize` entries, the longest unused go first.
-// A miss is always safe. Not synchronised. `Key` is where an entry's key is kept.
+// A bounded memory of results by text: at most 2 × `generationSize` entries, which hold about 2 × `generationBytes`;
+// the longest unused go first. A miss is always safe. Not synchronised. `Key` is where an entry's key is kept, and
+// tells how much an entry holds.
 template <class Mapped, class Key = StoredKey>
 class Cache {
 public:
-    explicit Cache(std::size_t generationSize) : generationSize_(generationSize) {}
+    explicit Cache(std::size_t generationSize, std::size_t generationBytes = static_cast<std::size_t>(-1))
+        : generationSize_(generationSize), generationBytes_(generationBytes) {}
 
     void setEnabled(bool enabled) {
         enabled_ = enabled;
@@ -56,6 +63,9 @@ public:
         Mapped* present = findHashed(key, hash);
         return present || !enabled_ ? present : &add(key, hash);
     }
+
+    // To be told how much an entry that was obtained holds now, in addition to before.
+    void charge(std::size_t bytes) { young_.bytes += bytes; }
 
     // What was added as the `distance`th behind the entry found latest, or null. Keys that are looked up in the order
     // in which they came can so be prepared for.
@@ -105,7 +115,8 @@ private:
 
         HashIndex index;
         std::deque<Entry> entries;
-        std::size_t next = 0;  // position behind the entry found latest
+        std::size_t next = 0;   // position behind the entry found latest
+        std::size_t bytes = 0;  // held by the entries
     };
 
     Mapped* findHashed(std::u16string_view key, std::size_t hash) {
@@ -115,11 +126,14 @@ private:
         if (!old) return nullptr;
         // Used again, so it moves on; what it leaves behind is never reached, the young one being found first.
         Mapped kept = std::move(*old);
-        return &(add(key, hash) = std::move(kept));
+        const std::size_t bytes = Key::bytes(kept);
+        Mapped& added = add(key, hash) = std::move(kept);
+        charge(bytes);
+        return &added;
     }
 
     Mapped& add(std::u16string_view key, std::size_t hash) {
-        if (young_.entries.size() >= generationSize_) {
+        if (young_.entries.size() >= generationSize_ || young_.bytes >= generationBytes_) {
             old_ = std::move(young_);
             young_ = {};
         }
@@ -127,6 +141,7 @@ private:
     }
 
     std::size_t generationSize_;
+    std::size_t generationBytes_;
     bool enabled_ = true;
     Generation young_;
     Generation old_;

@@ -6,8 +6,10 @@
 namespace vemo {
 
 void CacheManager::add(LineResultPointer entry) {
-    auto* results = cache_.obtain(entry->text());
+    Part& part = partFor(entry->text());
+    auto* results = part.obtain(entry->text());
     if (!results) return;
+    part.charge(entry->bytes());
     if (results->newest) {
         if (!results->older) results->older = std::make_unique<std::array<LineResultPointer, cacheLevel - 1>>();
         std::rotate(results->older->begin(), results->older->end() - 1, results->older->end());
@@ -17,7 +19,7 @@ void CacheManager::add(LineResultPointer entry) {
 }
 
 LineResultPointer CacheManager::lookup(std::u16string_view text, const Context& context) {
-    const auto* results = cache_.find(text);
+    const auto* results = partFor(text).find(text);
     if (!results) return nullptr;
     prepareNext(context);
     LineResultPointer found;

@@ -15,16 +15,26 @@ class CacheManager {
 public:
     static constexpr std::size_t cacheLevel = 3;
 
-    CacheManager() : cache_(cachedLines) {}
+    CacheManager() : cache_(cachedLines, cachedBytes), long_(cachedLines, cachedBytesOfLong) {}
 
     void add(LineResultPointer entry);
     // The newest result whose dependencies all hold in the context; null without one.
     LineResultPointer lookup(std::u16string_view text, const Context& context);
-    void clear() { cache_.clear(); }
-    void setEnabled(bool enabled) { cache_.setEnabled(enabled); }
+    void clear() {
+        cache_.clear();
+        long_.clear();
+    }
+    void setEnabled(bool enabled) {
+        cache_.setEnabled(enabled);
+        long_.setEnabled(enabled);
+    }
 
 private:
-    static constexpr std::size_t cachedLines = 1u << 17;  // of each of the cache's two generations
+    // Of each of a cache's two generations.
+    static constexpr std::size_t cachedLines = 1u << 17;
+    static constexpr std::size_t cachedBytes = std::size_t(96) << 20;
+    static constexpr std::size_t cachedBytesOfLong = std::size_t(16) << 20;
+    static constexpr std::size_t longText = 128;  // UTF-16 units
 
     // Most texts have one result.
     struct Results {
@@ -44,13 +54,26 @@ private:
         bool is(std::u16string_view key, const Results& results) const {
             return results.newest && results.newest->text() == key;
         }
+        static std::size_t bytes(const Results& results) {
+            std::size_t sum = 0;
+            results.any([&](const LineResultPointer& result) {
+                if (result) sum += result->bytes();
+                return false;
+            });
+            return sum;
+        }
     };
 
     template <class Prepare>
     void prepare(std::size_t distance, Prepare&& prepare) const;
     void prepareNext(const Context& context) const;
 
-    Cache<Results, KeyOfResults> cache_;
+    using Part = Cache<Results, KeyOfResults>;
+    Part& partFor(std::u16string_view text) { return text.size() > longText ? long_ : cache_; }
+
+    Part cache_;
+    // Long lines hold much, and one that is typed leaves a result with each key: they push out no others.
+    Part long_;
 };
 
 }  // namespace vemo

@@ -15,7 +15,8 @@ namespace vemo {
 
 namespace {
 
-// Bounds against hostile input: a longer line, or deeper nesting, gives the error value.
+// Bounds against hostile input: a longer line is text without a value, but for a comment at its end; deeper nesting
+// gives the error value.
 constexpr std::size_t longestLine = 4096;  // UTF-16 units
 constexpr std::size_t deepestEvaluation = 100;
 
@@ -27,6 +28,18 @@ std::u16string descriptions(const std::vector<Item>& items, std::size_t from) {
         result += items[i].shortDescription();
     }
     return result;
+}
+
+// The part of a line that is calculated, and what is left: of a long line its comment, a header, or all of it.
+std::pair<std::u16string_view, AttributedText> withinBounds(std::u16string_view line) {
+    if (line.size() <= longestLine) return {line, {}};
+    const std::u16string_view words = trimmed(line);
+    if (words.starts_with(u'#')) return {u"", AttributedText(line, RunType::header)};
+    const std::size_t comment = line.find(u"//");
+    if (comment <= longestLine)
+        return {line.substr(0, comment), AttributedText(line.substr(comment), RunType::comment)};
+    const bool quoted = words.size() > 1 && words.front() == u'"' && words.find(u'"', 1) == words.size() - 1;
+    return {u"", AttributedText(line, quoted ? RunType::comment : RunType::none)};
 }
 
 // The runs over another text of the same length.
@@ -55,6 +68,7 @@ Calculator::MultilineResult Calculator::calculate(std::u16string_view text, Cont
                                                   const std::atomic<bool>* cancelled) {
     if (jsRunner_) jsRunner_->clearLog();
     if (online_ && online_->geoNames()) online_->geoNames()->beginBatch();
+    if (!scheduler_ && !config_.testMode) renewTime();
     document.dependencies();  // writes those of an earlier calculation, whose results would else be kept
     Context snapshot = document.copyContext();
     document.add(context_.data(), false);
@@ -104,12 +118,9 @@ LineResultPointer Calculator::calculateLine(std::u16string_view text, Context& d
     if (debug) trace(u"=== Debug for '" + line + u"' ===");
     Context context = document.layer();
     ElementList elements, written;
-    if (line.size() > longestLine) {
-        elements.append(makeElement(errorValue(), AttributedText(line)));
-        context.remarks().reason(ReasonCode::tooLong);
-        written = ElementList({makeElement(errorValue(), AttributedText(line))});
-    } else {
-        elements = extractElements(line, context, debug);
+    const auto [calculated, rest] = withinBounds(line);
+    if (!calculated.empty()) {
+        elements = extractElements(std::u16string(calculated), context, debug);
         if (debug) trace(u"Elements extraction: " + elements.shortDescription());
         written = elements;
         remarkOnText(elements, locale_, context_, context);
@@ -118,6 +129,8 @@ LineResultPointer Calculator::calculateLine(std::u16string_view text, Context& d
         if (tooDeep_)
             elements = reducedTo(errorValue(), elements);  // operators around it may have made a number of the error
     }
+    if (!rest.compoundString().empty()) elements.append(makeElement({}, rest));
+    if (line.size() > longestLine && rest.runs()[0].type == RunType::none) context.remarks().reason(ReasonCode::tooLong);
 
     const Value value = elements.empty() ? Value() : elements[0].value;
     const FormattedValue formatted = format(value, context);

@@ -3,6 +3,7 @@
 
 #include <atomic>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -53,8 +54,8 @@ public:
         std::vector<LineResultPointer> logging;  // those among them in which scripts logged something
     };
 
-    // `scheduler` must outlive the calculator; without one there are no timers and no downloads.
-    Calculator(const Config& config, Environment environment, Scheduler* scheduler = nullptr);
+    // Without a scheduler there are no timers and no downloads.
+    Calculator(const Config& config, Environment environment, std::optional<Scheduler> scheduler = std::nullopt);
     ~Calculator() override;
     Calculator(const Calculator&) = delete;
     Calculator& operator=(const Calculator&) = delete;
@@ -115,12 +116,13 @@ private:
     void setPlace(const std::u16string& name, const std::u16string& zone);
     void registerDates();
     void setCurrentTime();
+    void renewTime();
     void carryForward(const Value& value, Context& document) const;
     void trace(const std::u16string& line) const;
 
     Config config_;
     Environment environment_;
-    Scheduler* scheduler_;
+    std::optional<Scheduler> scheduler_;
     std::shared_ptr<const TimeZoneRules> localZone_;
     Measurer measurer_;
     Context context_;

@@ -17,16 +17,16 @@ QuickTypeCollector* hintsFor(const Calculator::Config& config, QuickTypeCollecto
 
 }  // namespace
 
-Calculator::Calculator(const Config& config, Environment environment, Scheduler* scheduler)
+Calculator::Calculator(const Config& config, Environment environment, std::optional<Scheduler> scheduler)
     : config_(config),
       environment_(withDefaults(std::move(environment))),
-      scheduler_(scheduler),
+      scheduler_(std::move(scheduler)),
       localZone_(TimeZoneRules::find(toUtf16(environment_.timeZone))),
       measurer_("Calculator initialization", environment_.log),
       localizer_(environment_.language, environment_.resources, environment_.log),
       locale_(LocaleInfo::forIdentifier(environment_.locale)),
       placeNames_(localizer_, environment_.language),
-      online_(scheduler && !config.testMode ? std::make_unique<OnlineData>(*scheduler, environment_) : nullptr),
+      online_(scheduler_ && !config.testMode ? std::make_unique<OnlineData>(*scheduler_, environment_) : nullptr),
       decimalParser_(locale_),
       scientificParser_(decimalParser_),
       operatorCollection_(stringRangeDetector_, hintsFor(config, quickTypeCollector_)),
@@ -80,7 +80,7 @@ void Calculator::initialize() {
 }
 
 std::vector<Extension> Calculator::loadExtensions(const std::filesystem::path& folder) {
-    return vemo::loadExtensions(folder, context_.mutex(), [&]() -> std::pair<JSRunner&, JSVemo&> {
+    return vemo::loadExtensions(folder, context_.mutex(), environment_.log, [&]() -> std::pair<JSRunner&, JSVemo&> {
         if (!jsVemo_) jsVemo_ = std::make_unique<JSVemo>(context_, unitRegistry_, functionManager_);
         if (!jsRunner_) jsRunner_ = std::make_unique<JSRunner>(*jsVemo_, config_.scriptLimits, environment_.log);
         return {*jsRunner_, *jsVemo_};

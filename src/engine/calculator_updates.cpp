@@ -106,6 +106,16 @@ void Calculator::setPlace(const std::u16string& name, const std::u16string& zone
     context_.syncUpdate([&] { context_.set(key, zone); });
 }
 
+// Where no timer runs, the time is that of each calculation. Within a minute it stands, so that lines stay cached.
+void Calculator::renewTime() {
+    const Date* known = context_.get<Date>(context_keys::currentTime);
+    using std::chrono::floor, std::chrono::minutes;
+    if (known && floor<minutes>(*known) == floor<minutes>(environment_.clock())) return;
+    context_.beginUpdates();
+    setCurrentTime();
+    context_.endUpdates(false);
+}
+
 void Calculator::minuteTimerDing() {
     context_.syncUpdate([this] { setCurrentTime(); });
 }

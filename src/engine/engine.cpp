@@ -32,7 +32,8 @@ struct Built {
     std::vector<Extension> extensions;
 };
 
-Built build(const Environment& environment, const VemoEngine::Config& config, Scheduler* scheduler) {
+Built build(const Environment& environment, const VemoEngine::Config& config,
+            const std::optional<Scheduler>& scheduler) {
     Built built{std::make_shared<Calculator>(config, environment, scheduler), {}};
     {
         const std::lock_guard lock(built.calculator->context().mutex());
@@ -47,9 +48,10 @@ Built build(const Environment& environment, const VemoEngine::Config& config, Sc
 // Tasks of the main executor hold this weakly: they may run when the engine is gone.
 class EngineCore : public CalculatorDelegate, public std::enable_shared_from_this<EngineCore> {
 public:
-    EngineCore(Environment environment, const std::shared_ptr<Executor>& main)
-        : environment_(std::move(environment)), immediate_(!main) {
-        if (main) scheduler_ = std::make_unique<Scheduler>(main);
+    EngineCore(Environment environment, const std::shared_ptr<Executor>& main) : environment_(std::move(environment)) {
+        if (!main) return;
+        threads_ = std::make_unique<SchedulerThreads>(main);
+        scheduler_ = *threads_;
     }
 
     void setDelegate(std::weak_ptr<VemoEngineDelegate> delegate) { delegate_ = std::move(delegate); }
@@ -57,12 +59,12 @@ public:
     void buildWorker(const VemoEngine::Config& config, VemoEngine::WorkerThread thread) {
         const bool background = scheduler_ && thread == VemoEngine::WorkerThread::background;
         if (worker_) worker_->retire();
-        worker_ = std::make_shared<VemoWorker>(scheduler_.get(), !background);
-        if (!background) return adopt(worker_, build(environment_, config, scheduler_.get()));
+        worker_ = std::make_shared<VemoWorker>(scheduler_, !background);
+        if (!background) return adopt(worker_, build(environment_, config, scheduler_));
         // The task owns neither the engine nor the worker: they end on the main executor only.
-        scheduler_->postBackground([environment = environment_, config, scheduler = scheduler_.get(),
+        scheduler_->postBackground([environment = environment_, config, scheduler = *scheduler_,
                                     core = weak_from_this(), worker = std::weak_ptr(worker_)] {
-            scheduler->postMain([core, worker, built = build(environment, config, scheduler)] {
+            scheduler.postMain([core, worker, built = build(environment, config, scheduler)] {
                 const auto engine = core.lock();
                 const auto current = worker.lock();
                 if (engine && current && engine->worker_ == current) engine->adopt(current, built);
@@ -85,7 +87,8 @@ public:
             const std::lock_guard lock(calculator->context().mutex());
             calculated = calculator->calculate(text, context);
         }
-        log(calculated);
+        const auto self = shared_from_this();  // who hears the log may destroy the engine
+        log(calculated, [] { return true; });
         return resultOf(std::move(calculated), std::shared_ptr<Context>(std::shared_ptr<void>(), &context));
     }
 
@@ -95,9 +98,9 @@ public:
         if (!calculator) return;
         if (!scheduler_ || thread == VemoEngine::WorkerThread::main)
             return callback(calculator->buildQuickTypeEngine());
-        scheduler_->postBackground([calculator = std::move(calculator), scheduler = scheduler_.get(),
+        scheduler_->postBackground([calculator = std::move(calculator), scheduler = *scheduler_,
                                     core = weak_from_this(), callback = std::move(callback)] {
-            scheduler->postMain([core, callback, built = calculator->buildQuickTypeEngine()] {
+            scheduler.postMain([core, callback, built = calculator->buildQuickTypeEngine()] {
                 if (core.lock()) callback(built);
             });
         });
@@ -122,7 +125,9 @@ public:
     void close() {
         if (worker_) worker_->retire();
         worker_ = nullptr;
-        scheduler_ = nullptr;
+        request_ = nullptr;
+        delegate_.reset();
+        if (threads_) threads_->close();
     }
 
     void calculatorContextUpdated(const Context& context) override {
@@ -139,10 +144,10 @@ public:
 
 private:
     void onMain(const std::function<void()>& task) const {
-        if (immediate_)
-            task();
-        else if (scheduler_)
+        if (scheduler_)
             scheduler_->postMain(task);
+        else
+            task();
     }
 
     template <class Notify>
@@ -152,7 +157,7 @@ private:
         if (delegate) notify(*delegate);
     }
 
-    void adopt(const std::shared_ptr<VemoWorker>& worker, Built built) {
+    void adopt(std::shared_ptr<VemoWorker> worker, Built built) {
         const auto self = shared_from_this();  // the delegate may destroy the engine
         built.calculator->setDelegate(weak_from_this());
         built.calculator->start(worker->onMain());
@@ -172,22 +177,27 @@ private:
                                                               std::shared_ptr<Context> context) {
                                const auto engine = core.lock();
                                if (!engine || engine->request_ != request) return;
-                               engine->log(calculated);
+                               engine->log(calculated, [&] { return engine->request_ == request; });
+                               if (engine->request_ != request) return;  // replaced by who heard the log
                                engine->request_ = nullptr;
                                request->callback(resultOf(std::move(calculated), std::move(context)));
                            });
     }
 
-    void log(const Calculator::MultilineResult& calculated) {
-        for (const LineResultPointer& line : calculated.logging)
+    void log(const Calculator::MultilineResult& calculated, const std::function<bool()>& wanted) {
+        for (const LineResultPointer& line : calculated.logging) {
+            if (!wanted()) return;
             tell(weak_from_this(),
                  [&](VemoEngineDelegate& delegate) { delegate.engineLog(toUtf8(line->extensionsLog())); });
+        }
     }
 
     Environment environment_;
     std::weak_ptr<VemoEngineDelegate> delegate_;
-    const bool immediate_;                  // without a main executor everything is done before a call returns
-    std::unique_ptr<Scheduler> scheduler_;  // null then, and once the engine is closed
+    // Nothing without a main executor: everything is done before a call returns then. Never changed: any thread may
+    // ask.
+    std::unique_ptr<SchedulerThreads> threads_;
+    std::optional<Scheduler> scheduler_;
     std::shared_ptr<VemoWorker> worker_;
     std::string startUpLog_;
     std::vector<Extension> extensions_;

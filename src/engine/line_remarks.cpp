@@ -128,7 +128,8 @@ LineRemarks spokenRemarks(const Context& context, const ElementList& written, bo
                                     static_cast<std::uint32_t>(note.range.length),
                                     message(localizer, u"note.", noteKindName(note.kind), note.first, note.second)});
     }
-    if (hasResult || !asksForResult(written)) return spoken;
+    const bool tooLong = remarks && remarks->reason() && remarks->reason()->code == ReasonCode::tooLong;
+    if (hasResult || (!tooLong && !asksForResult(written))) return spoken;
     Remarks::PendingReason reason{ReasonCode::notUnderstood, {}, {}};
     if (remarks && remarks->reason())
         reason = *remarks->reason();

@@ -3,8 +3,6 @@
 
 #include <mutex>
 
-#include "platform/scheduler.h"
-
 namespace vemo {
 
 VemoWorkerOperation::VemoWorkerOperation(std::shared_ptr<Calculator> calculator,
@@ -53,8 +51,8 @@ struct VemoWorker::Queue {
     }
 };
 
-VemoWorker::VemoWorker(Scheduler* scheduler, bool onMain)
-    : scheduler_(scheduler), onMain_(onMain), queue_(std::make_shared<Queue>()) {}
+VemoWorker::VemoWorker(std::optional<Scheduler> scheduler, bool onMain)
+    : scheduler_(std::move(scheduler)), onMain_(onMain), queue_(std::make_shared<Queue>()) {}
 
 VemoWorker::~VemoWorker() {
     retire();

@@ -4,13 +4,13 @@
 #include <atomic>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "engine/calculator.h"
+#include "platform/scheduler.h"
 
 namespace vemo {
-
-class Scheduler;
 
 // One calculation asked for: made on the main executor, carried out on the worker's thread, answered on the main
 // executor unless it was cancelled.
@@ -42,7 +42,7 @@ private:
 class VemoWorker : public std::enable_shared_from_this<VemoWorker> {
 public:
     // Operations run on the scheduler's worker thread, or as tasks of the main executor; without a scheduler at once.
-    VemoWorker(Scheduler* scheduler, bool onMain);
+    VemoWorker(std::optional<Scheduler> scheduler, bool onMain);
     ~VemoWorker();
 
     bool onMain() const { return onMain_; }
@@ -58,7 +58,7 @@ public:
 private:
     struct Queue;
 
-    Scheduler* scheduler_;
+    std::optional<Scheduler> scheduler_;
     bool onMain_;
     std::shared_ptr<Calculator> calculator_;
     std::shared_ptr<Queue> queue_;

@@ -31,6 +31,14 @@ ElementList unbalanced(const ElementList& elements, Context& context) {
     return reducedTo(errorValue(), elements);
 }
 
+// Of a word that begins with no letter: digits begin no name, nor do the commonest signs, which are always operators or
+// brackets.
+bool mayBeginName(std::u16string_view word) {
+    const char16_t first = word.front();
+    const bool always = word.size() == 1 && std::u16string_view(u"+-*/()").find(first) != std::u16string_view::npos;
+    return !always && (first < u'0' || first > u'9');
+}
+
 }  // namespace
 
 std::optional<ElementList> EmptyDependenciesEvaluator::evaluate(const ElementList& elements, Context& context,
@@ -40,12 +48,16 @@ std::optional<ElementList> EmptyDependenciesEvaluator::evaluate(const ElementLis
     const auto depend = [&](const std::u16string& key) {
         if (!context.hasDependencyOn(key)) context.addDependencyOn(key, std::nullopt, Value());
     };
+    bool signs = false;
     for (std::size_t i = 0; i < words.size(); ++i) {
         // A name has no more words: what goes on behind them is none.
         const std::size_t most = std::min(words.size() - i, PhraseDetector<bool>::maxWordsLookup);
         const std::size_t start = words[i].location, end = words[i + most - 1].end();
         const std::u16string_view head = nameHead(std::u16string_view(text).substr(start, end + 1 - start));
-        if (head.empty()) continue;  // digits and signs begin no name
+        if (head.empty()) {
+            signs = signs || mayBeginName(words[i].in(text));
+            continue;
+        }
         // Names are stored in lower case. Those that go on behind their head are told by it; the others are a word, or
         // some of the words that the head is cut into.
         if (start + head.size() <= end) depend(namesKey(lowercased(head)));
@@ -53,6 +65,7 @@ std::optional<ElementList> EmptyDependenciesEvaluator::evaluate(const ElementLis
         for (std::size_t last = i + 1; last < i + most && words[last].end() <= start + head.size(); ++last)
             depend(variableKey(lowercased(head.substr(0, words[last].end() - start))));
     }
+    if (signs) depend(namesKey(u""));
     return std::nullopt;
 }
 

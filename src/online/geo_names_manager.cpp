@@ -6,9 +6,9 @@
 
 namespace vemo {
 
-GeoNamesManager::GeoNamesManager(Scheduler& scheduler, std::shared_ptr<GeoNamesService> service,
+GeoNamesManager::GeoNamesManager(Scheduler scheduler, std::shared_ptr<GeoNamesService> service,
                                  std::chrono::steady_clock::duration believedFor)
-    : scheduler_(scheduler), service_(std::move(service)), believedFor_(believedFor) {}
+    : scheduler_(std::move(scheduler)), service_(std::move(service)), believedFor_(believedFor) {}
 
 void GeoNamesManager::beginBatch() {
     const std::lock_guard lock(mutex_);

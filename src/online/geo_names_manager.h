@@ -22,7 +22,7 @@ public:
     using Completion = std::function<void(std::optional<std::u16string> zone)>;
 
     // That a place has no zone is believed for so long: the server may have been out of reach.
-    GeoNamesManager(Scheduler& scheduler, std::shared_ptr<GeoNamesService> service,
+    GeoNamesManager(Scheduler scheduler, std::shared_ptr<GeoNamesService> service,
                     std::chrono::steady_clock::duration believedFor = std::chrono::minutes(5));
 
     // A new calculation has begun: look-ups of earlier ones that have not started are dropped.
@@ -42,7 +42,7 @@ private:
     static constexpr std::size_t rememberedPlaces = 4096;
     static constexpr std::size_t longestPlace = 100;  // nobody is asked for a longer one
 
-    Scheduler& scheduler_;
+    Scheduler scheduler_;
     std::shared_ptr<GeoNamesService> service_;
     std::chrono::steady_clock::duration believedFor_;
     std::mutex mutex_;

@@ -22,10 +22,10 @@ public:
     using Completion = std::function<void(std::optional<std::string> zone)>;
     using Log = std::function<void(std::string_view)>;
 
-    // `scheduler` must outlive the requests. The delay before the first retry doubles with each further one.
-    GeoNamesService(Scheduler& scheduler, std::shared_ptr<HttpClient> client, std::string endpoint, Log log,
+    // The delay before the first retry doubles with each further one.
+    GeoNamesService(Scheduler scheduler, std::shared_ptr<HttpClient> client, std::string endpoint, Log log,
                     std::chrono::milliseconds firstDelay = std::chrono::seconds(1))
-        : scheduler_(scheduler),
+        : scheduler_(std::move(scheduler)),
           client_(std::move(client)),
           endpoint_(std::move(endpoint)),
           log_(std::move(log)),
@@ -38,7 +38,7 @@ public:
 private:
     void answer(const std::string& name, const Completion& completion, int attempt, const HttpResponse& response);
 
-    Scheduler& scheduler_;
+    Scheduler scheduler_;
     std::shared_ptr<HttpClient> client_;
     std::string endpoint_;
     Log log_;

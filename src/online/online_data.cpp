@@ -14,7 +14,7 @@ std::string sourceOf(const std::string& url, const std::string& host, std::strin
 
 }  // namespace
 
-OnlineData::OnlineData(Scheduler& scheduler, const Environment& environment)
+OnlineData::OnlineData(const Scheduler& scheduler, const Environment& environment)
     : sources_(environment.sources),
       client_(std::make_shared<HttpClient>()),
       currency_(std::make_shared<CurrencyRatesLoader>(scheduler, *client_, environment.caches, environment.log)),

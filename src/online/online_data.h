@@ -12,8 +12,7 @@ namespace vemo {
 // What a calculator fetches from the sources of its environment. Where none is configured, nothing starts.
 class OnlineData {
 public:
-    // `scheduler` must outlive this.
-    OnlineData(Scheduler& scheduler, const Environment& environment);
+    OnlineData(const Scheduler& scheduler, const Environment& environment);
 
     // Starts the rates, whose receivers run on the main executor until `stop`. Both belong there, too.
     void start(CurrencyRatesLoader::Deliver currency, CurrencyRatesLoader::Deliver crypto);

@@ -3,6 +3,7 @@
 
 #include <boost/uuid/detail/sha1.hpp>
 #include <cstdio>
+#include <optional>
 
 #include "platform/file_io.h"
 
@@ -64,8 +65,13 @@ void PeriodicFileLoader::stop() {
 }
 
 void PeriodicFileLoader::loadCached() {
-    if (cacheFile_.empty()) return;
-    scheduler_.postBackground([weak = weak_from_this(), file = cacheFile_, &scheduler = scheduler_] {
+    if (url_.empty()) return;
+    if (cacheFile_.empty()) {
+        log("Processing data for ");
+        const Handler handler = handler_;
+        return handler(nullptr);
+    }
+    scheduler_.postBackground([weak = weak_from_this(), file = cacheFile_, scheduler = scheduler_] {
         removeLeftovers(file);
         scheduler.postMain([weak, file, bytes = readFileAtMost(file, largestFile)] {
             const auto self = weak.lock();
@@ -78,22 +84,28 @@ void PeriodicFileLoader::loadCached() {
 }
 
 void PeriodicFileLoader::download() {
-    if (url_.empty() || cacheFile_.empty()) return;
+    if (url_.empty()) return;
     log("Started download ");
     client_.get(url_, [weak = weak_from_this(), file = cacheFile_, validator = validator_,
-                       &scheduler = scheduler_](const HttpResponse& response) {
+                       scheduler = scheduler_](const HttpResponse& response) {
         std::string problem = problemOf(response, validator);
+        // What can't be kept is still used, from here.
+        std::optional<std::string> unkept;
         if (problem.empty()) {
             std::error_code error;
-            std::filesystem::create_directories(file.parent_path(), error);
-            if (!replaceFile(file, response.body)) problem = "the copy can't be written";
+            if (!file.empty()) std::filesystem::create_directories(file.parent_path(), error);
+            if (file.empty() || !replaceFile(file, response.body)) unkept = response.body;
         }
-        scheduler.postMain([weak, file, problem] {
+        scheduler.postMain([weak, file, problem, unkept = std::move(unkept)] {
             const auto self = weak.lock();
-            if (!self || self->cacheFile_ != file) return;
+            if (!self || self->url_.empty() || self->cacheFile_ != file) return;
             if (!problem.empty()) return self->log("Failed to download ", ", error:" + problem);
             self->log("Download finished for ");
-            self->loadCached();
+            if (!unkept) return self->loadCached();
+            self->log("The copy can't be written of ");
+            self->log("Processing data for ");
+            const Handler handler = self->handler_;  // which may stop the loader
+            handler(&*unkept);
         });
     });
 }

@@ -14,8 +14,8 @@
 namespace vemo {
 
 // Keeps a copy of a remote file on disk and hands its bytes on: once at the start, from the copy of an earlier run, and
-// after every download, which is repeated. What can't be fetched, or is not valid, leaves the copy as it is.
-// Used on the main executor, where the handler runs too.
+// after every download, which is repeated. What can't be fetched, or is not valid, leaves the copy as it is; what can't
+// be kept is handed on from memory. Used on the main executor, where the handler runs too.
 class PeriodicFileLoader : public std::enable_shared_from_this<PeriodicFileLoader> {
 public:
     using Handler = std::function<void(const std::string* bytes)>;  // null when there is no copy
@@ -23,10 +23,10 @@ public:
     using Validator = std::function<std::string(std::string_view bytes)>;
     using Log = std::function<void(std::string_view)>;
 
-    // `scheduler` and `client` must outlive what the loader starts. Without a `caches` folder nothing is fetched.
-    PeriodicFileLoader(Scheduler& scheduler, HttpClient& client, std::filesystem::path caches, Validator validator,
+    // `client` must outlive what the loader starts. Without a `caches` folder no copy is kept.
+    PeriodicFileLoader(Scheduler scheduler, HttpClient& client, std::filesystem::path caches, Validator validator,
                        Log log)
-        : scheduler_(scheduler),
+        : scheduler_(std::move(scheduler)),
           client_(client),
           caches_(std::move(caches)),
           validator_(std::move(validator)),
@@ -46,7 +46,7 @@ public:
 private:
     void log(std::string_view message, std::string_view more = "") const;
 
-    Scheduler& scheduler_;
+    Scheduler scheduler_;
     HttpClient& client_;
     std::filesystem::path caches_;
     Validator validator_;

@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "base/text.h"
+#include "platform/icu_locale.h"
 #include "scanning/words/localizer.h"
 
 namespace vemo {
@@ -61,7 +62,7 @@ public:
     Builder(const Localizer& localizer, const std::string& language, TextMap<std::u16string>& zones)
         : localizer_(localizer), zones_(zones) {
         UErrorCode status = U_ZERO_ERROR;
-        for (const icu::Locale& locale : {icu::Locale(language.c_str()), icu::Locale::getEnglish()}) {
+        for (const icu::Locale& locale : {icuLocale(language), icu::Locale::getEnglish()}) {
             names_.emplace_back(icu::TimeZoneNames::createInstance(locale, status));
             locales_.push_back(locale);
         }

@@ -18,8 +18,8 @@ std::string problemOf(std::string_view bytes) {
 
 }  // namespace
 
-CurrencyRatesLoader::CurrencyRatesLoader(Scheduler& scheduler, HttpClient& client, const std::filesystem::path& caches,
-                                         Log log)
+CurrencyRatesLoader::CurrencyRatesLoader(const Scheduler& scheduler, HttpClient& client,
+                                         const std::filesystem::path& caches, Log log)
     : log_(log),
       fileLoader_(std::make_shared<PeriodicFileLoader>(scheduler, client, caches, problemOf, std::move(log))) {}
 

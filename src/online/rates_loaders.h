@@ -16,7 +16,7 @@ public:
     using Deliver = std::function<void(CurrencyRatesContainer)>;
     using Log = PeriodicFileLoader::Log;
 
-    CurrencyRatesLoader(Scheduler& scheduler, HttpClient& client, const std::filesystem::path& caches, Log log);
+    CurrencyRatesLoader(const Scheduler& scheduler, HttpClient& client, const std::filesystem::path& caches, Log log);
     virtual ~CurrencyRatesLoader() = default;
 
     // From the copy of an earlier run, and from the URL now and every six hours.

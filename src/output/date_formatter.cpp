@@ -4,6 +4,7 @@
 #include <unicode/gregocal.h>
 #include <unicode/smpdtfmt.h>
 
+#include "platform/icu_locale.h"
 #include "records/context_map.h"
 
 namespace vemo {
@@ -15,7 +16,7 @@ using DateFormatPointer = std::unique_ptr<icu::DateFormat>;
 DateFormatPointer makeFormat(icu::DateFormat::EStyle dateStyle, icu::DateFormat::EStyle timeStyle,
                              std::string_view locale, std::u16string_view timeZone) {
     DateFormatPointer format(
-        icu::DateFormat::createDateTimeInstance(dateStyle, timeStyle, icu::Locale(std::string(locale).c_str())));
+        icu::DateFormat::createDateTimeInstance(dateStyle, timeStyle, icuLocale(locale)));
     if (!format) return nullptr;
     const icu::UnicodeString zone(timeZone.data(), static_cast<std::int32_t>(timeZone.size()));
     format->adoptTimeZone(icu::TimeZone::createTimeZone(zone));

@@ -9,6 +9,7 @@
 #include <tuple>
 
 #include "base/text.h"
+#include "platform/icu_locale.h"
 
 namespace vemo {
 
@@ -46,9 +47,9 @@ struct VemoEngineNumberFormatter::Formatters {
 
 VemoEngineNumberFormatter::VemoEngineNumberFormatter(std::string_view locale, std::string_view language)
     : formatters_(std::make_unique<Formatters>()) {
-    formatters_->locale = icu::Locale(std::string(locale).c_str());
+    formatters_->locale = icuLocale(locale);
     UErrorCode status = U_ZERO_ERROR;
-    formatters_->plurals.reset(icu::PluralRules::forLocale(icu::Locale(std::string(language).c_str()), status));
+    formatters_->plurals.reset(icu::PluralRules::forLocale(icuLocale(language), status));
 }
 
 VemoEngineNumberFormatter::~VemoEngineNumberFormatter() = default;

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <memory>
 
+#include "platform/icu_locale.h"
 #include "platform/locale_info.h"
 
 namespace vemo {
@@ -16,7 +17,7 @@ namespace {
 using Symbols = icu::DateFormatSymbols;
 
 icu::Locale gregorian(std::string_view identifier) {
-    icu::Locale locale(std::string(identifier.substr(0, identifier.find('.'))).c_str());
+    icu::Locale locale = icuLocale(identifier);
     UErrorCode status = U_ZERO_ERROR;
     locale.setKeywordValue("calendar", "gregorian", status);
     return locale;

@@ -5,6 +5,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <chrono>
 #include <cstdio>
@@ -16,6 +17,7 @@ namespace {
 
 constexpr std::string_view placeholder = ".XXXXXX";  // of a temporary name, as mkstemp(3) takes it
 constexpr std::chrono::minutes longestWrite{10};
+constexpr std::size_t mostEntries = 20'000;  // of a folder that is read whole
 
 class Descriptor {
 public:
@@ -61,6 +63,36 @@ std::optional<std::string> readFileAtMost(const std::filesystem::path& path, std
     }
     bytes.resize(filled);
     return bytes;
+}
+
+std::vector<std::filesystem::path> filesBelow(const std::filesystem::path& folder,
+                                              FunctionRef<bool(const std::filesystem::path&)> wanted,
+                                              const std::function<void(std::string_view)>& log) {
+    namespace fs = std::filesystem;
+    std::vector<fs::path> files;
+    std::error_code error;
+    std::vector<fs::path> folders{folder};  // one by one: an error within one then ends no other
+    std::size_t seen = 0;
+    while (!folders.empty()) {
+        const fs::path next = std::move(folders.back());
+        folders.pop_back();
+        fs::directory_iterator entry(next, error);
+        for (const fs::directory_iterator end; !error && entry != end; entry.increment(error)) {
+            if (++seen > mostEntries) {
+                if (log) log(folder.string() + ": more than " + std::to_string(mostEntries) + " entries, not all read");
+                folders.clear();
+                break;
+            }
+            std::error_code unknown;
+            if (entry->is_directory(unknown)) {
+                if (!entry->is_symlink(unknown)) folders.push_back(entry->path());
+            } else if (wanted(entry->path())) {
+                files.push_back(entry->path());
+            }
+        }
+    }
+    std::sort(files.begin(), files.end());
+    return files;
 }
 
 bool replaceFile(const std::filesystem::path& path, std::string_view bytes) {

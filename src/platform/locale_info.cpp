@@ -4,6 +4,8 @@
 #include <unicode/dcfmtsym.h>
 #include <unicode/uchar.h>
 
+#include "platform/icu_locale.h"
+
 namespace vemo {
 
 namespace {
@@ -18,7 +20,7 @@ std::u16string symbol(const icu::DecimalFormatSymbols& symbols, icu::DecimalForm
 LocaleInfo LocaleInfo::forIdentifier(std::string_view identifier) {
     const std::string name(identifier.substr(0, identifier.find('.')));
     UErrorCode status = U_ZERO_ERROR;
-    const icu::DecimalFormatSymbols symbols(icu::Locale(name.c_str()), status);
+    const icu::DecimalFormatSymbols symbols(icuLocale(name), status);
     return {name, symbol(symbols, icu::DecimalFormatSymbols::kDecimalSeparatorSymbol),
             symbol(symbols, icu::DecimalFormatSymbols::kGroupingSeparatorSymbol)};
 }

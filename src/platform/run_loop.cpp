@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: MIT
-// Before Asio, which looks for what the standard library defines: it must find the same in every source.
+// clang-format off: first, for Asio looks for what the standard library defines: it must find the same in every source.
+#include "vemo/executor.h"
+// clang-format on
+
 #include <asio/executor_work_guard.hpp>
 #include <asio/io_context.hpp>
 #include <asio/post.hpp>
-
-#include "vemo/executor.h"
 
 namespace vemo {
 

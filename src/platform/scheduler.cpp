@@ -57,69 +57,84 @@ private:
     std::shared_ptr<Ticker> ticker_;
 };
 
-// Threads that start at first use.
-class LazyPool {
-public:
-    explicit LazyPool(std::size_t threads) : threads_(threads) {}
-    ~LazyPool() {
-        if (!pool_) return;
-        pool_->stop();
-        pool_->join();
-    }
-
-    asio::thread_pool& get() {
-        std::call_once(started_, [&] {
-            const SignalsBlocked blocked;
-            pool_ = std::make_unique<asio::thread_pool>(threads_);
-        });
-        return *pool_;
-    }
-
-private:
-    std::size_t threads_;
-    std::once_flag started_;
-    std::unique_ptr<asio::thread_pool> pool_;
-};
-
 }  // namespace
 
 struct Scheduler::State {
     std::shared_ptr<Executor> main;
-    LazyPool background{backgroundThreads};
-    LazyPool worker{1};
+    std::mutex mutex;  // guards what follows
+    bool closed = false;
+    std::unique_ptr<asio::thread_pool> background;  // started at first use, as is the worker
+    std::unique_ptr<asio::thread_pool> worker;
+
+    // With the pool, unless it has ended. No task runs within: the pool's threads take them.
+    template <class Use>
+    void withPool(std::unique_ptr<asio::thread_pool> State::*pool, std::size_t threads, Use&& use) {
+        const std::lock_guard lock(mutex);
+        if (closed) return;
+        if (!(this->*pool)) {
+            const SignalsBlocked blocked;
+            this->*pool = std::make_unique<asio::thread_pool>(threads);
+        }
+        use(*(this->*pool));
+    }
+    template <class Use>
+    void inBackground(Use&& use) {
+        withPool(&State::background, backgroundThreads, use);
+    }
 };
 
-Scheduler::Scheduler(std::shared_ptr<Executor> main) : state_(std::make_unique<State>()) {
-    state_->main = std::move(main);
-}
-
-Scheduler::~Scheduler() = default;
-
-void Scheduler::postMain(Task task) {
+void Scheduler::postMain(Task task) const {
+    {
+        const std::lock_guard lock(state_->mutex);
+        if (state_->closed) return;
+    }
     state_->main->post(std::move(task));
 }
 
-void Scheduler::postWorker(Task task) {
-    asio::post(state_->worker.get(), std::move(task));
+void Scheduler::postWorker(Task task) const {
+    state_->withPool(&State::worker, 1, [&](asio::thread_pool& pool) { asio::post(pool, std::move(task)); });
 }
 
-void Scheduler::postBackground(Task task) {
-    asio::post(state_->background.get(), std::move(task));
+void Scheduler::postBackground(Task task) const {
+    state_->inBackground([&](asio::thread_pool& pool) { asio::post(pool, std::move(task)); });
 }
 
-void Scheduler::postBackgroundAfter(std::chrono::milliseconds delay, Task task) {
-    auto timer = std::make_shared<asio::steady_timer>(state_->background.get(), delay);
-    timer->async_wait([timer, task = std::move(task)](const auto& error) {
-        if (!error) task();
+void Scheduler::postBackgroundAfter(std::chrono::milliseconds delay, Task task) const {
+    state_->inBackground([&](asio::thread_pool& pool) {
+        auto timer = std::make_shared<asio::steady_timer>(pool, delay);
+        timer->async_wait([timer, task = std::move(task)](const auto& error) {
+            if (!error) task();
+        });
     });
 }
 
 std::unique_ptr<Scheduler::Timer> Scheduler::every(std::chrono::milliseconds interval, Task tick,
-                                                   std::optional<std::chrono::milliseconds> first) {
+                                                   std::optional<std::chrono::milliseconds> first) const {
     auto ticker = std::make_shared<Ticker>(std::move(tick));
-    std::make_shared<RepeatingTimer>(state_->background.get(), state_->main, first.value_or(interval), interval, ticker)
-        ->wait();
+    state_->inBackground([&](asio::thread_pool& pool) {
+        std::make_shared<RepeatingTimer>(pool, state_->main, first.value_or(interval), interval, ticker)->wait();
+    });
     return std::make_unique<TimerHandle>(std::move(ticker));
+}
+
+SchedulerThreads::SchedulerThreads(std::shared_ptr<Executor> main) : Scheduler(std::make_shared<State>()) {
+    state_->main = std::move(main);
+}
+
+void SchedulerThreads::close() {
+    std::unique_ptr<asio::thread_pool> pools[2];
+    {
+        const std::lock_guard lock(state_->mutex);
+        state_->closed = true;
+        pools[0] = std::move(state_->worker);
+        pools[1] = std::move(state_->background);
+    }
+    // Without the lock: tasks that end, or are dropped, may still post something.
+    for (const auto& pool : pools) {
+        if (!pool) continue;
+        pool->stop();
+        pool->join();
+    }
 }
 
 }  // namespace vemo

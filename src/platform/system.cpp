@@ -8,11 +8,14 @@
 #include <memory>
 
 #include "base/text.h"
+#include "platform/icu_locale.h"
 #include "platform/time_zones.h"
 
 namespace vemo {
 
 namespace {
+
+constexpr std::size_t longestShown = 40;  // bytes of a name in the log
 
 std::string firstSet(std::initializer_list<const char*> names) {
     for (const char* name : names) {
@@ -50,6 +53,12 @@ Environment withDefaults(Environment environment) {
     }
     environment.locale = environment.locale.substr(0, environment.locale.find('.'));
     if (environment.language.empty()) environment.language = environment.locale;
+    for (std::string* name : {&environment.locale, &environment.language}) {
+        if (isUsableLocale(name->substr(0, name->find('.')))) continue;
+        if (environment.log)
+            environment.log("No locale is called '" + name->substr(0, longestShown) + "': the neutral one is used.");
+        *name = "root";
+    }
     if (environment.timeZone.empty()) environment.timeZone = hostTimeZone();
     if (!TimeZoneRules::find(toUtf16(environment.timeZone))) {
         if (environment.log) environment.log("No time zone is called '" + environment.timeZone + "': UTC is used.");

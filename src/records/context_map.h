@@ -37,7 +37,7 @@ inline constexpr std::u16string_view cryptoRatesTime = u"crypto_rates_update_tim
 }  // namespace context_keys
 
 // The letters, and the digits behind them, with which a variable's name or a text begins: what a line must mention to
-// use the name.
+// use the name. Nothing for those that begin with a sign, which are rare: they are told by one key together.
 inline std::u16string_view nameHead(std::u16string_view text) {
     const auto isLetter = [](char16_t c) {
         return (c >= u'a' && c <= u'z') || (c >= u'A' && c <= u'Z') || c == u'_' || c == u'$' ||

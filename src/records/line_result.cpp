@@ -224,6 +224,7 @@ LineResult::LineResult(Key, Value value, std::size_t textLength, std::span<Entry
     : textLength_(static_cast<std::uint32_t>(textLength)),
       updateCount_(static_cast<std::uint32_t>(updates.size())),
       seenCount_(static_cast<std::uint32_t>(seen.size())),
+      unitsBehind_(static_cast<std::uint32_t>(texts.size())),
       value_(std::move(value)) {
     auto* entries = const_cast<EntryPointer*>(this->entries());
     entries = std::uninitialized_move(updates.begin(), updates.end(), entries);
@@ -234,6 +235,11 @@ LineResult::LineResult(Key, Value value, std::size_t textLength, std::span<Entry
 LineResult::~LineResult() {
     for (const EntryPointer& entry : updates()) entry.~EntryPointer();
     for (const EntryPointer& entry : seen()) entry.~EntryPointer();
+}
+
+std::size_t LineResult::bytes() const {
+    constexpr std::size_t entry = sizeof(EntryPointer) + sizeof(ContextMap::Entry) + 32;  // and a key of usual length
+    return sizeof(LineResult) + (updateCount_ + seenCount_) * entry + unitsBehind_ * sizeof(char16_t);
 }
 
 bool LineResult::holdsIn(const Context& context) const {

@@ -44,6 +44,9 @@ public:
     bool holdsIn(const Context& context) const;
     void addDependenciesTo(ContextMap& dependencies) const;
 
+    // About how much memory it takes, with the entries it refers to.
+    std::size_t bytes() const;
+
     std::u16string_view text() const { return {texts(), textLength_}; }
     AttributedText attributedText() const;
     FormattedValue formattedValue() const;
@@ -70,6 +73,7 @@ private:
     std::uint32_t textLength_;
     std::uint32_t updateCount_;
     std::uint32_t seenCount_;
+    std::uint32_t unitsBehind_;
     Value value_;
     // Behind: updates, entries seen, and in UTF-16 units the line, the absent keys, log, runs, results, tokens,
     // expressions and remarks.

@@ -2,11 +2,9 @@
 #include "scripting/extensions.h"
 
 #include <algorithm>
-#include <fstream>
-#include <iterator>
-#include <system_error>
 
 #include "base/text.h"
+#include "platform/file_io.h"
 #include "scripting/js_runner.h"
 
 namespace vemo {
@@ -15,27 +13,15 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::uintmax_t largestFile = 16u << 20;  // bytes
-
-std::vector<fs::path> scriptFiles(const fs::path& folder) {
-    std::vector<fs::path> files;
-    std::error_code error;
-    fs::recursive_directory_iterator entry(folder, fs::directory_options::skip_permission_denied, error);
-    for (; !error && entry != fs::recursive_directory_iterator(); entry.increment(error))
-        if (entry->path().extension() == ".js" && !entry->is_directory(error)) files.push_back(entry->path());
-    std::sort(files.begin(), files.end());
-    return files;
-}
+constexpr std::size_t largestFile = std::size_t(16) << 20;  // bytes
+constexpr std::size_t mostBytes = std::size_t(64) << 20;    // of all files together
 
 // Nothing for what is no regular file, can't be read, is too large or is no UTF-8.
-std::optional<std::u16string> readText(const fs::path& path) {
-    std::error_code error;
-    if (!fs::is_regular_file(path, error) || fs::file_size(path, error) > largestFile || error) return std::nullopt;
-    std::ifstream file(path, std::ios::binary);
-    if (!file) return std::nullopt;
-    const std::string bytes((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
-    std::u16string text = toUtf16(bytes);
-    if (toUtf8(text) != bytes) return std::nullopt;
+std::optional<std::u16string> readText(const fs::path& path, std::size_t most) {
+    const auto bytes = readFileAtMost(path, most);
+    if (!bytes) return std::nullopt;
+    std::u16string text = toUtf16(*bytes);
+    if (toUtf8(text) != *bytes) return std::nullopt;
     if (text.starts_with(u'\uFEFF')) text.erase(0, 1);
     return text;
 }
@@ -43,17 +29,21 @@ std::optional<std::u16string> readText(const fs::path& path) {
 }  // namespace
 
 std::vector<Extension> loadExtensions(const fs::path& folder, std::recursive_mutex& lock,
+                                      const std::function<void(std::string_view)>& log,
                                       FunctionRef<std::pair<JSRunner&, JSVemo&>()> scripts) {
     std::vector<Extension> extensions;
     if (folder.empty()) return extensions;
-    for (const fs::path& path : scriptFiles(folder)) {
+    std::size_t left = mostBytes;
+    for (const fs::path& path : filesBelow(
+             folder, [](const fs::path& p) { return p.extension() == ".js"; }, log)) {
         Extension& extension = extensions.emplace_back();
         extension.file = path.lexically_relative(folder).string();
-        const auto text = readText(path);
+        const auto text = readText(path, std::min(largestFile, left));
         if (!text) {
             extension.skipped = true;
             continue;
         }
+        left -= std::min(left, text->size());
         const std::lock_guard guard(lock);
         const auto [runner, vemo] = scripts();
         runner.clearLog();

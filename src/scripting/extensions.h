@@ -18,6 +18,7 @@ class JSVemo;
 // Evaluates the files of a folder and of those below it whose extension is exactly "js", in the order of their
 // paths, each under `lock`. `scripts` gives who does it; it is not called when there is no such file.
 std::vector<Extension> loadExtensions(const std::filesystem::path& folder, std::recursive_mutex& lock,
+                                      const std::function<void(std::string_view)>& log,
                                       FunctionRef<std::pair<JSRunner&, JSVemo&>()> scripts);
 
 // What the start-up says about them.

@@ -202,6 +202,21 @@ TEST(Calculator, lendsItsRunningValuesToOtherThreads) {
     EXPECT_NE(*first.get<Value>(u"prev_result"), *second.get<Value>(u"prev_result"));
 }
 
+// A line that mentions a name before it is defined is calculated again when it comes or goes.
+TEST(Caches, knowNamesThatBeginWithASign) {
+    const auto calculator = newCalculator();
+    const auto last = [&](std::u16string_view document) {
+        Context context;
+        return utf8(calculator->calculate(document, context).lines.back()->formattedValue().regular.value_or(u""));
+    };
+    for (const std::u16string name : {u"@john", u"@ john", u"!x", u"?", u"[a", u".a b", u"~", u"%p", u"john@home"}) {
+        const std::u16string line = name + u" + 1";
+        const std::string before = last(line);
+        EXPECT_EQ(last(name + u" = 20\n" + line), "21") << utf8(name);
+        EXPECT_EQ(last(line), before) << utf8(name);
+    }
+}
+
 std::u16string repeated(std::u16string_view piece, std::size_t count) {
     std::u16string result;
     for (std::size_t i = 0; i < count; ++i) result += piece;
@@ -228,7 +243,7 @@ TEST(HostileInput, endsSoonAndLosesNothing) {
                                                                  20);  // far above what it takes, sanitizers included
     }
     Context context;
-    EXPECT_TRUE(calculator->calculateLine(lines[0], context, false)->value().has(Attribute::error));
+    EXPECT_TRUE(calculator->calculateLine(lines[0], context, false)->value().isEmpty());  // text, that long
     EXPECT_TRUE(calculator->calculateLine(repeated(u"(", 300) + u"1" + repeated(u")", 300), context, false)
                     ->value()
                     .has(Attribute::error));
@@ -243,6 +258,30 @@ TEST(HostileInput, endsSoonAndLosesNothing) {
     EXPECT_EQ(
         *calculator->calculateLine(u"5" + repeated(u" ", 2000) + u"# + 100", context, false)->formattedValue().regular,
         u"5");
+}
+
+TEST(LongLines, areTextThatLeavesTheTotalAlone) {
+    const std::string prose = std::string("5 words ") + std::string(5000, 'a');
+    EXPECT_THAT(results("2\n3\n" + prose + "\nsum\n7\nsum"), ElementsAre("2", "3", "", "", "7", "7"));
+    EXPECT_EQ(results("2\n" + prose), results("2\nwords"));
+    const auto calculator = newCalculator();
+    Context context;
+    const std::u16string filler = repeated(u" x 5", 5000);
+    const std::u16string document =
+        u"2\n1 + 2 // and" + filler + u"\n# head" + filler + u"\n\"quoted" + filler + u"\"\n" + filler;
+    std::vector<std::string> seen;
+    for (const auto& line : calculator->calculate(document, context).lines) {
+        EXPECT_FALSE(line->value().has(Attribute::error));
+        RunType last = RunType::none;
+        line->attributedText().enumerate([&](std::u16string_view, RunType type, std::size_t) { last = type; });
+        seen.push_back(utf8(line->formattedValue().regular.value_or(u"-")) + " " +
+                       std::to_string(static_cast<int>(last)));
+    }
+    const auto ends = [](RunType type) { return " " + std::to_string(static_cast<int>(type)); };
+    EXPECT_THAT(seen,
+                ElementsAre("2" + ends(RunType::number), "3" + ends(RunType::comment), "-" + ends(RunType::header),
+                            "-" + ends(RunType::comment), "-" + ends(RunType::none)));
+    EXPECT_EQ(*context.get<Value>(u"grand_total"), Value(DecimalNumber::fromInt64(5)));
 }
 
 // What a line of a script without blanks depends on grows with its length, not faster.

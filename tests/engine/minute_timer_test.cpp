@@ -57,7 +57,7 @@ private:
 
 TEST(MinuteTimer, ticksWhenTheMinuteTurnsUntilTheCalculatorGoes) {
     const auto main = std::make_shared<HeldTasks>();
-    Scheduler scheduler(main);
+    SchedulerThreads scheduler(main);
     std::atomic<double> now = 1795525259.99;  // 10 ms before 13:01
     Environment environment = fixedEnvironment();
     environment.clock = [&] { return at(now); };
@@ -65,7 +65,7 @@ TEST(MinuteTimer, ticksWhenTheMinuteTurnsUntilTheCalculatorGoes) {
     const auto make = [&](bool testMode) {
         VemoEngine::Config config;
         config.testMode = testMode;
-        auto calculator = std::make_shared<Calculator>(config, environment, &scheduler);
+        auto calculator = std::make_shared<Calculator>(config, environment, scheduler);
         calculator->initialize();
         calculator->setDelegate(delegate);
         calculator->start();

@@ -9,7 +9,7 @@
 int main(int, char** arguments) {
     using namespace vemo;
     const auto loop = std::make_shared<RunLoop>();
-    Scheduler scheduler(loop);
+    SchedulerThreads scheduler(loop);
     HttpClient client;
     std::shared_ptr<PeriodicFileLoader> loader;
     const auto again = [&](std::string_view message) {

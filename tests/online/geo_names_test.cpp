@@ -90,7 +90,7 @@ protected:
     std::shared_ptr<RunLoop> loop = std::make_shared<RunLoop>();
     std::mutex logging;
     std::vector<std::string> log;
-    Scheduler scheduler{loop};
+    SchedulerThreads scheduler{loop};
     std::shared_ptr<GeoNamesService> service = std::make_shared<GeoNamesService>(
         scheduler, std::make_shared<HttpClient>(), server.url("/timezone"),
         [this](std::string_view message) {
@@ -226,13 +226,13 @@ TEST(EngineWithAPlaceServer, looksUpAgainWhatANewerCalculationDropped) {
     TestServer server;
     server.on("/timezone?q=Tokyo", {ok("Asia/Tokyo")});
     const auto loop = std::make_shared<RunLoop>();
-    Scheduler scheduler(loop);
+    SchedulerThreads scheduler(loop);
     std::promise<void> gate;
     const std::shared_future<void> held = gate.get_future().share();
     for (int i = 0; i < 2; ++i) scheduler.postBackground([held] { held.wait(); });
     Environment environment = fixedEnvironment();
     environment.sources.timeZones = server.url("/timezone");
-    const auto calculator = std::make_shared<Calculator>(Calculator::Config(), environment, &scheduler);
+    const auto calculator = std::make_shared<Calculator>(Calculator::Config(), environment, scheduler);
     calculator->initialize();
     const auto answer = [&] {
         const std::lock_guard lock(calculator->context().mutex());

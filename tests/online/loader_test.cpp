@@ -85,7 +85,7 @@ protected:
     std::vector<std::string> failures;
     bool ended = false;
     std::chrono::steady_clock::time_point end = std::chrono::steady_clock::now() + deadline;
-    Scheduler scheduler{loop};
+    SchedulerThreads scheduler{loop};
     HttpClient client{shortLimits()};
     std::shared_ptr<PeriodicFileLoader> loader = std::make_shared<PeriodicFileLoader>(
         scheduler, client, folder.path(), problemOf, [this](std::string_view message) {
@@ -193,17 +193,24 @@ TEST_F(Loader, survivesAServerThatIsGoneAndAFolderThatCannotBeWritten) {
     EXPECT_THAT(failures, SizeIs(1));
     failures.clear();
     std::ofstream(folder.path() / "file") << "x";
+    std::string received;
     auto blocked = std::make_shared<PeriodicFileLoader>(scheduler, client, folder.path() / "file", problemOf,
                                                         [this](std::string_view message) {
-                                                            if (!message.starts_with("Failed")) return;
-                                                            failures.emplace_back(message);
-                                                            ended = true;
+                                                            if (message.starts_with("The copy"))
+                                                                failures.emplace_back(message);
                                                         });
     server.on(path, {ok(good)});
     blocked->start(
-        server.url(path), [](const std::string*) {}, 3600s);
-    awaitEnd();
-    EXPECT_THAT(failures, ElementsAre(HasSubstr("the copy can't be written")));
+        server.url(path), [&](const std::string* bytes) { received = bytes ? *bytes : received; }, 3600s);
+    while (received.empty() && std::chrono::steady_clock::now() < end) loop->runFor(10ms);
+    EXPECT_THAT(failures, ElementsAre(HasSubstr("The copy can't be written")));
+    EXPECT_EQ(received, good);  // used all the same
+    received.clear();
+    auto homeless = std::make_shared<PeriodicFileLoader>(scheduler, client, "", problemOf, nullptr);
+    homeless->start(
+        server.url(path), [&](const std::string* bytes) { received = bytes ? *bytes : received; }, 3600s);
+    while (received.empty() && std::chrono::steady_clock::now() < end) loop->runFor(10ms);
+    EXPECT_EQ(received, good);
 }
 
 TEST_F(Loader, isSilentOnceItIsStopped) {

@@ -2,10 +2,9 @@
 #include "scanning/words/localizer.h"
 
 #include <algorithm>
-#include <fstream>
-#include <iterator>
 
 #include "base/text.h"
+#include "platform/file_io.h"
 #include "scanning/words/compiled_tables.h"
 #include "scanning/words/strings_file.h"
 
@@ -14,6 +13,7 @@ namespace vemo {
 namespace {
 
 constexpr std::u16string_view baseLanguage = u"Base";
+constexpr std::size_t largestTable = std::size_t(4) << 20;  // bytes
 
 const CompiledTable* compiledTable(std::u16string_view language, std::u16string_view table) {
     const CompiledTable* end = compiledTables + compiledTableCount;
@@ -65,15 +65,16 @@ bool Localizer::hasLanguage(std::u16string_view language) const {
 }
 
 void Localizer::readFolder(const std::filesystem::path& folder, const Log& log) {
-    std::error_code error;
-    for (const auto& entry : std::filesystem::recursive_directory_iterator(folder, error)) {
-        const std::filesystem::path& path = entry.path();
-        if (!entry.is_regular_file(error) || path.extension() != ".strings" ||
-            path.parent_path().extension() != ".lproj")
+    const auto isTable = [](const std::filesystem::path& path) {
+        return path.extension() == ".strings" && path.parent_path().extension() == ".lproj";
+    };
+    for (const std::filesystem::path& path : filesBelow(folder, isTable, log)) {
+        const auto bytes = readFileAtMost(path, largestTable);
+        if (!bytes) {
+            if (log) log(path.string() + ": can't be read, or is too large");
             continue;
-        std::ifstream file(path, std::ios::binary);
-        const std::string bytes((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
-        auto parsed = parseStrings(bytes);
+        }
+        auto parsed = parseStrings(*bytes);
         if (!parsed) {
             const Failure& failure = parsed.failure();
             if (log) log(path.string() + ":" + std::to_string(failure.line) + ": " + failure.message);

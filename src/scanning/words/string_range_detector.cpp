@@ -12,6 +12,9 @@ namespace {
 
 constexpr std::size_t cachedTexts =
     1u << 17;  // as many as results of lines: a document's lines are cut again and again
+constexpr std::size_t cachedBytes = std::size_t(32) << 20;  // of each generation, as are those of long texts
+constexpr std::size_t cachedBytesOfLong = std::size_t(4) << 20;
+constexpr std::size_t longText = 128;          // UTF-16 units
 constexpr std::size_t longestCached = 0xffff;  // UTF-16 units, the key's included: its length is kept in one
 constexpr std::size_t bitsPerUnit = 16;
 
@@ -115,7 +118,8 @@ void splitWords(std::u16string_view text, const std::vector<TextRange>& chunks, 
 
 }  // namespace
 
-StringRangeDetector::StringRangeDetector() : wordRangesCache_(cachedTexts) {}
+StringRangeDetector::StringRangeDetector()
+    : wordRangesCache_(cachedTexts, cachedBytes), longTextsCache_(cachedTexts, cachedBytesOfLong) {}
 
 // In the block: the length of the key, the key, which ends with the text, and a bit for each unit of the text, set
 // where a word begins. Words end where the next begins, or white space.
@@ -161,13 +165,17 @@ const std::vector<TextRange>& StringRangeDetector::wordRanges(std::u16string_vie
         std::memcmp(latestKey_.data() + 1, text.data(), text.size() * sizeof(char16_t)) == 0)
         return latest_;
     latestKey_.assign(1, mode).append(text);
+    RangesCache& cache = text.size() > longText ? longTextsCache_ : wordRangesCache_;
     const bool cached = latestKey_.size() <= longestCached;
-    if (const PackedRanges* known = cached ? wordRangesCache_.find(latestKey_) : nullptr) {
+    if (const PackedRanges* known = cached ? cache.find(latestKey_) : nullptr) {
         known->unpack(text, latest_);
         return latest_;
     }
     cut(text);
-    if (PackedRanges* added = cached ? wordRangesCache_.obtain(latestKey_) : nullptr) added->pack(latestKey_, latest_);
+    if (PackedRanges* added = cached ? cache.obtain(latestKey_) : nullptr) {
+        added->pack(latestKey_, latest_);
+        cache.charge(added->bytes());
+    }
     return latest_;
 }
 
@@ -182,6 +190,7 @@ std::u16string StringRangeDetector::normalized(std::u16string_view phrase) {
 
 void StringRangeDetector::setCacheEnabled(bool enabled) {
     wordRangesCache_.setEnabled(enabled);
+    longTextsCache_.setEnabled(enabled);
     latestKey_.clear();
 }
 

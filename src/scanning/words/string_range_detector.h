@@ -36,6 +36,7 @@ private:
         std::u16string_view key() const {
             return block_.empty() ? std::u16string_view() : std::u16string_view(block_).substr(1, block_.front());
         }
+        std::size_t bytes() const { return block_.capacity() * sizeof(char16_t); }
 
     private:
         std::u16string block_;
@@ -43,14 +44,17 @@ private:
     struct KeyOfPackedRanges {
         explicit KeyOfPackedRanges(std::u16string_view) {}
         bool is(std::u16string_view key, const PackedRanges& ranges) const { return ranges.key() == key; }
+        static std::size_t bytes(const PackedRanges& ranges) { return ranges.bytes(); }
     };
 
     void cut(std::u16string_view text);  // into `latest_`
 
     bool simplified_ = false;
     WordSegmenter segmenter_;
-    Cache<PackedRanges, KeyOfPackedRanges> wordRangesCache_;
-    std::u16string latestKey_;  // many phrase tables ask for the same line in a row
+    using RangesCache = Cache<PackedRanges, KeyOfPackedRanges>;
+    RangesCache wordRangesCache_;
+    RangesCache longTextsCache_;  // apart, so that they push out no others
+    std::u16string latestKey_;    // many phrase tables ask for the same line in a row
     std::vector<TextRange> latest_;
     std::vector<TextRange> between_;  // from one step of cutting to the next
 };
