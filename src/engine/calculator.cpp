@@ -130,7 +130,8 @@ LineResultPointer Calculator::calculateLine(std::u16string_view text, Context& d
             elements = reducedTo(errorValue(), elements);  // operators around it may have made a number of the error
     }
     if (!rest.compoundString().empty()) elements.append(makeElement({}, rest));
-    if (line.size() > longestLine && rest.runs()[0].type == RunType::none) context.remarks().reason(ReasonCode::tooLong);
+    if (line.size() > longestLine && rest.runs()[0].type == RunType::none)
+        context.remarks().reason(ReasonCode::tooLong);
 
     const Value value = elements.empty() ? Value() : elements[0].value;
     const FormattedValue formatted = format(value, context);

@@ -3,14 +3,16 @@
 
 #include <algorithm>
 
-#include "records/remarks.h"
-
 namespace vemo {
 
 namespace {
 
 bool isSymbol(const Element& element) {
     return element.attributedText.runs().begin()->type == RunType::operatorSymbol;
+}
+
+bool isSign(const Element& op) {
+    return op.value.is(Attribute::operation, u"-") || op.value.is(Attribute::operation, u"+");
 }
 
 bool isPlain(const Element& element) {
@@ -21,7 +23,8 @@ bool isPlain(const Element& element) {
 }  // namespace
 
 void OperandRemarks::operand(std::size_t from, std::size_t to, const Value& value) {
-    Operand operand{from, to, !value.isEmpty(), false, true};
+    const bool number = value.has(Attribute::decimal);
+    Operand operand{from, to, number || value.has(Attribute::date), number && !value.has(Attribute::unit), false, true};
     for (std::size_t i = from; i < to; ++i) {
         const std::u16string& text = elements_[i].text();
         if (!trimmed(text).empty()) operand.isBlank = false;
@@ -39,30 +42,42 @@ void OperandRemarks::unusedValues(const ElementList& reduced) {
 }
 
 void OperandRemarks::finish() {
-    for (std::size_t i = 0; i + 1 < operands_.size(); ++i)
-        atOperator(operands_[i], operands_[i + 1], i == 0, i + 2 == operands_.size());
+    for (std::size_t i = 0; i + 1 < operands_.size(); ++i) atOperator(i);
 }
 
-void OperandRemarks::atOperator(const Operand& left, const Operand& right, bool first, bool last) {
+void OperandRemarks::unknown(const Operand& operand, NoteKind kind) {
+    const std::u16string words = elements_.slice(operand.from, operand.to).text();
+    context_.remarks().note(kind, elements_.trimmedRangeOf(operand.from, operand.to), trimmed(words));
+}
+
+void OperandRemarks::atOperator(std::size_t index) {
+    const Operand& left = operands_[index];
+    const Operand& right = operands_[index + 1];
+    const bool last = index + 2 == operands_.size();
     const Element& op = elements_[left.to];
-    const auto range = [&](const Operand& operand) { return elements_.trimmedRangeOf(operand.from, operand.to); };
-    const auto unknown = [&](const Operand& operand) {
-        const std::u16string words = elements_.slice(operand.from, operand.to).text();
-        context_.remarks().note(NoteKind::unknownWord, range(operand), trimmed(words));
-    };
-    if (isSymbol(op)) {
-        const bool sign = op.value.is(Attribute::operation, u"-") || op.value.is(Attribute::operation, u"+");
-        const bool missing =
-            (last && right.isBlank && left.hasValue) || (first && left.isBlank && !sign && right.hasValue);
-        if (missing) context_.remarks().note(NoteKind::missingOperand, elements_.rangeOf(left.to, left.to + 1));
-        if (!left.hasValue && left.hasWords && right.hasValue) unknown(left);
-        if (!right.hasValue && right.hasWords && left.hasValue) unknown(right);
-    } else if (op.value.is(Attribute::operation, u"in") && left.hasValue && !right.hasValue && right.hasWords) {
-        // One word in lower case may be a unit misspelt; "5 km in Berlin" and "10 km in the park" are prose.
+    if (op.value.is(Attribute::operation, u"in")) return atConversion(left, right, last);
+    if (!isSymbol(op)) return;
+    const bool signFollows = !last && isSign(elements_[right.to]);
+    const bool missing = (right.isBlank && !signFollows && left.hasValue) ||
+                         (index == 0 && left.isBlank && !isSign(op) && right.hasValue);
+    if (missing) context_.remarks().note(NoteKind::missingOperand, elements_.rangeOf(left.to, left.to + 1));
+    if (!left.hasValue && left.hasWords && right.hasValue) unknown(left, NoteKind::unknownWord);
+    if (!right.hasValue && right.hasWords && left.hasValue) unknown(right, NoteKind::unknownWord);
+}
+
+void OperandRemarks::atConversion(const Operand& left, const Operand& right, bool last) {
+    if (!left.hasValue) return;
+    if (last && right.isBlank) {
+        context_.remarks().note(NoteKind::missingOperand, elements_.rangeOf(left.to, left.to + 1));
+    } else if (right.hasWords) {
+        // One word in small letters or capitals may be a unit misspelt; "5 km in Berlin" and "in the park" are prose.
         const std::u16string words = elements_.slice(right.from, right.to).text();
         const std::u16string_view word = trimmed(words);
-        if (word.find(u' ') == word.npos && lowercased(word) == word)
-            context_.remarks().note(NoteKind::notConverted, elements_.trimmedRangeOf(left.to, right.to), word);
+        const std::u16string lower = lowercased(word);
+        const bool oneCase = lower == word || lowercased(word.substr(1, 1)) != word.substr(1, 1);
+        if (word.find(u' ') == word.npos && oneCase) unknown(right, NoteKind::notConverted);
+    } else if (left.isBareNumber && left.hasWords && !right.isBlank) {
+        unknown(left, NoteKind::notConverted);
     }
 }
 

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "records/element.h"
+#include "records/remarks.h"
 #include "vemo/context.h"
 
 namespace vemo {
@@ -24,10 +25,14 @@ public:
 private:
     struct Operand {
         std::size_t from, to;
-        bool hasValue, hasWords, isBlank;
+        bool hasValue;      // a number or a date
+        bool isBareNumber;  // a number without a unit
+        bool hasWords, isBlank;
     };
 
-    void atOperator(const Operand& left, const Operand& right, bool first, bool last);
+    void atOperator(std::size_t index);
+    void atConversion(const Operand& left, const Operand& right, bool last);
+    void unknown(const Operand& operand, NoteKind kind);
 
     const ElementList& elements_;
     Context& context_;

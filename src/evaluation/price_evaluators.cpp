@@ -111,11 +111,20 @@ private:
         const std::size_t before = neighbour(i, -1), after = neighbour(i, 1);
         const auto id = *op.value.string(Attribute::operation);
         if (id == u"in") {
+            if (after == elements_.size() || isCode(after)) return true;
             return isValueAt(after) && !elements_[after].value.has(Attribute::decimal);
         }
         if (id == u"percent_of" || id == u"percent_on" || id == u"percent_off") return followsPercentage(i);
         if (isHyphen(i)) return false;
         return isValueAt(before) || isValueAt(after);
+    }
+
+    // A word in capitals, such as a code misspelt: "$10 in EURR".
+    bool isCode(std::size_t i) const {
+        const std::u16string& text = elements_[i].text();
+        const std::u16string_view word = trimmed(text);
+        return elements_[i].value.isEmpty() && word.size() > 2 &&
+               std::all_of(word.begin(), word.end(), [](char16_t c) { return c >= u'A' && c <= u'Z'; });
     }
 
     bool followsPercentage(std::size_t i) const {
@@ -188,8 +197,8 @@ std::optional<ElementList> PricedDescriptionEvaluator::evaluate(const ElementLis
         const bool unused = value.has(Attribute::function) && !description.isValueAt(description.neighbour(i, 1)) &&
                             i + 1 < elements.size();
         // "4 * 3 nights $50" was meant to be calculated; "12/3 dentist $150" hardly.
-        if (value.has(Attribute::operation) && i > 0 && i + 1 < elements.size() && isBlank(elements[i - 1]) &&
-            isBlank(elements[i + 1])) {
+        if (value.has(Attribute::operation) && !hasLetter(elements[i].text()) && i > 0 && i + 1 < elements.size() &&
+            isBlank(elements[i - 1]) && isBlank(elements[i + 1])) {
             const std::size_t before = description.neighbour(i, -1), after = description.neighbour(i, 1);
             if (description.isNumberAt(before) && description.isNumberAt(after))
                 context.remarks().note(NoteKind::unusedValue, elements.trimmedRangeOf(before, after + 1));

@@ -26,6 +26,16 @@ ElementList bracketed(const ElementList& inside, const Element& opening, const E
     return ElementList(std::move(elements));
 }
 
+// "sqroot(16)": a word that touches a bracket was meant as a function.
+void remarkOnWordBefore(const ElementList& elements, std::size_t bracket, Context& context) {
+    if (bracket == 0 || !elements[bracket - 1].value.isEmpty() || bracket + 1 == elements.size()) return;
+    const Element& before = elements[bracket - 1];
+    if (before.attributedText.runs()[0].type != RunType::none || !isLetter(before.text().back())) return;
+    if (!elements[bracket + 1].value.has(Attribute::decimal)) return;
+    context.remarks().note(NoteKind::unknownWord, elements.trimmedRangeOf(bracket - 1, bracket),
+                           trimmed(before.text()));
+}
+
 ElementList unbalanced(const ElementList& elements, Context& context) {
     context.remarks().reason(ReasonCode::unbalancedBrackets);
     return reducedTo(errorValue(), elements);
@@ -79,7 +89,10 @@ std::optional<ElementList> ParenthesesEvaluator::evaluate(const ElementList& ele
     for (std::size_t i = 0; i < elements.size(); ++i) {
         const auto bracket = elements[i].value.string(Attribute::parenthesis);
         if (bracket == u"(") {
-            if (depth++ == 0) start = i;
+            if (depth++ == 0) {
+                start = i;
+                remarkOnWordBefore(elements, i, context);
+            }
         } else if (bracket == u")") {
             if (depth == 0) return unbalanced(elements, context);
             if (--depth > 0) continue;

@@ -15,8 +15,7 @@ using DateFormatPointer = std::unique_ptr<icu::DateFormat>;
 
 DateFormatPointer makeFormat(icu::DateFormat::EStyle dateStyle, icu::DateFormat::EStyle timeStyle,
                              std::string_view locale, std::u16string_view timeZone) {
-    DateFormatPointer format(
-        icu::DateFormat::createDateTimeInstance(dateStyle, timeStyle, icuLocale(locale)));
+    DateFormatPointer format(icu::DateFormat::createDateTimeInstance(dateStyle, timeStyle, icuLocale(locale)));
     if (!format) return nullptr;
     const icu::UnicodeString zone(timeZone.data(), static_cast<std::int32_t>(timeZone.size()));
     format->adoptTimeZone(icu::TimeZone::createTimeZone(zone));
