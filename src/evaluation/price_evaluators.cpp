@@ -149,7 +149,7 @@ private:
         const auto touchesWord = [&](std::size_t side, bool atEnd) {
             if (side >= elements_.size() || !elements_[side].value.isEmpty()) return false;
             const std::u16string& text = elements_[side].text();
-            return isLetter(atEnd ? text.back() : text.front());
+            return !text.empty() && isLetter(atEnd ? text.back() : text.front());
         };
         return touchesWord(i - 1, true) || touchesWord(i + 1, false);
     }

@@ -30,7 +30,9 @@ ElementList bracketed(const ElementList& inside, const Element& opening, const E
 void remarkOnWordBefore(const ElementList& elements, std::size_t bracket, Context& context) {
     if (bracket == 0 || !elements[bracket - 1].value.isEmpty() || bracket + 1 == elements.size()) return;
     const Element& before = elements[bracket - 1];
-    if (before.attributedText.runs()[0].type != RunType::none || !isLetter(before.text().back())) return;
+    if (before.text().empty() || before.attributedText.runs()[0].type != RunType::none ||
+        !isLetter(before.text().back()))
+        return;
     if (!elements[bracket + 1].value.has(Attribute::decimal)) return;
     context.remarks().note(NoteKind::unknownWord, elements.trimmedRangeOf(bracket - 1, bracket),
                            trimmed(before.text()));

@@ -74,7 +74,7 @@ TEST(Command, readsRates) {
     const std::string file = testing::TempDir() + "vemo_rates.json";
     std::ofstream(file) << R"({"base": "USD", "rates": {"EUR": 0.9, "GBP": "x", "JPY": -1}})";
     EXPECT_EQ(run("--rates " + file + " -e '$10 in EUR'").output, "$10 in EUR  €9\n");
-    EXPECT_EQ(run("--rates " + file + " -e '$10 in JPY'").output, "$10 in JPY\n");
+    EXPECT_EQ(run("--rates " + file + " -q -e '$10 in JPY'").output, "$10 in JPY\n");
     std::ofstream(file) << "{";
     EXPECT_EQ(run("--rates " + file + " -e 1").status, 2);
     EXPECT_EQ(run("--rates /no/such/file -e 1").output, "vemo: /no/such/file: cannot be read\n");
@@ -100,7 +100,7 @@ TEST(Command, loadsAndChecksScripts) {
         << "vemo.addFunction({id: 'f', phrases: 'twice'}, x => { log('called'); return 2 * x.decimal; })\n"
            "vemo.addFunction({id: 'g', phrases: 'broken'}, () => { nonsense() })";
     const std::string error = "vemo: Error on line 2: ReferenceError: Can't find variable: nonsense\n";
-    EXPECT_EQ(run("--extensions " + folder + " -e 'broken 1'").output, "broken 1\n" + error);
+    EXPECT_EQ(run("--extensions " + folder + " -q -e 'broken 1'").output, "broken 1\n" + error);
     EXPECT_NE(run("--json --extensions " + folder + " -e 'twice 1' 2>/dev/null").output.find("\"log\":\"called\\n\""),
               std::string::npos);
     std::filesystem::remove_all(folder);
