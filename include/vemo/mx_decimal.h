@@ -8,9 +8,10 @@
 /*
  * Decimal arithmetic with 38 significant digits for C programs.
  *
- * Every operation rounds half to even at 38 digits. A result out of range, a division by zero, an argument
- * outside a function's domain and any operation on not-a-number give not-a-number. Nothing allocates or
- * fails otherwise, every call takes bounded time, and every function may be called from any thread.
+ * Every operation rounds half to even at 38 digits; roots, powers, logarithms, the factorial and the trigonometric
+ * and hyperbolic functions err by at most 10^-36 × max(1, |result|). A result too large, a division by zero, an
+ * argument outside a function's domain and any operation on not-a-number give not-a-number; a result too small is 0.
+ * Nothing fails otherwise, every call takes bounded time, and every function may be called from any thread.
  */
 
 #ifdef __cplusplus
@@ -81,29 +82,26 @@ MxDecimal MxDecimalAverage2(MxDecimal a, MxDecimal b);
 MxDecimal MxDecimalAbsoluteValue(MxDecimal d);
 MxDecimal MxDecimalInverse(MxDecimal d);
 
-/* Remainder of floored division, with the sign of b; Mod2Pi reduces an angle in radians to (-pi, pi]. */
+/*
+ * Remainder of floored division, exact however large the quotient, with the sign of b. Mod2Pi takes it by the
+ * constant MxDecimal2Pi and moves it to (-pi, pi].
+ */
 MxDecimal MxDecimalMod(MxDecimal a, MxDecimal b);
 MxDecimal MxDecimalMod2Pi(MxDecimal x);
 
-/*
- * Roots of positive numbers, by Newton's iteration in at most 50 steps. Sqrt has all its digits; NthRoot starts
- * from d itself, from where 50 steps may not suffice when the root is far away.
- */
+/* Roots of positive numbers; the degree may be any number but 0. */
 MxDecimal MxDecimalSqrt(MxDecimal d);
 MxDecimal MxDecimalNthRoot(MxDecimal d, MxDecimal n);
 
-/* A power; in decimal when the exponent is a positive integer, else in double precision. 0^0 is 1. */
+/* A power; negative numbers have those with integer exponents. 0^0 is 1. */
 MxDecimal MxDecimalPower(MxDecimal base, MxDecimal exponent);
 
-/*
- * Logarithms of positive numbers, from ln(x) = 2 artanh((x - 1) / (x + 1)) after taking out a power of e,
- * which below 0.4 is a double. NthLog is the logarithm of a to the base b.
- */
+/* Logarithms of positive numbers. NthLog is the logarithm of a to the base b. */
 MxDecimal MxDecimalLn(MxDecimal d);
 MxDecimal MxDecimalNthLog(MxDecimal a, MxDecimal b);
 MxDecimal MxDecimalLog10(MxDecimal d);
 
-/* |d|! for an integer, else the gamma function of d + 1 in double precision. */
+/* |d|! for an integer, else the gamma function of d + 1. */
 MxDecimal MxDecimalFactorial(MxDecimal d);
 
 /*
@@ -113,7 +111,10 @@ MxDecimal MxDecimalFactorial(MxDecimal d);
 MxDecimal MxDecimalLeftShift(MxDecimal value, MxDecimal amount);
 MxDecimal MxDecimalRightShift(MxDecimal value, MxDecimal amount);
 
-/* Trigonometric functions of an angle in radians, by Taylor's series after Mod2Pi. */
+/*
+ * Trigonometric functions of an angle in radians of any size. Tan and Cot are not-a-number where the cosine is 0
+ * when rounded to 34 digits after the point.
+ */
 MxDecimal MxDecimalSin(MxDecimal x);
 MxDecimal MxDecimalCos(MxDecimal x);
 MxDecimal MxDecimalTan(MxDecimal x);
@@ -121,10 +122,7 @@ MxDecimal MxDecimalCsc(MxDecimal x);
 MxDecimal MxDecimalSec(MxDecimal x);
 MxDecimal MxDecimalCot(MxDecimal x);
 
-/*
- * Their inverses, in radians, from the arctangent's series after halving the angle. Asin and Acos take -1 to 1,
- * Asec and Acsc the rest.
- */
+/* Their inverses, in radians. Asin and Acos take -1 to 1, Asec and Acsc the rest. */
 MxDecimal MxDecimalAsin(MxDecimal x);
 MxDecimal MxDecimalAcos(MxDecimal x);
 MxDecimal MxDecimalAtan(MxDecimal x);
@@ -132,7 +130,7 @@ MxDecimal MxDecimalAcsc(MxDecimal x);
 MxDecimal MxDecimalAsec(MxDecimal x);
 MxDecimal MxDecimalAcot(MxDecimal x);
 
-/* Hyperbolic functions, by Taylor's series up to |x| = 2 and from the exponential function beyond. */
+/* Hyperbolic functions. */
 MxDecimal MxDecimalSinh(MxDecimal x);
 MxDecimal MxDecimalCosh(MxDecimal x);
 MxDecimal MxDecimalTanh(MxDecimal x);
@@ -141,8 +139,8 @@ MxDecimal MxDecimalSech(MxDecimal x);
 MxDecimal MxDecimalCoth(MxDecimal x);
 
 /*
- * Their inverses. Asinh and Atanh sum short series and take -1 to 1 (Acsch and Acoth the rest), accurate for
- * small arguments only; Acosh takes 1 and more and works in double precision, as does Asech for (0, 1].
+ * Their inverses. Asinh takes -1 to 1 and Atanh what lies between (Acsch and Acoth the rest), Acosh 1 and more,
+ * Asech what is above 0 and up to 1.
  */
 MxDecimal MxDecimalAsinh(MxDecimal x);
 MxDecimal MxDecimalAcosh(MxDecimal x);

@@ -3,9 +3,9 @@
 
 #include "vemo/decimal_number.h"
 
-// Mathematical functions on decimals, summed in decimal where a series allows it. The engine calls
-// these; the C functions of vemo/mx_decimal.h, where each is documented, wrap them. They round half to
-// even at 38 digits, return not-a-number outside their domain, always end, and are safe on any thread.
+// Mathematical functions on decimals. The engine calls these; the C functions of vemo/mx_decimal.h, where
+// each is documented, wrap them. They round half to even at 38 digits, return not-a-number outside their
+// domain, always end, and are safe on any thread.
 namespace vemo {
 
 inline constexpr RoundingBehavior mxBehavior{RoundingMode::bankers, RoundingBehavior::noScale};

@@ -1,12 +1,21 @@
 // SPDX-License-Identifier: MIT
-#include "decimal/decimal_power.h"
-
 #include <algorithm>
 #include <type_traits>
+
+#include "decimal/decimal_rounding.h"
 
 namespace vemo {
 
 namespace {
+
+// A positive number cut to a fixed number of digits, with a bound on what the cuts have taken away.
+template <class Mantissa>
+struct TruncatedDecimal {
+    Mantissa mantissa;
+    int exponent = 0;
+    bool cut = false;
+    double relativeError = 0;  // in units of the mantissa's last digit when it starts with 1
+};
 
 // Where a power of a number of more than (or less than) one can only overflow (or underflow) whatever
 // the remaining factors are.
@@ -87,10 +96,6 @@ DecimalNumber outOfRange(bool tooLarge, bool negative, RoundingBehavior behavior
     return rounded(ExactDecimal<UInt128>{1, exponent, negative, Tail::none}, behavior, status);
 }
 
-TruncatedDecimal<UInt256> truncated(const DecimalNumber& number) {
-    return {widened<UInt256>(mantissaOf(number)), number.exponent(), false, 0};
-}
-
 template <class Mantissa>
 std::optional<DecimalNumber> tryRaising(const DecimalNumber& base, std::uint64_t power, RoundingBehavior behavior,
                                         DecimalStatus* status) {
@@ -134,29 +139,6 @@ DecimalNumber DecimalNumber::raising(std::uint64_t power, RoundingBehavior behav
     if (const auto result = tryRaising<UInt256>(*this, power, behavior, status)) return *result;
     // This close to a rounding boundary at 75 digits, the power is far from it at 300.
     return *tryRaising<UInt1024>(*this, power, behavior, status);
-}
-
-PowerSequence::PowerSequence(const DecimalNumber& base, unsigned start)
-    : base_(base), power_(start), value_(truncated(base)), square_(product(value_, value_)) {
-    assert(!base.notANumber() && start >= 1);
-    const TruncatedDecimal<UInt256> factor = value_;
-    for (unsigned i = 1; i < start; ++i) value_ = product(value_, factor);
-}
-
-DecimalNumber PowerSequence::current(RoundingBehavior behavior, DecimalStatus* status) const {
-    const bool negative = base_.isNegative() && (power_ & 1) != 0;
-    if (!base_.isZero()) {
-        if (outOfRange_) return outOfRange(topExponent(value_) > 0, negative, behavior, status);
-        if (const auto result = settled(value_, negative, behavior, status)) return *result;
-    }
-    return base_.raising(power_, behavior, status);
-}
-
-void PowerSequence::advance() {
-    power_ += 2;
-    if (outOfRange_ || base_.isZero()) return;
-    value_ = product(value_, square_);
-    outOfRange_ = std::abs(topExponent(value_)) > hopelessExponent;
 }
 
 }  // namespace vemo

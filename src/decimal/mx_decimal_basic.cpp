@@ -1,5 +1,8 @@
 // SPDX-License-Identifier: MIT
+#include <algorithm>
+
 #include "decimal/decimal_math.h"
+#include "decimal/decimal_rounding.h"
 
 namespace vemo {
 
@@ -30,6 +33,34 @@ DecimalNumber shifted(DecimalNumber value, const DecimalNumber& amount, bool lef
         value = left ? mxMultiply(value, two()) : mxDivide(value, two());
     }
     return isBelow(value, one()) ? DecimalNumber() : value;
+}
+
+UInt128 productModulo(UInt128 a, UInt128 b, UInt128 modulus) {
+    UInt256 quotient;
+    UInt256 remainder;
+    divide(UInt256(widened<UInt256>(a) * widened<UInt256>(b)), widened<UInt256>(modulus), quotient, remainder);
+    return narrowed(remainder);
+}
+
+// The exact remainder, with the sign of a; b is not zero. However large the quotient, no digit of it is needed.
+DecimalNumber truncatedRemainder(const DecimalNumber& a, const DecimalNumber& b) {
+    const auto result = [&a](UInt128 mantissa, int exponent) {
+        return DecimalNumber::fromParts(highHalf(mantissa), lowHalf(mantissa), exponent, a.isNegative());
+    };
+    UInt128 mantissa = mantissaOf(a);
+    UInt128 divisor = mantissaOf(b);
+    int distance = a.exponent() - b.exponent();
+    if (distance < 0) {
+        // Of a divisor that reaches further than 38 digits at the smaller exponent, nothing fits into a.
+        if (digitCount(divisor) - distance > DecimalNumber::maxDigits) return a;
+        return result(mantissa % (divisor * powerOfTen<UInt128>(-distance)), a.exponent());
+    }
+    mantissa %= divisor;
+    constexpr int longestStep = 38;
+    for (; distance > 0 && mantissa != 0; distance -= longestStep) {
+        mantissa = productModulo(mantissa, powerOfTen<UInt128>(std::min(distance, longestStep)), divisor);
+    }
+    return result(mantissa, b.exponent());
 }
 
 }  // namespace
@@ -64,12 +95,17 @@ DecimalNumber mxAverage2(const DecimalNumber& a, const DecimalNumber& b) {
 }
 
 DecimalNumber mxMod(const DecimalNumber& a, const DecimalNumber& b) {
-    return mxSubtract(a, mxMultiply(b, mxDivide(a, b).integer()));
+    if (a.notANumber() || b.notANumber() || b.isZero()) return DecimalNumber::notANumberValue();
+    const DecimalNumber rest = truncatedRemainder(a, b);
+    return rest.isZero() || rest.isNegative() == b.isNegative() ? rest : mxAdd(rest, b);
 }
 
 DecimalNumber mxMod2Pi(const DecimalNumber& value) {
-    const DecimalNumber remainder = mxMod(value, mx2Pi());
-    return isBelow(mxPi(), remainder) ? mxSubtract(remainder, mx2Pi()) : remainder;
+    if (value.notANumber()) return value;
+    // From the remainder on its own side of zero, so that small negative angles keep their digits.
+    const DecimalNumber rest = truncatedRemainder(value, mx2Pi());
+    if (isBelow(mxPi(), rest)) return mxSubtract(rest, mx2Pi());
+    return isBelow(mxNegated(mxPi()), rest) ? rest : mxAdd(rest, mx2Pi());
 }
 
 DecimalNumber mxLeftShift(const DecimalNumber& value, const DecimalNumber& amount) {

@@ -1,100 +1,103 @@
 // SPDX-License-Identifier: MIT
-#include <cmath>
-
-#include "decimal/decimal_series.h"
+#include "decimal/decimal_math.h"
+#include "decimal/precise.h"
 
 namespace vemo {
 
 namespace {
 
-bool isInUnitInterval(const DecimalNumber& value) {
-    const auto order = DecimalNumber::compare(mxAbsoluteValue(value), smallInteger(1));
-    return order && *order <= 0;
+// Below it a function is the first two terms of its series to 80 digits, and the exact formula loses as many.
+bool isTiny(const Precise& x) {
+    return abs(x) < 1e-20;
 }
 
-// Where the series have all their digits.
-bool isSmall(const DecimalNumber& value) {
-    return DecimalNumber::compare(mxAbsoluteValue(value), smallInteger(2)).value_or(1) <= 0;
+Precise hyperbolicSine(const Precise& x) {
+    if (isTiny(x)) return x + x * x * x / 6;
+    const Precise power = exponential(x);
+    return (power - 1 / power) / 2;
 }
 
-// e^x: an integer power times the series of the fraction.
-DecimalNumber exponential(const DecimalNumber& value) {
-    const DecimalNumber whole = mxAbsoluteValue(value).integer();
-    const DecimalNumber rest = mxSubtract(mxAbsoluteValue(value), whole);
-    const DecimalNumber power = mxMultiply(mxPower(mxE(), whole), mxAdd(mxCosh(rest), mxSinh(rest)));
-    return value.isNegative() ? mxInverse(power) : power;
+Precise hyperbolicCosine(const Precise& x) {
+    const Precise power = exponential(abs(x));
+    return (power + 1 / power) / 2;
 }
 
-// 0 when what grows with the value is too large.
-DecimalNumber inverseOfGrowing(const DecimalNumber& value, const DecimalNumber& function) {
-    return function.notANumber() && !value.notANumber() ? DecimalNumber() : mxInverse(function);
+Precise hyperbolicTangent(const Precise& x) {
+    if (isTiny(x)) return x - x * x * x / 3;
+    const Precise square = exponential(-2 * abs(x));
+    const Precise tangent = (1 - square) / (1 + square);
+    return x < 0 ? Precise(-tangent) : tangent;
+}
+
+DecimalNumber inverse(const Precise& x) {
+    return x.is_zero() ? DecimalNumber::notANumberValue() : decimal(1 / x);
+}
+
+// The inverse sine and tangent are asked for within -1 to 1 only, the tangent's ends excluded.
+DecimalNumber inverseSine(const Precise& x) {
+    const Precise magnitude = abs(x);
+    if (magnitude > 1) return DecimalNumber::notANumberValue();
+    if (isTiny(x)) return decimal(x - x * x * x / 6);
+    const Precise area = logarithm(magnitude + squareRoot(magnitude * magnitude + 1));
+    return decimal(x < 0 ? Precise(-area) : area);
+}
+
+DecimalNumber inverseCosine(const Precise& x) {
+    if (x < 1) return DecimalNumber::notANumberValue();
+    return decimal(logarithm(x + squareRoot((x - 1) * (x + 1))));
+}
+
+DecimalNumber inverseTangent(const Precise& x) {
+    if (abs(x) >= 1) return DecimalNumber::notANumberValue();
+    if (isTiny(x)) return decimal(x + x * x * x / 3);
+    return decimal(logarithm((1 + x) / (1 - x)) / 2);
+}
+
+// The function of the argument's inverse.
+template <class Function>
+DecimalNumber ofInverse(const DecimalNumber& value, Function function) {
+    if (value.notANumber() || value.isZero()) return DecimalNumber::notANumberValue();
+    return function(Precise(1 / precise(value)));
 }
 
 }  // namespace
 
 DecimalNumber mxSinh(const DecimalNumber& value) {
-    if (value.notANumber()) return value;
-    if (isSmall(value)) return sumSeries(value, value, 3, 51, SeriesSign::same, SeriesStop::never, seriesFactorial);
-    const DecimalNumber power = exponential(value);
-    return mxDivide(mxSubtract(power, mxInverse(power)), smallInteger(2));
+    return value.notANumber() ? value : decimal(hyperbolicSine(precise(value)));
 }
-
 DecimalNumber mxCosh(const DecimalNumber& value) {
-    if (value.notANumber()) return value;
-    if (isSmall(value)) {
-        return sumSeries(smallInteger(1), value, 2, 50, SeriesSign::same, SeriesStop::never, seriesFactorial);
-    }
-    const DecimalNumber power = exponential(value);
-    return mxDivide(mxAdd(power, mxInverse(power)), smallInteger(2));
+    return value.notANumber() ? value : decimal(hyperbolicCosine(precise(value)));
 }
-
 DecimalNumber mxTanh(const DecimalNumber& value) {
-    constexpr unsigned flat = 60;  // beyond it the result is 1 in all digits
-    if (DecimalNumber::compare(mxAbsoluteValue(value), smallInteger(flat)).value_or(0) > 0)
-        return value.isNegative() ? smallInteger(1).negative() : smallInteger(1);
-    return mxDivide(mxSinh(value), mxCosh(value));
+    return value.notANumber() ? value : decimal(hyperbolicTangent(precise(value)));
 }
 DecimalNumber mxCsch(const DecimalNumber& value) {
-    return inverseOfGrowing(value, mxSinh(value));
+    return value.notANumber() ? value : inverse(hyperbolicSine(precise(value)));
 }
 DecimalNumber mxSech(const DecimalNumber& value) {
-    return inverseOfGrowing(value, mxCosh(value));
+    return value.notANumber() ? value : inverse(hyperbolicCosine(precise(value)));
 }
 DecimalNumber mxCoth(const DecimalNumber& value) {
-    return mxInverse(mxTanh(value));
+    return value.notANumber() ? value : inverse(hyperbolicTangent(precise(value)));
 }
 
 DecimalNumber mxAsinh(const DecimalNumber& value) {
-    if (!isInUnitInterval(value)) return DecimalNumber::notANumberValue();
-    DecimalNumber sum = value;
-    DecimalNumber coefficient = smallInteger(1);
-    PowerSequence powers(value, 3);
-    for (unsigned n = 1; n <= 17; n += 2) {
-        coefficient = mxDivide(mxMultiply(coefficient, smallInteger(n)), smallInteger(n + 1));
-        const DecimalNumber term = mxDivide(mxMultiply(coefficient, powers.current(mxBehavior)), smallInteger(n + 2));
-        sum = n % 4 == 1 ? mxSubtract(sum, term) : mxAdd(sum, term);
-        powers.advance();
-    }
-    return sum;
+    return value.notANumber() ? value : inverseSine(precise(value));
 }
-
 DecimalNumber mxAcosh(const DecimalNumber& value) {
-    return DecimalNumber::fromDouble(std::acosh(value.toDouble()));
+    return value.notANumber() ? value : inverseCosine(precise(value));
 }
-
 DecimalNumber mxAtanh(const DecimalNumber& value) {
-    if (!isInUnitInterval(value)) return DecimalNumber::notANumberValue();
-    return sumSeries(value, value, 3, 19, SeriesSign::same, SeriesStop::never, smallInteger);
+    return value.notANumber() ? value : inverseTangent(precise(value));
 }
-
 DecimalNumber mxAcsch(const DecimalNumber& value) {
-    return mxAsinh(mxInverse(value));
+    return ofInverse(value, inverseSine);
 }
 DecimalNumber mxAsech(const DecimalNumber& value) {
-    return mxAcosh(mxInverse(value));
+    return ofInverse(value, inverseCosine);
 }
 DecimalNumber mxAcoth(const DecimalNumber& value) {
-    return mxAtanh(mxInverse(value));
+    return ofInverse(value, inverseTangent);
 }
 
 }  // namespace vemo

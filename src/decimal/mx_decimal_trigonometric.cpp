@@ -1,97 +1,87 @@
 // SPDX-License-Identifier: MIT
-#include "decimal/decimal_series.h"
+#include "decimal/decimal_math.h"
+#include "decimal/precise.h"
 
 namespace vemo {
 
 namespace {
 
-DecimalNumber one() {
-    return smallInteger(1);
+// Rounded to 34 digits after the point, the cosine of an odd multiple of pi / 2 is exactly zero.
+bool standsUpright(const Precise& cosine) {
+    return decimal(cosine).rounding({RoundingMode::bankers, 34}).isZero();
 }
 
-bool isAboveOne(const DecimalNumber& value) {
-    return DecimalNumber::compare(mxAbsoluteValue(value), one()).value_or(0) > 0;
+DecimalNumber quotient(const Precise& dividend, const Precise& divisor) {
+    return divisor.is_zero() ? DecimalNumber::notANumberValue() : decimal(dividend / divisor);
 }
 
-// tan(atan(x) / 2)
-DecimalNumber halvedArgument(const DecimalNumber& x) {
-    return mxDivide(x, mxAdd(one(), mxSqrt(mxAdd(one(), mxMultiply(x, x)))));
+bool isSine(const Precise& value) {
+    return abs(value) <= 1;
+}
+
+Precise arcsine(const Precise& value) {
+    if (abs(value) == 1) return value * preciseHalfPi();
+    return arctangent(value / squareRoot((1 - value) * (1 + value)));
 }
 
 }  // namespace
 
-const DecimalNumber& seriesFactorial(unsigned number) {
-    static const auto factorials = [] {
-        std::array<DecimalNumber, 52> result;
-        for (unsigned i = 0; i < result.size(); ++i) result[i] = mxFactorial(smallInteger(i));
-        return result;
-    }();
-    return factorials[number];
-}
-
 DecimalNumber mxSin(const DecimalNumber& radians) {
-    const DecimalNumber x = mxMod2Pi(radians);
-    if (x.notANumber()) return x;
-    return sumSeries(x, x, 3, 45, SeriesSign::alternating, SeriesStop::onFailure, seriesFactorial);
+    return radians.notANumber() ? radians : decimal(sineAndCosine(radians).sine);
 }
 
 DecimalNumber mxCos(const DecimalNumber& radians) {
-    const DecimalNumber x = mxMod2Pi(radians);
-    if (x.notANumber()) return x;
-    return sumSeries(one(), x, 2, 44, SeriesSign::alternating, SeriesStop::onFailure, seriesFactorial);
+    return radians.notANumber() ? radians : decimal(sineAndCosine(radians).cosine);
 }
 
 DecimalNumber mxTan(const DecimalNumber& radians) {
-    // Rounded, the cosine of an odd multiple of pi / 2 is exactly zero.
-    return mxDivide(mxSin(radians), mxCos(radians).rounding({RoundingMode::bankers, 34}));
+    if (radians.notANumber()) return radians;
+    const auto [sine, cosine] = sineAndCosine(radians);
+    return standsUpright(cosine) ? DecimalNumber::notANumberValue() : quotient(sine, cosine);
 }
 
 DecimalNumber mxCsc(const DecimalNumber& radians) {
-    return mxInverse(mxSin(radians));
+    return radians.notANumber() ? radians : quotient(1, sineAndCosine(radians).sine);
 }
+
 DecimalNumber mxSec(const DecimalNumber& radians) {
-    return mxInverse(mxCos(radians));
+    return radians.notANumber() ? radians : quotient(1, sineAndCosine(radians).cosine);
 }
+
 DecimalNumber mxCot(const DecimalNumber& radians) {
-    return mxInverse(mxTan(radians));
+    if (radians.notANumber()) return radians;
+    const auto [sine, cosine] = sineAndCosine(radians);
+    return standsUpright(cosine) ? DecimalNumber::notANumberValue() : quotient(cosine, sine);
 }
 
 DecimalNumber mxAsin(const DecimalNumber& value) {
-    if (value.notANumber() || isAboveOne(value)) return DecimalNumber::notANumberValue();
-    if (value == one()) return mxPi_2();
-    if (mxAbsoluteValue(value) == one()) return mxNegated(mxPi_2());
-    return mxAtan(mxDivide(value, mxSqrt(mxSubtract(one(), mxMultiply(value, value)))));
+    if (value.notANumber() || !isSine(precise(value))) return DecimalNumber::notANumberValue();
+    return decimal(arcsine(precise(value)));
 }
 
 DecimalNumber mxAcos(const DecimalNumber& value) {
-    return mxSubtract(mxPi_2(), mxAsin(value));
+    if (value.notANumber() || !isSine(precise(value))) return DecimalNumber::notANumberValue();
+    return decimal(preciseHalfPi() - arcsine(precise(value)));
 }
 
 DecimalNumber mxAtan(const DecimalNumber& value) {
-    if (value.notANumber()) return value;
-    // Near 1 the series needs more terms than it has: halving the angle first makes all digits good.
-    static const DecimalNumber small = DecimalNumber::parse("0.2");
-    DecimalNumber x = value;
-    unsigned factor = 1;
-    while (DecimalNumber::compare(mxAbsoluteValue(x), small) == 1) {
-        const DecimalNumber half = halvedArgument(x);
-        // A square out of range: the angle is a right one to all digits.
-        if (half.notANumber()) return value.isNegative() ? mxNegated(mxPi_2()) : mxPi_2();
-        x = half;
-        factor *= 2;
-    }
-    const DecimalNumber angle = sumSeries(x, x, 3, 149, SeriesSign::alternating, SeriesStop::onUnderflow, smallInteger);
-    return mxMultiply(smallInteger(factor), angle);
+    return value.notANumber() ? value : decimal(arctangent(precise(value)));
 }
 
 DecimalNumber mxAsec(const DecimalNumber& value) {
-    return mxAcos(mxInverse(value));
+    if (value.notANumber() || value.isZero()) return DecimalNumber::notANumberValue();
+    const Precise cosine = 1 / precise(value);
+    return isSine(cosine) ? decimal(preciseHalfPi() - arcsine(cosine)) : DecimalNumber::notANumberValue();
 }
+
 DecimalNumber mxAcsc(const DecimalNumber& value) {
-    return mxSubtract(mxPi_2(), mxAsec(value));
+    if (value.notANumber() || value.isZero()) return DecimalNumber::notANumberValue();
+    const Precise sine = 1 / precise(value);
+    return isSine(sine) ? decimal(arcsine(sine)) : DecimalNumber::notANumberValue();
 }
+
 DecimalNumber mxAcot(const DecimalNumber& value) {
-    return mxSubtract(mxPi_2(), mxAtan(value));
+    return value.notANumber() ? value : decimal(preciseHalfPi() - arctangent(precise(value)));
 }
 
 }  // namespace vemo

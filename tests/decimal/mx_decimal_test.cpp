@@ -4,11 +4,7 @@
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
 
-#include <functional>
-#include <map>
-
 #include "decimal/decimal_math.h"
-#include "decimal/vectors.h"
 
 extern "C" int checkDecimalsFromC(void);  // in mx_decimal_c_test.c; the line of the first failure, or 0
 
@@ -26,25 +22,6 @@ bool agree(const DecimalNumber& a, const DecimalNumber& b, int digits) {
 }
 
 }  // namespace
-
-TEST(MxDecimal, agreesWithReferenceValues) {
-    using Function = std::function<DecimalNumber(const DecimalNumber&)>;
-    const std::map<std::string, Function> functions = {
-        {"sin", mxSin},     {"cos", mxCos},   {"atan", mxAtan},   {"asin", mxAsin},
-        {"acos", mxAcos},   {"ln", mxLn},     {"asinh", mxAsinh}, {"atanh", mxAtanh},
-        {"acosh", mxAcosh}, {"sinh", mxSinh}, {"cosh", mxCosh},   {"sqrt", mxSqrt},
-    };
-    int checked = 0;
-    for (const auto& v : readVectors()) {
-        const auto found = functions.find(v.operation);
-        if (found == functions.end() && v.operation != "nthRoot") continue;
-        ++checked;
-        const DecimalNumber a = decimal(v.a);
-        const DecimalNumber result = found == functions.end() ? mxNthRoot(a, decimal(v.b)) : found->second(a);
-        EXPECT_TRUE(agree(result, decimal(v.expected), std::stoi(v.mode))) << v.line << "\ngives " << result.toString();
-    }
-    EXPECT_GT(checked, 60);
-}
 
 TEST(MxDecimal, cProgramsCanUseIt) {
     EXPECT_EQ(checkDecimalsFromC(), 0);
@@ -65,7 +42,8 @@ TEST(MxDecimal, constantsFitTogether) {
 
 TEST(MxDecimal, powersAndFactorials) {
     EXPECT_EQ(mxPower(decimal("2"), decimal("10")), decimal("1024"));
-    EXPECT_EQ(mxPower(decimal("2"), decimal("0.5")), decimal("1.4142135623730951"));
+    EXPECT_TRUE(agree(mxPower(decimal("2"), decimal("0.5")), decimal("1.4142135623730951"), 15));
+    EXPECT_EQ(mxPower(decimal("2"), decimal("0.5")), mxSqrt2());
     EXPECT_EQ(mxPower(decimal("2"), decimal("-1")), decimal("0.5"));
     EXPECT_EQ(mxPower(decimal("0"), decimal("0")), decimal("1"));
     EXPECT_TRUE(mxPower(decimal("0"), decimal("-1")).notANumber());
@@ -88,6 +66,13 @@ TEST(MxDecimal, remaindersAndShifts) {
     EXPECT_EQ(mxMod(decimal("5.5"), decimal("2")), decimal("1.5"));
     EXPECT_TRUE(mxMod(decimal("5"), decimal("0")).notANumber());
     EXPECT_EQ(mxMod2Pi(mxPi()), mxPi());
+    EXPECT_EQ(mxMod2Pi(mxNegated(mxPi())), mxPi());
+    EXPECT_EQ(mxMod2Pi(decimal("-1e-128")), decimal("-1e-128"));
+    for (const auto* text : {"4", "-4", "1e30", "-1e164", "123456789e100"}) {
+        const auto angle = mxMod2Pi(decimal(text));
+        EXPECT_LE(DecimalNumber::compare(angle, mxPi()), 0) << text;
+        EXPECT_GT(DecimalNumber::compare(angle, mxNegated(mxPi())), 0) << text;
+    }
     EXPECT_EQ(mxLeftShift(decimal("1"), decimal("3")), decimal("8"));
     EXPECT_EQ(mxLeftShift(decimal("8"), decimal("-2.5")), decimal("1"));
     EXPECT_EQ(mxLeftShift(decimal("-1"), decimal("1")), decimal("0"));
@@ -107,6 +92,7 @@ TEST(MxDecimal, exactPlaces) {
     EXPECT_EQ(mxAsin(decimal("1")), mxPi_2());
     EXPECT_EQ(mxAsin(decimal("-1")), mxNegated(mxPi_2()));
     EXPECT_EQ(mxLn(decimal("1")), decimal("0"));
+    EXPECT_TRUE(mxAtanh(decimal("-1")).notANumber() && mxAcoth(decimal("1")).notANumber());
     EXPECT_EQ(mxTanh(decimal("-1e100")), decimal("-1"));
     EXPECT_TRUE(agree(mxTanh(decimal("60")), mxTanh(decimal("61")), 37));
     EXPECT_EQ(mxSech(decimal("-1e100")), decimal("0"));
