@@ -34,7 +34,27 @@ bool isShort(std::u16string_view text) {
 
 std::u16string DecimalUnitValueFormatter::displayFormat(const Value& value, const DecimalNumber& shown) const {
     const auto unit = value.string(Attribute::unit);
-    const std::u16string* format = unit ? unitCollection_.format(*unit) : nullptr;
+    if (!unit) return u"%@";
+    if (unitCollection_.format(*unit)) return formatOf(*unit, shown);
+    // A rate: "$%@/h", "%@ l/100 km".
+    const auto rate = unitConverter_.rate(*unit);
+    if (!rate) return u"%@";
+    const DecimalNumber one = DecimalNumber::fromInt64(1);
+    const bool several = rate->count != one;
+    const std::u16string lower = formatOf(rate->lower, rate->count);
+    const auto count = several ? numberFormatter_.stringFrom(rate->count, NumeralSystem::decimal, 0, 0) : std::nullopt;
+    const std::u16string below = formatted(lower, count.value_or(u"")).value_or(std::u16string(rate->lower));
+    return formatOf(rate->upper, shown).append(u"/").append(trimmed(below));
+}
+
+bool DecimalUnitValueFormatter::isMoney(std::u16string_view unit) const {
+    if (unitConverter_.isCurrency(unit)) return true;
+    const auto rate = unitConverter_.rate(unit);
+    return rate && unitConverter_.isCurrency(rate->upper);
+}
+
+std::u16string DecimalUnitValueFormatter::formatOf(std::u16string_view unit, const DecimalNumber& shown) const {
+    const std::u16string* format = unitCollection_.format(unit);
     if (!format) return u"%@";
     if (format->find(u"%@") == format->npos) return u"%@ " + *format;
     // "%@ day|%@ days"
@@ -58,7 +78,7 @@ std::optional<FormattedValue> DecimalUnitValueFormatter::format(const Value& val
     // One and a half dollars are 1.50; what is cut off for display does not count.
     const auto unit = value.string(Attribute::unit);
     const DecimalNumber shown = magnitude.round(static_cast<std::int16_t>(maxFraction));
-    const bool cents = unit && unitConverter_.isCurrency(*unit) && shown.fractionDigitsCount() == 1;
+    const bool cents = unit && shown.fractionDigitsCount() == 1 && isMoney(*unit);
     const auto text = numberFormatter_.stringFrom(magnitude, numeralSystem(value), maxFraction, cents ? 2 : 0);
     if (!text) return std::nullopt;
     const std::u16string format = displayFormat(value, shown);

@@ -24,6 +24,8 @@ public:
 private:
     // For a value that is shown as `shown`: of "%@ day|%@ days" the one that suits.
     std::u16string displayFormat(const Value& value, const DecimalNumber& shown) const;
+    std::u16string formatOf(std::u16string_view unit, const DecimalNumber& shown) const;
+    bool isMoney(std::u16string_view unit) const;
 
     const VemoEngineNumberFormatter& numberFormatter_;
     const UnitManager& unitCollection_;

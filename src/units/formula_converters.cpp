@@ -46,6 +46,27 @@ std::optional<DecimalNumber> pixelsPerMeter(Context& context) {
     return amount ? std::optional(amount->dividing(number("0.0254"))) : std::nullopt;
 }
 
+constexpr std::int64_t pixelsOfRem = 16;
+
+// For a unit of that many pixels.
+std::shared_ptr<const ValueConverter> pixelsToMeter(std::u16string unit, std::int64_t pixels) {
+    return formula(std::move(unit), u"m",
+                   [pixels](const auto& amount, Context& context) -> std::optional<DecimalNumber> {
+                       const auto density = pixelsPerMeter(context);
+                       if (!density) return std::nullopt;
+                       return amount.multiplying(DecimalNumber::fromInt64(pixels)).dividing(*density);
+                   });
+}
+
+std::shared_ptr<const ValueConverter> meterToPixels(std::u16string unit, std::int64_t pixels) {
+    return formula(u"m", std::move(unit),
+                   [pixels](const auto& amount, Context& context) -> std::optional<DecimalNumber> {
+                       const auto density = pixelsPerMeter(context);
+                       if (!density) return std::nullopt;
+                       return amount.multiplying(*density).dividing(DecimalNumber::fromInt64(pixels));
+                   });
+}
+
 // What one em is, in pixels where no unit is given; nothing when the variable has no amount or is given in ems, which
 // would have no end.
 std::optional<Value> emSize(Context& context) {
@@ -129,17 +150,19 @@ std::shared_ptr<const ValueConverter> kelvinToFahrenheitConverter() {
 }
 
 std::shared_ptr<const ValueConverter> pixelToMeterConverter() {
-    return formula(u"pixel", u"m", [](const auto& amount, Context& context) -> std::optional<DecimalNumber> {
-        const auto density = pixelsPerMeter(context);
-        return density ? std::optional(amount.dividing(*density)) : std::nullopt;
-    });
+    return pixelsToMeter(u"pixel", 1);
 }
 
 std::shared_ptr<const ValueConverter> meterToPixelConverter() {
-    return formula(u"m", u"pixel", [](const auto& amount, Context& context) -> std::optional<DecimalNumber> {
-        const auto density = pixelsPerMeter(context);
-        return density ? std::optional(amount.multiplying(*density)) : std::nullopt;
-    });
+    return meterToPixels(u"pixel", 1);
+}
+
+std::shared_ptr<const ValueConverter> remToMeterConverter() {
+    return pixelsToMeter(u"rem", pixelsOfRem);
+}
+
+std::shared_ptr<const ValueConverter> meterToRemConverter() {
+    return meterToPixels(u"rem", pixelsOfRem);
 }
 
 std::shared_ptr<const ValueConverter> emToMeterConverter(const UnitConverter& converter) {

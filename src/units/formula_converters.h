@@ -17,6 +17,9 @@ std::shared_ptr<const ValueConverter> kelvinToFahrenheitConverter();
 // Pixels by the variable "ppi" (pixels an inch of 0.0254 m); declined when it has no amount.
 std::shared_ptr<const ValueConverter> pixelToMeterConverter();
 std::shared_ptr<const ValueConverter> meterToPixelConverter();
+// Root ems: 16 pixels each, as browsers have it.
+std::shared_ptr<const ValueConverter> remToMeterConverter();
+std::shared_ptr<const ValueConverter> meterToRemConverter();
 // Ems by the variable "em", an amount in any unit of length but em itself. `converter` must outlive them.
 std::shared_ptr<const ValueConverter> emToMeterConverter(const UnitConverter& converter);
 std::shared_ptr<const ValueConverter> meterToEmConverter(const UnitConverter& converter);

@@ -16,6 +16,7 @@ struct Scale {
     std::u16string id;
     std::int16_t ratio = 0;
     std::vector<std::u16string> phrases;
+    std::u16string unit = {};  // of what it makes of a bare number, such as pence; usually none
 };
 
 class ScaleManager {

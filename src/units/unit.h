@@ -30,6 +30,7 @@ struct Unit {
     bool isSiUnit = false;                 // is expanded with the SI prefixes
     std::optional<std::u16string> internationalSymbol;
     std::optional<std::u16string> localizedSymbol;
+    std::u16string rate;  // the rate of which this is another name, "km/hour"; usually empty
     std::shared_ptr<const ValueConverter> toBaseValueConverter;
     std::shared_ptr<const ValueConverter> fromBaseValueConverter;
 

@@ -2,23 +2,16 @@
 #include "units/unit_catalogue.h"
 
 #include <algorithm>
-#include <span>
 
 #include "records/context_map.h"
 #include "scanning/words/localizer.h"
+#include "units/everyday_units.h"
 #include "units/formula_converters.h"
-#include "units/prefixes.h"
+#include "units/unit_builder.h"
 
 namespace vemo {
 
 namespace {
-
-struct UnitRow {
-    std::u16string_view id;
-    std::string_view ratio;  // base units in one of this; empty for a base unit
-    bool si = false;
-    std::u16string_view key = {};  // of the phrases; the id when empty
-};
 
 // The international yard and pound agreement of 1959 and NIST SP 811, appendix B, but for the cable, the
 // league and the nautical mile, which are the imperial ones of 6080 feet, and rounded where shown so.
@@ -41,79 +34,10 @@ constexpr UnitRow weightRows[] = {{u"carat", "0.2"},
                                   {u"ounce", "28.349523125"},
                                   {u"stone", "6350.29318"}};
 
-class Catalogue {
+class Catalogue : public UnitBuilder {
 public:
     Catalogue(UnitRegistry& registry, const Localizer& localizer, const Log& log)
-        : registry_(registry),
-          localizer_(localizer),
-          log_(log),
-          omittedSymbols_(localizer.variants(u"symbols.omitted", u"Aliases")) {}
-
-    Unit make(const UnitRow& row, std::u16string_view base, std::u16string_view table, bool lowercase) const {
-        const std::u16string key(row.key.empty() ? row.id : row.key);
-        Unit unit;
-        unit.id = row.id;
-        unit.phrases = localizer_.variants(key + u".variants", table, true, lowercase);
-        unit.baseUnitId = base;
-        if (!row.ratio.empty()) unit.baseRatio = DecimalNumber::parse(row.ratio);
-        unit.format = localizer_.translationOrBase(key + u".format", table);
-        unit.isSiUnit = row.si;
-        if (row.si) {
-            unit.internationalSymbol = localizer_.base(key + u".symbol", table);
-            unit.localizedSymbol = localizer_.translation(key + u".symbol", table);
-        }
-        return unit;
-    }
-
-    void add(Unit unit) const {
-        for (std::u16string& alias : aliases(unit.id)) unit.phrases.push_back(std::move(alias));
-        for (auto* symbol : {&unit.internationalSymbol, &unit.localizedSymbol}) {
-            if (*symbol && std::find(omittedSymbols_.begin(), omittedSymbols_.end(), **symbol) != omittedSymbols_.end())
-                symbol->reset();
-        }
-        registry_.registerUnit(unit, true);
-    }
-
-    // Forms that people type beside the names, symbols and derived ones.
-    std::vector<std::u16string> aliases(const std::u16string& id) const {
-        const std::u16string key = id + u".aliases";
-        std::vector<std::u16string> phrases = localizer_.variants(key, u"Aliases");
-        std::erase(phrases, key);
-        return phrases;
-    }
-
-    void addAll(std::span<const UnitRow> rows, std::u16string_view base, std::u16string_view table,
-                bool lowercase = true) const {
-        for (const UnitRow& row : rows) add(make(row, base, table, lowercase));
-    }
-
-    std::vector<Unit> prefixed(const Unit& unit, const std::vector<Prefix>& prefixes, int factorBase,
-                               bool includeNegative) const {
-        std::vector<Unit> variants;
-        for (const Prefix& prefix : prefixes) {
-            if (prefix.factor < 0 && !includeNegative) continue;
-            Unit variant;
-            variant.id = prefix.internationalSymbol + unit.id;
-            for (const std::u16string& name : prefix.names)
-                for (const std::u16string& phrase : unit.phrases) variant.phrases.push_back(name + phrase);
-            if (unit.internationalSymbol)
-                variant.internationalSymbol = prefix.internationalSymbol + *unit.internationalSymbol;
-            if (unit.localizedSymbol) variant.localizedSymbol = prefix.localizedSymbol + *unit.localizedSymbol;
-            if (variant.localizedSymbol)
-                variant.format = u"%@ " + *variant.localizedSymbol;
-            else if (variant.internationalSymbol)
-                variant.format = u"%@ " + *variant.internationalSymbol;
-            const DecimalNumber ratio = unit.baseRatio.value_or(DecimalNumber::fromInt64(1));
-            variant.baseRatio =
-                factorBase == 10
-                    ? ratio.multiplyingByPowerOf10(prefix.factor)
-                    : ratio.multiplying(
-                          DecimalNumber::fromInt64(factorBase).raising(static_cast<std::uint64_t>(prefix.factor)));
-            variant.baseUnitId = unit.baseUnitId.value_or(unit.id);
-            variants.push_back(std::move(variant));
-        }
-        return variants;
-    }
+        : UnitBuilder(registry, localizer), log_(log) {}
 
     std::vector<Unit> siPrefixed(const Unit& unit, bool includeNegative) const {
         return prefixed(unit, siPrefixes(localizer_), 10, includeNegative);
@@ -191,10 +115,7 @@ public:
     }
 
 private:
-    UnitRegistry& registry_;
-    const Localizer& localizer_;
     const Log& log_;
-    const std::vector<std::u16string> omittedSymbols_;
 };
 
 }  // namespace
@@ -255,6 +176,7 @@ void registerUnits(UnitRegistry& registry, const Localizer& localizer, const Log
     date.id = u"date";
     date.baseUnitId = u"date";
     catalogue.add(date);
+    registerEverydayUnits(registry, localizer);
 }
 
 void registerScreenUnits(UnitRegistry& registry, const Localizer& localizer, Context& context) {
@@ -268,6 +190,10 @@ void registerScreenUnits(UnitRegistry& registry, const Localizer& localizer, Con
     em.toBaseValueConverter = emToMeterConverter(registry.converter());
     em.fromBaseValueConverter = meterToEmConverter(registry.converter());
     catalogue.add(em);
+    Unit rem = catalogue.make({u"rem", ""}, u"m", u"Css", true);
+    rem.toBaseValueConverter = remToMeterConverter();
+    rem.fromBaseValueConverter = meterToRemConverter();
+    catalogue.add(rem);
     // The defaults of browsers: 96 pixels an inch, 16 pixels an em.
     context.setValue(Value(DecimalNumber::fromInt64(96)), u"ppi");
     context.setValue(Value(DecimalNumber::fromInt64(16)).with(u"pixel", Attribute::unit), u"em");

@@ -30,6 +30,7 @@ void UnitConverter::registerUnit(const Unit& unit) {
     if (unit.toBaseValueConverter) converters_.insert_or_assign(pairKey(unit.id, base), unit.toBaseValueConverter);
     if (unit.fromBaseValueConverter) converters_.insert_or_assign(pairKey(base, unit.id), unit.fromBaseValueConverter);
     baseUnits_.insert_or_assign(unit.id, base);
+    if (!unit.rate.empty()) rates_.insert_or_assign(unit.id, unit.rate);
 }
 
 const ValueConverter* UnitConverter::converter(std::u16string_view from, std::u16string_view to) const {
@@ -53,8 +54,11 @@ std::optional<Value> UnitConverter::convert(const Value& value, std::u16string_v
     if (*from == toUnitId) return value;
     if (const ValueConverter* direct = converter(*from, toUnitId)) return direct->convert(value, context);
     const std::u16string* base = baseUnit(*from);
-    if (!base) return std::nullopt;
     const std::u16string* toBase = baseUnit(toUnitId);
+    if (!base || !toBase)
+        if (auto converted = convertRate(value, *from, toUnitId, context)) return converted;
+    if (!base && !rate(*from)) return std::nullopt;
+    if (!base) return Value(DecimalNumber::notANumberValue());
     if (!toBase || *toBase != *base) return Value(DecimalNumber::notANumberValue());
     const ValueConverter* first = converter(*from, *base);
     const ValueConverter* second = converter(*base, toUnitId);

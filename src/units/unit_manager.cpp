@@ -3,6 +3,16 @@
 
 namespace vemo {
 
+namespace {
+
+// In any case. Longer texts are looked at no further.
+bool contains(const std::unordered_set<std::u16string>& words, std::u16string_view word) {
+    constexpr std::size_t longest = 16;
+    return !word.empty() && word.size() <= longest && words.contains(lowercased(word));
+}
+
+}  // namespace
+
 std::u16string Unit::description() const {
     const auto text = [](const std::optional<std::u16string>& field) { return field.value_or(u""); };
     const std::u16string fields =
@@ -23,6 +33,18 @@ void UnitManager::addUnit(const Unit& unit, bool phrasesVerbatim) {
 
 void UnitManager::addPhrase(std::u16string_view phrase, std::u16string_view unitId) {
     phraseDetector_.add(phrase, std::u16string(unitId), false);
+}
+
+bool UnitManager::isForNumbersOnly(std::u16string_view phrase) const {
+    return afterNumbers_.contains(std::u16string(phrase)) || afterNumbers_.contains(lowercased(phrase));
+}
+
+bool UnitManager::isRateWord(std::u16string_view word) const {
+    return contains(rateWords_, word);
+}
+
+bool UnitManager::isRateProductWord(std::u16string_view word) const {
+    return contains(rateProductWords_, word);
 }
 
 const std::u16string* UnitManager::format(std::u16string_view unitId) const {

@@ -2,6 +2,8 @@
 #pragma once
 
 #include <unordered_set>
+#include <utility>
+#include <vector>
 
 #include "scanning/words/phrase_detector.h"
 #include "units/unit.h"
@@ -17,10 +19,30 @@ public:
     // words of a phrase are joined with single blanks first.
     void addUnit(const Unit& unit, bool phrasesVerbatim);
     void addPhrase(std::u16string_view phrase, std::u16string_view unitId);
+    void setFormat(std::u16string_view unitId, std::u16string_view format) {
+        format_.insert_or_assign(std::u16string(unitId), std::u16string(format));
+    }
 
     // A phrase, in lower case, that is a word too: it names its unit in a conversion only.
     void restrictToConversions(std::u16string phrase) { conversionOnly_.insert(std::move(phrase)); }
     bool isForConversionsOnly(const std::u16string& phrase) const { return conversionOnly_.contains(phrase); }
+
+    // A phrase, in the case in which it counts, that is a word first: it names its unit behind a number, or where a
+    // unit must stand.
+    void restrictToNumbers(std::u16string phrase) { afterNumbers_.insert(std::move(phrase)); }
+    bool isForNumbersOnly(std::u16string_view phrase) const;
+
+    // The words between a quantity and the unit that it is told per: "per", "a".
+    void addRateWord(std::u16string word) { rateWords_.insert(std::move(word)); }
+    bool isRateWord(std::u16string_view word) const;
+    // A word in front of a length that makes it a speed, told per that unit of time: "時速60 km".
+    void addRatePrefix(std::u16string word, std::u16string_view timeUnit) {
+        ratePrefixes_.emplace_back(std::move(word), timeUnit);
+    }
+    const std::vector<std::pair<std::u16string, std::u16string>>& ratePrefixes() const { return ratePrefixes_; }
+    // Those that multiply a rate by what it is told of: "at", "for".
+    void addRateProductWord(std::u16string word) { rateProductWords_.insert(std::move(word)); }
+    bool isRateProductWord(std::u16string_view word) const;
 
     const PhraseDetector<std::u16string>& phraseDetector() const { return phraseDetector_; }
     // The display format; null when the unit has none.
@@ -30,6 +52,10 @@ private:
     PhraseDetector<std::u16string> phraseDetector_;
     TextMap<std::u16string> format_;
     std::unordered_set<std::u16string> conversionOnly_;
+    std::unordered_set<std::u16string> afterNumbers_;
+    std::unordered_set<std::u16string> rateWords_;
+    std::unordered_set<std::u16string> rateProductWords_;
+    std::vector<std::pair<std::u16string, std::u16string>> ratePrefixes_;
 };
 
 }  // namespace vemo

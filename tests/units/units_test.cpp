@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
 
+#include <fstream>
 #include <map>
 #include <set>
 
@@ -175,8 +176,9 @@ TEST_P(LanguageTables, giveEveryUnitItsPhrases) {
     StringRangeDetector detector;
     const auto calculator = newCalculator(environmentIn(GetParam()));
     const auto& phrases = calculator->unitManager().phraseDetector();
-    const std::u16string_view unitTables[] = {u"Length", u"Area",   u"Volume", u"Data",     u"Temperature", u"Angle",
-                                              u"Time",   u"Weight", u"Css",    u"Currency", u"Percent"};
+    const std::u16string_view unitTables[] = {u"Length",  u"Area",      u"Volume",  u"Data",   u"Temperature",
+                                              u"Angle",   u"Time",      u"Weight",  u"Css",    u"Currency",
+                                              u"Percent", u"Mechanics", u"Physics", u"Counts", u"Rates"};
     for (std::size_t t = 0; t < compiledTableCount; ++t) {
         const CompiledTable& table = compiledTables[t];
         if (utf8(table.language) != GetParam() ||
@@ -268,6 +270,25 @@ TEST_P(LanguageTables, giveNoPhraseToTwoUnits) {
     // Lines like "phrase: one other" go in here when two units share a phrase on purpose.
     const std::set<std::string> intended{};
     EXPECT_EQ(claims.contested(), intended);
+}
+
+// What is a unit's name and a word of another kind, each with what decides: tests/units/collisions.txt. A line that is
+// not there is a collision that nobody looked at.
+TEST_P(LanguageTables, shareWordsOnlyOnPurpose) {
+    std::set<std::string> intended, found;
+    std::ifstream file(std::string(VEMO_TEST_DATA_DIR) + "/units/collisions.txt");
+    for (std::string line; std::getline(file, line);)
+        if (line.starts_with(GetParam() + " ")) intended.insert(line.substr(0, line.find(" => ")));
+    const auto calculator = newCalculator(environmentIn(GetParam()));
+    const std::pair<const char*, const PhraseDetector<std::u16string>*> others[] = {
+        {"operator", &calculator->operatorCollection().phraseDetector()},
+        {"function", &calculator->functionManager().phraseDetector()},
+        {"scale", &calculator->scaleManager().phraseDetector()}};
+    for (const auto& [phrase, unit] : calculator->unitManager().phraseDetector().phrases())
+        for (const auto& [kind, phrases] : others)
+            if (const std::u16string* other = phrases->find(phrase))
+                found.insert(GetParam() + " " + utf8(phrase) + ": " + utf8(unit) + ", " + kind + " " + utf8(*other));
+    EXPECT_EQ(found, intended);
 }
 
 TEST_P(LanguageTables, welcomeWithAResultOnEveryLine) {

@@ -1,0 +1,191 @@
+// SPDX-License-Identifier: MIT
+#include "evaluation/rate_evaluator.h"
+
+#include <algorithm>
+
+#include "evaluation/structure_evaluators.h"
+
+namespace vemo {
+
+namespace {
+
+constexpr std::size_t none = static_cast<std::size_t>(-1);
+
+bool isBlank(const Element& element) {
+    return element.value.isEmpty() && trimmed(element.text()).empty();
+}
+
+bool isBareNumber(const Element& element) {
+    return element.value.has(Attribute::decimal) && !element.value.has(Attribute::unit);
+}
+
+bool isBareUnit(const Element& element) {
+    return element.value.has(Attribute::unit) && !element.value.has(Attribute::decimal) &&
+           !element.value.has(Attribute::date) && !element.value.is(Attribute::unit, u"percent");
+}
+
+bool isQuantity(const Element& element) {
+    return element.value.has(Attribute::unit) && element.value.has(Attribute::decimal) &&
+           !element.value.is(Attribute::unit, u"percent");
+}
+
+// 10, 100, 1000: so many that a price is told for.
+bool isRoundLot(const DecimalNumber& count) {
+    const std::string digits = count.toString();
+    return digits.size() > 1 && digits.front() == '1' && digits.find_first_not_of('0', 1) == digits.npos;
+}
+
+// One pass over a line, from the right to the left, so that "540 km / 90 km/h" is a quantity over a rate.
+class RateReader {
+public:
+    RateReader(const ElementList& elements, const UnitManager& units, const UnitConverter& converter)
+        : list_(elements), units_(units), converter_(converter) {}
+
+    std::optional<ElementList> read() {
+        for (std::size_t i = list_.size(); i-- > 1;)
+            if (isBareUnit(list_[i])) i = std::min(i, readRateEndingAt(i));
+        if (!units_.ratePrefixes().empty()) readPrefixes();
+        for (std::size_t i = 1; i + 1 < list_.size(); ++i) readProductAt(i);
+        return changed_ ? std::optional(std::move(list_)) : std::nullopt;
+    }
+
+private:
+    std::size_t before(std::size_t i) const {
+        while (i-- > 0)
+            if (!isBlank(list_[i])) return i;
+        return none;
+    }
+
+    std::size_t after(std::size_t i) const {
+        while (++i < list_.size())
+            if (!isBlank(list_[i])) return i;
+        return none;
+    }
+
+    std::u16string_view unitAt(std::size_t i) const { return *list_[i].value.string(Attribute::unit); }
+    bool isTime(std::u16string_view unit) const {
+        const std::u16string* base = converter_.baseUnit(unit);
+        return base && *base == u"second";
+    }
+
+    void put(std::size_t from, std::size_t to, Value value) {
+        const AttributedText text = list_.attributedText(from, to);
+        list_.replace(from, to - from, makeElement(std::move(value), text));
+        changed_ = true;
+    }
+
+    // Gives the place of what now stands for the rate, or i.
+    std::size_t readRateEndingAt(std::size_t i) {
+        const std::u16string_view lower = unitAt(i);
+        if (!converter_.baseUnit(lower)) return i;
+        std::size_t sign = before(i);
+        DecimalNumber count = DecimalNumber::fromInt64(1);
+        const bool counted = sign != none && isBareNumber(list_[sign]);
+        if (counted) {
+            count = *list_[sign].value.decimal();
+            if (count.isNegative() || count.isZero()) return i;
+            sign = before(sign);
+        }
+        if (sign == none || sign == 0) return i;
+        const bool stroke = list_[sign].text() == u"/" && list_[sign].value.is(Attribute::operation, u"/");
+        if (!stroke && !units_.isRateWord(trimmed(list_[sign].text()))) return i;
+        if (counted && !stroke && list_[sign].value.has(Attribute::operation)) return i;
+        if (counted && stroke && (isBlank(list_[sign - 1]) || !isRoundLot(count) || isTime(lower))) return i;
+        const std::size_t left = before(sign);
+        if (left == none) return i;
+        // "5 € a la semana", "10 km a millas": a conversion word is that, but where time is money.
+        const auto mayBe = [&](std::u16string_view upper) {
+            if (upper == lower || !converter_.baseUnit(upper)) return false;
+            return !list_[sign].value.is(Attribute::operation, u"in") ||
+                   (converter_.isCurrency(upper) && isTime(lower));
+        };
+        if (isBareUnit(list_[left]) || isQuantity(list_[left])) {
+            if (!mayBe(unitAt(left))) return i;
+            put(left, i + 1, list_[left].value.with(RateUnit::id(unitAt(left), lower, count), Attribute::unit));
+            return left;
+        }
+        // A sign of money before the number gives its unit away: that of the rate stands behind.
+        std::size_t number = left;
+        if (list_[number].value.has(Attribute::scale)) number = before(number);
+        if (number == none || !isBareNumber(list_[number])) return i;
+        const std::size_t money = before(number);
+        if (money == none || !isBareUnit(list_[money]) || !converter_.isCurrency(unitAt(money)) ||
+            !mayBe(unitAt(money)))
+            return i;
+        const std::u16string id = RateUnit::id(unitAt(money), lower, count);
+        put(sign, i + 1, Value(Attribute::unit, id));
+        put(money, money + 1, Value());
+        return sign;
+    }
+
+    // "時速60キロ": kilos of speed are kilometres.
+    void readPrefixes() {
+        for (std::size_t i = 0; i + 2 < list_.size(); ++i) {
+            if (!list_[i].value.isEmpty() || !isBareNumber(list_[i + 1]) || !isBareUnit(list_[i + 2])) continue;
+            const std::u16string_view words = trimmed(list_[i].text());
+            for (const auto& [word, time] : units_.ratePrefixes()) {
+                if (!words.ends_with(word)) continue;
+                const std::u16string_view own = unitAt(i + 2);
+                const std::u16string_view length = own == u"kgram" ? std::u16string_view(u"km") : own;
+                if (!converter_.isConvertible(length, u"m")) continue;
+                const std::u16string id = RateUnit::id(length, time, DecimalNumber::fromInt64(1));
+                put(i + 2, i + 3, Value(Attribute::unit, id));
+                break;
+            }
+        }
+    }
+
+    bool isAmountOf(std::size_t i, std::u16string_view unit) const {
+        return i != none && (isQuantity(list_[i]) || isBareUnit(list_[i])) && converter_.isConvertible(unitAt(i), unit);
+    }
+
+    // The unit of the amount that begins there, be it a number or a sign of money.
+    std::size_t unitOfAmount(std::size_t i) const {
+        for (int steps = 0; i != none && steps < 3; ++steps, i = after(i))
+            if (list_[i].value.has(Attribute::unit))
+                return i;
+            else if (!isBareNumber(list_[i]) && !list_[i].value.has(Attribute::scale) && !list_[i].value.isEmpty())
+                break;
+        return none;
+    }
+
+    // Text between a quantity and a rate of it, either way round, multiplies.
+    void readProductAt(std::size_t i) {
+        if (!list_[i].value.isEmpty()) return;
+        std::u16string_view words = trimmed(list_[i].text());
+        const bool article = words.find(u' ') != words.npos && isArticle(words.substr(words.rfind(u' ') + 1));
+        if (article) words = trimmed(words.substr(0, words.rfind(u' ')));
+        if (!units_.isRateProductWord(words)) return;
+        const std::size_t left = before(i);
+        const std::size_t right = article ? after(i) : unitOfAmount(after(i));
+        if (left == none || right == none || !list_[left].value.has(Attribute::unit) ||
+            !list_[right].value.has(Attribute::unit))
+            return;
+        const auto leftRate = converter_.rate(unitAt(left)), rightRate = converter_.rate(unitAt(right));
+        if (leftRate.has_value() == rightRate.has_value()) return;
+        const bool fits = leftRate ? isAmountOf(right, leftRate->lower) : isAmountOf(left, rightRate->lower);
+        if (!fits) return;
+        if (article) {
+            if (!isBareUnit(list_[right])) return;
+            put(right, right + 1, list_[right].value.with(DecimalNumber::fromInt64(1)));
+        }
+        put(i, i + 1, Value(Attribute::operation, u"*"));
+    }
+
+    static bool isArticle(std::u16string_view word) { return word == u"a" || word == u"an"; }
+
+    ElementList list_;
+    const UnitManager& units_;
+    const UnitConverter& converter_;
+    bool changed_ = false;
+};
+
+}  // namespace
+
+std::optional<ElementList> RateEvaluator::evaluate(const ElementList& elements, Context&,
+                                                   const EvaluationContext&) const {
+    if (!elements.anyHas(Attribute::unit)) return std::nullopt;
+    return RateReader(elements, units_, converter_).read();
+}
+
+}  // namespace vemo

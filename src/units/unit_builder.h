@@ -1,0 +1,42 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <span>
+
+#include "units/prefixes.h"
+#include "units/unit_catalogue.h"
+
+namespace vemo {
+
+// A unit of the catalogue: what is not in the phrase tables.
+struct UnitRow {
+    std::u16string_view id;
+    std::string_view ratio;        // base units in one of this, "1852/3600" too; empty for a base unit
+    bool si = false;               // has a symbol, to which prefixes are joined
+    std::u16string_view key = {};  // of the phrases; the id when empty
+};
+
+// Makes units of rows and phrase tables, and registers them.
+class UnitBuilder {
+public:
+    UnitBuilder(UnitRegistry& registry, const Localizer& localizer);
+
+    Unit make(const UnitRow& row, std::u16string_view base, std::u16string_view table, bool lowercase) const;
+    // With the aliases of its id, and without the symbols that are words first.
+    void add(Unit unit) const;
+    void addAll(std::span<const UnitRow> rows, std::u16string_view base, std::u16string_view table,
+                bool lowercase = true) const;
+    std::vector<Unit> prefixed(const Unit& unit, const std::vector<Prefix>& prefixes, int factorBase,
+                               bool includeNegative) const;
+
+protected:
+    UnitRegistry& registry_;
+    const Localizer& localizer_;
+
+private:
+    std::vector<std::u16string> aliases(const std::u16string& id) const;
+
+    const std::vector<std::u16string> omittedSymbols_;
+};
+
+}  // namespace vemo
