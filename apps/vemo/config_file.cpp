@@ -9,6 +9,7 @@
 #include <toml++/toml.h>
 
 #include "online.h"
+#include "session/nearest.h"
 #include "vemo/engine.h"
 
 namespace vemo::cli {
@@ -97,7 +98,12 @@ std::string readConfig(const std::string& file, Options& options) {
     for (const auto& [key, node] : parsed.table()) {
         const std::string name(key.str());
         const auto setter = setters().find(name);
-        if (setter == setters().end()) return at(file, key.source()) + "there is no key '" + name + "'";
+        if (setter == setters().end()) {
+            std::vector<std::string> known;
+            for (const auto& [each, unused] : setters()) known.push_back(each);
+            return at(file, key.source()) + "there is no key '" + name + "'; the nearest is " +
+                   session::nearest(name, known);
+        }
         const std::string expected = setter->second(node, options);
         if (!expected.empty()) return at(file, node.source()) + "'" + name + "' takes " + expected;
     }

@@ -2,17 +2,23 @@
 #include <sys/ioctl.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <clocale>
 #include <cstdlib>
 #include <iostream>
+#include <sstream>
 #include <utility>
 
+#include "document.h"
 #include "extensions.h"
 #include "files.h"
 #include "online.h"
 #include "options.h"
+#include "output.h"
+#include "presentation.h"
 #include "prompt.h"
-#include "terminal.h"
+#include "session/printable.h"
+#include "watch.h"
 
 namespace vemo::cli {
 
@@ -20,57 +26,14 @@ namespace {
 
 constexpr int unusable = 2;
 
-// The offset of the first byte that is not UTF-8, or nothing.
-std::optional<std::size_t> firstInvalidByte(const std::string& text) {
-    for (std::size_t i = 0; i < text.size();) {
-        const auto byte = static_cast<unsigned char>(text[i]);
-        const std::size_t length = byte < 0x80   ? 1
-                                   : byte < 0xc2 ? 0
-                                   : byte < 0xe0 ? 2
-                                   : byte < 0xf0 ? 3
-                                   : byte < 0xf5 ? 4
-                                                 : 0;
-        if (length == 0 || i + length > text.size()) return i;
-        for (std::size_t k = 1; k < length; ++k)
-            if ((static_cast<unsigned char>(text[i + k]) & 0xc0) != 0x80) return i;
-        const auto second = length > 1 ? static_cast<unsigned char>(text[i + 1]) : 0;
-        // Overlong forms, surrogates and code points past U+10FFFF.
-        if ((byte == 0xe0 && second < 0xa0) || (byte == 0xed && second > 0x9f) || (byte == 0xf0 && second < 0x90) ||
-            (byte == 0xf4 && second > 0x8f))
-            return i;
-        i += length;
-    }
-    return std::nullopt;
-}
-
-// The document; nothing when it can't be read, which has been said.
-std::optional<std::string> readDocument(const Options& options) {
-    const bool fromInput = options.file.empty() || options.file == "-";
-    const std::string name = fromInput ? "standard input" : options.file;
-    std::optional<std::string> text;
-    if (options.expressions.empty()) {
-        text = fromInput ? readInput() : readFile(options.file);
-    } else {
-        text.emplace();
-        for (const std::string& line : options.expressions) *text += line + "\n";
-    }
-    if (!text) {
-        std::cerr << "vemo: " << name << ": cannot be read\n";
-        return std::nullopt;
-    }
-    if (const auto offset = firstInvalidByte(*text)) {
-        std::cerr << "vemo: " << name << ": not UTF-8 at byte " << *offset << '\n';
-        return std::nullopt;
-    }
-    return text;
-}
-
 Layout layoutFor(const Options& options) {
     Layout layout;
-    layout.shortTexts = options.shortTexts;
-    layout.remarks = !options.quiet && isatty(STDOUT_FILENO) != 0;
+    layout.writing = {options.shortTexts, options.plain, options.precision};
+    layout.total = options.expressions.empty();
     winsize size{};
     const bool terminal = isatty(STDOUT_FILENO) != 0;
+    layout.remarks = terminal && !options.quiet;
+    if (terminal) layout.width = 80;
     if (terminal && ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 0) layout.width = size.ws_col;
     const char* noColor = std::getenv("NO_COLOR");
     layout.color = options.color == Options::Color::always ||
@@ -79,8 +42,8 @@ Layout layoutFor(const Options& options) {
 }
 
 bool wantsPrompt(const Options& options) {
-    return options.file.empty() && options.expressions.empty() && !options.json && isatty(STDIN_FILENO) &&
-           isatty(STDOUT_FILENO);
+    return options.file.empty() && options.expressions.empty() && options.format == Options::Format::table &&
+           !options.results && isatty(STDIN_FILENO) && isatty(STDOUT_FILENO);
 }
 
 // False when the file is no use, which has been said.
@@ -89,7 +52,7 @@ bool takeRates(VemoEngine& engine, VemoEngine::RatesFile kind, const std::string
     constexpr std::size_t largestRates = std::size_t(16) << 20;  // bytes; no file of rates is larger
     const auto json = readFile(file, largestRates);
     const std::string problem = json ? engine.takeRates(kind, *json) : "cannot be read";
-    if (!problem.empty()) std::cerr << "vemo: " << file << ": " << problem << '\n';
+    if (!problem.empty()) complain(file + ": " + problem);
     return problem.empty();
 }
 
@@ -101,10 +64,14 @@ Environment environmentFor(const Options& options, const std::shared_ptr<Online>
     if (options.now) environment.clock = [now = *options.now] { return now; };
     if (online) environment.sources = online->sources();
     environment.log = [debug = options.debug, online](std::string_view message) {
-        if (debug) std::cerr << message << '\n';
+        if (debug) std::cerr << session::printable(message) << '\n';
         if (online) online->hear(message);
     };
-    if (options.json) environment.trace = [](std::string_view line) { std::cerr << line << '\n'; };
+    // The trace stands before the result, unless a program reads that.
+    const bool table = options.format == Options::Format::table && !options.results;
+    environment.trace = [table](std::string_view line) {
+        (table ? std::cout : std::cerr) << session::printableLines(line) << '\n';
+    };
     return environment;
 }
 
@@ -146,27 +113,37 @@ int run(const Options& options) {
     config.debug = options.debug;
     config.extensions = options.extensions;
     engine.buildVemoWorker(config);
-    if (options.checkExtensions) return report(std::cout, engine.extensions()) ? 0 : 1;
+    if (options.checkExtensions) {
+        std::ostringstream said;
+        const bool usable = report(said, engine.extensions());
+        return writeOutput(said.str()) && usable ? 0 : 1;
+    }
     printLogs(std::cerr, engine.extensions());
     listener->takeLogs();
     if (!takeRates(engine, VemoEngine::RatesFile::currency, options.rates) ||
         !takeRates(engine, VemoEngine::RatesFile::crypto, options.coins))
         return unusable;
-    Context context;
-    context.setPrecision(options.precision);
-    if (prompt) return runPrompt(engine, *loop, context, layoutFor(options), [&] { return listener->takeLogs(); });
-    const auto result =
-        online ? online->calculate(engine, utf16(*text), context) : *engine.calculateSync(utf16(*text), context);
-    std::string log;
-    for (const std::string& said : listener->takeLogs()) log += said;
-    if (options.json)
-        printJson(std::cout, result, log);
-    else
-        printResult(std::cout, result, layoutFor(options));
-    if (!options.json && !options.quiet && isatty(STDOUT_FILENO) == 0)
-        printRemarks(std::cerr, result, options.file.empty() ? "vemo" : options.file);
-    printLog(std::cerr, log);
-    return 0;
+    Context settings;
+    settings.setPrecision(options.precision);
+    if (prompt) return runPrompt(engine, *loop, settings, layoutFor(options), [&] { return listener->takeLogs(); });
+    const auto answer = [&](const std::string& document) {
+        Context context = settings.copyContext();
+        const auto result = online ? online->calculate(engine, utf16(document), context)
+                                   : *engine.calculateSync(utf16(document), context);
+        std::string log;
+        for (const std::string& said : listener->takeLogs()) log += said;
+        auto problems = online ? online->takeProblems() : std::vector<std::string>();
+        const bool noRates = std::any_of(result.lines.begin(), result.lines.end(), [](const auto& line) {
+            const auto reason = line.reason();
+            return reason && reason->code == ReasonCode::noRates;
+        });
+        if (noRates && options.rates.empty() && options.coins.empty())
+            problems.push_back("money needs exchange rates: give --rates a file or a URL");
+        const int status = present(options, layoutFor(options), result, log, problems);
+        if (online && online->isLate() && !options.watch) fetchBehind(options);
+        return status;
+    };
+    return options.watch ? watch(options, *text, answer) : answer(*text);
 }
 
 }  // namespace

@@ -2,10 +2,18 @@
 #include "options.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <cstdio>
+#include <filesystem>
 #include <map>
+#include <sstream>
 
 #include "config_file.h"
+#include "document.h"
+#include "online.h"
+#include "output.h"
+#include "session/nearest.h"
+#include "session/printable.h"
 #include "vemo/engine.h"
 
 namespace vemo::cli {
@@ -13,6 +21,87 @@ namespace vemo::cli {
 namespace {
 
 constexpr int usageError = 2;
+
+constexpr const char* description =
+    "Calculates what people write: one calculation per line, with a value for every line.\n"
+    "An argument that names a file is read, any other is calculated; without one, standard input is read,\n"
+    "or on a terminal, lines at a prompt.";
+
+constexpr const char* examples =
+    "Examples:\n"
+    "  vemo '5 inch in cm'               a line with its result\n"
+    "  vemo -r '20% of 50'               the result alone\n"
+    "  vemo budget.vemo                  a document with its total\n"
+    "  vemo --watch budget.vemo          the same, whenever it is saved\n"
+    "  vemo --format csv budget.vemo     a table for a spreadsheet\n"
+    "  vemo                              a prompt\n"
+    "'man vemo' tells all of it, 'man 7 vemo' what can be written.";
+
+const std::map<std::string, Options::Format, std::less<>>& formats() {
+    using Format = Options::Format;
+    static const std::map<std::string, Format, std::less<>> names{
+        {"table", Format::table},       {"csv", Format::csv},   {"tsv", Format::tsv},
+        {"markdown", Format::markdown}, {"html", Format::html}, {"json", Format::json}};
+    return names;
+}
+
+[[noreturn]] void refuse(const std::string& option, const std::string& name, const std::vector<std::string>& known) {
+    throw CLI::ValidationError(option, "'" + name + "' is not known; the nearest is " + session::nearest(name, known));
+}
+
+template <class Table>
+auto named(const Table& table, const std::string& option, const std::string& name) {
+    const auto found = table.find(name);
+    if (found != table.end()) return found->second;
+    std::vector<std::string> known;
+    for (const auto& [each, unused] : table) known.push_back(each);
+    refuse(option, name, known);
+}
+
+// An argument such as "-5 + 3" is a calculation, unless it is an option's value.
+std::vector<std::string> argumentsOf(const CLI::App& app, int argc, char** argv) {
+    std::vector<std::string> arguments;
+    for (int i = 1; i < argc; ++i) {
+        std::string argument = argv[i];
+        const bool calculation = argument.size() > 1 && argument[0] == '-' &&
+                                 std::string_view("0123456789.( ").find(argument[1]) != std::string_view::npos;
+        const CLI::Option* before = i > 1 ? app.get_option_no_throw(argv[i - 1]) : nullptr;
+        const bool value = before && before->nonpositional() && before->get_items_expected_max() > 0;
+        arguments.push_back(calculation && !value ? " " + argument : argument);
+    }
+    std::reverse(arguments.begin(), arguments.end());  // as the parser takes them
+    return arguments;
+}
+
+void takeArguments(const std::vector<std::string>& arguments, Options& options) {
+    if (arguments.empty()) return;
+    if (!options.expressions.empty()) throw CLI::ValidationError("FILE", "give a file or --expression, not both");
+    std::string line;
+    for (const std::string& argument : arguments) line += (line.empty() ? "" : " ") + argument;
+    if (line.starts_with(" -")) line.erase(0, 1);
+    std::error_code error;
+    if (arguments.size() == 1 &&
+        (line == "-" || line.empty() || std::filesystem::exists(line, error) || looksLikeFile(line))) {
+        options.file = line;
+        return;
+    }
+    options.expressions = {line};
+    options.argument = true;
+}
+
+// What is wrong with the command line, in words of our own where the parser's don't help.
+std::string problemOf(const CLI::App& app, const CLI::ParseError& error, int argc, char** argv) {
+    if (error.get_exit_code() != static_cast<int>(CLI::ExitCodes::ExtrasError)) return error.what();
+    std::vector<std::string> known;
+    for (const CLI::Option* option : app.get_options())
+        for (const std::string& name : option->get_lnames()) known.push_back("--" + name);
+    for (int i = 1; i < argc; ++i) {
+        const std::string argument = argv[i], name = argument.substr(0, argument.find('='));
+        if (name.starts_with("-") && !app.get_option_no_throw(name))
+            return "there is no option " + name + "; the nearest is " + session::nearest(name, known);
+    }
+    return error.what();
+}
 
 }  // namespace
 
@@ -48,52 +137,94 @@ const std::map<std::string, Options::Color, std::less<>>& colors() {
 std::variant<Options, int> parseOptions(int argc, char** argv) {
     Options options;
     const std::string problem = readConfig(configFile(), options);
-    std::string now, checked;
-    CLI::App app{"A notepad-style calculator: one calculation per line, with a value for every line.", "vemo"};
-    app.add_option("file", options.file, "Document to calculate; '-' or none reads standard input")->type_name("FILE");
+    std::string now, checked, format, color;
+    std::vector<std::string> arguments;
+    bool json = false;
+    CLI::App app{description, "vemo"};
+    app.set_help_flag();                 // comes last
+    app.option_defaults()->take_last();  // an alias may give what the command line gives anew
+    app.footer(examples);
+    app.add_option("FILE", arguments, "A document, or a line to calculate; '-' is standard input")
+        ->type_name("")
+        ->take_all();
+
     app.add_option("-e,--expression", options.expressions, "A line to calculate; may be repeated, instead of FILE")
         ->type_name("TEXT")
         ->expected(1)
-        ->take_all();
-    app.add_flag("--json", options.json, "Print one JSON object");
+        ->take_all()
+        ->allow_extra_args(false);
+    app.add_flag("--watch", options.watch, "Print the results of FILE anew whenever it is saved");
+    for (const char* option : {"--expression", "--watch"}) app.get_option(option)->group("What is calculated");
+
+    app.add_flag("-r,--results", options.results, "Print results only; fail when a line has none for a reason");
+    app.add_flag("--plain", options.plain, "Print numbers for programs: exact, '.' as point, the unit apart");
+    app.add_option("--format", format, "table, csv, tsv, markdown, html or json")->type_name("NAME");
+    app.add_flag("--json", json, "The same as --format json: all that is known of each line");
     app.add_flag("--short", options.shortTexts, "Print short result texts");
+    app.add_option("--precision", options.precision, "Most fraction digits of results (2 unless given)")
+        ->type_name("N")
+        ->check(CLI::Range(0, mostPrecision).description(""));
+    app.add_option("--color", color, "auto, always or never")->type_name("WHEN");
     app.add_flag("-q,--quiet", options.quiet, "Say nothing about lines that were read in part, or not at all");
+    for (const char* option :
+         {"--results", "--plain", "--format", "--json", "--short", "--precision", "--color", "--quiet"})
+        app.get_option(option)->group("What is printed");
+
     app.add_option("--locale", options.locale, "How numbers are written, such as de_DE")->type_name("ID");
     app.add_option("--language", options.language, "Language of the words, such as de")->type_name("CODE");
     app.add_option("--timezone", options.timeZone, "Local time zone, such as Europe/Berlin")->type_name("ZONE");
     app.add_option("--now", now, "The current instant, such as 2026-11-24T12:00:00Z")->type_name("RFC3339");
-    app.add_option("--precision", options.precision, "Most fraction digits of results (2 unless given)")
-        ->type_name("N")
-        ->check(CLI::Range(0, mostPrecision));
+    for (const char* option : {"--locale", "--language", "--timezone", "--now"})
+        app.get_option(option)->group("How lines are read");
+
     app.add_option("--rates", options.rates, "JSON file of exchange rates per US dollar, or its URL")
         ->type_name("FILE");
     app.add_option("--coins", options.coins, "The same for crypto-currencies")->type_name("FILE");
-    auto* extensions =
-        app.add_option("--extensions", options.extensions, "Folder of scripts (.js) to load")->type_name("DIR");
+    app.add_option("--places", options.places, "URL of a service that knows the time zones of places")
+        ->type_name("URL");
+    app.add_flag("--offline", options.offline, "Fetch nothing, whatever URLs there are");
+    for (const char* option : {"--rates", "--coins", "--places", "--offline"})
+        app.get_option(option)->group("Rates and places");
+
+    app.add_option("--extensions", options.extensions, "Folder of scripts (.js) to load")->type_name("DIR");
     app.add_option("--check-extensions", checked, "Load the scripts of a folder and print what each defines")
-        ->type_name("DIR")
-        ->excludes(extensions);
+        ->type_name("DIR");
     app.add_flag("--debug", options.debug, "Print how each line is calculated");
-    app.add_option("--color", options.color, "auto, always or never")
-        ->type_name("WHEN")
-        ->transform(CLI::CheckedTransformer(std::map<std::string, Options::Color>(colors().begin(), colors().end())));
-    app.set_version_flag("--version", "vemo " + std::string(VemoEngine::version()));
+    app.set_help_flag("-h,--help", "Print this");
+    app.set_version_flag("--version", "vemo " + std::string(VemoEngine::version()), "Print the version");
+    for (const char* option : {"--extensions", "--check-extensions", "--debug", "--help", "--version"})
+        app.get_option(option)->group("What else there is");
     try {
-        app.parse(argc, argv);
+        app.parse(argumentsOf(app, argc, argv));
         if (!now.empty() && !(options.now = parseInstant(now)))
             throw CLI::ValidationError("--now", "'" + now + "' is no instant such as 2026-11-24T12:00:00Z");
         if (!options.timeZone.empty() && !isKnownTimeZone(options.timeZone))
-            throw CLI::ValidationError("--timezone",
-                                       "'" + options.timeZone + "' is no time zone such as Europe/Berlin");
-        if (!options.expressions.empty() && !options.file.empty())
-            throw CLI::ValidationError("FILE", "give a file or --expression, not both");
+            refuse("--timezone", options.timeZone, knownTimeZones());
+        if (!isKnownLocale(options.locale)) refuse("--locale", options.locale, knownLocales());
+        if (!isKnownLanguage(options.language)) refuse("--language", options.language, knownLanguages());
+        if (!options.places.empty() && !isUrl(options.places))
+            throw CLI::ValidationError("--places", "'" + options.places + "' is no URL");
+        takeArguments(arguments, options);
+        if (!color.empty()) options.color = named(colors(), "--color", color);
+        if (!format.empty()) options.format = named(formats(), "--format", format);
+        if (app.count("--extensions") > 0 && !checked.empty())
+            throw CLI::ValidationError("--check-extensions", "takes the place of --extensions");
+        if (json) options.format = Options::Format::json;
+        if (options.watch && (options.file.empty() || options.file == "-"))
+            throw CLI::ValidationError("--watch", "needs a FILE");
         options.checkExtensions = !checked.empty();
         if (options.checkExtensions) options.extensions = checked;
     } catch (const CLI::ParseError& error) {
-        return app.exit(error) == 0 ? 0 : usageError;
+        if (error.get_exit_code() != 0) {
+            complain(problemOf(app, error, argc, argv) + " ('vemo --help' lists the options)");
+            return usageError;
+        }
+        std::ostringstream said;
+        app.exit(error, said, said);
+        return writeOutput(said.str()) ? 0 : 1;
     }
     if (problem.empty()) return options;
-    std::fprintf(stderr, "vemo: %s\n", problem.c_str());
+    complain(problem);
     return usageError;
 }
 

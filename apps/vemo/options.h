@@ -14,10 +14,15 @@ namespace vemo::cli {
 
 struct Options {
     enum class Color { automatic, always, never };
+    enum class Format { table, csv, tsv, markdown, html, json };
 
     std::vector<std::string> expressions;
-    std::string file;  // empty or "-": standard input
-    bool json = false;
+    bool argument = false;  // the only expression is an argument that names no file
+    std::string file;       // empty or "-": standard input
+    Format format = Format::table;
+    bool results = false;  // nothing but results
+    bool plain = false;    // numbers for programs
+    bool watch = false;    // calculate the file whenever it is saved
     bool shortTexts = false;
     bool quiet = false;  // without notes and reasons
     std::string locale;
@@ -28,10 +33,15 @@ struct Options {
     std::string rates;             // file or URL of exchange rates; empty: none
     std::string coins;             // the same for crypto-currencies
     std::string places;            // URL of a service that knows the time zones of places; empty: the built-in ones
+    bool offline = false;          // nothing is fetched
     std::string extensions;        // folder; empty: no scripts
     bool checkExtensions = false;  // of this folder, instead of a document
     bool debug = false;
     Color color = Color::automatic;
+
+    bool json() const { return format == Format::json; }
+    // Lines that were asked for alone, whose failure is that of the command.
+    bool strict() const { return results || argument; }
 };
 
 constexpr int mostPrecision = 999;

@@ -7,6 +7,7 @@
 #include "completion.h"
 #include "extensions.h"
 #include "line_editor.h"
+#include "session/printable.h"
 
 namespace vemo::cli {
 
@@ -94,7 +95,8 @@ private:
         for (; printed_ < logs.size(); ++printed_) printLog(std::cerr, logs[printed_]);
         if (!result || result->lines.empty()) return;
         completion_.learn(*result);
-        const std::string text = resultText(result->lines.back().formattedResult(), layout_.shortTexts);
+        const std::string text =
+            session::printable(session::rowOf(*result, result->lines.size() - 1, layout_.writing).result);
         if (text.empty()) return;
         std::cout << "= " << (layout_.color ? "\033[1m" + text + "\033[0m" : text) << std::endl;
     }

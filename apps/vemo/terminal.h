@@ -1,24 +1,24 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <optional>
 #include <ostream>
 #include <string>
 #include <string_view>
 
+#include "session/rows.h"
 #include "vemo/engine.h"
 
 namespace vemo::cli {
 
-// How plain output looks.
+// How output for people looks.
 struct Layout {
-    std::size_t width = 80;  // columns of the terminal
+    std::optional<std::size_t> width;  // columns of the terminal; nothing: rows may be of any length
     bool color = false;
-    bool shortTexts = false;
     bool remarks = false;  // notes and reasons under their lines
+    bool total = true;     // the grand total behind the lines
+    session::Writing writing;
 };
-
-// The text of a result, short where one is wanted and there; empty without a result.
-std::string resultText(const FormattedValue& value, bool shortTexts);
 
 // Columns that a text takes on a terminal.
 std::size_t displayWidth(std::string_view utf8);
@@ -26,10 +26,10 @@ std::size_t displayWidth(std::string_view utf8);
 // Each line with its result at the right, then the grand total.
 void printResult(std::ostream& out, const VemoEngine::Result& result, const Layout& layout);
 
+// The results alone, one a row.
+void printResults(std::ostream& out, const VemoEngine::Result& result, const session::Writing& writing);
+
 // Notes and reasons, one a row, as "name:line:column: message"; columns are counted in UTF-16 units from 1.
 void printRemarks(std::ostream& out, const VemoEngine::Result& result, std::string_view name);
-
-// One JSON object.
-void printJson(std::ostream& out, const VemoEngine::Result& result, std::string_view log);
 
 }  // namespace vemo::cli

@@ -9,6 +9,8 @@
 #include <fstream>
 #include <nlohmann/json.hpp>
 
+#include "support/temporary_folder.h"
+
 namespace vemo::test {
 namespace {
 
@@ -21,9 +23,8 @@ Outcome run(const std::string& arguments, const std::string& input = "") {
 TEST(Command, printsResultsSideBySideAndTheTotal) {
     const Outcome outcome = run("", "2 + 3\\n1/3 // note\\n");
     EXPECT_EQ(outcome.status, 0);
-    EXPECT_EQ(outcome.output, "2 + 3           5\n1/3 // note  0.33\n-----------------\n             5.33\n");
-    EXPECT_EQ(run("-e '5 kg + 300 g' -e 1+1 --short").output,
-              "5 kg + 300 g  5,300 g\n1+1                 2\n---------------------\n              5,302 g\n");
+    EXPECT_EQ(outcome.output, "2 + 3           5\n1/3 // note  0.33\n-----------------\ntotal        5.33\n");
+    EXPECT_EQ(run("-e '5 kg + 300 g' -e 1+1 --short").output, "5 kg + 300 g  5,300 g\n1+1                 2\n");
     EXPECT_EQ(run("--precision 4 -e 1/3").output, "1/3  0.3333\n");
     EXPECT_EQ(run("", "").output, "");
 }
@@ -57,8 +58,7 @@ TEST(Command, saysWhatItCannotRead) {
     EXPECT_EQ(run("--now yesterday").status, 2);
     const Outcome zone = run("--timezone Mars/Olympus -e 1");
     EXPECT_EQ(zone.status, 2);
-    EXPECT_EQ(zone.output.substr(0, zone.output.find('\n')),
-              "--timezone: 'Mars/Olympus' is no time zone such as Europe/Berlin");
+    EXPECT_EQ(zone.output.substr(0, zone.output.find(';')), "vemo: --timezone: 'Mars/Olympus' is not known");
     EXPECT_EQ(run("--no-such-option").status, 2);
     EXPECT_EQ(run("--help").status, 0);
     EXPECT_EQ(run("--version").output, "vemo 0.1.0\n");
@@ -71,7 +71,8 @@ TEST(Command, hasTheTimeAndZoneItIsGiven) {
 }
 
 TEST(Command, readsRates) {
-    const std::string file = testing::TempDir() + "vemo_rates.json";
+    const TemporaryFolder temporary;
+    const std::string file = (temporary.path() / "vemo_rates.json").string();
     std::ofstream(file) << R"({"base": "USD", "rates": {"EUR": 0.9, "GBP": "x", "JPY": -1}})";
     EXPECT_EQ(run("--rates " + file + " -e '$10 in EUR'").output, "$10 in EUR  €9\n");
     EXPECT_EQ(run("--rates " + file + " -q -e '$10 in JPY'").output, "$10 in JPY\n");
@@ -81,7 +82,8 @@ TEST(Command, readsRates) {
 }
 
 TEST(Command, loadsAndChecksScripts) {
-    const std::string folder = testing::TempDir() + "vemo_command_scripts";
+    const TemporaryFolder temporary;
+    const std::string folder = (temporary.path() / "vemo_command_scripts").string();
     std::filesystem::create_directories(folder);
     std::ofstream(folder + "/a.js") << "vemo.setVariable('seven', 7)\nlog('ready')\nnonsense()";
     EXPECT_EQ(run("--extensions " + folder + " -e 'seven + 1'").output,
@@ -103,7 +105,6 @@ TEST(Command, loadsAndChecksScripts) {
     EXPECT_EQ(run("--extensions " + folder + " -q -e 'broken 1'").output, "broken 1\n" + error);
     EXPECT_NE(run("--json --extensions " + folder + " -e 'twice 1' 2>/dev/null").output.find("\"log\":\"called\\n\""),
               std::string::npos);
-    std::filesystem::remove_all(folder);
     EXPECT_EQ(run("--extensions " + folder + " -e 1").status, 2);
 }
 

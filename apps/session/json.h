@@ -1,0 +1,16 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "vemo/engine.h"
+
+namespace vemo::session {
+
+// One JSON object with all that is known of the document's lines. `log` is what scripts said, `problems` what kept
+// rates or places from being known.
+std::string jsonText(const VemoEngine::Result& result, std::string_view log, const std::vector<std::string>& problems);
+
+}  // namespace vemo::session

@@ -1,0 +1,17 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "options.h"
+#include "terminal.h"
+
+namespace vemo::cli {
+
+// Prints a result in the form that is asked for, remarks on its lines, what scripts said, and what kept rates or
+// places from being known. Gives the exit status.
+int present(const Options& options, const Layout& layout, const VemoEngine::Result& result, const std::string& log,
+            const std::vector<std::string>& problems);
+
+}  // namespace vemo::cli
