@@ -3,6 +3,7 @@
 
 #include <chrono>
 #include <cstddef>
+#include <cstdint>
 #include <filesystem>
 #include <functional>
 #include <memory>
@@ -65,6 +66,15 @@ public:
         ScriptLimits scriptLimits;
     };
 
+    // A name in a line: `start` and `length` in UTF-16 units, without blanks around; the name in lower case.
+    struct NameUse {
+        std::u16string name;
+        std::uint32_t start = 0;
+        std::uint32_t length = 0;
+        bool defines = false;
+        friend bool operator==(const NameUse&, const NameUse&) = default;
+    };
+
     struct Result {
         // A handle that shares what it shows, which is kept packed: each call makes a copy. Safe to read from several
         // threads.
@@ -78,8 +88,11 @@ public:
             std::vector<Note> notes() const;
             // Why there is no result, where the line asks for one.
             std::optional<Reason> reason() const;
-            // The result itself: a number with its unit's id, or an instant with its zone; without attributes for none.
+            // The result itself: a number with its unit's id, or a date-time; without attributes for none. A date-time
+            // is kept so that the local time zone shows on it what the clocks of its own zone show: see `instantOf`.
             Value value() const;
+            // The names that the line defines and uses, from the left to the right.
+            std::vector<NameUse> names() const;
             std::u16string extensionsLog() const;  // what user scripts logged while it was calculated
 
         private:
@@ -87,6 +100,11 @@ public:
         };
         std::vector<Line> lines;
         std::shared_ptr<Context> context;  // the context given, with what the document set
+
+        // The true instant of a line whose result is a date-time; nothing for another result or an unknown zone.
+        std::optional<Date> instantOf(std::size_t line) const;
+        // The line whose definition of a name was in force in a line: the nearest one above; nothing without one.
+        std::optional<std::size_t> definitionOf(std::u16string_view name, std::size_t line) const;
     };
     using Callback = std::function<void(Result)>;
 

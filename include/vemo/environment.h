@@ -5,6 +5,7 @@
 #include <functional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "vemo/time.h"
 
@@ -18,6 +19,7 @@ struct Sources {
     std::string cryptoRates;
     std::string timeZones;  // URL of a service that is asked with "?q=" and a place; without one, places are those
                             // of the time zone database
+    bool offline = false;   // nothing is fetched: rates are those of the copies there are
 
     friend bool operator==(const Sources&, const Sources&) = default;
 };
@@ -34,5 +36,13 @@ struct Environment {
     std::function<void(std::string_view)> log;    // one message a call, on any thread; empty: dropped
     std::function<void(std::string_view)> trace;  // lines of the per-line trace; empty: standard output
 };
+
+// What an environment can be given. Locales are ICU or POSIX identifiers of a known language and country; languages are
+// those that have phrases. Any thread may ask.
+bool isKnownLocale(std::string_view identifier);
+bool isKnownLanguage(std::string_view code);
+std::vector<std::string> knownLocales();
+std::vector<std::string> knownLanguages();
+std::vector<std::string> knownTimeZones();
 
 }  // namespace vemo

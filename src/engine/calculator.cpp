@@ -120,12 +120,11 @@ LineResultPointer Calculator::calculateLine(std::u16string_view text, Context& d
     ElementList elements, written;
     const auto [calculated, rest] = withinBounds(line);
     if (!calculated.empty()) {
-        elements = extractElements(std::u16string(calculated), context, debug);
-        if (debug) trace(u"Elements extraction: " + elements.shortDescription());
-        written = elements;
-        remarkOnText(elements, locale_, context_, context);
+        written = extractElements(std::u16string(calculated), context, debug);
+        if (debug) trace(u"Elements extraction: " + written.shortDescription());
+        remarkOnText(written, locale_, context_, context);
         tooDeep_ = false;
-        elements = evaluate(elements, context, 0, debug);
+        elements = evaluate(written, context, 0, debug);
         if (tooDeep_)
             elements = reducedTo(errorValue(), elements);  // operators around it may have made a number of the error
     }

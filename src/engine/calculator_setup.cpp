@@ -6,6 +6,7 @@
 #include "platform/system.h"
 #include "scripting/extensions.h"
 #include "scripting/js_runner.h"
+#include "units/british_units.h"
 
 namespace vemo {
 
@@ -57,7 +58,7 @@ void Calculator::initialize() {
          [&] {
              registerEvaluators(evaluators_,
                                 {stringRangeDetector_, online_ && online_->geoNames() ? nullptr : &placeNames_,
-                                 operationCalculator_, functionManager_, scaleManager_, unitConverter_});
+                                 operationCalculator_, functionManager_, scaleManager_, unitManager_, unitConverter_});
          }},
         {"initializeFormatters",
          [&] {
@@ -71,6 +72,11 @@ void Calculator::initialize() {
         {"initializeCrypto", [] {}},  // crypto-currencies come with their first rates
         {"initializeDates", [&] { registerDates(); }},
         {"initializeScales", [&] { registerScales(scaleManager_, localizer_); }},
+        {"initializeRegion",
+         [&] {
+             if (hasImperialMeasures(environment_.locale))
+                 registerImperialMeasures(unitRegistry_, scaleManager_, localizer_);
+         }},
         {"initializeConstants", [&] { registerConstants(context_); }},
         {"initializeCss", [&] { registerScreenUnits(unitRegistry_, localizer_, context_); }},
     };

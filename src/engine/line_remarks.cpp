@@ -44,7 +44,8 @@ std::vector<std::size_t> groupsOf(std::u16string_view text) {
 
 // True for digits that the locale would not group so: "1 10", "2,50" in English, "4, 120".
 bool isOddlyJoined(std::u16string_view literal, const LocaleInfo& locale) {
-    if (std::all_of(literal.begin(), literal.end(), isDigit) || literal.find(u'_') != literal.npos) return false;
+    if (std::all_of(literal.begin(), literal.end(), isDigit) || literal.find_first_of(u"_/") != literal.npos)
+        return false;
     const std::size_t point = literal.find(locale.decimalSeparator);
     const std::u16string_view whole = literal.substr(0, point);
     if (point != literal.npos && groupsOf(literal.substr(point + 1)).size() > 1) return true;
@@ -75,7 +76,8 @@ bool asksForResult(const ElementList& written) {
     bool amount = false, beside = false, words = false, function = false;
     for (const ElementPointer& element : written.pointers()) {
         const Value& value = element->value;
-        amount = amount || value.has(Attribute::decimal) || value.has(Attribute::date);
+        const bool isUndecided = value.has(Attribute::type);  // a word that may stand for a number
+        amount = amount || (value.has(Attribute::decimal) && !isUndecided) || value.has(Attribute::date);
         function = function || value.has(Attribute::function);
         beside = beside || value.has(Attribute::operation) || value.has(Attribute::unit) ||
                  value.has(Attribute::parenthesis) || value.has(Attribute::timeZone);

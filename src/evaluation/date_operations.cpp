@@ -5,6 +5,7 @@
 
 #include "functions/date_values.h"
 #include "platform/time_zones.h"
+#include "records/context_map.h"
 #include "units/time_units.h"
 #include "units/unit_converter.h"
 
@@ -22,9 +23,33 @@ std::optional<DecimalNumber> wholeSeconds(const Value& duration, const UnitConve
     return seconds->integer();
 }
 
-Value shifted(Date date, const DecimalNumber& seconds) {
-    const Date result = date + Seconds(seconds.toDouble());
-    return isInCalendar(result) ? dateValue(result) : Value(DecimalNumber::notANumberValue());
+bool isCountOfDays(const Value& duration) {
+    return duration.is(Attribute::unit, u"day") || duration.is(Attribute::unit, u"week");
+}
+bool isLonger(const Value& duration) {
+    return duration.is(Attribute::unit, u"month") || duration.is(Attribute::unit, u"year");
+}
+
+// A day stays one when whole days are added, a time keeps its zone. Whole days and weeks keep the time of day across
+// clock changes.
+Value shifted(const Value& date, const DecimalNumber& seconds, const Value& duration, Context& context) {
+    const Date from = *date.date();
+    const double count = seconds.toDouble();
+    if (!isInCalendar(from + Seconds(count))) return Value(DecimalNumber::notANumberValue());
+    const auto local = localZone(context);
+    constexpr double secondsPerDay = 86400;
+    const bool wholeDays = std::fmod(count, secondsPerDay) == 0;
+    const bool staysDay = isDay(date) && wholeDays && (isCountOfDays(duration) || isLonger(duration));
+    const Date to = wholeDays && (staysDay || isCountOfDays(duration))
+                        ? daysLater(from, count / secondsPerDay, local.get())
+                        : secondsLater(date, count, local.get());
+    if (staysDay) return dayValue(to);
+    const Value time = isDay(date) ? timeValue(to, context.get<TimeZone>(context_keys::currentTimeZone))
+                                   : date.with(to).without(Attribute::decimal);
+    // In "now + 3 h in JST" the zone was handed to the duration.
+    const TimeZone* target = duration.timeZone();
+    const auto moved = target ? movedToTimeZone(time, *target, context) : std::nullopt;
+    return moved ? *moved : time;
 }
 
 }  // namespace
@@ -37,7 +62,7 @@ std::optional<Value> DateAndDecimalAdditionOperation::calculate(const Value& lef
     if (!leftIsDate && !rightIsDate) return std::nullopt;
     const auto seconds = wholeSeconds(leftIsDate ? right : left, unitConverter_, context);
     if (!seconds) return std::nullopt;
-    return shifted(*(leftIsDate ? left : right).date(), *seconds);
+    return shifted(leftIsDate ? left : right, *seconds, leftIsDate ? right : left, context);
 }
 
 std::optional<Value> DateAndDecimalSubtractionOperation::calculate(const Value& left, const Value& right,
@@ -46,14 +71,17 @@ std::optional<Value> DateAndDecimalSubtractionOperation::calculate(const Value& 
     if (!date || right.has(Attribute::date)) return std::nullopt;
     const auto seconds = wholeSeconds(right, unitConverter_, context);
     if (!seconds) return std::nullopt;
-    return shifted(*date, seconds->negative());
+    return shifted(left, seconds->negative(), right, context);
 }
 
-std::optional<Value> DateSubtractionOperation::calculate(const Value& left, const Value& right, Context&) const {
+std::optional<Value> DateSubtractionOperation::calculate(const Value& left, const Value& right,
+                                                         Context& context) const {
     const auto end = left.date();
     const auto start = right.date();
     if (!end || !start) return std::nullopt;
-    const double seconds = Seconds(*end - *start).count();
+    const auto local = isDay(left) && isDay(right) ? localZone(context) : nullptr;
+    constexpr double secondsPerDay = 86400;
+    const double seconds = local ? daysBetween(*start, *end, *local) * secondsPerDay : Seconds(*end - *start).count();
     const TimeUnit* unit = &timeUnits.back();
     while (unit != &timeUnits.front() && std::abs(seconds) < static_cast<double>(unit->seconds)) --unit;
     const double count = seconds / static_cast<double>(unit->seconds);

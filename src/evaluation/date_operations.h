@@ -7,9 +7,9 @@ namespace vemo {
 
 class UnitConverter;
 
-// Date plus or minus a duration: a plain shift by whole seconds, without regard to clock changes. The result has no
-// time zone, and is not-a-number where it lies outside the years of the calendar. Anything that is no duration is
-// declined; a bare number is one in seconds.
+// Date plus or minus a duration: a shift by whole seconds; whole days and weeks keep the time of day across clock
+// changes. A day stays a day when whole days are added, a time keeps its zone. The result is not-a-number where it lies
+// outside the years of the calendar. Anything that is no duration is declined; a bare number is one in seconds.
 class DateAndDecimalAdditionOperation : public Operation {
 public:
     explicit DateAndDecimalAdditionOperation(const UnitConverter& unitConverter) : unitConverter_(unitConverter) {}
@@ -29,7 +29,7 @@ private:
     const UnitConverter& unitConverter_;
 };
 
-// The time between two dates, in the largest unit of which there is at least one.
+// The time between two dates, whole days between two days, in the largest unit of which there is at least one.
 class DateSubtractionOperation : public Operation {
 public:
     std::optional<Value> calculate(const Value& left, const Value& right, Context& context) const override;

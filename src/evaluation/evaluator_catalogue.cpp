@@ -1,11 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "evaluation/evaluator_catalogue.h"
 
+#include "evaluation/fraction_evaluator.h"
 #include "evaluation/function_expression_evaluator.h"
 #include "evaluation/geo_names_parser.h"
+#include "evaluation/number_word_evaluator.h"
 #include "evaluation/price_evaluators.h"
 #include "evaluation/quantity_evaluators.h"
 #include "evaluation/quick_type_expression_evaluator.h"
+#include "evaluation/rate_evaluator.h"
 #include "evaluation/structure_evaluators.h"
 #include "evaluation/time_zone_evaluator.h"
 
@@ -14,9 +17,13 @@ namespace vemo {
 void registerEvaluators(EvaluatorList& evaluators, const EvaluatorParts& parts) {
     evaluators.add(std::make_shared<QuickTypeExpressionEvaluator>());
     evaluators.add(std::make_shared<EmptyDependenciesEvaluator>(parts.stringRangeDetector));
+    // What is decided on the whole line, before it is taken apart.
+    evaluators.add(std::make_shared<NumberWordEvaluator>());
+    evaluators.add(std::make_shared<FractionEvaluator>(parts.unitConverter));
     evaluators.add(std::make_shared<ParenthesesEvaluator>());
     evaluators.add(std::make_shared<GeoNamesParser>(parts.places));
     evaluators.add(std::make_shared<AssignmentEvaluator>(parts.operationCalculator));
+    evaluators.add(std::make_shared<RateEvaluator>(parts.units, parts.unitConverter));
     evaluators.add(std::make_shared<PricedDescriptionEvaluator>(parts.unitConverter));
     evaluators.add(std::make_shared<OperationEvaluator>(parts.operationCalculator,
                                                         [&functions = parts.functions](std::u16string_view id) {

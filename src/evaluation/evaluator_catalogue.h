@@ -14,6 +14,7 @@ class Places;
 class ScaleManager;
 class StringRangeDetector;
 class UnitConverter;
+class UnitManager;
 
 using EvaluatorList = SortedList<std::shared_ptr<const Evaluator>>;
 
@@ -24,6 +25,7 @@ struct EvaluatorParts {
     const OperationCalculator& operationCalculator;
     const FunctionManager& functions;
     const ScaleManager& scales;
+    const UnitManager& units;
     const UnitConverter& unitConverter;
 };
 

@@ -62,6 +62,7 @@ void OperationRemarks::applied(std::u16string_view id, const Value& left, const 
         return;
     }
     if (!from || *to == percent || *from == percent) return;
+    if (unitConverter_.rate(*from) || unitConverter_.rate(*to)) return;
     const bool differ = *from != *to;
     if (id == u"/" && differ) {
         context.remarks().note(NoteKind::droppedUnit, range, *from, *to);

@@ -7,6 +7,7 @@
 #include "evaluation/date_operations.h"
 #include "evaluation/operator_collection.h"
 #include "evaluation/percentage_operations.h"
+#include "evaluation/rate_operations.h"
 #include "scanning/words/localizer.h"
 
 namespace vemo {
@@ -70,7 +71,9 @@ void registerOperations(OperationCollection& operations, const UnitConverter& un
     operations.add(u"-", percentageSubtractionOperation());
     operations.add(u"-", std::make_shared<DecimalSubtractionOperation>(unitConverter));
     operations.add(u"*", percentageMultiplicationOperation());
+    operations.add(u"*", std::make_shared<RateMultiplicationOperation>(unitConverter));
     operations.add(u"*", std::make_shared<DecimalMultiplicationOperation>());
+    operations.add(u"/", std::make_shared<RateDivisionOperation>(unitConverter));
     operations.add(u"/", std::make_shared<DecimalDivisionOperation>());
     operations.add(u"-", std::make_shared<DateSubtractionOperation>());
     operations.add(u"^", std::make_shared<ExponentOperation>());

@@ -73,7 +73,8 @@ std::optional<ElementList> ScaleEvaluator::evaluate(const ElementList& elements,
         const Scale* scale =
             scaleManager_.scale(*elements[match.group(u"scale")->location].value.string(Attribute::scale));
         if (!scale) return std::nullopt;
-        return number.with(number.decimal()->multiplyingByPowerOf10(scale->ratio));
+        const Value scaled = number.with(number.decimal()->multiplyingByPowerOf10(scale->ratio));
+        return scale->unit.empty() ? scaled : scaled.with(scale->unit, Attribute::unit);
     });
 }
 
@@ -131,6 +132,7 @@ std::optional<ElementList> ConvertableValueSequenceEvaluator::evaluate(const Ele
         for (const ElementRange& range : values) {
             const auto unit = *elements[range.location].value.string(Attribute::unit);
             if (unit == u"percent") continue;
+            if (unitConverter_.rate(unit)) return std::nullopt;
             (unitConverter_.isCurrency(unit) ? money : others) = true;
         }
         if (money && others) return std::nullopt;

@@ -12,7 +12,6 @@ namespace {
 using Seconds = std::chrono::duration<double>;
 
 constexpr int secondsPerHour = 3600;
-constexpr int secondsPerDay = 86400;
 
 std::optional<Date> currentTime(Context& context) {
     context.addDependencyOn(context_keys::currentTime, std::nullopt, Value());
@@ -27,7 +26,7 @@ public:
 
     std::optional<Value> evaluate(const std::vector<Value>&, Context& context) const override {
         const auto now = currentTime(context);
-        return now ? dateValue(*now + Seconds(days_ * secondsPerDay)) : Value();
+        return now ? dayValue(daysLater(*now, days_, localZone(context).get())) : Value();
     }
 
 private:
@@ -39,8 +38,7 @@ public:
     std::optional<Value> evaluate(const std::vector<Value>&, Context& context) const override {
         const auto now = currentTime(context);
         if (!now) return Value();
-        const TimeZone* zone = context.get<TimeZone>(context_keys::currentTimeZone);
-        return zone ? dateValue(*now).with(*zone) : dateValue(*now);
+        return timeValue(*now, context.get<TimeZone>(context_keys::currentTimeZone));
     }
 };
 
@@ -78,7 +76,8 @@ public:
         if (!local || !utc || !isInCalendar(instant)) return std::nullopt;
         // By the offset of the time itself: with today's, a time of the other half of the year would show an hour off.
         const auto shown = local->instant(utc->civil(instant));
-        return shown ? std::optional(dateValue(*shown)) : std::nullopt;
+        const TimeZone shownZone{u"UTC"};
+        return shown ? std::optional(timeValue(*shown, &shownZone)) : std::nullopt;
     }
 };
 

@@ -19,7 +19,7 @@ OnlineData::OnlineData(const Scheduler& scheduler, const Environment& environmen
       client_(std::make_shared<HttpClient>()),
       currency_(std::make_shared<CurrencyRatesLoader>(scheduler, *client_, environment.caches, environment.log)),
       crypto_(std::make_shared<CryptoRatesLoader>(scheduler, *client_, environment.caches, environment.log)) {
-    if (sources_.timeZones.empty()) return;
+    if (sources_.timeZones.empty() || sources_.offline) return;
     auto service = std::make_shared<GeoNamesService>(scheduler, client_, sources_.timeZones, environment.log);
     geoNames_ = std::make_shared<GeoNamesManager>(scheduler, std::move(service));
 }
@@ -27,8 +27,8 @@ OnlineData::OnlineData(const Scheduler& scheduler, const Environment& environmen
 void OnlineData::start(CurrencyRatesLoader::Deliver currency, CurrencyRatesLoader::Deliver crypto) {
     const std::string currencyUrl = sourceOf(sources_.currencyRates, sources_.ratesHost, "/rates/currency.json");
     const std::string cryptoUrl = sourceOf(sources_.cryptoRates, sources_.ratesHost, "/rates/coins2.json");
-    if (!currencyUrl.empty()) currency_->start(currencyUrl, std::move(currency));
-    if (!cryptoUrl.empty()) crypto_->start(cryptoUrl, std::move(crypto));
+    if (!currencyUrl.empty()) currency_->start(currencyUrl, std::move(currency), sources_.offline);
+    if (!cryptoUrl.empty()) crypto_->start(cryptoUrl, std::move(crypto), sources_.offline);
 }
 
 void OnlineData::stop() {

@@ -50,6 +50,10 @@ void PeriodicFileLoader::start(const std::string& url, Handler handler, std::chr
     url_ = url;
     handler_ = std::move(handler);
     cacheFile_ = caches_.empty() ? std::filesystem::path() : cacheFile(caches_, url);
+    if (interval == std::chrono::seconds(0)) {
+        log("Keeping to the copy of ");
+        return loadCached();
+    }
     loadCached();
     download();
     timer_ = scheduler_.every(interval, [weak = weak_from_this()] {

@@ -32,6 +32,7 @@ public:
           validator_(std::move(validator)),
           log_(std::move(log)) {}
 
+    // Nothing is downloaded with an interval of zero.
     void start(const std::string& url, Handler handler, std::chrono::seconds interval);
     // After this the handler is not called any more.
     void stop();

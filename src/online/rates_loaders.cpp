@@ -23,7 +23,7 @@ CurrencyRatesLoader::CurrencyRatesLoader(const Scheduler& scheduler, HttpClient&
     : log_(log),
       fileLoader_(std::make_shared<PeriodicFileLoader>(scheduler, client, caches, problemOf, std::move(log))) {}
 
-void CurrencyRatesLoader::start(const std::string& url, Deliver deliver) {
+void CurrencyRatesLoader::start(const std::string& url, Deliver deliver, bool offline) {
     const auto handle = [weak = weak_from_this(), deliver = std::move(deliver)](const std::string* bytes) {
         const auto self = weak.lock();
         if (!self || !bytes) return;
@@ -35,7 +35,7 @@ void CurrencyRatesLoader::start(const std::string& url, Deliver deliver) {
         self->received(*rates);
         deliver(*std::move(rates));
     };
-    fileLoader_->start(url, handle, interval);
+    fileLoader_->start(url, handle, offline ? std::chrono::seconds(0) : interval);
 }
 
 void CryptoRatesLoader::received(const CurrencyRatesContainer& rates) {

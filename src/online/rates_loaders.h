@@ -19,8 +19,8 @@ public:
     CurrencyRatesLoader(const Scheduler& scheduler, HttpClient& client, const std::filesystem::path& caches, Log log);
     virtual ~CurrencyRatesLoader() = default;
 
-    // From the copy of an earlier run, and from the URL now and every six hours.
-    void start(const std::string& url, Deliver deliver);
+    // From the copy of an earlier run, and unless `offline`, from the URL now and every six hours.
+    void start(const std::string& url, Deliver deliver, bool offline = false);
     void stop() { fileLoader_->stop(); }
 
 protected:

@@ -74,7 +74,8 @@ std::optional<FormattedValue> VemoDateFormatter::format(const Value& value, Cont
     if (!date || !isInCalendar(*date)) return std::nullopt;
     FormattedValue result;
     const CivilTime time = zone_->civil(*date);
-    if (time.hour == 12 && time.minute == 0) {
+    const bool known = value.has(Attribute::precision);
+    if (known ? value.is(Attribute::precision, u"day") : time.hour == 12 && time.minute == 0) {
         result.regular = text(formatters_->dateFormatter, *date);
     } else if (zone_->day(*date) == today(context)) {
         result.regular = text(formatters_->timeFormatter, *date);

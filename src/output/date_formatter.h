@@ -10,8 +10,9 @@
 
 namespace vemo {
 
-// Dates and times in the locale's short style, as the local time zone shows them. Noon stands for the day as a whole:
-// it shows the date only. A time of today shows the time only, another one the date too (the date is its short text).
+// Dates and times in the locale's short style, as the local time zone shows them. A day shows the date only, and so
+// does noon of a value that doesn't know whether it is a day. A time of today shows the time only, another one the date
+// too (the date is its short text).
 class VemoDateFormatter : public ValueFormatter {
 public:
     // The clock tells today for a context that doesn't know it.

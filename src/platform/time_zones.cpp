@@ -108,7 +108,7 @@ std::optional<Date> TimeZoneRules::instant(const CivilTime& civil) const {
         return std::nullopt;
     const std::chrono::duration<double> midnight = std::chrono::sys_days(date).time_since_epoch();
     const double seconds = midnight.count() + civil.hour * 3600 + civil.minute * 60 + civil.second;
-    return Date(std::chrono::duration<double>(seconds - offsetAtCivil(seconds)));
+    return instantOfCivil(seconds);
 }
 
 }  // namespace vemo

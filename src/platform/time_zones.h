@@ -40,6 +40,11 @@ public:
     // not changed yet; of one shown twice, the first. Nothing when there is no such day or time of day.
     std::optional<Date> instant(const CivilTime& civil) const;
 
+    // The same for seconds since 1970 as the zone's clocks count them.
+    Date instantOfCivil(double seconds) const {
+        return Date(std::chrono::duration<double>(seconds - offsetAtCivil(seconds)));
+    }
+
 private:
     virtual int offsetAtCivil(double secondsAsIfUtc) const = 0;
 };

@@ -18,7 +18,7 @@ using Mark = std::variant<std::u16string, DecimalNumber, Date, TimeZone>;
 
 constexpr std::array<std::u16string_view, attributeCount> names{
     u"decimal", u"unit",       u"date", u"time_zone",   u"nsystem",    u"scale", u"operation",
-    u"fn",      u"opPriority", u"type", u"parenthesis", u"assignment", u"error"};
+    u"fn",      u"opPriority", u"type", u"parenthesis", u"assignment", u"error", u"date_precision"};
 
 struct MarkText {
     std::u16string operator()(const std::u16string& text) const { return text; }

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "functions/date_values.h"
 #include "records/context_map.h"
 #include "scanning/extraction_priorities.h"
 #include "scanning/words/localizer.h"
@@ -68,7 +69,9 @@ void DateExtractor::extract(const std::u16string& text, Context& context, std::v
         const bool certain = found.find(u':') != found.npos || isWholeDate(found, detector_.writesYearFirst());
         result.push_back(
             {date.range, certain ? priority::certainDate : priority::usual, 0,
-             makeElement(Value(date.instant).with(u"date", Attribute::unit), AttributedText(found, RunType::number))});
+             makeElement(date.isDay ? dayValue(date.instant)
+                                    : timeValue(date.instant, context.get<TimeZone>(context_keys::currentTimeZone)),
+                         AttributedText(found, RunType::number))});
     }
 }
 

@@ -2,6 +2,7 @@
 #include "scanning/extractor_catalogue.h"
 
 #include "scanning/date_extractor.h"
+#include "scanning/fraction_extractor.h"
 #include "scanning/number_extractors.h"
 #include "scanning/structural_extractors.h"
 #include "scanning/time_zone_extractor.h"
@@ -16,6 +17,7 @@ void registerExtractors(ExtractorList& extractors, const ExtractorParts& parts) 
         extractors.add(std::make_shared<StructuralExtractor>(pattern));
     };
     extractors.add(std::make_shared<DecimalNumberExtractor>(parts.decimalParser));
+    extractors.add(std::make_shared<FractionExtractor>(parts.decimalParser));
     extractors.add(std::make_shared<HexNumberExtractor>());
     extractors.add(std::make_shared<OctalNumberExtractor>());
     extractors.add(std::make_shared<BinaryNumberExtractor>());
@@ -30,7 +32,7 @@ void registerExtractors(ExtractorList& extractors, const ExtractorParts& parts) 
     structural(quotedCommentPattern);
     structural(slashCommentPattern);
     extractors.add(std::move(operators));
-    extractors.add(std::make_shared<UnitExtractor>(parts.units, parts.operators));
+    extractors.add(std::make_shared<UnitExtractor>(parts.units, parts.operators, parts.scales));
     extractors.add(std::make_shared<FunctionExtractor>(parts.functions));
     extractors.add(std::make_shared<AssignmentExtractor>(parts.localizer, parts.stringRangeDetector));
     extractors.add(std::make_shared<VariablesExtractor>(parts.stringRangeDetector));

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cstdlib>
 
+#include "records/number_words.h"
 #include "scanning/extraction_priorities.h"
 #include "scanning/string_extractor.h"
 #include "scanning/words/localizer.h"
@@ -37,6 +38,15 @@ constexpr struct {
                       {u"octal.variants", u"oct"},
                       {u"hex.variants", u"hex"},
                       {u"scientific.variants", u"sci"}};
+
+constexpr struct {
+    std::u16string_view key, type;
+    std::int64_t numerator, denominator;
+} wordRows[] = {{u"half.variants", number_word::fraction, 1, 2},
+                {u"third.variants", number_word::fraction, 1, 3},
+                {u"quarter.variants", number_word::fraction, 1, 4},
+                {u"two.variants", number_word::numerator, 2, 1},
+                {u"three.variants", number_word::numerator, 3, 1}};
 
 }  // namespace
 
@@ -99,17 +109,22 @@ NumeralRepresentationExtractor::NumeralRepresentationExtractor(const Localizer& 
     : phrases_(stringRangeDetector) {
     for (const auto& row : numeralSystems) {
         for (const std::u16string& phrase : localizer.variants(row.key, u"Numbers")) {
-            if (!phrases_.find(phrase)) phrases_.add(phrase, std::u16string(row.system), true);
+            if (!phrases_.find(phrase)) phrases_.add(phrase, Value(Attribute::nsystem, row.system), true);
         }
+    }
+    for (const auto& row : wordRows) {
+        const auto number = DecimalNumber::fromInt64(row.numerator).dividing(DecimalNumber::fromInt64(row.denominator));
+        for (const std::u16string& phrase : localizer.variants(row.key, u"Numbers"))
+            phrases_.add(phrase, Value(number).with(row.type, Attribute::type), true);
     }
 }
 
 void NumeralRepresentationExtractor::extract(const std::u16string& text, Context&,
                                              std::vector<Extraction>& result) const {
     for (const auto& match : phrases_.detect(text)) {
-        result.push_back({match.range, priority::usual, 0,
-                          makeElement(Value(Attribute::nsystem, match.object),
-                                      AttributedText(match.range.in(text), RunType::unit))});
+        const RunType type = match.object.has(Attribute::type) ? RunType::none : RunType::unit;
+        result.push_back(
+            {match.range, priority::usual, 0, makeElement(match.object, AttributedText(match.range.in(text), type))});
     }
 }
 

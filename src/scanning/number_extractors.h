@@ -51,7 +51,8 @@ public:
     void extract(const std::u16string& text, Context& context, std::vector<Extraction>& result) const override;
 };
 
-// Names of numeral systems, as in "255 in hex".
+// Names of numeral systems, as in "255 in hex", and words that may stand for numbers: these carry "type" until it is
+// decided by what is beside them.
 class NumeralRepresentationExtractor : public Extractor {
 public:
     NumeralRepresentationExtractor(const Localizer& localizer, StringRangeDetector& stringRangeDetector);
@@ -59,7 +60,7 @@ public:
     void extract(const std::u16string& text, Context& context, std::vector<Extraction>& result) const override;
 
 private:
-    PhraseDetector<std::u16string> phrases_;
+    PhraseDetector<Value> phrases_;
 };
 
 }  // namespace vemo

@@ -1,11 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "scanning/vocabulary_extractors.h"
 
+#include <unicode/uchar.h>
+
 #include <algorithm>
 
 #include "evaluation/operator_collection.h"
 #include "platform/locale_info.h"
 #include "scanning/extraction_priorities.h"
+#include "scanning/fraction_extractor.h"
 #include "units/unit_manager.h"
 #include "vemo/context.h"
 
@@ -18,6 +21,10 @@ Extraction phraseExtraction(std::u16string_view text, const PhraseMatch<std::u16
                             RunType type) {
     return {match.range, priority::usual, 0,
             makeElement(Value(attribute, match.object), AttributedText(match.range.in(text), type))};
+}
+
+bool endsWithNumber(std::u16string_view text) {
+    return !text.empty() && (digitValue(text.back()) >= 0 || isFractionSign(text.back()));
 }
 
 }  // namespace
@@ -66,12 +73,45 @@ void FunctionExtractor::extract(const std::u16string& text, Context& context, st
 }
 
 void UnitExtractor::extract(const std::u16string& text, Context& context, std::vector<Extraction>& result) const {
-    for (const auto& match : units_.phraseDetector().detect(text)) {
-        if (isWord(text, match.range)) continue;
+    bool temperature = false;
+    for (auto& match : units_.phraseDetector().detect(text)) {
+        if (isWord(text, match.range) || !hasItsPlace(text, match.range)) continue;
+        if (const auto arc = arcUnit(text, match.range)) match.object = *arc;
         result.push_back(phraseExtraction(text, match, Attribute::unit, RunType::unit));
         if (displacesOperator(text, match.range)) result.back().secondaryPriority = priority::unitOverOperator;
         context.addQuickTypeToken(match.range.in(text));
+        temperature = temperature || match.object == u"celsius" || match.object == u"fahrenheit";
     }
+    const std::size_t k = temperature ? text.find(u'K') : text.npos;
+    if (k == text.npos || !isKelvin(text, k)) return;
+    result.push_back(phraseExtraction(text, {u"kelvin", {k, 1}}, Attribute::unit, RunType::unit));
+    result.back().secondaryPriority = priority::unitOverOperator;
+}
+
+// True for a K that a temperature is converted from or to: elsewhere it is a thousand.
+bool UnitExtractor::isKelvin(std::u16string_view text, std::size_t k) const {
+    const std::u16string_view before = trimmed(text.substr(0, k)), after = trimmed(text.substr(k + 1));
+    if (k + 1 < text.size() && isLetter(text[k + 1])) return false;
+    const auto words = operators_.phraseDetector().detect(before);
+    if (!words.empty() && words.back().object == u"in" && words.back().range.end() == before.size()) return true;
+    if (before.empty() || digitValue(before.back()) < 0) return false;
+    const auto next = operators_.phraseDetector().detect(after);
+    return !next.empty() && next.front().range.location == 0 && next.front().object == u"in";
+}
+
+// The signs of feet and inches are those of minutes and seconds of arc behind degrees: "30° 15′ 20″".
+std::optional<std::u16string> UnitExtractor::arcUnit(std::u16string_view text, TextRange range) {
+    constexpr char16_t degrees = u'\u00b0', minutes = u'\u2032', seconds = u'\u2033';
+    const char16_t sign = text[range.location];
+    if (range.length != 1 || (sign != minutes && sign != seconds)) return std::nullopt;
+    const auto signBefore = [&](std::size_t end) {
+        const std::size_t found = text.substr(0, end).find_last_not_of(u"0123456789., ");
+        return found == text.npos ? std::size_t(0) : found;
+    };
+    std::size_t place = signBefore(range.location);
+    if (sign == seconds && text[place] == minutes) place = signBefore(place);
+    if (text[place] != degrees) return std::nullopt;
+    return sign == minutes ? u"arcminute" : u"arcsecond";
 }
 
 // True for a word that is a currency's code only in a conversion, and stands in none.
@@ -86,15 +126,36 @@ bool UnitExtractor::isWord(std::u16string_view text, TextRange range) const {
     const std::u16string_view after = trimmed(text.substr(range.end()));
     const auto words = operators_.phraseDetector().detect(before);
     if (!words.empty() && words.back().range.end() == before.size() && isConversion(words.back())) return false;
-    if (before.empty() || digitValue(before.back()) < 0) return true;
+    if (!endsWithNumber(before)) return true;
     const auto next = operators_.phraseDetector().detect(after);
     return next.empty() || next.front().range.location != 0 || !isConversion(next.front());
+}
+
+// False for a unit whose name is a word first, unless it stands behind a number, a conversion word, or the sign or word
+// of a rate.
+bool UnitExtractor::hasItsPlace(std::u16string_view text, TextRange range) const {
+    if (!units_.isForNumbersOnly(range.in(text))) return true;
+    const std::u16string_view before = trimmed(text.substr(0, range.location));
+    if (before.empty()) return false;
+    const char16_t last = before.back();
+    if (last == u')' || last == u'/' || u_charType(last) == U_OTHER_NUMBER || digitValue(last) >= 0) return true;
+    const auto isLast = [&](const auto& matches) {
+        return !matches.empty() && matches.back().range.end() == before.size();
+    };
+    const auto words = operators_.phraseDetector().detect(before);
+    if (isLast(words) && words.back().object == u"in") {
+        // "meet in bar 5"
+        const std::u16string_view behind = trimmed(text.substr(range.end()));
+        return words.back().range.location > 0 && (behind.empty() || digitValue(behind.front()) < 0);
+    }
+    if (before.find_first_of(u"0123456789") == before.npos) return false;
+    return isLast(scales_.detect(before)) || units_.isRateWord(before.substr(before.find_last_of(u' ') + 1));
 }
 
 bool UnitExtractor::displacesOperator(std::u16string_view text, TextRange range) const {
     if (!operators_.phraseDetector().find(lowercased(range.in(text)))) return false;
     const std::u16string_view before = trimmed(text.substr(0, range.location));
-    if (before.empty() || digitValue(before.back()) < 0) return false;
+    if (!endsWithNumber(before)) return false;
     const std::u16string_view behind = trimmed(text.substr(range.end()));
     if (behind.empty() || behind.front() == u')' || behind.front() == u'"') return true;
     if (operators_.isSymbol(behind.substr(0, 1))) return true;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <optional>
 #include <string>
 
 #include "base/cache.h"
@@ -42,20 +43,26 @@ private:
 
 // Names and symbols of units. One that is an operator's name too ("in") is a unit where a number stands before
 // it and no operand can follow: "6 ft 2 in", "5 in in cm". A currency's code that is a word ("try", "all") counts in
-// capitals or in a conversion: "100 ron in eur", "$50 in try".
+// capitals or in a conversion: "100 ron in eur", "$50 in try". One that is a word first ("bar", "turn") counts behind a
+// number, and where a unit must stand; K is a kelvin where a temperature is converted.
 class UnitExtractor : public Extractor {
 public:
-    UnitExtractor(const UnitManager& units, const OperatorCollection& operators)
-        : units_(units), operators_(operators) {}
+    UnitExtractor(const UnitManager& units, const OperatorCollection& operators,
+                  const PhraseDetector<std::u16string>& scales)
+        : units_(units), operators_(operators), scales_(scales) {}
     std::u16string_view name() const override { return u"UnitExtractor"; }
     void extract(const std::u16string& text, Context& context, std::vector<Extraction>& result) const override;
 
 private:
     bool displacesOperator(std::u16string_view text, TextRange range) const;
     bool isWord(std::u16string_view text, TextRange range) const;
+    bool hasItsPlace(std::u16string_view text, TextRange range) const;
+    bool isKelvin(std::u16string_view text, std::size_t k) const;
+    static std::optional<std::u16string> arcUnit(std::u16string_view text, TextRange range);
 
     const UnitManager& units_;
     const OperatorCollection& operators_;
+    const PhraseDetector<std::u16string>& scales_;
 };
 
 // Words that multiply the number before them.

@@ -88,6 +88,28 @@ TEST_F(RemarksTest, aRememberedLineTellsTheSame) {
     EXPECT_EQ(told(warm), "unknown_word division_by_zero");
 }
 
+TEST_F(RemarksTest, namesAreFoundWhereTheyStand) {
+    Context context;
+    const auto result = *engine_.calculateSync(u"hourly rate = $40\n  Hourly Rate * 3 h\nx += hourly rate\nx", context);
+    using Uses = std::vector<VemoEngine::NameUse>;
+    EXPECT_EQ(result.lines[0].names(), (Uses{{u"hourly rate", 0, 11, true}}));
+    EXPECT_EQ(result.lines[1].names(), (Uses{{u"hourly rate", 2, 11, false}}));
+    EXPECT_EQ(result.lines[2].names(), (Uses{{u"x", 0, 1, true}, {u"hourly rate", 5, 11, false}}));
+    EXPECT_EQ(result.definitionOf(u"Hourly rate", 2), 0u);
+    EXPECT_EQ(result.definitionOf(u"x", 3), 2u);
+    EXPECT_EQ(result.definitionOf(u"x", 2), std::nullopt);
+}
+
+TEST_F(RemarksTest, instantsAreTrue) {
+    Context context;
+    const auto result = *engine_.calculateSync(u"10:30\n10:30 in Tokyo\ntime in New York\n5", context);
+    const auto local = result.instantOf(0);
+    ASSERT_TRUE(local);
+    EXPECT_EQ(result.instantOf(1), local);
+    EXPECT_EQ(result.instantOf(2)->time_since_epoch().count(), 1795525200);
+    EXPECT_FALSE(result.instantOf(3));
+}
+
 TEST_F(RemarksTest, valuesAreExact) {
     const Value value = line("1/3 kg").value();
     EXPECT_EQ(line("5 inch in cm").value().decimal()->toString(), "12.7");

@@ -32,10 +32,11 @@ TEST(DateFunctions, readTheCurrentTimeOfTheContext) {
     }
     context.set(context_keys::currentTime, at(100));
     context.set(context_keys::currentTimeZone, TimeZone{u"Asia/Tokyo"});
-    EXPECT_EQ(todayFunction()->evaluate(none, context), dateValue(at(100)));
-    EXPECT_EQ(tomorrowFunction()->evaluate(none, context), dateValue(at(86500)));
-    EXPECT_EQ(yesterdayFunction()->evaluate(none, context), dateValue(at(-86300)));
-    EXPECT_EQ(timeFunction()->evaluate(none, context), dateValue(at(100)).with(TimeZone{u"Asia/Tokyo"}));
+    EXPECT_EQ(todayFunction()->evaluate(none, context), dayValue(at(100)));
+    EXPECT_EQ(tomorrowFunction()->evaluate(none, context), dayValue(at(86500)));
+    EXPECT_EQ(yesterdayFunction()->evaluate(none, context), dayValue(at(-86300)));
+    const TimeZone tokyo{u"Asia/Tokyo"};
+    EXPECT_EQ(timeFunction()->evaluate(none, context), timeValue(at(100), &tokyo));
     EXPECT_EQ(localTimeZoneFunction()->evaluate(none, context), Value(TimeZone{u"Asia/Tokyo"}));
     EXPECT_EQ(*context.dependencyFor(context_keys::currentTime), IsEquatable(at(100)));
 }

@@ -12,6 +12,7 @@
 #include "output/archive/keyed_archive.h"
 #include "platform/file_io.h"
 #include "support/calculators.h"
+#include "support/temporary_folder.h"
 #include "vemo/result_serializer.h"
 
 namespace vemo::test {
@@ -24,14 +25,14 @@ using Stored = VemoEngineResultSerializerResult;
 class StoredResult : public testing::Test {
 protected:
     StoredResult() { std::filesystem::create_directories(folder); }
-    ~StoredResult() override { std::filesystem::remove_all(folder); }
 
     VemoEngine::Result calculated(std::string_view text) {
         engine.buildVemoWorker();
         return *engine.calculateSync(utf16(text), context);
     }
 
-    const std::filesystem::path folder = std::filesystem::path(testing::TempDir()) / "vemo_stored_result";
+    const TemporaryFolder temporary;
+    const std::filesystem::path folder = temporary.path() / "vemo_stored_result";
     const std::filesystem::path path = folder / "result";
     VemoEngine engine{fixedEnvironment()};
     Context context;

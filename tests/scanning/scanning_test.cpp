@@ -12,6 +12,8 @@
 #include "scanning/words/localizer.h"
 #include "scanning/words/phrase_detector.h"
 #include "scanning/words/strings_file.h"
+#include "support/temporary_folder.h"
+#include "support/temporary_folder.h"
 
 namespace vemo {
 namespace {
@@ -186,7 +188,8 @@ TEST(StringsFile, namesTheLineOfAFault) {
 }
 
 TEST(Localizer, putsTheUsersLanguageBeforeTheBase) {
-    const auto folder = std::filesystem::path(testing::TempDir()) / "vemo_localizer";
+    const TemporaryFolder temporary;
+    const auto folder = temporary.path() / "vemo_localizer";
     std::filesystem::create_directories(folder / "xx.lproj");
     std::ofstream(folder / "xx.lproj/Operations.strings") << "\"plus.variants\" = \"Und, plus\";\n";
     std::ofstream(folder / "xx.lproj/Bad.strings") << "\n\"a\"";
@@ -198,7 +201,6 @@ TEST(Localizer, putsTheUsersLanguageBeforeTheBase) {
     EXPECT_THAT(localizer.variants(u"no.such", u"Operations"), ElementsAre(u"no.such"));
     EXPECT_EQ(localizer.translation(u"minus.variants", u"Operations"), std::nullopt);
     EXPECT_NE(log.find("Bad.strings:2: expected '='"), log.npos) << log;
-    std::filesystem::remove_all(folder);
 }
 
 }  // namespace

@@ -88,7 +88,7 @@ DateBasis basisOf(const DateReading& reading, bool abroad) {
 std::optional<DetectedDate> resolved(const DateReading& reading, Date now, const TimeZoneRules& localZone) {
     if (const auto seconds = secondsFromNow(reading)) {
         if (reading.time) return std::nullopt;
-        return DetectedDate{reading.range, now + std::chrono::duration<double>(*seconds), DateBasis::now};
+        return DetectedDate{reading.range, now + std::chrono::duration<double>(*seconds), DateBasis::now, false};
     }
     std::shared_ptr<const TimeZoneRules> named;
     const bool abroad = reading.time && !reading.time->zone.empty();
@@ -109,7 +109,7 @@ std::optional<DetectedDate> resolved(const DateReading& reading, Date now, const
     }
     const auto instant = zone.instant(civil);
     if (!instant) return std::nullopt;
-    return DetectedDate{reading.range, *instant, basisOf(reading, abroad)};
+    return DetectedDate{reading.range, *instant, basisOf(reading, abroad), !reading.time};
 }
 
 }  // namespace

@@ -18,6 +18,7 @@ struct DetectedDate {
     TextRange range;
     Date instant;
     DateBasis basis;
+    bool isDay;  // it says no time of day
 
     friend bool operator==(const DetectedDate&, const DetectedDate&) = default;
 };

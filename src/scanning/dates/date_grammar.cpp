@@ -10,8 +10,9 @@ namespace {
 // Joins days and times.
 class DateGrammar : DateShapes {
 public:
-    DateGrammar(std::u16string_view text, const std::vector<DateLexeme>& lexemes, DateOrder order)
-        : DateShapes(text, lexemes), days_(text, lexemes, order), times_(text, lexemes) {}
+    DateGrammar(std::u16string_view text, const std::vector<DateLexeme>& lexemes, DateOrder order,
+                std::string_view language)
+        : DateShapes(text, lexemes), days_(text, lexemes, order), times_(text, lexemes, language) {}
 
     std::vector<DateReading> readings() const {
         std::vector<DateReading> result;
@@ -94,7 +95,7 @@ std::vector<DateReading> readDates(std::u16string_view text, const DateVocabular
     std::u16string lower(text);
     for (char16_t& c : lower) c = lowercasedUnit(c);
     const std::vector<DateLexeme> lexemes = dateLexemes(lower, vocabulary);
-    return DateGrammar(text, lexemes, order).readings();
+    return DateGrammar(text, lexemes, order, vocabulary.language()).readings();
 }
 
 }  // namespace vemo

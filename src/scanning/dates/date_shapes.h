@@ -107,11 +107,15 @@ private:
 // The same for times of day.
 class TimeShapes : DateShapes {
 public:
-    TimeShapes(std::u16string_view text, const std::vector<DateLexeme>& lexemes) : DateShapes(text, lexemes) {}
+    TimeShapes(std::u16string_view text, const std::vector<DateLexeme>& lexemes, std::string_view language)
+        : DateShapes(text, lexemes), language_(language) {}
 
+    // With the abbreviation of a zone behind it or before it: 10:30 EST, EST 10:30.
     Attempt<TimeReading> timeAt(std::size_t i) const;
 
 private:
+    Attempt<TimeReading> clockAt(std::size_t i) const;
+    std::u16string_view zoneAt(std::size_t i) const;
     static bool exists(const TimeReading& time);
     bool startsTime(std::size_t i) const;
     const DateLexeme* twoDigits(std::size_t i) const;
@@ -121,6 +125,8 @@ private:
     Attempt<TimeReading> halfBefore(std::size_t i) const;
     Attempt<TimeReading> hours(std::size_t i) const;
     Attempt<TimeReading> named(std::size_t i) const;
+
+    std::string_view language_;
 };
 
 }  // namespace vemo

@@ -142,7 +142,8 @@ const DateVocabulary::Meaning* DateVocabulary::Entry::find(DateWord word) const 
     return nullptr;
 }
 
-DateVocabulary::DateVocabulary(const Localizer& localizer, std::string_view language, std::string_view locale) {
+DateVocabulary::DateVocabulary(const Localizer& localizer, std::string_view language, std::string_view locale)
+    : language_(language) {
     addNames(language);
     if (locale.substr(0, 2) != language.substr(0, 2)) addNames(locale);
     if (language.substr(0, 2) != "en" && locale.substr(0, 2) != "en") addNames("en");

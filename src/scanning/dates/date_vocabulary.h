@@ -78,6 +78,8 @@ public:
 
     DateVocabulary(const Localizer& localizer, std::string_view language, std::string_view locale);
 
+    const std::string& language() const { return language_; }
+
     // The longest phrase that starts at `start` of a text in lower case and ends where a word can.
     std::optional<Found> longestAt(std::u16string_view text, std::size_t start) const;
     // False when no phrase starts with these two characters. Quick.
@@ -92,6 +94,7 @@ private:
 
     std::unordered_map<char16_t, std::vector<Entry>> entries_;  // by first character, longest first
     std::array<std::bitset<128>, 128> asciiStarts_{};
+    std::string language_;
 };
 
 }  // namespace vemo

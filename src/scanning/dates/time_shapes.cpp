@@ -103,18 +103,35 @@ Attempt<TimeReading> TimeShapes::named(std::size_t i) const {
     return Parsed<TimeReading>{TimeReading{value(i, DateWord::timeOfDay), 0, 0, {}}, i + 1};
 }
 
-Attempt<TimeReading> TimeShapes::timeAt(std::size_t i) const {
+Attempt<TimeReading> TimeShapes::clockAt(std::size_t i) const {
     Attempt<TimeReading> best = colons(i);
     keepLonger(best, halfBehind(i));
     keepLonger(best, halfBefore(i));
     keepLonger(best, hours(i));
     keepLonger(best, named(i));
-    if (!best || !exists(best->reading)) return std::nullopt;
-    if (const DateLexeme* zone = at(best->end); zone && zone->kind == DateLexeme::Kind::word) {
-        best->reading.zone = zoneForAbbreviation(zone->range.in(text_));
-        if (i > 0 && isIsoT(i - 1) && isIsoZ(best->end)) best->reading.zone = u"UTC";
-        if (!best->reading.zone.empty()) ++best->end;
+    return best && exists(best->reading) ? best : std::nullopt;
+}
+
+std::u16string_view TimeShapes::zoneAt(std::size_t i) const {
+    const DateLexeme* zone = at(i);
+    if (!zone || zone->kind != DateLexeme::Kind::word) return {};
+    return zoneForAbbreviation(zone->range.in(text_), language_);
+}
+
+Attempt<TimeReading> TimeShapes::timeAt(std::size_t i) const {
+    Attempt<TimeReading> best = clockAt(i);
+    if (!best) {
+        const std::u16string_view zone = zoneAt(i);
+        if (zone.empty()) return std::nullopt;
+        best = clockAt(i + 1);
+        // With a zone behind it too, the time is there, and told here.
+        if (!best || !zoneAt(best->end).empty()) return std::nullopt;
+        best->reading.zone = zone;
+        return best;
     }
+    best->reading.zone = zoneAt(best->end);
+    if (i > 0 && isIsoT(i - 1) && isIsoZ(best->end)) best->reading.zone = u"UTC";
+    if (!best->reading.zone.empty()) ++best->end;
     return best;
 }
 

@@ -3,6 +3,8 @@
 
 #include <algorithm>
 
+#include "base/text.h"
+
 namespace vemo {
 
 namespace {
@@ -80,6 +82,17 @@ constexpr TimeZoneAbbreviation rows[] = {
     {u"WITA", u"Asia/Makassar"},
 };
 
+// Taken in lower case too: nothing that is a word or a common abbreviation of something else ("art", "met", "mst").
+constexpr std::u16string_view wellKnown[] = {u"ACDT", u"ACST", u"AEDT", u"AEST", u"AKDT", u"AKST", u"AWST",
+                                             u"BST",  u"CDT",  u"CEST", u"CET",  u"CST",  u"EDT",  u"EEST",
+                                             u"EET",  u"EST",  u"GMT",  u"HKT",  u"HST",  u"JST",  u"KST",
+                                             u"MDT",  u"MSK",  u"NZDT", u"NZST", u"PDT",  u"PST",  u"UTC"};
+constexpr std::u16string_view frenchWords[] = {u"CET", u"EST"};
+
+bool contains(auto& list, std::u16string_view text) {
+    return std::find(std::begin(list), std::end(list), text) != std::end(list);
+}
+
 }  // namespace
 
 std::span<const TimeZoneAbbreviation> timeZoneAbbreviations() {
@@ -91,6 +104,16 @@ std::u16string_view zoneForAbbreviation(std::u16string_view abbreviation) {
         std::begin(rows), std::end(rows), abbreviation,
         [](const TimeZoneAbbreviation& row, std::u16string_view wanted) { return row.abbreviation < wanted; });
     return found != std::end(rows) && found->abbreviation == abbreviation ? found->zone : std::u16string_view();
+}
+
+std::u16string_view zoneForAbbreviation(std::u16string_view text, std::string_view language) {
+    std::u16string capitals(text);
+    for (char16_t& c : capitals)
+        if (c >= u'a' && c <= u'z') c = static_cast<char16_t>(c - u'a' + u'A');
+    if (capitals == text) return zoneForAbbreviation(text);
+    if (lowercased(text) != text || !contains(wellKnown, capitals)) return {};
+    if (language.starts_with("fr") && contains(frenchWords, capitals)) return {};
+    return zoneForAbbreviation(std::u16string_view(capitals));
 }
 
 }  // namespace vemo

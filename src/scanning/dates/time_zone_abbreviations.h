@@ -16,5 +16,7 @@ std::span<const TimeZoneAbbreviation> timeZoneAbbreviations();
 
 // The zone that an abbreviation, in capitals, stands for; empty for none.
 std::u16string_view zoneForAbbreviation(std::u16string_view abbreviation);
+// The same, with the best known ones in lower case too, unless they are words of the language.
+std::u16string_view zoneForAbbreviation(std::u16string_view text, std::string_view language);
 
 }  // namespace vemo

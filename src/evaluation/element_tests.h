@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <algorithm>
+
+#include "base/text.h"
+#include "records/element.h"
+
+namespace vemo {
+
+// What evaluators ask about the elements of a line before they are reduced.
+
+inline bool isOperator(const Element& element, std::u16string_view id) {
+    return element.value.is(Attribute::operation, id);
+}
+
+inline bool isNumberWithoutUnit(const Element& element) {
+    return element.value.has(Attribute::decimal) && !element.value.has(Attribute::unit);
+}
+
+inline RunType runTypeOf(const Element& element) {
+    return element.attributedText.elementsCount() > 0 ? element.attributedText.runs()[0].type : RunType::none;
+}
+
+// The next element in a direction that is no blank; their number without one.
+inline std::size_t neighbourOf(const ElementList& elements, std::size_t index, int step) {
+    const auto offset = static_cast<std::size_t>(step);
+    for (index += offset; index < elements.size(); index += offset)
+        if (!elements[index].value.isEmpty() || !trimmed(elements[index].text()).empty()) return index;
+    return elements.size();
+}
+
+// True for what stands for a value, or begins one: a number, a date, a unit or sign of money, a function, a bracket.
+inline bool beginsValue(const ElementList& elements, std::size_t index) {
+    if (index >= elements.size()) return false;
+    const Value& value = elements[index].value;
+    return value.has(Attribute::decimal) || value.has(Attribute::date) || value.has(Attribute::unit) ||
+           value.has(Attribute::function) || value.is(Attribute::parenthesis, u"(");
+}
+
+}  // namespace vemo
