@@ -13,7 +13,6 @@
 #include "scanning/words/phrase_detector.h"
 #include "scanning/words/strings_file.h"
 #include "support/temporary_folder.h"
-#include "support/temporary_folder.h"
 
 namespace vemo {
 namespace {
@@ -188,7 +187,7 @@ TEST(StringsFile, namesTheLineOfAFault) {
 }
 
 TEST(Localizer, putsTheUsersLanguageBeforeTheBase) {
-    const TemporaryFolder temporary;
+    const test::TemporaryFolder temporary;
     const auto folder = temporary.path() / "vemo_localizer";
     std::filesystem::create_directories(folder / "xx.lproj");
     std::ofstream(folder / "xx.lproj/Operations.strings") << "\"plus.variants\" = \"Und, plus\";\n";
