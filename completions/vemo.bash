@@ -25,7 +25,7 @@ _vemo() {
         *)
             if [[ $cur == -* ]]; then
                 words="-e --expression --watch -r --results --plain --format --json --short --precision --color
-                    -q --quiet --locale --language --timezone --now --rates --coins --places --offline
+                    -q --quiet --explain --locale --language --timezone --now --rates --coins --places --offline
                     --extensions --check-extensions --debug -h --help --version"
             else
                 compopt -o filenames

@@ -68,9 +68,13 @@ nlohmann::json lineOf(const VemoEngine::Result& result, std::size_t index) {
 
 }  // namespace
 
-std::string jsonText(const VemoEngine::Result& result, std::string_view log, const std::vector<std::string>& problems) {
+std::string jsonText(const VemoEngine::Result& result, std::string_view log, const std::vector<std::string>& problems,
+                     const std::vector<std::string>& readings) {
     nlohmann::json lines = nlohmann::json::array();
-    for (std::size_t i = 0; i < result.lines.size(); ++i) lines.push_back(lineOf(result, i));
+    for (std::size_t i = 0; i < result.lines.size(); ++i) {
+        lines.push_back(lineOf(result, i));
+        if (i < readings.size() && !readings[i].empty()) lines.back()["reading"] = readings[i];
+    }
     nlohmann::json document{{"lines", std::move(lines)}, {"log", log}};
     if (!problems.empty()) document["problems"] = problems;
     if (const FormattedValue* total = result.context->grandTotalFormatted()) document["grandTotal"] = textsOf(*total);

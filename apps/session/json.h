@@ -10,7 +10,8 @@
 namespace vemo::session {
 
 // One JSON object with all that is known of the document's lines. `log` is what scripts said, `problems` what kept
-// rates or places from being known.
-std::string jsonText(const VemoEngine::Result& result, std::string_view log, const std::vector<std::string>& problems);
+// rates or places from being known, `readings` the lines as they were calculated, where they are wanted.
+std::string jsonText(const VemoEngine::Result& result, std::string_view log, const std::vector<std::string>& problems,
+                     const std::vector<std::string>& readings = {});
 
 }  // namespace vemo::session

@@ -139,7 +139,10 @@ int run(const Options& options) {
         });
         if (noRates && options.rates.empty() && options.coins.empty())
             problems.push_back("money needs exchange rates: give --rates a file or a URL");
-        const int status = present(options, layoutFor(options), result, log, problems);
+        std::vector<std::string> readings;
+        for (std::size_t i = 0; options.explain && i < result.lines.size(); ++i)
+            readings.push_back(utf8(engine.readingOf(i, utf16(document), settings).value_or(u"")));
+        const int status = present(options, layoutFor(options), result, log, problems, readings);
         if (online && online->isLate() && !options.watch) fetchBehind(options);
         return status;
     };

@@ -166,8 +166,9 @@ std::variant<Options, int> parseOptions(int argc, char** argv) {
         ->check(CLI::Range(0, mostPrecision).description(""));
     app.add_option("--color", color, "auto, always or never")->type_name("WHEN");
     app.add_flag("-q,--quiet", options.quiet, "Say nothing about lines that were read in part, or not at all");
+    app.add_flag("--explain", options.explain, "Tell under each line how it was calculated");
     for (const char* option :
-         {"--results", "--plain", "--format", "--json", "--short", "--precision", "--color", "--quiet"})
+         {"--results", "--plain", "--format", "--json", "--short", "--precision", "--color", "--quiet", "--explain"})
         app.get_option(option)->group("What is printed");
 
     app.add_option("--locale", options.locale, "How numbers are written, such as de_DE")->type_name("ID");

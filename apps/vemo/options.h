@@ -24,7 +24,8 @@ struct Options {
     bool plain = false;    // numbers for programs
     bool watch = false;    // calculate the file whenever it is saved
     bool shortTexts = false;
-    bool quiet = false;  // without notes and reasons
+    bool quiet = false;    // without notes and reasons
+    bool explain = false;  // with each line as it was calculated
     std::string locale;
     std::string language;
     std::string timeZone;

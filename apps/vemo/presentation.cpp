@@ -20,14 +20,15 @@ constexpr int failed = 1;
 constexpr int unusable = 2;
 
 std::string textOf(const Options& options, const Layout& layout, const VemoEngine::Result& result,
-                   const std::string& log, const std::vector<std::string>& problems) {
-    if (options.json()) return session::jsonText(result, log, problems);
+                   const std::string& log, const std::vector<std::string>& problems,
+                   const std::vector<std::string>& readings) {
+    if (options.json()) return session::jsonText(result, log, problems, readings);
     if (options.format == Format::table) {
         std::ostringstream out;
         if (options.results)
             printResults(out, result, layout.writing);
         else
-            printResult(out, result, layout);
+            printResult(out, result, layout, readings);
         return out.str();
     }
     auto rows = session::rowsOf(result, layout.writing);
@@ -43,7 +44,7 @@ std::string textOf(const Options& options, const Layout& layout, const VemoEngin
 }  // namespace
 
 int present(const Options& options, const Layout& layout, const VemoEngine::Result& result, const std::string& log,
-            const std::vector<std::string>& problems) {
+            const std::vector<std::string>& problems, const std::vector<std::string>& readings) {
     const bool anyResult = std::any_of(result.lines.begin(), result.lines.end(),
                                        [](const auto& line) { return line.formattedResult().regular.has_value(); });
     const bool anyReason = std::any_of(result.lines.begin(), result.lines.end(),
@@ -52,7 +53,7 @@ int present(const Options& options, const Layout& layout, const VemoEngine::Resu
         complain(options.expressions.front() + ": cannot be read");
         return unusable;
     }
-    const bool written = writeOutput(textOf(options, layout, result, log, problems));
+    const bool written = writeOutput(textOf(options, layout, result, log, problems, readings));
     // Where the output has them not.
     if (options.format == Format::table && !options.quiet && (options.results || !layout.remarks))
         printRemarks(std::cerr, result, options.file.empty() ? "vemo" : options.file);

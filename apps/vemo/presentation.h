@@ -10,8 +10,8 @@
 namespace vemo::cli {
 
 // Prints a result in the form that is asked for, remarks on its lines, what scripts said, and what kept rates or
-// places from being known. Gives the exit status.
+// places from being known. `readings` are those of the lines, where they are wanted. Gives the exit status.
 int present(const Options& options, const Layout& layout, const VemoEngine::Result& result, const std::string& log,
-            const std::vector<std::string>& problems);
+            const std::vector<std::string>& problems, const std::vector<std::string>& readings);
 
 }  // namespace vemo::cli

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "prompt.h"
 
+#include <algorithm>
 #include <fstream>
 #include <iostream>
 
@@ -18,6 +19,7 @@ constexpr std::string_view help =
     "  Tab          completes a word, or shows what there is\n"
     "  Up, Down     go through earlier lines\n"
     "  Ctrl-C       clears the line\n"
+    "  :explain     tells how the last line was calculated\n"
     "  :save FILE   writes the lines to a file\n"
     "  :quit        ends, as Ctrl-D does\n";
 
@@ -66,6 +68,8 @@ private:
         if (argument(line, ":quit")) return false;
         if (argument(line, ":help"))
             std::cout << help << std::flush;
+        else if (argument(line, ":explain"))
+            explain();
         else if (const auto file = argument(line, ":save"))
             save(*file);
         else
@@ -84,6 +88,12 @@ private:
         std::cout << (stream ? "saved " : "cannot write ") << file << std::endl;
     }
 
+    void explain() const {
+        const auto lines = static_cast<std::size_t>(std::count(document_.begin(), document_.end(), u'\n'));
+        const auto reading = lines > 0 ? engine_.readingOf(lines - 1, document_, settings_) : std::nullopt;
+        std::cout << (reading ? session::printable(utf8(*reading)) : "the last line has no result") << std::endl;
+    }
+
     // The document as a whole: what did not change comes from the engine's cache.
     void calculate(std::u16string_view line) {
         loop_.poll();
@@ -97,8 +107,9 @@ private:
         completion_.learn(*result);
         const std::string text =
             session::printable(session::rowOf(*result, result->lines.size() - 1, layout_.writing).result);
-        if (text.empty()) return;
-        std::cout << "= " << (layout_.color ? "\033[1m" + text + "\033[0m" : text) << std::endl;
+        if (!text.empty()) std::cout << "= " << (layout_.color ? "\033[1m" + text + "\033[0m" : text) << '\n';
+        if (layout_.remarks) printRemarksOf(std::cout, result->lines.back(), layout_);
+        std::cout << std::flush;
     }
 
     VemoEngine& engine_;

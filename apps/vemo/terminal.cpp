@@ -4,7 +4,6 @@
 #include <wchar.h>
 
 #include <algorithm>
-#include <vector>
 
 #include "session/printable.h"
 
@@ -71,11 +70,9 @@ void printRow(std::ostream& out, const std::string& shown, std::size_t shownWidt
     out << '\n';
 }
 
-// A remark on a line in the terminal: dim, under it.
-void printRemark(std::ostream& out, const std::u16string& message, const Layout& layout) {
+void printUnderLine(std::ostream& out, const std::string& text, const Layout& layout) {
     const char* dim = "\033[2m";
-    out << std::string(gap, ' ') << (layout.color ? dim : "") << printable(utf8(message)) << (layout.color ? reset : "")
-        << '\n';
+    out << std::string(gap, ' ') << (layout.color ? dim : "") << printable(text) << (layout.color ? reset : "") << '\n';
 }
 
 }  // namespace
@@ -92,7 +89,13 @@ std::size_t displayWidth(std::string_view text) {
     return width;
 }
 
-void printResult(std::ostream& out, const VemoEngine::Result& result, const Layout& layout) {
+void printRemarksOf(std::ostream& out, const VemoEngine::Result::Line& line, const Layout& layout) {
+    for (const Note& note : line.notes()) printUnderLine(out, utf8(note.message), layout);
+    if (const auto reason = line.reason()) printUnderLine(out, utf8(reason->message), layout);
+}
+
+void printResult(std::ostream& out, const VemoEngine::Result& result, const Layout& layout,
+                 const std::vector<std::string>& readings) {
     struct Shown {
         std::string text, value;
         std::size_t width = 0;
@@ -118,9 +121,8 @@ void printResult(std::ostream& out, const VemoEngine::Result& result, const Layo
     for (std::size_t i = 0; i < rows.size(); ++i) {
         const auto& line = result.lines[i];
         printRow(out, colored(line.attributedText(), layout.color), rows[i].width, rows[i].value, column, layout);
-        if (!layout.remarks) continue;
-        for (const Note& note : line.notes()) printRemark(out, note.message, layout);
-        if (const auto reason = line.reason()) printRemark(out, reason->message, layout);
+        if (i < readings.size() && !readings[i].empty()) printUnderLine(out, "= " + readings[i], layout);
+        if (layout.remarks) printRemarksOf(out, line, layout);
     }
     if (!total) return;
     out << std::string(column, '-') << '\n';

@@ -5,6 +5,7 @@
 #include <ostream>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "session/rows.h"
 #include "vemo/engine.h"
@@ -23,8 +24,12 @@ struct Layout {
 // Columns that a text takes on a terminal.
 std::size_t displayWidth(std::string_view utf8);
 
-// Each line with its result at the right, then the grand total.
-void printResult(std::ostream& out, const VemoEngine::Result& result, const Layout& layout);
+// Each line with its result at the right, then the grand total. `readings` stand under their lines; there may be none.
+void printResult(std::ostream& out, const VemoEngine::Result& result, const Layout& layout,
+                 const std::vector<std::string>& readings = {});
+
+// The notes and the reason of a line, dim, under it.
+void printRemarksOf(std::ostream& out, const VemoEngine::Result::Line& line, const Layout& layout);
 
 // The results alone, one a row.
 void printResults(std::ostream& out, const VemoEngine::Result& result, const session::Writing& writing);

@@ -6,6 +6,7 @@
 #include <limits>
 #include <span>
 
+#include "engine/line_reading.h"
 #include "engine/line_remarks.h"
 #include "evaluation/element_replacement.h"
 #include "scanning/string_extractor.h"
@@ -103,6 +104,24 @@ void Calculator::carryForward(const Value& value, Context& document) const {
         document.set(context_keys::grandTotal, std::nullopt);
 }
 
+Calculator::EvaluatedLine Calculator::evaluateLine(std::u16string_view line, Context& context, bool debug) {
+    EvaluatedLine result;
+    const auto [calculated, rest] = withinBounds(line);
+    if (!calculated.empty()) {
+        result.written = extractElements(std::u16string(calculated), context, debug);
+        if (debug) trace(u"Elements extraction: " + result.written.shortDescription());
+        remarkOnText(result.written, locale_, context_, context);
+        tooDeep_ = false;
+        result.elements = evaluate(result.written, context, 0, debug);
+        // Operators around it may have made a number of the error.
+        if (tooDeep_) result.elements = reducedTo(errorValue(), result.elements);
+    }
+    if (!rest.compoundString().empty()) result.elements.append(makeElement({}, rest));
+    if (line.size() > longestLine && rest.runs()[0].type == RunType::none)
+        context.remarks().reason(ReasonCode::tooLong);
+    return result;
+}
+
 LineResultPointer Calculator::calculateLine(std::u16string_view text, Context& document, bool debug) {
     if (LineResultPointer known = cacheManager_.lookup(text, document)) {
         document.addUpdatesOf(*known);
@@ -117,28 +136,17 @@ LineResultPointer Calculator::calculateLine(std::u16string_view text, Context& d
     const std::size_t logged = jsRunner_ ? jsRunner_->log().size() : 0;
     if (debug) trace(u"=== Debug for '" + line + u"' ===");
     Context context = document.layer();
-    ElementList elements, written;
-    const auto [calculated, rest] = withinBounds(line);
-    if (!calculated.empty()) {
-        written = extractElements(std::u16string(calculated), context, debug);
-        if (debug) trace(u"Elements extraction: " + written.shortDescription());
-        remarkOnText(written, locale_, context_, context);
-        tooDeep_ = false;
-        elements = evaluate(written, context, 0, debug);
-        if (tooDeep_)
-            elements = reducedTo(errorValue(), elements);  // operators around it may have made a number of the error
-    }
-    if (!rest.compoundString().empty()) elements.append(makeElement({}, rest));
-    if (line.size() > longestLine && rest.runs()[0].type == RunType::none)
-        context.remarks().reason(ReasonCode::tooLong);
-
+    const auto [written, elements] = evaluateLine(line, context, debug);
     const Value value = elements.empty() ? Value() : elements[0].value;
     const FormattedValue formatted = format(value, context);
     const std::u16string extensionsLog = jsRunner_ ? jsRunner_->log().substr(logged) : u"";
+    const LineRemarks remarks =
+        spokenRemarks(context, written, formatted.regular.has_value(),
+                      {localizer_, [&](std::u16string_view unit) { return decimalUnitValueFormatter_.unitName(unit); },
+                       [&](const Value& other) { return format(other, context).regular.value_or(u""); }});
     LineResultPointer result =
         LineResult::make(value, context.updates(), context.dependencies(), withText(elements.attributedText(), text),
-                         formatted, context.quickTypeData(), extensionsLog,
-                         spokenRemarks(context, written, formatted.regular.has_value(), localizer_));
+                         formatted, context.quickTypeData(), extensionsLog, remarks);
     context = Context();  // no longer shares the document's data, which can then be changed in place
     document.addUpdatesOf(*result);
     document.addDependenciesOf(result);
@@ -146,6 +154,21 @@ LineResultPointer Calculator::calculateLine(std::u16string_view text, Context& d
     if (online_ && online_->geoNames()) lookUpPlaces(*result);
     if (debug) trace(u"---");
     return result;
+}
+
+std::optional<std::u16string> Calculator::reading(std::u16string_view text, Context& document, std::size_t number) {
+    const std::vector<TextRange> lines = lineRanges(text);
+    if (number >= lines.size()) return std::nullopt;
+    calculate(text.substr(0, lines[number].location), document);
+    Context context = document.layer();
+    context.remarks().keepSteps();
+    const std::u16string line = foldedWidth(lines[number].in(text));
+    const ElementList elements = evaluateLine(line, context, false).elements;
+    if (elements.empty() || !format(elements[0].value, context).regular) return std::nullopt;
+    Context writing = document.layer();
+    writing.setPrecision(DecimalNumber::maxDigits);
+    return lineReading(line, context.remarks().steps(), elements[0].value,
+                       [&](const Value& value) { return format(value, writing).regular.value_or(u""); });
 }
 
 ElementList Calculator::extractElements(const std::u16string& text, Context& context, bool debug) const {

@@ -77,6 +77,10 @@ public:
                               const std::atomic<bool>* cancelled = nullptr);
     LineResultPointer calculateLine(std::u16string_view text, Context& document, bool debug);
 
+    // The line of that number as it is calculated, fully bracketed, with names as their values; nothing for a line
+    // without a result. `document` is changed by the lines up to it.
+    std::optional<std::u16string> reading(std::u16string_view text, Context& document, std::size_t line);
+
     ElementList extractElements(const std::u16string& text, Context& context, bool debug) const;
     ElementList evaluate(const ElementList& elements, Context& context, std::size_t startEvaluatorIndex,
                          bool debug) override;
@@ -110,6 +114,11 @@ public:
     FunctionManager& functionManager() { return functionManager_; }
 
 private:
+    struct EvaluatedLine {
+        ElementList written, elements;  // before and after
+    };
+
+    EvaluatedLine evaluateLine(std::u16string_view line, Context& context, bool debug);
     double secondsSince2001() const;
     void storeRates(std::u16string_view key, std::u16string_view timeKey, CurrencyRatesContainer rates);
     void lookUpPlaces(const LineResult& line);

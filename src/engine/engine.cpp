@@ -92,6 +92,14 @@ public:
         return resultOf(std::move(calculated), std::shared_ptr<Context>(std::shared_ptr<void>(), &context));
     }
 
+    std::optional<std::u16string> readingOf(std::size_t line, std::u16string_view text, const Context& context) const {
+        const auto calculator = worker_ ? worker_->calculator() : nullptr;
+        if (!calculator) return std::nullopt;
+        Context document = context.copyContext();
+        const std::lock_guard lock(calculator->context().mutex());
+        return calculator->reading(text, document, line);
+    }
+
     void buildQuickTypeEngine(VemoEngine::WorkerThread thread,
                               std::function<void(std::shared_ptr<QuickTypeEngine>)> callback) {
         auto calculator = worker_ ? worker_->calculator() : nullptr;
@@ -229,6 +237,11 @@ void VemoEngine::calculate(std::u16string_view text, const Context& context, Cal
 
 std::optional<VemoEngine::Result> VemoEngine::calculateSync(std::u16string_view text, Context& context) {
     return state_->core->calculateSync(text, context);
+}
+
+std::optional<std::u16string> VemoEngine::readingOf(std::size_t line, std::u16string_view text,
+                                                    const Context& context) const {
+    return state_->core->readingOf(line, text, context);
 }
 
 AttributedText VemoEngine::Result::Line::attributedText() const {

@@ -115,20 +115,24 @@ void remarkOnText(const ElementList& elements, const LocaleInfo& locale, const C
             if (constant && *constant == element.value &&
                 std::any_of(all.begin(), all.end(), [&](const ElementPointer& other) { return isOperator(*other); }))
                 context.remarks().note(NoteKind::builtInConstant, elements.rangeOf(i, i + 1), element.text(),
-                                       toUtf16(element.value.decimal()->toString()).substr(0, 8));
+                                       element.value);
         }
     }
 }
 
 LineRemarks spokenRemarks(const Context& context, const ElementList& written, bool hasResult,
-                          const Localizer& localizer) {
+                          const RemarkWords& words) {
     LineRemarks spoken;
     const Remarks* remarks = context.remarksIfAny();
     if (remarks) {
-        for (const Remarks::PendingNote& note : remarks->notes())
+        for (const Remarks::PendingNote& note : remarks->notes()) {
+            std::u16string name(noteKindName(note.kind));
+            if (note.first.empty() && !note.other.isEmpty()) name += u".other";
+            const std::u16string other = note.other.isEmpty() ? u"" : words.valueText(note.other);
             spoken.notes.push_back({note.kind, static_cast<std::uint32_t>(note.range.location),
                                     static_cast<std::uint32_t>(note.range.length),
-                                    message(localizer, u"note.", noteKindName(note.kind), note.first, note.second)});
+                                    message(words.localizer, u"note.", name, note.first, other)});
+        }
     }
     const bool tooLong = remarks && remarks->reason() && remarks->reason()->code == ReasonCode::tooLong;
     if (hasResult || (!tooLong && !asksForResult(written))) return spoken;
@@ -137,8 +141,12 @@ LineRemarks spokenRemarks(const Context& context, const ElementList& written, bo
         reason = *remarks->reason();
     else if (hasWords(written))
         return spoken;  // prose
-    spoken.reason =
-        Reason{reason.code, message(localizer, u"reason.", reasonCodeName(reason.code), reason.first, reason.second)};
+    if (reason.code == ReasonCode::differentDimensions) {
+        reason.first = words.unitName(reason.first);
+        reason.second = words.unitName(reason.second);
+    }
+    spoken.reason = Reason{
+        reason.code, message(words.localizer, u"reason.", reasonCodeName(reason.code), reason.first, reason.second)};
     return spoken;
 }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "base/function_ref.h"
 #include "platform/locale_info.h"
 #include "records/element.h"
 #include "records/remarks.h"
@@ -10,12 +11,18 @@ namespace vemo {
 
 class Localizer;
 
+// The user's words for what messages name.
+struct RemarkWords {
+    const Localizer& localizer;
+    FunctionRef<std::u16string(std::u16string_view)> unitName;
+    FunctionRef<std::u16string(const Value&)> valueText;
+};
+
 // Remarks on what was written, before it is evaluated: digits joined as no number of the locale is, and constants that
 // nobody assigned. `constants` holds the built-in ones.
 void remarkOnText(const ElementList& elements, const LocaleInfo& locale, const Context& constants, Context& context);
 
 // `written` are the elements before evaluation; a line that shows a result, or that asks for none, has no reason.
-LineRemarks spokenRemarks(const Context& context, const ElementList& written, bool hasResult,
-                          const Localizer& localizer);
+LineRemarks spokenRemarks(const Context& context, const ElementList& written, bool hasResult, const RemarkWords& words);
 
 }  // namespace vemo

@@ -1,6 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "evaluation/element_replacement.h"
 
+#include <utility>
+
+#include "records/remarks.h"
+
 namespace vemo {
 
 ElementList reducedTo(const Value& value, const ElementList& elements) {
@@ -40,10 +44,22 @@ std::optional<Value> foldGroup(const ElementList& elements, const Match& match, 
                                std::u16string_view operatorId, const OperationCalculator& calculator,
                                Context& context) {
     std::optional<Value> result;
+    TextRange covered;
     for (const ElementRange& range : match.groups(group)) {
         const Value& value = elements[range.location].value;
-        result = result ? calculator.apply(operatorId, *result, value, context) : value;
-        if (!result) return std::nullopt;
+        const TextRange place = elements.rangeOf(range.location, range.end());
+        if (!result) {
+            result = value;
+            covered = place;
+            continue;
+        }
+        auto combined = calculator.apply(operatorId, *result, value, context);
+        if (!combined) return std::nullopt;
+        const TextRange left = std::exchange(covered, {covered.location, place.end() - covered.location});
+        keepStep(context, [&] {
+            return ReadingStep{std::u16string(operatorId), {{*result, left}, {value, place}}, *combined, covered};
+        });
+        result = std::move(combined);
     }
     return result;
 }

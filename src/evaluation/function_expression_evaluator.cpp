@@ -21,6 +21,13 @@ std::optional<ElementList> FunctionExpressionEvaluator::evaluate(const ElementLi
         if (result && result->decimal() && result->decimal()->notANumber())
             context.remarks().reason(ReasonCode::outOfRange, name);
         const std::vector<ElementRange> arguments = match.groups(u"values");
+        keepStep(context, [&] {
+            ReadingStep step{
+                name, {}, result.value_or(Value()), elements.rangeOf(match.range.location, match.range.end()), true};
+            for (std::size_t i = 0; i < std::min(arguments.size(), function->mostValues()); ++i)
+                step.operands.push_back({values[i], elements.rangeOf(arguments[i].location, arguments[i].end())});
+            return step;
+        });
         for (std::size_t i = function->mostValues(); result && i < arguments.size(); ++i)
             context.remarks().note(NoteKind::unusedArgument,
                                    elements.trimmedRangeOf(arguments[i].location, arguments[i].end()), name);

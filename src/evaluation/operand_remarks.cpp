@@ -24,7 +24,10 @@ bool isPlain(const Element& element) {
 
 void OperandRemarks::operand(std::size_t from, std::size_t to, const Value& value) {
     const bool number = value.has(Attribute::decimal);
-    Operand operand{from, to, number || value.has(Attribute::date), number && !value.has(Attribute::unit), false, true};
+    Operand operand{from, to};
+    operand.hasValue = number || value.has(Attribute::date);
+    operand.isBareNumber = number && !value.has(Attribute::unit);
+    operand.isPercentage = value.is(Attribute::unit, u"percent");
     for (std::size_t i = from; i < to; ++i) {
         const std::u16string& text = elements_[i].text();
         if (!trimmed(text).empty()) operand.isBlank = false;
@@ -56,6 +59,9 @@ void OperandRemarks::atOperator(std::size_t index) {
     const bool last = index + 2 == operands_.size();
     const Element& op = elements_[left.to];
     if (op.value.is(Attribute::operation, u"in")) return atConversion(left, right, last);
+    // "20% off", and nothing that it is off.
+    if (left.isPercentage && !left.hasWords && last && right.isBlank)
+        return context_.remarks().note(NoteKind::missingOperand, elements_.rangeOf(left.to, left.to + 1));
     if (!isSymbol(op)) return;
     const bool signFollows = !last && isSign(elements_[right.to]);
     const bool missing = (right.isBlank && !signFollows && left.hasValue) ||

@@ -25,9 +25,11 @@ public:
 private:
     struct Operand {
         std::size_t from, to;
-        bool hasValue;      // a number or a date
-        bool isBareNumber;  // a number without a unit
-        bool hasWords, isBlank;
+        bool hasValue = false;      // a number or a date
+        bool isBareNumber = false;  // a number without a unit
+        bool isPercentage = false;
+        bool hasWords = false;
+        bool isBlank = true;
     };
 
     void atOperator(std::size_t index);

@@ -3,6 +3,8 @@
 
 #include <algorithm>
 
+#include "records/remarks.h"
+
 namespace vemo {
 
 namespace {
@@ -53,8 +55,12 @@ std::optional<Value> OperationCalculator::calculate(std::vector<Value> values, s
         auto result = apply(id, *left, *(left + 1), context);
         if (!result || failed) return result;
         const auto range = ranges.begin() + index;
+        const TextRange leftRange = *range;
         range->length = (range + 1)->end() - range->location;
         remarks_.applied(id, *left, *(left + 1), *range, context);
+        keepStep(context, [&] {
+            return ReadingStep{std::u16string(id), {{*left, leftRange}, {*(left + 1), *(range + 1)}}, *result, *range};
+        });
         ranges.erase(range + 1);
         *left = *std::move(result);
         values.erase(left + 1);

@@ -33,7 +33,9 @@ void OperationRemarks::failed(std::u16string_view id, const Value& left, const V
     };
     const auto divisor = right.decimal();
     if ((id == u"/" || id == u"mod") && divisor && divisor->isZero()) return reason(ReasonCode::divisionByZero);
-    if (left.has(Attribute::date) && right.has(Attribute::date)) return reason(ReasonCode::datesAdded);
+    if (left.has(Attribute::date) || right.has(Attribute::date))
+        return reason(left.has(Attribute::date) && right.has(Attribute::date) ? ReasonCode::datesAdded
+                                                                              : ReasonCode::notUnderstood);
     const auto from = left.string(Attribute::unit), to = right.string(Attribute::unit);
     if (from && to && *from != *to) {
         const std::u16string* fromBase = unitConverter_.baseUnit(*from);
@@ -51,6 +53,13 @@ void OperationRemarks::failed(std::u16string_view id, const Value& left, const V
     if (left.decimal() && right.decimal()) reason(ReasonCode::outOfRange);
 }
 
+Value OperationRemarks::convertedQuotient(const Value& left, const Value& right, Context& context) const {
+    const auto divisor = right.decimal();
+    const auto converted = unitConverter_.convert(left, *right.string(Attribute::unit), context);
+    if (!converted || !converted->decimal() || !divisor || divisor->isZero()) return {};
+    return Value(converted->decimal()->dividing(*divisor));
+}
+
 void OperationRemarks::applied(std::u16string_view id, const Value& left, const Value& right, TextRange range,
                                Context& context) const {
     if (range.length == 0) return;
@@ -65,9 +74,9 @@ void OperationRemarks::applied(std::u16string_view id, const Value& left, const 
     if (unitConverter_.rate(*from) || unitConverter_.rate(*to)) return;
     const bool differ = *from != *to;
     if (id == u"/" && differ) {
-        context.remarks().note(NoteKind::droppedUnit, range, *from, *to);
+        context.remarks().note(NoteKind::droppedUnit, range, {}, convertedQuotient(left, right, context));
     } else if (id == u"*" && unitConverter_.isCurrency(*from) == unitConverter_.isCurrency(*to)) {
-        context.remarks().note(NoteKind::keptUnit, range, *to);
+        context.remarks().note(NoteKind::keptUnit, range);
     } else if (differ && (id == u"in" || id == u"+" || id == u"-")) {
         if (isAverageUnit(*from) || isAverageUnit(*to))
             context.remarks().note(NoteKind::averageLength, range);

@@ -216,13 +216,25 @@ std::optional<ElementList> PriceEvaluator::evaluate(const ElementList& elements,
     std::size_t values = 0;
     std::optional<Value> total;
     const Element* before = nullptr;  // the element before, blanks aside
+    TextRange place{elements.location(), 0};
     for (const ElementPointer& element : elements.pointers()) {
+        place = {place.end(), element->text().size()};
         if (!element->value.isEmpty()) ++values;
         if (element->value.has(Attribute::decimal) && isCurrency(*element, unitConverter_)) {
             // "log $100" lacks an argument: it is no price.
             if (before && before->value.has(Attribute::function)) return std::nullopt;
             const auto sum = total ? operationCalculator_.apply(u"+", *total, element->value, context) : element->value;
-            if (sum && !(sum->decimal() && sum->decimal()->notANumber())) total = sum;
+            if (sum && !(sum->decimal() && sum->decimal()->notANumber())) {
+                const TextRange left{elements.location(), place.location - elements.location()};
+                if (total)
+                    keepStep(context, [&] {
+                        return ReadingStep{u"+",
+                                           {{*total, left}, {element->value, place}},
+                                           *sum,
+                                           {left.location, place.end() - left.location}};
+                    });
+                total = sum;
+            }
         }
         if (!isBlank(*element)) before = element.get();
     }

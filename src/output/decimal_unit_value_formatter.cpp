@@ -63,6 +63,13 @@ std::u16string DecimalUnitValueFormatter::formatOf(std::u16string_view unit, con
     return numberFormatter_.isSingular(shown) ? format->substr(0, bar) : format->substr(bar + 1);
 }
 
+std::u16string DecimalUnitValueFormatter::unitName(std::u16string_view unit) const {
+    const DecimalNumber one = DecimalNumber::fromInt64(1);
+    const std::u16string text = displayFormat(Value(Attribute::unit, unit), one);
+    const std::u16string name(trimmed(formatted(text, u"").value_or(u"")));
+    return name.empty() ? std::u16string(unit) : name;
+}
+
 std::optional<FormattedValue> DecimalUnitValueFormatter::format(const Value& value, Context& context) const {
     const auto number = value.decimal();
     if (!number || number->notANumber()) return std::nullopt;

@@ -19,6 +19,8 @@ public:
         : numberFormatter_(numberFormatter), unitCollection_(unitCollection), unitConverter_(unitConverter) {
         noPrecision_.set(context_keys::precision, Value());
     }
+    // How a unit is written after one of it, such as "kg"; its id where it is written as nothing.
+    std::u16string unitName(std::u16string_view unit) const;
     std::optional<FormattedValue> format(const Value& value, Context& context) const override;
 
 private:

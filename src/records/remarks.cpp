@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 namespace vemo {
 
@@ -31,11 +32,11 @@ std::u16string_view reasonCodeName(ReasonCode code) {
     return reasonCodes[static_cast<std::size_t>(code)];
 }
 
-void Remarks::note(NoteKind kind, TextRange range, std::u16string_view first, std::u16string_view second) {
+void Remarks::note(NoteKind kind, TextRange range, std::u16string_view first, Value other) {
     if (std::any_of(notes_.begin(), notes_.end(),
                     [&](const PendingNote& note) { return note.kind == kind && note.range == range; }))
         return;
-    notes_.push_back({kind, range, std::u16string(first), std::u16string(second)});
+    notes_.push_back({kind, range, std::u16string(first), std::move(other)});
 }
 
 void Remarks::reason(ReasonCode code, std::u16string_view first, std::u16string_view second) {

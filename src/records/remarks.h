@@ -6,6 +6,8 @@
 #include <vector>
 
 #include "base/text.h"
+#include "records/reading.h"
+#include "vemo/context.h"
 #include "vemo/remarks.h"
 
 namespace vemo {
@@ -16,7 +18,8 @@ public:
     struct PendingNote {
         NoteKind kind;
         TextRange range;
-        std::u16string first, second;  // what the message names
+        std::u16string first;  // what the message names
+        Value other;           // what another reading would give; empty where the message tells none
     };
     struct PendingReason {
         ReasonCode code;
@@ -24,17 +27,31 @@ public:
     };
 
     // Of notes of one kind on one range, the first is kept.
-    void note(NoteKind kind, TextRange range, std::u16string_view first = {}, std::u16string_view second = {});
+    void note(NoteKind kind, TextRange range, std::u16string_view first = {}, Value other = {});
     // The first reason is the cause of those that follow.
     void reason(ReasonCode code, std::u16string_view first = {}, std::u16string_view second = {});
 
     const std::vector<PendingNote>& notes() const { return notes_; }
     const std::optional<PendingReason>& reason() const { return reason_; }
 
+    // The steps of the calculation, kept only where its reading was asked for.
+    void keepSteps() { steps_.emplace(); }
+    bool keepsSteps() const { return steps_.has_value(); }
+    void step(ReadingStep step) { steps_->push_back(std::move(step)); }
+    const std::vector<ReadingStep>& steps() const { return *steps_; }
+
 private:
     std::vector<PendingNote> notes_;
     std::optional<PendingReason> reason_;
+    std::optional<std::vector<ReadingStep>> steps_;
 };
+
+// Adds what `step` makes, where the reading of the line was asked for.
+template <class Step>
+void keepStep(Context& context, Step step) {
+    const Remarks* remarks = context.remarksIfAny();
+    if (remarks && remarks->keepsSteps()) context.remarks().step(step());
+}
 
 // What a line tells beside its value, in the user's words.
 struct LineRemarks {

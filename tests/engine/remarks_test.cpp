@@ -68,6 +68,9 @@ TEST_F(RemarksTest, notesTellTheirPlaceInTheUsersWords) {
     EXPECT_EQ(inBrackets[0].start, 5u);
     EXPECT_EQ(inBrackets[0].length, 9u);
 
+    EXPECT_EQ(utf8(line("1 km / 500 m").notes().at(0).message), "divided as numbers, without converting; converted: 2");
+    EXPECT_EQ(utf8(line("5 kilograms + 3 feet").reason()->message), "“kg” and “ft” do not convert into each other");
+
     for (const char* language : {"de", "fr", "es", "ja"}) {
         Environment environment = fixedEnvironment();
         environment.language = language;
