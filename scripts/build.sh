@@ -2,9 +2,10 @@
 
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 
+# install_packages FILE…, each with names of Debian packages
 install_packages() {
     local wanted missing=() name
-    wanted=$(sed 's/#.*//' "$root/packages.txt")
+    wanted=$(sed 's/#.*//' "$@")
     for name in $wanted; do
         [ "$(dpkg-query -W -f='${db:Status-Status}' "$name" 2>/dev/null)" = installed ] || missing+=("$name")
     done
@@ -23,7 +24,7 @@ install_packages() {
 build() {
     local folder=$root/build/$1 target=$2 log
     shift 2
-    install_packages
+    install_packages "$root/packages.txt"
     log=$(cmake -G Ninja -S "$root" -B "$folder" "$@" 2>&1) || { echo "$log" >&2; exit 1; }
     log=$(ninja -C "$folder" -n "$target" 2>&1) || true
     case $log in *"no work to do"*) return ;; esac

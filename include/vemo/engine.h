@@ -131,9 +131,9 @@ public:
     // built; no lines while it is being set up in the background.
     std::optional<Result> calculateSync(std::u16string_view text, Context& context);
 
-    // A line of a document as it is calculated, counted from 0: fully bracketed, with every implicit step and the values
-    // of names, such as "2 × (3 + 4)" for "2 (3 + 4)". Nothing for a line that has no result. Calculates the lines above
-    // on the caller's thread; `context` is as for `calculate`.
+    // A line of a document as it is calculated, counted from 0: fully bracketed, with every implicit step and the
+    // values of names, such as "2 × (3 + 4)" for "2 (3 + 4)". Nothing for a line that has no result. Calculates the
+    // lines above on the caller's thread; `context` is as for `calculate`.
     std::optional<std::u16string> readingOf(std::size_t line, std::u16string_view text, const Context& context) const;
 
     // Completions of what the engine knows now. On the background thread this returns at once, and the callback runs on

@@ -137,8 +137,11 @@ LineRemarks spokenRemarks(const Context& context, const ElementList& written, bo
     const bool tooLong = remarks && remarks->reason() && remarks->reason()->code == ReasonCode::tooLong;
     if (hasResult || (!tooLong && !asksForResult(written))) return spoken;
     Remarks::PendingReason reason{ReasonCode::notUnderstood, {}, {}};
+    const auto isMissing = [](const Note& note) { return note.kind == NoteKind::missingOperand; };
     if (remarks && remarks->reason())
         reason = *remarks->reason();
+    else if (std::any_of(spoken.notes.begin(), spoken.notes.end(), isMissing))
+        reason.code = ReasonCode::missingOperand;
     else if (hasWords(written))
         return spoken;  // prose
     if (reason.code == ReasonCode::differentDimensions) {

@@ -28,6 +28,7 @@ void OperandRemarks::operand(std::size_t from, std::size_t to, const Value& valu
     operand.hasValue = number || value.has(Attribute::date);
     operand.isBareNumber = number && !value.has(Attribute::unit);
     operand.isPercentage = value.is(Attribute::unit, u"percent");
+    operand.isWord = to == from + 1 && trimmed(elements_[from].text()).find(u' ') == std::u16string_view::npos;
     for (std::size_t i = from; i < to; ++i) {
         const std::u16string& text = elements_[i].text();
         if (!trimmed(text).empty()) operand.isBlank = false;
@@ -59,16 +60,34 @@ void OperandRemarks::atOperator(std::size_t index) {
     const bool last = index + 2 == operands_.size();
     const Element& op = elements_[left.to];
     if (op.value.is(Attribute::operation, u"in")) return atConversion(left, right, last);
-    // "20% off", and nothing that it is off.
-    if (left.isPercentage && !left.hasWords && last && right.isBlank)
-        return context_.remarks().note(NoteKind::missingOperand, elements_.rangeOf(left.to, left.to + 1));
-    if (!isSymbol(op)) return;
+    if (!isSymbol(op)) return last ? atPhrase(left, right, op) : void();
+    if (isHyphen(left.to)) return;
     const bool signFollows = !last && isSign(elements_[right.to]);
     const bool missing = (right.isBlank && !signFollows && left.hasValue) ||
                          (index == 0 && left.isBlank && !isSign(op) && right.hasValue);
     if (missing) context_.remarks().note(NoteKind::missingOperand, elements_.rangeOf(left.to, left.to + 1));
     if (!left.hasValue && left.hasWords && right.hasValue) unknown(left, NoteKind::unknownWord);
     if (!right.hasValue && right.hasWords && left.hasValue) unknown(right, NoteKind::unknownWord);
+}
+
+// "20% off" and "15 as % of", and nothing that it is off or of; "8% of subtotal", which has no value.
+void OperandRemarks::atPhrase(const Operand& left, const Operand& right, const Element& op) {
+    const auto id = *op.value.string(Attribute::operation);
+    const bool needsPercentage = id == u"percent_of" || id == u"percent_on" || id == u"percent_off";
+    if (left.hasWords || !left.hasValue || right.hasValue || (needsPercentage && !left.isPercentage)) return;
+    if (right.isBlank)
+        context_.remarks().note(NoteKind::missingOperand, elements_.rangeOf(left.to, left.to + 1));
+    else if (right.isWord)
+        unknown(right, NoteKind::unknownWord);
+}
+
+// A sign inside a word: "free-range eggs".
+bool OperandRemarks::isHyphen(std::size_t index) const {
+    if (index == 0 || index + 1 >= elements_.size()) return false;
+    const std::u16string& before = elements_[index - 1].text();
+    const std::u16string& after = elements_[index + 1].text();
+    return isPlain(elements_[index - 1]) && isPlain(elements_[index + 1]) && !before.empty() && !after.empty() &&
+           isLetter(before.back()) && isLetter(after.front());
 }
 
 void OperandRemarks::atConversion(const Operand& left, const Operand& right, bool last) {

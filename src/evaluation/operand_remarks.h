@@ -30,9 +30,12 @@ private:
         bool isPercentage = false;
         bool hasWords = false;
         bool isBlank = true;
+        bool isWord = false;  // one
     };
 
     void atOperator(std::size_t index);
+    void atPhrase(const Operand& left, const Operand& right, const Element& op);
+    bool isHyphen(std::size_t index) const;
     void atConversion(const Operand& left, const Operand& right, bool last);
     void unknown(const Operand& operand, NoteKind kind);
 

@@ -71,7 +71,14 @@ void OperationRemarks::applied(std::u16string_view id, const Value& left, const 
         return;
     }
     if (!from || *to == percent || *from == percent) return;
-    if (unitConverter_.rate(*from) || unitConverter_.rate(*to)) return;
+    const auto fromRate = unitConverter_.rate(*from), toRate = unitConverter_.rate(*to);
+    if (fromRate || toRate) {
+        const std::u16string_view lower = fromRate ? fromRate->lower : *from, other = toRate ? toRate->lower : *to;
+        if (lower != other && (isAverageUnit(lower) || isAverageUnit(other)) &&
+            unitConverter_.isConvertible(lower, other) && !UnitConverter::calendarRatio(lower, other))
+            context.remarks().note(NoteKind::averageLength, range);
+        return;
+    }
     const bool differ = *from != *to;
     if (id == u"/" && differ) {
         context.remarks().note(NoteKind::droppedUnit, range, {}, convertedQuotient(left, right, context));

@@ -88,7 +88,9 @@ private:
         }
         if (!isUnitAlone(i)) return i;
         const std::size_t next = neighbour(i, 1);
-        return next < elements_.size() && isBareNumber(elements_[next]) ? next + 1 : i;
+        if (next >= elements_.size() || !isBareNumber(elements_[next])) return i;
+        const std::size_t scale = neighbour(next, 1);
+        return scale < elements_.size() && elements_[scale].value.has(Attribute::scale) ? scale + 1 : next + 1;
     }
 
     bool isUnitAlone(std::size_t i) const {

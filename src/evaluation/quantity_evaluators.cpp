@@ -35,6 +35,8 @@ std::optional<ElementList> AssignmentEvaluator::evaluate(const ElementList& elem
     const Match& match = matches.front();
     const ElementRange& nameParts = *match.group(u"varnameparts");
     const ElementRange& expression = *match.group(u"expression");
+    // "100 / 4 =" asks for a result.
+    if (trimmed(elements.slice(expression.location, expression.end()).text()).empty()) return std::nullopt;
     const ElementList evaluated =
         evaluationContext.evaluate(elements.slice(expression.location, expression.end()), context);
     const Value assigned = evaluated.empty() ? Value() : evaluated[0].value;

@@ -36,6 +36,7 @@ std::optional<DecimalNumber> amountIn(std::u16string_view unit, const Value& val
                                       Context& context) {
     const auto own = value.string(Attribute::unit);
     if (!own || !converter.isConvertible(*own, unit)) return std::nullopt;
+    if (const auto ratio = UnitConverter::calendarRatio(*own, unit)) return value.decimal()->multiplying(*ratio);
     const auto converted = converter.convert(value, unit, context);
     return converted ? converted->decimal() : std::nullopt;
 }

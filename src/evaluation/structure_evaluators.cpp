@@ -33,7 +33,8 @@ void remarkOnWordBefore(const ElementList& elements, std::size_t bracket, Contex
     if (before.text().empty() || before.attributedText.runs()[0].type != RunType::none ||
         !isLetter(before.text().back()))
         return;
-    if (!elements[bracket + 1].value.has(Attribute::decimal)) return;
+    const Value& first = elements[bracket + 1].value;
+    if (!first.has(Attribute::decimal) && !first.has(Attribute::operation)) return;
     context.remarks().note(NoteKind::unknownWord, elements.trimmedRangeOf(bracket - 1, bracket),
                            trimmed(before.text()));
 }

@@ -9,7 +9,24 @@ namespace {
 
 const DecimalNumber one = DecimalNumber::fromInt64(1);
 
+constexpr struct {
+    std::u16string_view unit;
+    std::int64_t months;
+} calendarUnits[] = {{u"month", 1},    {u"quarter", 3},    {u"year", 12},
+                     {u"decade", 120}, {u"century", 1200}, {u"millennium", 12000}};
+
+std::optional<DecimalNumber> monthsOf(std::u16string_view unit) {
+    for (const auto& row : calendarUnits)
+        if (row.unit == unit) return DecimalNumber::fromInt64(row.months);
+    return std::nullopt;
+}
+
 }  // namespace
+
+std::optional<DecimalNumber> UnitConverter::calendarRatio(std::u16string_view from, std::u16string_view to) {
+    const auto a = monthsOf(from), b = monthsOf(to);
+    return a && b ? std::optional(a->dividing(*b)) : std::nullopt;
+}
 
 std::optional<RateUnit> UnitConverter::rate(std::u16string_view unitId) const {
     const auto named = rates_.find(unitId);
@@ -82,8 +99,13 @@ std::optional<Value> UnitConverter::convertRate(const Value& value, std::u16stri
     if (same) {
         // A part that stays takes no rounded step, nor any exchange rate.
         const auto a = rate(from), b = rate(to);
-        if (a && b && a->upper == b->upper && !baseUnit(from) && !baseUnit(to))
-            source->numerator = target->numerator = one;
+        if (a && b && !baseUnit(from) && !baseUnit(to)) {
+            if (a->upper == b->upper) source->numerator = target->numerator = one;
+            if (const auto ratio = calendarRatio(a->lower, b->lower)) {
+                source->denominator = ratio->multiplying(a->count);
+                target->denominator = b->count;
+            }
+        }
         return result(amount->multiplying(source->numerator).multiplying(target->denominator),
                       source->denominator.multiplying(target->numerator));
     }

@@ -23,6 +23,10 @@ public:
     // one's are the other's upside down (miles a gallon, litres a hundred kilometres).
     bool isConvertible(std::u16string_view from, std::u16string_view to) const;
 
+    // How many of one unit are one of the other, both told in months: a year's rent is that of 12 months, although
+    // years and months convert by 365 and 30 days. Nothing for other units.
+    static std::optional<DecimalNumber> calendarRatio(std::u16string_view from, std::u16string_view to);
+
     // The base unit of a unit's dimension; null when the unit is unknown.
     const std::u16string* baseUnit(std::u16string_view unitId) const;
     bool isCurrency(std::u16string_view unitId) const;
