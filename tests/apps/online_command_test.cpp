@@ -6,7 +6,6 @@
 #include <chrono>
 #include <fstream>
 #include <nlohmann/json.hpp>
-#include <thread>
 
 #include "support/command.h"
 #include "support/temporary_folder.h"
@@ -66,17 +65,15 @@ TEST_F(OnlineCommand, tellsWhatFailed) {
 TEST_F(OnlineCommand, leavesASlowServersRatesForTheNextCall) {
     Reply slow = ok(R"({"rates":{"EUR":0.5}})");
     slow.chunk = 1;
-    slow.pause = 100ms;
+    slow.pause = 20ms;
     server.on("/rates.json", {slow});
-    const auto start = std::chrono::steady_clock::now();
     const Outcome hurried = run(rates + "-r '$10 in EUR'", "VEMO_WAIT=0");
     EXPECT_EQ(hurried.status, 1);
     EXPECT_NE(hurried.output.find("no rates came in time"), std::string::npos) << hurried.output;
-    EXPECT_LT(std::chrono::steady_clock::now() - start, 4s);
-    const Outcome late = run(rates + "-q -r '$10 in EUR'");
-    EXPECT_EQ(late.status, 1);  // after five seconds
-    for (int i = 0; i < 300 && run(rates + "--offline -q -r '$10 in EUR'").output != "€5\n"; ++i)
-        std::this_thread::sleep_for(100ms);
+    const Outcome late = run(rates + "-q -r '$10 in EUR'", "VEMO_WAIT=1");
+    EXPECT_EQ(late.status, 1);
+    for (int i = 0; i < 300 && run(rates + "--offline -q -r '$10 in EUR'").output != "€5\n"; ++i) {
+    }
     EXPECT_EQ(run(rates + "--offline -q -r '$10 in EUR'").output, "€5\n");
 }
 

@@ -257,7 +257,7 @@ TEST(FileReplacement, leavesAWholeFileWheneverTheProcessIsKilled) {
     server.alternate(path, {ok(first), ok(second)});
     const auto file = PeriodicFileLoader::cacheFile(folder.path(), server.url(path));
     std::mt19937 random(7);
-    constexpr int kills = 200;
+    constexpr int kills = 100;
     for (int i = 0; i < kills; ++i) {
         int dots[2];
         ASSERT_EQ(pipe2(dots, O_CLOEXEC), 0);
