@@ -26,7 +26,7 @@ struct Row {
     std::string remark;  // notes and the reason
 };
 
-// A number with "." as its point and without separators, an ASCII minus, and the unit behind a blank; or an instant in
+// A number with "." as its point and without separators, an ASCII minus, and the unit after a blank; or an instant in
 // UTC. Empty where there is neither.
 std::string plainResult(const Row& row);
 

@@ -12,7 +12,7 @@ namespace {
 
 constexpr std::string_view header[] = {"line", "result", "number", "unit", "remark"};
 
-// A spreadsheet would calculate a text that begins like a formula; behind an apostrophe it is text.
+// A spreadsheet would calculate a text that begins like a formula; after an apostrophe it is text.
 std::string harmless(const std::string& text) {
     constexpr std::string_view formula = "=+-@";
     const std::size_t first = text.find_first_not_of(' ');

@@ -29,7 +29,7 @@ std::u16string_view commonBeginning(std::u16string_view a, std::u16string_view b
 std::vector<std::size_t> beginnings(std::u16string_view text) {
     std::vector<std::size_t> starts;
     std::size_t position = text.size();
-    // A name may go on behind a blank.
+    // A name may go on after a blank.
     if (position > 1 && text.back() == u' ' && text[position - 2] != u' ') --position;
     while (starts.size() < mostWords && position > 0) {
         std::size_t start = position;

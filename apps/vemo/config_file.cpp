@@ -89,27 +89,34 @@ std::string configFile() {
     return home && *home ? std::string(home) + "/.config/vemo/config.toml" : "";
 }
 
-std::string readConfig(const std::string& file, Options& options) {
+Result<Options> readConfig(const std::string& file, Options options) {
     std::error_code error;
-    if (file.empty() || !std::filesystem::exists(file, error)) return "";
-    if (!std::filesystem::is_regular_file(file, error)) return file + ": is no file";
+    if (file.empty() || !std::filesystem::exists(file, error)) return options;
+    if (!std::filesystem::is_regular_file(file, error)) return Failure{file + ": is no file"};
     const toml::parse_result parsed = toml::parse_file(file);
-    if (!parsed) return at(file, parsed.error().source()) + std::string(parsed.error().description());
+    if (!parsed) {
+        const toml::source_region& where = parsed.error().source();
+        return Failure{at(file, where) + std::string(parsed.error().description()), static_cast<int>(where.begin.line)};
+    }
     for (const auto& [key, node] : parsed.table()) {
         const std::string name(key.str());
         const auto setter = setters().find(name);
         if (setter == setters().end()) {
             std::vector<std::string> known;
             for (const auto& [each, unused] : setters()) known.push_back(each);
-            return at(file, key.source()) + "there is no key '" + name + "'; the nearest is " +
-                   session::nearest(name, known);
+            return Failure{at(file, key.source()) + "there is no key '" + name + "'; the nearest is " +
+                               session::nearest(name, known),
+                           static_cast<int>(key.source().begin.line)};
         }
         const std::string expected = setter->second(node, options);
-        if (!expected.empty()) return at(file, node.source()) + "'" + name + "' takes " + expected;
+        if (!expected.empty()) {
+            return Failure{at(file, node.source()) + "'" + name + "' takes " + expected,
+                           static_cast<int>(node.source().begin.line)};
+        }
     }
     const std::filesystem::path folder = std::filesystem::path(file).parent_path();
     for (std::string* name : {&options.extensions, &options.rates, &options.coins}) resolve(*name, folder);
-    return "";
+    return options;
 }
 
 }  // namespace vemo::cli

@@ -13,7 +13,7 @@ namespace vemo::cli {
 bool isFolder(const std::string& path);
 
 void printLog(std::ostream& out, const std::string& log);
-// The messages of the scripts, each behind the name of its file.
+// The messages of the scripts, each after the name of its file.
 void printLogs(std::ostream& out, const std::vector<Extension>& extensions);
 
 // What each script defined and said. False when one of them failed.

@@ -63,10 +63,9 @@ Environment environmentFor(const Options& options, const std::shared_ptr<Online>
     environment.timeZone = options.timeZone;
     if (options.now) environment.clock = [now = *options.now] { return now; };
     if (online) environment.sources = online->sources();
-    environment.log = [debug = options.debug, online](std::string_view message) {
-        if (debug) std::cerr << session::printable(message) << '\n';
-        if (online) online->hear(message);
-    };
+    if (options.debug) {
+        environment.log = [](std::string_view message) { std::cerr << session::printable(message) << '\n'; };
+    }
     // The trace stands before the result, unless a program reads that.
     const bool table = options.format == Options::Format::table && !options.results;
     environment.trace = [table](std::string_view line) {
@@ -89,6 +88,9 @@ public:
     }
     void engineContextUpdated(const Context& context) override {
         if (next_) next_->engineContextUpdated(context);
+    }
+    void engineOnlineProblem(const OnlineProblem& problem) override {
+        if (next_) next_->engineOnlineProblem(problem);
     }
 
 private:

@@ -60,76 +60,25 @@ void fetchBehind(const Options& options) {
 }
 
 void Online::complainOf(std::string problem) {
-    const std::lock_guard lock(mutex_);
     if (std::find(problems_.begin(), problems_.end(), problem) == problems_.end())
         problems_.push_back(std::move(problem));
 }
 
 std::vector<std::string> Online::takeProblems() {
-    const std::lock_guard lock(mutex_);
     return std::exchange(problems_, {});
 }
 
-void Online::hear(std::string_view message) {
-    hearOfPlaces(message);
-    constexpr std::string_view failed = "Failed to download ", unkept = "The copy can't be written of ",
-                               unread = "Cached rates are no use: ", why = ", error:";
-    if (message.starts_with(failed)) {
-        const std::size_t end = std::min(message.find(why), message.size());
-        complainOf("no rates came from " + std::string(message.substr(failed.size(), end - failed.size())) + ": " +
-                   std::string(message.substr(std::min(end + why.size(), message.size()))));
-    } else if (message.starts_with(unkept)) {
-        complainOf("no copy can be kept of " + std::string(message.substr(unkept.size())));
-    } else if (message.starts_with(unread)) {
-        complainOf("the copy of rates is no use: " + std::string(message.substr(unread.size())));
+void Online::engineOnlineProblem(const OnlineProblem& problem) {
+    switch (problem.kind) {
+        case OnlineProblem::Kind::ratesNotFetched:
+            return complainOf("no rates came from " + problem.source + ": " + problem.message);
+        case OnlineProblem::Kind::ratesNotKept:
+            return complainOf("no copy can be kept of " + problem.source);
+        case OnlineProblem::Kind::copyUnusable:
+            return complainOf("the copy of rates is no use: " + problem.message);
+        case OnlineProblem::Kind::placeNotFetched:
+            return complainOf("the service for places " + problem.message);
     }
-    // The loader says these on the main loop.
-    if (message.starts_with("Keeping to the copy of "))
-        ++unread_;
-    else if (message.starts_with("Started download "))
-        ++downloads_, ++unread_;
-    else if (message.starts_with("Failed to download "))
-        --downloads_;
-    else if (message.starts_with("Download finished for "))
-        --downloads_, ++unread_;
-    else if (message.starts_with("Processing data for "))
-        --unread_;
-}
-
-// These come from any thread.
-void Online::hearOfPlaces(std::string_view message) {
-    constexpr std::string_view failed = "Request failed with error: ",
-                               unexpected = "Request succeded, status code not expected: ";
-    if (message.starts_with(failed))
-        complainOf("the service for places did not answer: " + std::string(message.substr(failed.size())));
-    else if (message.starts_with(unexpected))
-        complainOf("the service for places answered with status " + std::string(message.substr(unexpected.size())));
-    constexpr std::string_view asking = "Looking up ", answer = "Request succeded for ";
-    const std::lock_guard lock(mutex_);
-    if (message.starts_with(asking)) {
-        asked_.emplace(message.substr(asking.size()));
-    } else if (message.starts_with(answer)) {
-        const auto place = std::find_if(asked_.begin(), asked_.end(), [&](const std::string& name) {
-            return message.substr(answer.size()).starts_with(name + ": ");
-        });
-        if (place == asked_.end()) return;
-        if (!message.ends_with(": no time zone")) found_.insert(*place);
-        asked_.erase(place);
-    } else if (message.starts_with("Request ")) {
-        ++failed_;  // of whatever place
-    }
-}
-
-void Online::engineContextUpdated(const Context& context) {
-    const std::lock_guard lock(mutex_);
-    const std::size_t known = std::erase_if(
-        found_, [&](const std::string& name) { return context.find(u"geo_name" + utf16(name)) != nullptr; });
-    resolved_ = resolved_ || known > 0;
-}
-
-bool Online::awaitsPlaces() {
-    const std::lock_guard lock(mutex_);
-    return asked_.size() > failed_ || !found_.empty();
 }
 
 void Online::runUntil(const std::function<bool()>& done, std::chrono::milliseconds atMost) {
@@ -138,8 +87,9 @@ void Online::runUntil(const std::function<bool()>& done, std::chrono::millisecon
 }
 
 VemoEngine::Result Online::calculate(VemoEngine& engine, std::u16string_view text, const Context& context) {
-    runUntil([&] { return initialized_ && downloads_ <= 0 && unread_ <= 0; }, waitForRates());
-    if (downloads_ > 0) complainOf("no rates came in time; those of before are used, if there are any");
+    runUntil([&] { return initialized_ && !engine.pending().rates; }, waitForRates());
+    late_ = engine.pending().rates;
+    if (late_) complainOf("no rates came in time; those of before are used, if there are any");
     const auto answer = [&] {
         std::optional<VemoEngine::Result> result;
         engine.calculate(text, context, [&](VemoEngine::Result answered) {
@@ -149,14 +99,17 @@ VemoEngine::Result Online::calculate(VemoEngine& engine, std::u16string_view tex
         while (!result) loop_->run();
         return *std::move(result);
     };
+    changed_ = false;
     auto result = answer();
     // A line asks for its next place when it knows the one before.
-    for (const auto end = std::chrono::steady_clock::now() + longestWaitForPlaces; awaitsPlaces() || resolved_;) {
-        runUntil([&] { return !awaitsPlaces(); },
+    const auto end = std::chrono::steady_clock::now() + longestWaitForPlaces;
+    do {
+        runUntil([&] { return !engine.pending().places; },
                  std::chrono::duration_cast<std::chrono::milliseconds>(end - std::chrono::steady_clock::now()));
-        if (!std::exchange(resolved_, false)) break;
+        loop_->poll();  // what came of it may have to be told yet
+        if (!std::exchange(changed_, false)) break;
         result = answer();
-    }
+    } while (std::chrono::steady_clock::now() < end);
     return result;
 }
 

@@ -4,8 +4,6 @@
 #include <chrono>
 #include <functional>
 #include <memory>
-#include <mutex>
-#include <set>
 #include <string>
 #include <vector>
 
@@ -30,34 +28,26 @@ public:
 
     Sources sources() const { return sources_; }
     const std::shared_ptr<RunLoop>& loop() const { return loop_; }
-    // To be told every message of the engine's log.
-    void hear(std::string_view message);
     // Calculates once the rates are there, at the latest after some seconds.
     VemoEngine::Result calculate(VemoEngine& engine, std::u16string_view text, const Context& context);
     // What went wrong since the last call, each thing once.
     std::vector<std::string> takeProblems();
     // True when rates did not come in time; another process may still fetch them.
-    bool isLate() const { return downloads_ > 0; }
+    bool isLate() const { return late_; }
 
     void engineInitialized() override { initialized_ = true; }
-    void engineContextUpdated(const Context& context) override;
+    void engineContextUpdated(const Context&) override { changed_ = true; }
+    void engineOnlineProblem(const OnlineProblem& problem) override;
 
 private:
-    void hearOfPlaces(std::string_view message);
-    bool awaitsPlaces();
     void complainOf(std::string problem);
     void runUntil(const std::function<bool()>& done, std::chrono::milliseconds atMost);
 
     Sources sources_;
     std::shared_ptr<RunLoop> loop_ = std::make_shared<RunLoop>();
-    int downloads_ = 0;  // under way
-    int unread_ = 0;     // files to be read: the copy of an earlier run, and what was downloaded
     bool initialized_ = false;
-    bool resolved_ = false;        // a place has become known since the document was calculated
-    std::mutex mutex_;             // guards what follows
-    std::set<std::string> asked_;  // places that were asked for, and have not been answered by name
-    std::set<std::string> found_;  // those that have a zone, which documents do not see yet
-    std::size_t failed_ = 0;       // answers that name no place
+    bool late_ = false;     // the latest calculation did not get the rates it waited for
+    bool changed_ = false;  // since the document was calculated: a place has become known, or the like
     std::vector<std::string> problems_;
 };
 

@@ -135,8 +135,8 @@ const std::map<std::string, Options::Color, std::less<>>& colors() {
 }
 
 std::variant<Options, int> parseOptions(int argc, char** argv) {
-    Options options;
-    const std::string problem = readConfig(configFile(), options);
+    const Result<Options> configured = readConfig(configFile(), Options());
+    Options options = configured ? *configured : Options();
     std::string now, checked, format, color;
     std::vector<std::string> arguments;
     bool json = false;
@@ -224,8 +224,8 @@ std::variant<Options, int> parseOptions(int argc, char** argv) {
         app.exit(error, said, said);
         return writeOutput(said.str()) ? 0 : 1;
     }
-    if (problem.empty()) return options;
-    complain(problem);
+    if (configured) return options;
+    complain(configured.failure().message);
     return usageError;
 }
 

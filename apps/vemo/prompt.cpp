@@ -23,7 +23,7 @@ constexpr std::string_view help =
     "  :save FILE   writes the lines to a file\n"
     "  :quit        ends, as Ctrl-D does\n";
 
-// The words behind a command, if the line is that command.
+// The words after a command, if the line is that command.
 std::optional<std::string> argument(std::string_view line, std::string_view command) {
     if (!line.starts_with(command)) return std::nullopt;
     line.remove_prefix(command.size());

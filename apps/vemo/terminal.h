@@ -17,7 +17,7 @@ struct Layout {
     std::optional<std::size_t> width;  // columns of the terminal; nothing: rows may be of any length
     bool color = false;
     bool remarks = false;  // notes and reasons under their lines
-    bool total = true;     // the grand total behind the lines
+    bool total = true;     // the grand total after the lines
     session::Writing writing;
 };
 

@@ -39,7 +39,7 @@ int watch(const Options& options, const std::string& text, const std::function<i
     std::string shown = text;
     Stamp seen = stampOf(options.file);
     for (bool first = true;; first = false) {
-        // Answers that go elsewhere stand behind each other, an empty row between them.
+        // Answers that go elsewhere stand one after the other, an empty row between them.
         if (terminal ? !writeOutput(clearScreen) : !first && !writeOutput("\n")) return 1;
         // A line without a result ends nothing here.
         if (const int status = answer(shown); status != 0 && !options.strict()) return status;

@@ -9,6 +9,7 @@
 #include <vemo/quick_type.h>
 #include <vemo/result_serializer.h>
 
+#include <functional>
 #include <iostream>
 #include <iterator>
 
@@ -68,8 +69,17 @@ void complete(const vemo::QuickTypeEngine& quickType, const std::u16string& word
 
 class Application : public vemo::VemoEngineDelegate {
 public:
+    std::function<void()> recalculate;  // the document, with new completions
+
     void engineInitialized() override { std::cout << "ready\n"; }
     void engineLog(std::string_view text) override { std::cerr << text; }
+    // The minute turned, rates came, a place was found: lines that used them are out of date.
+    void engineContextUpdated(const vemo::Context&) override { recalculate(); }
+    // The first crypto-currencies: words of the document may now be units.
+    void engineCryptoInitialized() override { recalculate(); }
+    void engineOnlineProblem(const vemo::OnlineProblem& problem) override {
+        std::cerr << problem.source << ": " << problem.message << '\n';
+    }
 };
 
 }  // namespace
@@ -100,15 +110,18 @@ int main(int argc, char** argv) {
 
     const vemo::Context context;
     // The request waits until the engine is ready; then everything comes back to this thread.
-    engine.calculate(document, context, [&](vemo::VemoEngine::Result result) {
-        show(result);
-        serializer.serialize(result, file);
-        engine.buildQuickTypeEngine(vemo::VemoEngine::WorkerThread::background,
-                                    [&, result = std::move(result)](std::shared_ptr<vemo::QuickTypeEngine> quickType) {
-                                        complete(*quickType, word, result);
-                                        loop->stop();
-                                    });
-    });
+    application->recalculate = [&] {
+        engine.calculate(document, context, [&](vemo::VemoEngine::Result result) {
+            show(result);
+            serializer.serialize(result, file);
+            const auto offer = [&, result = std::move(result)](std::shared_ptr<vemo::QuickTypeEngine> quickType) {
+                complete(*quickType, word, result);
+                loop->stop();
+            };
+            engine.buildQuickTypeEngine(vemo::VemoEngine::WorkerThread::background, offer);
+        });
+    };
+    application->recalculate();
     loop->run();
     return 0;
 }

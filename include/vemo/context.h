@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <map>
 #include <memory>
 #include <mutex>
 #include <optional>
@@ -10,6 +11,7 @@
 #include <string_view>
 #include <type_traits>
 #include <unordered_map>
+#include <utility>
 #include <variant>
 #include <vector>
 
@@ -62,9 +64,12 @@ struct QuickTypeData {
     friend bool operator==(const QuickTypeData&, const QuickTypeData&) = default;
 };
 
+// Entries by key, to be walked or handed over: a copy of its own.
+using ContextEntries = std::map<std::u16string, IsEquatable, std::less<>>;
+
 class Context;
 class ContextMap;
-class LineResult;
+class ContextParts;  // what the engine itself does with a context
 class Remarks;
 
 class ContextDelegate {
@@ -80,6 +85,7 @@ public:
 class Context {
 public:
     Context();
+    explicit Context(const ContextEntries& data);
     ~Context();
     Context(Context&&) noexcept;
     Context& operator=(Context&&) noexcept;
@@ -88,8 +94,6 @@ public:
 
     // A context with this one's data; no updates, dependencies, completions or delegate.
     Context copyContext() const;
-    // The same, for a short life: the first write to it is as cheap as any.
-    Context layer() const;
 
     // Sets or, given nothing, removes an entry and then tells the delegate.
     void set(std::u16string_view key, std::optional<IsEquatable> value, bool registerUpdate = true);
@@ -116,12 +120,8 @@ public:
     // Runs the block under `mutex` with notifications paused, then notifies once.
     void syncUpdate(const std::function<void()>& block);
 
-    void add(const ContextMap& data, bool registerUpdates);
-    // The entries that a line set, without registering them.
-    void addUpdatesOf(const LineResult& line);
-    void addDependencies(const ContextMap& dependencies);
-    // The same with those of a line, put off until somebody asks for dependencies.
-    void addDependenciesOf(std::shared_ptr<const LineResult> line);
+    void add(const ContextEntries& data, bool registerUpdates);
+    void addDependencies(const ContextEntries& dependencies);
     // Records what a reader saw under `name`: `value`, else the present entry, else `defaultValue`; else
     // an earlier record is removed.
     void addDependencyOn(std::u16string_view name, std::optional<IsEquatable> value = std::nullopt,
@@ -129,18 +129,17 @@ public:
     bool hasDependencyOn(std::u16string_view name) const;
     const IsEquatable* dependencyFor(std::u16string_view name) const;
     // True when an entry of `dependencies` is present here with another value; absent ones do not count.
-    bool hasUpdatesFor(const ContextMap& dependencies) const;
+    bool hasUpdatesFor(const ContextEntries& dependencies) const;
 
     void addQuickTypeToken(std::u16string_view token);
     void addQuickTypeExpression(std::u16string_view expression);
     const QuickTypeData& quickTypeData() const;
-    // What the evaluation remarks on the line under way; null where it has remarked nothing.
-    Remarks& remarks();
-    const Remarks* remarksIfAny() const;
 
-    const ContextMap& data() const;
-    const ContextMap& updates() const;
-    const ContextMap& dependencies() const;
+    // Everything there is, what was written with registration, and what was read with the value seen (a value without
+    // attributes for what was absent). Copies: `find` and its like are for single entries.
+    ContextEntries data() const;
+    ContextEntries updates() const;
+    ContextEntries dependencies() const;
 
     // False when no variable's name starts with this (lower-case) character.
     bool mayNameVariable(char16_t firstCharacter) const;
@@ -155,6 +154,9 @@ public:
     std::recursive_mutex& mutex() const;
 
 private:
+    friend class ContextParts;
+    friend Remarks& remarksOf(Context& context);
+    friend const Remarks* remarksIfAny(const Context& context);
     struct State;
 
     Context sharing(ContextMap data) const;

@@ -21,19 +21,21 @@
 
 namespace vemo {
 
-class LineResult;
+class LineResult;  // what a line's handle refers to
+class LineMaker;   // makes those handles
 
 // What scripts may take; past it they are stopped.
 struct ScriptLimits {
     std::chrono::milliseconds evaluation{2000};   // of processor time, for one file
     std::chrono::milliseconds call{100};          // of processor time, for one call in a line
-    std::size_t memory = std::size_t{256} << 20;  // bytes by which the process may grow meanwhile
+    std::size_t memory = std::size_t{256} << 20;  // bytes by which the process may grow meanwhile, and all may keep
+    std::chrono::milliseconds calculation{2000};  // of processor time, for all calls of one calculation
 };
 
 // What became of a script file.
 struct Extension {
     std::string file;                  // the path below the folder
-    std::string log;                   // its messages, each with a line feed behind it
+    std::string log;                   // its messages, each with a line feed after it
     std::vector<std::string> defined;  // such as "unit furlong", in the order of definition
     bool failed = false;               // it did not come to its end
     bool skipped = false;              // it can't be read as text; no log
@@ -51,6 +53,7 @@ public:
     virtual void engineInitialized() {}
     // Crypto-currencies became known.
     virtual void engineCryptoInitialized() {}
+    virtual void engineOnlineProblem(const OnlineProblem& /*problem*/) {}
 };
 
 // What an application holds: calculates documents of one calculation per line, off the caller's thread.
@@ -80,7 +83,6 @@ public:
         // threads.
         class Line {
         public:
-            explicit Line(std::shared_ptr<const LineResult> result) : result_(std::move(result)) {}
             AttributedText attributedText() const;  // joins to the line's text
             FormattedValue formattedResult() const;
             QuickTypeData quickTypeData() const;
@@ -96,6 +98,9 @@ public:
             std::u16string extensionsLog() const;  // what user scripts logged while it was calculated
 
         private:
+            friend class LineMaker;
+            explicit Line(std::shared_ptr<const LineResult> result) : result_(std::move(result)) {}
+
             std::shared_ptr<const LineResult> result_;
         };
         std::vector<Line> lines;
@@ -135,6 +140,17 @@ public:
     // values of names, such as "2 × (3 + 4)" for "2 (3 + 4)". Nothing for a line that has no result. Calculates the
     // lines above on the caller's thread; `context` is as for `calculate`.
     std::optional<std::u16string> readingOf(std::size_t line, std::u16string_view text, const Context& context) const;
+
+    // The result text of a line that has this value, as `context` wants it: with its precision, for one. Nothing before
+    // a worker was built or while it is being set up. Waits for a calculation under way.
+    std::optional<FormattedValue> format(const Value& value, const Context& context) const;
+
+    // What is being read or fetched, and will be told to the delegate where it changes something.
+    struct Pending {
+        bool rates = false;
+        bool places = false;  // those of the latest calculation
+    };
+    Pending pending() const;
 
     // Completions of what the engine knows now. On the background thread this returns at once, and the callback runs on
     // the main executor. It never runs when there is no calculator.

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
 #include <functional>
 #include <string>
@@ -13,7 +14,7 @@ namespace vemo {
 
 // Where rates and the time zones of places are fetched from. Nothing is fetched for what is left empty.
 struct Sources {
-    std::string ratesHost;      // a host name, or the beginning of a URL, behind which both files below are found at
+    std::string ratesHost;      // a host name, or the beginning of a URL, after which both files below are found at
                                 // /rates/currency.json and /rates/coins2.json
     std::string currencyRates;  // or the URL of each
     std::string cryptoRates;
@@ -22,6 +23,19 @@ struct Sources {
     bool offline = false;   // nothing is fetched: rates are those of the copies there are
 
     friend bool operator==(const Sources&, const Sources&) = default;
+};
+
+// What kept rates or a place from coming, or a copy from being kept.
+struct OnlineProblem {
+    enum class Kind : std::uint8_t {
+        ratesNotFetched,
+        ratesNotKept,     // they were fetched, and are used
+        copyUnusable,     // of rates fetched earlier
+        placeNotFetched,  // the service for places did not answer, or as none does
+    };
+    Kind kind = Kind::ratesNotFetched;
+    std::string source;   // the URL, or the place
+    std::string message;  // why, in English; empty where there is no more to say
 };
 
 // What varies by user or by test. A default-constructed one is the real system.

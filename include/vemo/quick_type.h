@@ -37,7 +37,7 @@ public:
     void registerHint(const QuickTypeHint& hint) { registerHint(hint.string, hint.weight); }
     void registerHints(const std::vector<QuickTypeHint>& hints);
 
-    // Additional hints stand behind registered ones of the same weight, in the order given; one with the string of a
+    // Additional hints come after registered ones of the same weight, in the order given; one with the string of a
     // registered hint replaces it in this answer.
     std::vector<QuickTypeHint> hintsFor(const Context& context,
                                         const std::vector<QuickTypeHint>& additionalHints = {}) const;

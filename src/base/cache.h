@@ -40,9 +40,9 @@ private:
 // the longest unused go first. A miss is always safe. Not synchronised. `Key` is where an entry's key is kept, and
 // tells how much an entry holds.
 template <class Mapped, class Key = StoredKey>
-class Cache {
+class TextCache {
 public:
-    explicit Cache(std::size_t generationSize, std::size_t generationBytes = static_cast<std::size_t>(-1))
+    explicit TextCache(std::size_t generationSize, std::size_t generationBytes = static_cast<std::size_t>(-1))
         : generationSize_(generationSize), generationBytes_(generationBytes) {}
 
     void setEnabled(bool enabled) {
@@ -66,10 +66,6 @@ public:
 
     // To be told how much an entry that was obtained holds now, in addition to before.
     void charge(std::size_t bytes) { young_.bytes += bytes; }
-
-    // What was added as the `distance`th behind the entry found latest, or null. Keys that are looked up in the order
-    // in which they came can so be prepared for.
-    const Mapped* ahead(std::size_t distance) const { return young_.at(young_.next + distance - 1); }
 
     void clear() {
         young_ = {};
@@ -95,13 +91,9 @@ private:
             return &entries[*position].value;
         }
 
-        // Where the entry found latest is, or the one behind it: most keys are one of them.
+        // Where the entry found latest is, or the one after it: most keys are one of them.
         Mapped* findLatest(std::u16string_view key) { return isAt(next - 1, key) ? &entries[next - 1].value : nullptr; }
         Mapped* findNext(std::u16string_view key) { return isAt(next, key) ? &entries[next++].value : nullptr; }
-
-        const Mapped* at(std::size_t position) const {
-            return position < entries.size() ? &entries[position].value : nullptr;
-        }
 
         Mapped& add(std::u16string_view key, std::size_t hash) {
             index.add(hash, entries.size());
@@ -115,7 +107,7 @@ private:
 
         HashIndex index;
         std::deque<Entry> entries;
-        std::size_t next = 0;   // position behind the entry found latest
+        std::size_t next = 0;   // position after the entry found latest
         std::size_t bytes = 0;  // held by the entries
     };
 

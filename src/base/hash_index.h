@@ -8,8 +8,6 @@
 #include <utility>
 #include <vector>
 
-#include "base/prefetch.h"
-
 namespace vemo {
 
 // Where things that lie in a row are, by their hash (open addressing, linear probing). At most
@@ -25,7 +23,7 @@ public:
         return std::nullopt;
     }
 
-    // Adds the position behind all others.
+    // Adds the position after all others.
     void add(std::size_t hash, std::size_t position) {
         if (2 * (position + 1) > slots_.size()) {
             const std::vector<Slot> before =
@@ -34,11 +32,6 @@ public:
                 if (slot.next != 0) place(slot);
         }
         place({tagOf(hash), static_cast<std::uint32_t>(position + 1)});
-    }
-
-    // For looking things up soon.
-    void prefetch(std::size_t hash) const {
-        if (!slots_.empty()) vemo::prefetch(&slots_[hash & mask()]);
     }
 
 private:

@@ -13,7 +13,6 @@
 
 #include "base/hash.h"
 #include "base/hash_index.h"
-#include "base/prefetch.h"
 
 namespace vemo {
 
@@ -88,11 +87,6 @@ public:
 
     std::size_t size() const { return size_; }
     bool empty() const { return size_ == 0; }
-
-    // For a key to be looked up or set soon.
-    void prefetchPlace(std::size_t hash) const {
-        if (top_ && top_->index) top_->index->prefetch(hash);
-    }
 
     // Valid until the map changes.
     const Mapped* find(std::u16string_view key) const { return empty() ? nullptr : find(key, TextHash{}(key)); }

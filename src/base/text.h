@@ -36,7 +36,7 @@ std::u16string joined(const std::vector<std::u16string>& parts, std::u16string_v
 // Letters, digits and signs of full width as those of ASCII, which are as many units.
 std::u16string foldedWidth(std::u16string_view text);
 
-// Every line with a tab before and a line feed behind it; nothing for an empty text.
+// Every line with a tab before and a line feed after it; nothing for an empty text.
 std::u16string indentLines(std::u16string_view text);
 
 // The lines of a text. Terminators are LF, CR, CRLF, U+0085, U+2028 and U+2029; one at the very end

@@ -64,11 +64,7 @@ private:
         }
     };
 
-    template <class Prepare>
-    void prepare(std::size_t distance, Prepare&& prepare) const;
-    void prepareNext(const Context& context) const;
-
-    using Part = Cache<Results, KeyOfResults>;
+    using Part = TextCache<Results, KeyOfResults>;
     Part& partFor(std::u16string_view text) { return text.size() > longText ? long_ : cache_; }
 
     Part cache_;

@@ -9,6 +9,7 @@
 #include "engine/line_reading.h"
 #include "engine/line_remarks.h"
 #include "evaluation/element_replacement.h"
+#include "records/context_parts.h"
 #include "scanning/string_extractor.h"
 #include "scripting/js_runner.h"
 
@@ -67,12 +68,12 @@ void Calculator::trace(const std::u16string& line) const {
 
 Calculator::MultilineResult Calculator::calculate(std::u16string_view text, Context& document,
                                                   const std::atomic<bool>* cancelled) {
-    if (jsRunner_) jsRunner_->clearLog();
+    const JSRunner::Calculation scripts(jsRunner_.get(), cancelled);
     if (online_ && online_->geoNames()) online_->geoNames()->beginBatch();
     if (!scheduler_ && !config_.testMode) renewTime();
-    document.dependencies();  // writes those of an earlier calculation, whose results would else be kept
+    ContextParts::dependencies(document);  // writes those of an earlier calculation, whose results would else be kept
     Context snapshot = document.copyContext();
-    document.add(context_.data(), false);
+    ContextParts::add(document, ContextParts::data(context_));
     MultilineResult result;
     const std::vector<TextRange> lines = lineRanges(text);
     result.lines.reserve(lines.size());
@@ -118,13 +119,13 @@ Calculator::EvaluatedLine Calculator::evaluateLine(std::u16string_view line, Con
     }
     if (!rest.compoundString().empty()) result.elements.append(makeElement({}, rest));
     if (line.size() > longestLine && rest.runs()[0].type == RunType::none)
-        context.remarks().reason(ReasonCode::tooLong);
+        remarksOf(context).reason(ReasonCode::tooLong);
     return result;
 }
 
 LineResultPointer Calculator::calculateLine(std::u16string_view text, Context& document, bool debug) {
     if (LineResultPointer known = cacheManager_.lookup(text, document)) {
-        document.addUpdatesOf(*known);
+        ContextParts::addUpdatesOf(document, *known);
         // The same results as the line saw, as the same list: comparing what follows then stops there.
         for (const LineResult::EntryPointer& seen : known->seen())
             if (seen->key() == context_keys::previousResults) document.set(seen->key(), seen->value());
@@ -135,7 +136,7 @@ LineResultPointer Calculator::calculateLine(std::u16string_view text, Context& d
     const std::u16string line = foldedWidth(text);
     const std::size_t logged = jsRunner_ ? jsRunner_->log().size() : 0;
     if (debug) trace(u"=== Debug for '" + line + u"' ===");
-    Context context = document.layer();
+    Context context = ContextParts::layer(document);
     const auto [written, elements] = evaluateLine(line, context, debug);
     const Value value = elements.empty() ? Value() : elements[0].value;
     const FormattedValue formatted = format(value, context);
@@ -144,13 +145,13 @@ LineResultPointer Calculator::calculateLine(std::u16string_view text, Context& d
         spokenRemarks(context, written, formatted.regular.has_value(),
                       {localizer_, [&](std::u16string_view unit) { return decimalUnitValueFormatter_.unitName(unit); },
                        [&](const Value& other) { return format(other, context).regular.value_or(u""); }});
-    LineResultPointer result =
-        LineResult::make(value, context.updates(), context.dependencies(), withText(elements.attributedText(), text),
-                         formatted, context.quickTypeData(), extensionsLog, remarks);
+    LineResultPointer result = LineResult::make(
+        value, ContextParts::updates(context), ContextParts::dependencies(context),
+        withText(elements.attributedText(), text), formatted, context.quickTypeData(), extensionsLog, remarks);
     context = Context();  // no longer shares the document's data, which can then be changed in place
-    document.addUpdatesOf(*result);
-    document.addDependenciesOf(result);
-    cacheManager_.add(result);
+    ContextParts::addUpdatesOf(document, *result);
+    ContextParts::addDependenciesOf(document, result);
+    if (!jsRunner_ || !jsRunner_->takeCutShort()) cacheManager_.add(result);
     if (online_ && online_->geoNames()) lookUpPlaces(*result);
     if (debug) trace(u"---");
     return result;
@@ -160,14 +161,14 @@ std::optional<std::u16string> Calculator::reading(std::u16string_view text, Cont
     const std::vector<TextRange> lines = lineRanges(text);
     if (number >= lines.size()) return std::nullopt;
     calculate(text.substr(0, lines[number].location), document);
-    Context context = document.layer();
-    context.remarks().keepSteps();
+    Context context = ContextParts::layer(document);
+    remarksOf(context).keepSteps();
     const std::u16string line = foldedWidth(lines[number].in(text));
     const ElementList elements = evaluateLine(line, context, false).elements;
     if (elements.empty() || !format(elements[0].value, context).regular) return std::nullopt;
-    Context writing = document.layer();
+    Context writing = ContextParts::layer(document);
     writing.setPrecision(DecimalNumber::maxDigits);
-    return lineReading(line, context.remarks().steps(), elements[0].value,
+    return lineReading(line, remarksOf(context).steps(), elements[0].value,
                        [&](const Value& value) { return format(value, writing).regular.value_or(u""); });
 }
 
@@ -175,11 +176,12 @@ ElementList Calculator::extractElements(const std::u16string& text, Context& con
     std::vector<Extraction> extractions;
     constexpr std::size_t usual = 16;
     extractions.reserve(usual);
-    for (const auto& entry : extractors_) {
+    for (std::size_t i = 0; i < extractors_.size(); ++i) {
+        const Extractor& extractor = *extractors_[i];
         const std::size_t before = extractions.size();
-        entry.item->extract(text, context, extractions);
+        extractor.extract(text, context, extractions);
         if (debug && extractions.size() > before) {
-            trace(u"Extractions for " + std::u16string(entry.item->name()) + u": " + descriptions(extractions, before));
+            trace(u"Extractions for " + std::u16string(extractor.name()) + u": " + descriptions(extractions, before));
         }
     }
     if (debug) trace(u"Replacements: " + descriptions(extractions, 0));
@@ -191,7 +193,7 @@ ElementList Calculator::evaluate(const ElementList& elements, Context& context, 
     assert(startEvaluatorIndex <= evaluators_.size());
     if (evaluationDepth_ >= deepestEvaluation) {
         tooDeep_ = true;
-        context.remarks().reason(ReasonCode::tooDeep);
+        remarksOf(context).reason(ReasonCode::tooDeep);
         return reducedTo(errorValue(), elements);
     }
     ++evaluationDepth_;
@@ -212,10 +214,17 @@ ElementList Calculator::evaluate(const ElementList& elements, Context& context, 
 }
 
 FormattedValue Calculator::format(const Value& value, Context& context) const {
-    for (const auto& entry : formatters_) {
-        if (auto formatted = entry.item->format(value, context)) return *std::move(formatted);
+    for (std::size_t i = 0; i < formatters_.size(); ++i) {
+        if (auto formatted = formatters_[i]->format(value, context)) return *std::move(formatted);
     }
     return {};
+}
+
+FormattedValue Calculator::formatted(const Value& value, const Context& document) const {
+    const std::lock_guard lock(context_.mutex());
+    Context context = document.copyContext();
+    ContextParts::add(context, ContextParts::data(context_));
+    return format(value, context);
 }
 
 std::shared_ptr<QuickTypeEngine> Calculator::buildQuickTypeEngine() {

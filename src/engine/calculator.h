@@ -18,6 +18,7 @@
 #include "output/decimal_unit_value_formatter.h"
 #include "output/formatter_catalogue.h"
 #include "output/time_formatter.h"
+#include "platform/locale_info.h"
 #include "platform/scheduler.h"
 #include "platform/time_zones.h"
 #include "quicktype/quick_type_collector.h"
@@ -40,6 +41,7 @@ public:
     virtual ~CalculatorDelegate() = default;
     virtual void calculatorContextUpdated(const Context& context) = 0;
     virtual void calculatorCryptoInitialized() = 0;
+    virtual void calculatorOnlineProblem(const OnlineProblem& /*problem*/) {}
 };
 
 // Turns a document into one result per line: each line is cut into elements (extraction), these are
@@ -85,6 +87,8 @@ public:
     ElementList evaluate(const ElementList& elements, Context& context, std::size_t startEvaluatorIndex,
                          bool debug) override;
     FormattedValue format(const Value& value, Context& context) const;
+    // The same for one who holds no lock and has only a document's context.
+    FormattedValue formatted(const Value& value, const Context& document) const;
 
     void setDelegate(std::weak_ptr<CalculatorDelegate> delegate) { delegate_ = std::move(delegate); }
     void contextUpdated(Context& context) override;
@@ -94,6 +98,8 @@ public:
     // Runs the change where calculations run, between them, so that the main executor never waits for one; at once
     // without a scheduler.
     void later(std::function<void(Calculator&)> change);
+    // What is under way beside calculations.
+    VemoEngine::Pending pending() const;
     // Sets the current time anew and notifies, as is done once a minute.
     void minuteTimerDing();
 
@@ -122,6 +128,8 @@ private:
     double secondsSince2001() const;
     void storeRates(std::u16string_view key, std::u16string_view timeKey, CurrencyRatesContainer rates);
     void lookUpPlaces(const LineResult& line);
+    void reportOnlineProblem(const OnlineProblem& problem);
+    void setPlaceLater(const std::u16string& name, std::u16string zone);
     void setPlace(const std::u16string& name, const std::u16string& zone);
     void registerDates();
     void setCurrentTime();

@@ -27,8 +27,7 @@ Calculator::Calculator(const Config& config, Environment environment, std::optio
       localizer_(environment_.language, environment_.resources, environment_.log),
       locale_(LocaleInfo::forIdentifier(environment_.locale)),
       placeNames_(localizer_, environment_.language),
-      online_(scheduler_ && !config.testMode ? std::make_unique<OnlineData>(*scheduler_, environment_) : nullptr),
-      decimalParser_(locale_),
+      decimalParser_(environment_.locale),
       scientificParser_(decimalParser_),
       operatorCollection_(stringRangeDetector_, hintsFor(config, quickTypeCollector_)),
       operationCalculator_(operatorCollection_, operationCollection_, unitConverter_),
@@ -43,6 +42,12 @@ Calculator::Calculator(const Config& config, Environment environment, std::optio
 Calculator::~Calculator() = default;
 
 void Calculator::initialize() {
+    if (scheduler_ && !config_.testMode) {
+        const auto report = [weak = weak_from_this()](const OnlineProblem& problem) {
+            if (const auto self = weak.lock()) self->reportOnlineProblem(problem);
+        };
+        online_ = std::make_unique<OnlineData>(*scheduler_, environment_, report);
+    }
     stringRangeDetector_.setSimplifiedWordRangesDetection(true);
     const std::pair<const char*, std::function<void()>> steps[] = {
         {"operators", [&] { registerOperators(operatorCollection_, localizer_); }},

@@ -18,7 +18,9 @@ void Calculator::start(bool onMain) {
         1min, [this] { later([](Calculator& self) { self.minuteTimerDing(); }); }, untilNextMinute);
     const auto receive = [this](void (Calculator::*set)(CurrencyRatesContainer)) {
         return [this, set](CurrencyRatesContainer rates) {
-            later([set, rates = std::move(rates)](Calculator& self) { (self.*set)(rates); });
+            later([set, rates = std::move(rates), token = online_->pendingRates().begin()](Calculator& self) {
+                (self.*set)(rates);
+            });
         };
     };
     online_->start(receive(&Calculator::setCurrencyRates), receive(&Calculator::setCryptoRates));
@@ -88,14 +90,22 @@ void Calculator::lookUpPlaces(const LineResult& line) {
         if (!key.starts_with(context_keys::geoName)) return;
         const std::u16string name(key.substr(context_keys::geoName.size()));
         if (const auto known = online_->geoNames()->known(name)) {
-            if (!known->empty()) later([name, zone = *known](Calculator& self) { self.setPlace(name, zone); });
+            const auto zone = known->empty() ? placeNames_.zoneOf(name) : known;
+            if (zone) setPlaceLater(name, *zone);
             return;
         }
-        online_->geoNames()->lookup(name, [weak = weak_from_this(), name](const std::optional<std::u16string>& zone) {
+        online_->geoNames()->lookup(name, [weak = weak_from_this(), name](std::optional<std::u16string> zone) {
             const auto self = weak.lock();
-            if (self && zone)
-                self->later([name, zone = *zone](Calculator& calculator) { calculator.setPlace(name, zone); });
+            if (!self) return;
+            if (!zone) zone = self->placeNames_.zoneOf(name);
+            if (zone) self->setPlaceLater(name, *std::move(zone));
         });
+    });
+}
+
+void Calculator::setPlaceLater(const std::u16string& name, std::u16string zone) {
+    later([name, zone = std::move(zone), token = online_->pendingPlaces().begin()](Calculator& self) {
+        self.setPlace(name, zone);
     });
 }
 
@@ -114,6 +124,16 @@ void Calculator::renewTime() {
     context_.beginUpdates();
     setCurrentTime();
     context_.endUpdates(false);
+}
+
+VemoEngine::Pending Calculator::pending() const {
+    if (!online_) return {};
+    return {online_->pendingRates().any(), online_->pendingPlaces().any()};
+}
+
+void Calculator::reportOnlineProblem(const OnlineProblem& problem) {
+    if (retired_) return;
+    if (const auto delegate = delegate_.lock()) delegate->calculatorOnlineProblem(problem);
 }
 
 void Calculator::minuteTimerDing() {

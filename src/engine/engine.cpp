@@ -3,6 +3,7 @@
 
 #include "base/text.h"
 #include "engine/calculator.h"
+#include "engine/line_maker.h"
 #include "engine/worker.h"
 #include "online/rates_file.h"
 #include "platform/scheduler.h"
@@ -17,7 +18,7 @@ VemoEngine::Result resultOf(Calculator::MultilineResult calculated, std::shared_
     VemoEngine::Result result;
     result.context = std::move(context);
     result.lines.reserve(calculated.lines.size());
-    for (LineResultPointer& line : calculated.lines) result.lines.emplace_back(std::move(line));
+    for (LineResultPointer& line : calculated.lines) result.lines.push_back(LineMaker::make(std::move(line)));
     return result;
 }
 
@@ -114,6 +115,16 @@ public:
         });
     }
 
+    std::optional<FormattedValue> format(const Value& value, const Context& context) const {
+        const auto calculator = worker_ ? worker_->calculator() : nullptr;
+        return calculator ? std::optional(calculator->formatted(value, context)) : std::nullopt;
+    }
+
+    VemoEngine::Pending pending() const {
+        const auto calculator = worker_ ? worker_->calculator() : nullptr;
+        return calculator ? calculator->pending() : VemoEngine::Pending();
+    }
+
     std::string takeRates(VemoEngine::RatesFile file, std::string_view json) {
         const auto calculator = worker_ ? worker_->calculator() : nullptr;
         if (!calculator) return "there is no worker yet";
@@ -147,6 +158,12 @@ public:
     void calculatorCryptoInitialized() override {
         onMain([core = weak_from_this()] {
             tell(core, [](VemoEngineDelegate& delegate) { delegate.engineCryptoInitialized(); });
+        });
+    }
+
+    void calculatorOnlineProblem(const OnlineProblem& problem) override {
+        onMain([core = weak_from_this(), problem] {
+            tell(core, [&](VemoEngineDelegate& delegate) { delegate.engineOnlineProblem(problem); });
         });
     }
 
@@ -273,6 +290,14 @@ void VemoEngine::buildQuickTypeEngine(WorkerThread thread,
 
 std::u16string VemoEngine::welcomeSample(std::string_view language) {
     return Localizer(language).translationOrBase(u"sample.welcome", u"Samples");
+}
+
+std::optional<FormattedValue> VemoEngine::format(const Value& value, const Context& context) const {
+    return state_->core->format(value, context);
+}
+
+VemoEngine::Pending VemoEngine::pending() const {
+    return state_->core->pending();
 }
 
 std::string VemoEngine::takeRates(RatesFile file, std::string_view json) {

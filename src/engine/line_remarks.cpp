@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-#include "records/context_map.h"
+#include "records/context_parts.h"
 #include "scanning/words/localizer.h"
 
 namespace vemo {
@@ -108,14 +108,14 @@ void remarkOnText(const ElementList& elements, const LocaleInfo& locale, const C
                        (isOperator(elements[side]) || elements[side].value.has(Attribute::unit));
             };
             if (isPart(i - 1) || isPart(i + 1) || !hasWords(elements))
-                context.remarks().note(NoteKind::joinedDigits, elements.rangeOf(i, i + 1),
-                                       toUtf16(element.value.decimal()->toString()));
+                remarksOf(context).note(NoteKind::joinedDigits, elements.rangeOf(i, i + 1),
+                                        toUtf16(element.value.decimal()->toString()));
         } else if (typeOf(element) == RunType::variable && (element.text() == u"e" || element.text() == u"r")) {
             const Value* constant = constants.getVariable(element.text());
             if (constant && *constant == element.value &&
                 std::any_of(all.begin(), all.end(), [&](const ElementPointer& other) { return isOperator(*other); }))
-                context.remarks().note(NoteKind::builtInConstant, elements.rangeOf(i, i + 1), element.text(),
-                                       element.value);
+                remarksOf(context).note(NoteKind::builtInConstant, elements.rangeOf(i, i + 1), element.text(),
+                                        element.value);
         }
     }
 }
@@ -123,7 +123,7 @@ void remarkOnText(const ElementList& elements, const LocaleInfo& locale, const C
 LineRemarks spokenRemarks(const Context& context, const ElementList& written, bool hasResult,
                           const RemarkWords& words) {
     LineRemarks spoken;
-    const Remarks* remarks = context.remarksIfAny();
+    const Remarks* remarks = remarksIfAny(context);
     if (remarks) {
         for (const Remarks::PendingNote& note : remarks->notes()) {
             std::u16string name(noteKindName(note.kind));

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "vemo/result_serializer.h"
 
+#include "engine/line_maker.h"
 #include "output/archive/stored_result.h"
 #include "platform/file_io.h"
-#include "records/line_result.h"
 
 namespace vemo {
 
@@ -34,8 +34,9 @@ std::optional<VemoEngine::Result> VemoEngineResultSerializer::deserialize(const 
     result.context = std::make_shared<Context>();
     result.lines.reserve(stored->attributedText.size());
     for (std::size_t i = 0; i < stored->attributedText.size(); ++i) {
-        result.lines.emplace_back(LineResult::make(Value(), ContextMap(), ContextMap(), stored->attributedText[i],
-                                                   stored->formattedResult[i], QuickTypeData(), u""));
+        result.lines.push_back(
+            LineMaker::make(LineResult::make(Value(), ContextMap(), ContextMap(), stored->attributedText[i],
+                                             stored->formattedResult[i], QuickTypeData(), u"")));
     }
     return result;
 }

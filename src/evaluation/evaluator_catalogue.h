@@ -3,8 +3,8 @@
 
 #include <memory>
 
-#include "base/sorted_list.h"
 #include "evaluation/evaluator.h"
+#include "vemo/sorted_list.h"
 
 namespace vemo {
 

@@ -17,9 +17,9 @@ std::optional<ElementList> FunctionExpressionEvaluator::evaluate(const ElementLi
         for (const ElementRange& range : match.groups(u"values")) values.push_back(elements[range.location].value);
         auto result = function->evaluate(values, context);
         const std::u16string& name = elements[match.group(u"function")->location].text();
-        if (!result && function->takesSigns()) context.remarks().reason(ReasonCode::missingArgument, name);
+        if (!result && function->takesSigns()) remarksOf(context).reason(ReasonCode::missingArgument, name);
         if (result && result->decimal() && result->decimal()->notANumber())
-            context.remarks().reason(ReasonCode::outOfRange, name);
+            remarksOf(context).reason(ReasonCode::outOfRange, name);
         const std::vector<ElementRange> arguments = match.groups(u"values");
         keepStep(context, [&] {
             ReadingStep step{
@@ -29,8 +29,8 @@ std::optional<ElementList> FunctionExpressionEvaluator::evaluate(const ElementLi
             return step;
         });
         for (std::size_t i = function->mostValues(); result && i < arguments.size(); ++i)
-            context.remarks().note(NoteKind::unusedArgument,
-                                   elements.trimmedRangeOf(arguments[i].location, arguments[i].end()), name);
+            remarksOf(context).note(NoteKind::unusedArgument,
+                                    elements.trimmedRangeOf(arguments[i].location, arguments[i].end()), name);
         return result;
     });
 }

@@ -7,7 +7,7 @@
 
 namespace vemo {
 
-// Applies functions to the values behind their names.
+// Applies functions to the values after their names.
 class FunctionExpressionEvaluator : public Evaluator {
 public:
     explicit FunctionExpressionEvaluator(const FunctionManager& functionManager)

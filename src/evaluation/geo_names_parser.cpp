@@ -32,10 +32,18 @@ bool isTimeFunction(const Element& element) {
     return element.value.is(Attribute::function, u"time");
 }
 
-// A place is one behind a time, a zone or a function, such as "time": "Coffee in Berlin $5" is a note.
+// A place is one after a time, a zone or a function, such as "time": "Coffee in Berlin $5" is a note.
 bool isOfTime(const Element& element) {
     return element.value.has(Attribute::date) || element.value.has(Attribute::timeZone) ||
            element.value.has(Attribute::function);
+}
+
+// What a place can be asked for beside: words after anything else stay on this machine.
+bool isMoment(const Element& element) {
+    if (element.value.has(Attribute::date) || element.value.has(Attribute::timeZone)) return true;
+    const auto function = element.value.string(Attribute::function);
+    constexpr std::u16string_view ofTime[] = {u"time", u"local_tz", u"today", u"yesterday", u"tomorrow"};
+    return function && std::ranges::find(ofTime, *function) != std::end(ofTime);
 }
 
 // Words and nothing else, such as a place that is not known.
@@ -59,7 +67,7 @@ bool beginsWithCapital(const ElementList& elements, std::size_t from, std::size_
 
 ElementList unknownPlace(const ElementList& elements, std::size_t from, std::size_t to, Context& context) {
     const std::u16string words = elements.slice(from, to).text();
-    context.remarks().reason(ReasonCode::unknownPlace, trimmed(words));
+    remarksOf(context).reason(ReasonCode::unknownPlace, trimmed(words));
     return reducedTo(errorValue(), elements);
 }
 
@@ -126,15 +134,20 @@ std::optional<ElementList> GeoNamesParser::withKnownPlaces(const ElementList& el
 
 std::optional<ElementList> GeoNamesParser::withLookedUpPlaces(const ElementList& elements, Context& context) const {
     ElementReplacer replacer(elements);
+    std::size_t seen = 0;
+    bool momentBefore = false;
     for (const Match& match : matcher_.occurrences(elements)) {
         const std::size_t place = match.group(u"text")->location;
+        for (; seen < place; ++seen) momentBefore = momentBefore || isMoment(elements[seen]);
+        const bool beforeTime = match.range.location == place;
+        if (!beforeTime && !momentBefore) continue;
         const std::u16string& text = elements[place].text();
         const std::u16string_view name = trimmed(text);
         const std::u16string key = geoNameKey(name);
         context.addDependencyOn(key, std::nullopt, Value());
         const auto* zone = context.get<std::u16string>(key);
         if (!zone) {
-            context.remarks().reason(ReasonCode::placeAwaited, name);
+            remarksOf(context).reason(ReasonCode::placeAwaited, name);
             return reducedTo(errorValue(), elements);
         }
         appendPlace(text, name, *zone, replacer.replace({place, 1}));

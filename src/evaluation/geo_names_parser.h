@@ -7,9 +7,9 @@
 
 namespace vemo {
 
-// Makes time zones of the places in "time in Tokyo" and "New York time". Where a server is asked, a place that has no
-// answer yet makes the line an error value; else the places are those that are built in, beside times only, and other
-// words stay words.
+// Makes time zones of the places in "time in Tokyo" and "New York time". Other words stay words: a place stands
+// beside a time. Where a server is asked, a place that has no answer yet makes the line an error value; else the places
+// are those that are built in.
 class GeoNamesParser : public Evaluator {
 public:
     // Null to ask a server.

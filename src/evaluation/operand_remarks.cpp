@@ -3,6 +3,8 @@
 
 #include <algorithm>
 
+#include "records/remarks.h"
+
 namespace vemo {
 
 namespace {
@@ -42,7 +44,7 @@ void OperandRemarks::unusedValues(const ElementList& reduced) {
     if (reduced.size() < 2 || !reduced[0].value.has(Attribute::decimal)) return;
     for (std::size_t i = 1; i < reduced.size(); ++i)
         if (reduced[i].value.has(Attribute::decimal))
-            context_.remarks().note(NoteKind::unusedValue, reduced.trimmedRangeOf(i, i + 1));
+            remarksOf(context_).note(NoteKind::unusedValue, reduced.trimmedRangeOf(i, i + 1));
 }
 
 void OperandRemarks::finish() {
@@ -51,7 +53,7 @@ void OperandRemarks::finish() {
 
 void OperandRemarks::unknown(const Operand& operand, NoteKind kind) {
     const std::u16string words = elements_.slice(operand.from, operand.to).text();
-    context_.remarks().note(kind, elements_.trimmedRangeOf(operand.from, operand.to), trimmed(words));
+    remarksOf(context_).note(kind, elements_.trimmedRangeOf(operand.from, operand.to), trimmed(words));
 }
 
 void OperandRemarks::atOperator(std::size_t index) {
@@ -65,7 +67,7 @@ void OperandRemarks::atOperator(std::size_t index) {
     const bool signFollows = !last && isSign(elements_[right.to]);
     const bool missing = (right.isBlank && !signFollows && left.hasValue) ||
                          (index == 0 && left.isBlank && !isSign(op) && right.hasValue);
-    if (missing) context_.remarks().note(NoteKind::missingOperand, elements_.rangeOf(left.to, left.to + 1));
+    if (missing) remarksOf(context_).note(NoteKind::missingOperand, elements_.rangeOf(left.to, left.to + 1));
     if (!left.hasValue && left.hasWords && right.hasValue) unknown(left, NoteKind::unknownWord);
     if (!right.hasValue && right.hasWords && left.hasValue) unknown(right, NoteKind::unknownWord);
 }
@@ -76,7 +78,7 @@ void OperandRemarks::atPhrase(const Operand& left, const Operand& right, const E
     const bool needsPercentage = id == u"percent_of" || id == u"percent_on" || id == u"percent_off";
     if (left.hasWords || !left.hasValue || right.hasValue || (needsPercentage && !left.isPercentage)) return;
     if (right.isBlank)
-        context_.remarks().note(NoteKind::missingOperand, elements_.rangeOf(left.to, left.to + 1));
+        remarksOf(context_).note(NoteKind::missingOperand, elements_.rangeOf(left.to, left.to + 1));
     else if (right.isWord)
         unknown(right, NoteKind::unknownWord);
 }
@@ -93,7 +95,7 @@ bool OperandRemarks::isHyphen(std::size_t index) const {
 void OperandRemarks::atConversion(const Operand& left, const Operand& right, bool last) {
     if (!left.hasValue) return;
     if (last && right.isBlank) {
-        context_.remarks().note(NoteKind::missingOperand, elements_.rangeOf(left.to, left.to + 1));
+        remarksOf(context_).note(NoteKind::missingOperand, elements_.rangeOf(left.to, left.to + 1));
     } else if (right.hasWords) {
         // One word in small letters or capitals may be a unit misspelt; "5 km in Berlin" and "in the park" are prose.
         const std::u16string words = elements_.slice(right.from, right.to).text();

@@ -25,8 +25,9 @@ int OperationCalculator::priority(const Value& op) const {
 std::optional<Value> OperationCalculator::apply(std::u16string_view operatorId, const Value& left, const Value& right,
                                                 Context& context) const {
     if (isNotANumber(left) || isNotANumber(right)) return Value(DecimalNumber::notANumberValue());
-    for (const auto& entry : operationCollection_.operations(operatorId)) {
-        auto result = entry.item->calculate(left, right, context);
+    const OperationList& operations = operationCollection_.operations(operatorId);
+    for (std::size_t i = 0; i < operations.size(); ++i) {
+        auto result = operations[i]->calculate(left, right, context);
         if (!result) continue;
         if (isNotANumber(*result)) remarks_.failed(operatorId, left, right, context);
         return result;
@@ -45,27 +46,39 @@ std::optional<Value> OperationCalculator::calculate(std::vector<Value> values, s
     std::vector<int> priorities(operators.size());
     std::transform(operators.begin(), operators.end(), priorities.begin(),
                    [&](const Value& op) { return priority(op); });
+    // Of the operators of highest priority the leftmost comes first: they are taken in one pass, which moves what is
+    // left together, then those of the next priority.
     while (values.size() > 1) {
-        const auto highest = std::max_element(priorities.begin(), priorities.end());
-        const auto index = highest - priorities.begin();
-        const auto left = values.begin() + index;
-        const auto op = operators.begin() + index;
-        const bool failed = isNotANumber(*left) || isNotANumber(*(left + 1));
-        const std::u16string_view id = op->string(Attribute::operation).value_or(u"");
-        auto result = apply(id, *left, *(left + 1), context);
-        if (!result || failed) return result;
-        const auto range = ranges.begin() + index;
-        const TextRange leftRange = *range;
-        range->length = (range + 1)->end() - range->location;
-        remarks_.applied(id, *left, *(left + 1), *range, context);
-        keepStep(context, [&] {
-            return ReadingStep{std::u16string(id), {{*left, leftRange}, {*(left + 1), *(range + 1)}}, *result, *range};
-        });
-        ranges.erase(range + 1);
-        *left = *std::move(result);
-        values.erase(left + 1);
-        operators.erase(op);
-        priorities.erase(highest);
+        const int highest = *std::max_element(priorities.begin(), priorities.end());
+        std::size_t kept = 0;  // values up to the one that takes part next
+        for (std::size_t i = 0; i < operators.size(); ++i) {
+            Value& right = values[i + 1];
+            if (priorities[i] != highest) {
+                operators[kept] = operators[i];
+                priorities[kept] = priorities[i];
+                ++kept;
+                if (kept != i + 1) values[kept] = std::move(right);
+                ranges[kept] = ranges[i + 1];
+                continue;
+            }
+            Value& left = values[kept];
+            const bool failed = isNotANumber(left) || isNotANumber(right);
+            const std::u16string_view id = operators[i].string(Attribute::operation).value_or(u"");
+            auto result = apply(id, left, right, context);
+            if (!result || failed) return result;
+            TextRange& range = ranges[kept];
+            const TextRange leftRange = range;
+            range.length = ranges[i + 1].end() - range.location;
+            remarks_.applied(id, left, right, range, context);
+            keepStep(context, [&] {
+                return ReadingStep{std::u16string(id), {{left, leftRange}, {right, ranges[i + 1]}}, *result, range};
+            });
+            left = *std::move(result);
+        }
+        operators.resize(kept);
+        priorities.resize(kept);
+        values.resize(kept + 1);
+        ranges.resize(kept + 1);
     }
     return values.front();
 }

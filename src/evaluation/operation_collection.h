@@ -6,8 +6,8 @@
 #include <string_view>
 
 #include "base/cache.h"
-#include "base/sorted_list.h"
 #include "vemo/context.h"
+#include "vemo/sorted_list.h"
 
 namespace vemo {
 

@@ -29,7 +29,7 @@ bool areRatesOld(const Context& context) {
 
 void OperationRemarks::failed(std::u16string_view id, const Value& left, const Value& right, Context& context) const {
     const auto reason = [&](ReasonCode code, std::u16string_view first = {}, std::u16string_view second = {}) {
-        context.remarks().reason(code, first, second);
+        remarksOf(context).reason(code, first, second);
     };
     const auto divisor = right.decimal();
     if ((id == u"/" || id == u"mod") && divisor && divisor->isZero()) return reason(ReasonCode::divisionByZero);
@@ -67,7 +67,7 @@ void OperationRemarks::applied(std::u16string_view id, const Value& left, const 
     if (!to) {
         const auto count = right.decimal();
         if ((id == u"left_shift" || id == u"right_shift") && count && count->toInt64() > widestShift)
-            context.remarks().note(NoteKind::cappedShift, range);
+            remarksOf(context).note(NoteKind::cappedShift, range);
         return;
     }
     if (!from || *to == percent || *from == percent) return;
@@ -76,19 +76,19 @@ void OperationRemarks::applied(std::u16string_view id, const Value& left, const 
         const std::u16string_view lower = fromRate ? fromRate->lower : *from, other = toRate ? toRate->lower : *to;
         if (lower != other && (isAverageUnit(lower) || isAverageUnit(other)) &&
             unitConverter_.isConvertible(lower, other) && !UnitConverter::calendarRatio(lower, other))
-            context.remarks().note(NoteKind::averageLength, range);
+            remarksOf(context).note(NoteKind::averageLength, range);
         return;
     }
     const bool differ = *from != *to;
     if (id == u"/" && differ) {
-        context.remarks().note(NoteKind::droppedUnit, range, {}, convertedQuotient(left, right, context));
+        remarksOf(context).note(NoteKind::droppedUnit, range, {}, convertedQuotient(left, right, context));
     } else if (id == u"*" && unitConverter_.isCurrency(*from) == unitConverter_.isCurrency(*to)) {
-        context.remarks().note(NoteKind::keptUnit, range);
+        remarksOf(context).note(NoteKind::keptUnit, range);
     } else if (differ && (id == u"in" || id == u"+" || id == u"-")) {
         if (isAverageUnit(*from) || isAverageUnit(*to))
-            context.remarks().note(NoteKind::averageLength, range);
+            remarksOf(context).note(NoteKind::averageLength, range);
         else if (unitConverter_.isCurrency(*to) && areRatesOld(context))
-            context.remarks().note(NoteKind::oldRates, range);
+            remarksOf(context).note(NoteKind::oldRates, range);
     }
 }
 

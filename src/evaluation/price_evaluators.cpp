@@ -203,7 +203,7 @@ std::optional<ElementList> PricedDescriptionEvaluator::evaluate(const ElementLis
             isBlank(elements[i - 1]) && isBlank(elements[i + 1])) {
             const std::size_t before = description.neighbour(i, -1), after = description.neighbour(i, 1);
             if (description.isNumberAt(before) && description.isNumberAt(after))
-                context.remarks().note(NoteKind::unusedValue, elements.trimmedRangeOf(before, after + 1));
+                remarksOf(context).note(NoteKind::unusedValue, elements.trimmedRangeOf(before, after + 1));
         }
         if (unused || value.has(Attribute::operation) ||
             (isRemark(elements[i]) && !isCurrency(elements[i], unitConverter_)))
@@ -243,7 +243,7 @@ std::optional<ElementList> PriceEvaluator::evaluate(const ElementList& elements,
     if (values < 2 || !total) return std::nullopt;
     for (std::size_t i = 0; i < elements.size(); ++i)
         if (elements[i].value.is(Attribute::unit, u"percent"))
-            context.remarks().note(NoteKind::unusedPercentage, elements.trimmedRangeOf(i, i + 1));
+            remarksOf(context).note(NoteKind::unusedPercentage, elements.trimmedRangeOf(i, i + 1));
     return reducedTo(*total, elements);
 }
 

@@ -62,7 +62,7 @@ std::optional<ElementList> AssignmentEvaluator::evaluate(const ElementList& elem
     }
     if (!defines && !assigned.isEmpty()) {
         const TextRange written = elements.trimmedRangeOf(0, match.group(u"assignment")->location);
-        context.remarks().note(NoteKind::withoutEffect, written);
+        remarksOf(context).note(NoteKind::withoutEffect, written);
     }
     return reducedTo(assigned, text);
 }

@@ -35,7 +35,7 @@ private:
     FinderMatcher matcher_;
 };
 
-// "$5 CAD": of a currency on each side, the one behind wins.
+// "$5 CAD": of a currency on each side, the one after the number wins.
 class DecimalSurroundByCurrencyEvaluator : public Evaluator {
 public:
     explicit DecimalSurroundByCurrencyEvaluator(const UnitConverter& unitConverter)

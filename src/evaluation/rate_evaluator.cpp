@@ -104,7 +104,7 @@ private:
             put(left, i + 1, list_[left].value.with(RateUnit::id(unitAt(left), lower, count), Attribute::unit));
             return left;
         }
-        // A sign of money before the number gives its unit away: that of the rate stands behind.
+        // A sign of money before the number gives its unit away: that of the rate stands after it.
         std::size_t number = left;
         if (list_[number].value.has(Attribute::scale)) number = before(number);
         if (number == none || !isBareNumber(list_[number])) return i;

@@ -8,7 +8,7 @@
 namespace vemo {
 
 // "$65/hour", "60 km per hour", "$3.50 per 100 g": a quantity told per a unit gets a unit of both. And where a rate
-// stands behind "at", or before "for", what it is told of: "100 hours at $65/hour", "$5 a day for a year" are products.
+// stands after "at", or before "for", what it is told of: "100 hours at $65/hour", "$5 a day for a year" are products.
 class RateEvaluator : public Evaluator {
 public:
     RateEvaluator(const UnitManager& units, const UnitConverter& converter) : units_(units), converter_(converter) {}

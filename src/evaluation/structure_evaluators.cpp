@@ -35,12 +35,12 @@ void remarkOnWordBefore(const ElementList& elements, std::size_t bracket, Contex
         return;
     const Value& first = elements[bracket + 1].value;
     if (!first.has(Attribute::decimal) && !first.has(Attribute::operation)) return;
-    context.remarks().note(NoteKind::unknownWord, elements.trimmedRangeOf(bracket - 1, bracket),
-                           trimmed(before.text()));
+    remarksOf(context).note(NoteKind::unknownWord, elements.trimmedRangeOf(bracket - 1, bracket),
+                            trimmed(before.text()));
 }
 
 ElementList unbalanced(const ElementList& elements, Context& context) {
-    context.remarks().reason(ReasonCode::unbalancedBrackets);
+    remarksOf(context).reason(ReasonCode::unbalancedBrackets);
     return reducedTo(errorValue(), elements);
 }
 
@@ -63,7 +63,7 @@ std::optional<ElementList> EmptyDependenciesEvaluator::evaluate(const ElementLis
     };
     bool signs = false;
     for (std::size_t i = 0; i < words.size(); ++i) {
-        // A name has no more words: what goes on behind them is none.
+        // A name has no more words: what goes on after them is none.
         const std::size_t most = std::min(words.size() - i, PhraseDetector<bool>::maxWordsLookup);
         const std::size_t start = words[i].location, end = words[i + most - 1].end();
         const std::u16string_view head = nameHead(std::u16string_view(text).substr(start, end + 1 - start));
@@ -71,7 +71,7 @@ std::optional<ElementList> EmptyDependenciesEvaluator::evaluate(const ElementLis
             signs = signs || mayBeginName(words[i].in(text));
             continue;
         }
-        // Names are stored in lower case. Those that go on behind their head are told by it; the others are a word, or
+        // Names are stored in lower case. Those that go on after their head are told by it; the others are a word, or
         // some of the words that the head is cut into.
         if (start + head.size() <= end) depend(namesKey(lowercased(head)));
         depend(variableKey(lowercased(words[i].in(text))));

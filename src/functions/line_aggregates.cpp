@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "functions/line_aggregates.h"
 
-#include "records/context_map.h"
+#include "records/context_parts.h"
 
 namespace vemo {
 
@@ -35,10 +35,10 @@ public:
         for (; !rest.empty() && isResult(rest.newest()) && !rest.isSameAs(latest_); rest.dropNewest())
             values.push_back(&rest.newest());
         BlockTotal block;
-        Context adding = context.layer();
+        Context adding = ContextParts::layer(context);
         if (!rest.empty() && rest.isSameAs(latest_)) {
             block = total_;
-            adding.addDependencies(dependencies_);
+            ContextParts::addDependencies(adding, dependencies_);
         }
         for (; !values.empty(); values.pop_back(), ++block.count) {
             const auto sum =
@@ -46,11 +46,11 @@ public:
             if (!sum) break;
             block.total = *sum;
         }
-        context.addDependencies(adding.dependencies());
+        ContextParts::addDependencies(context, ContextParts::dependencies(adding));
         if (block.count == 0 || !values.empty()) return std::nullopt;
         latest_ = results;
         total_ = block;
-        dependencies_ = adding.dependencies();
+        dependencies_ = ContextParts::dependencies(adding);
         return block;
     }
 

@@ -6,9 +6,12 @@
 
 namespace vemo {
 
-GeoNamesManager::GeoNamesManager(Scheduler scheduler, std::shared_ptr<GeoNamesService> service,
+GeoNamesManager::GeoNamesManager(Scheduler scheduler, std::shared_ptr<GeoNamesService> service, PendingWork pending,
                                  std::chrono::steady_clock::duration believedFor)
-    : scheduler_(std::move(scheduler)), service_(std::move(service)), believedFor_(believedFor) {}
+    : scheduler_(std::move(scheduler)),
+      service_(std::move(service)),
+      pending_(std::move(pending)),
+      believedFor_(believedFor) {}
 
 void GeoNamesManager::beginBatch() {
     const std::lock_guard lock(mutex_);
@@ -34,33 +37,36 @@ void GeoNamesManager::lookup(const std::u16string& name, Completion completion) 
         question->second.batch = batch;
     }
     service_->log("Looking up " + toUtf8(name));
-    scheduler_.postBackground([weak = weak_from_this(), name, batch, completion = std::move(completion)] {
-        const auto self = weak.lock();
-        if (!self) return;
-        {
-            const std::lock_guard lock(self->mutex_);
-            const auto question = self->asked_.find(name);
-            if (question == self->asked_.end() || question->second.batch != batch || question->second.sent) return;
-            if (self->batchCounter_ != batch) {
-                self->asked_.erase(question);
-                return;
-            }
-            question->second.sent = true;
-        }
-        self->service_->request(toUtf8(name), [weak, name, completion](const std::optional<std::string>& answer) {
-            const auto manager = weak.lock();
-            if (!manager) return;
-            // An answer that names no time zone is no answer.
-            std::u16string zone = answer ? toUtf16(*answer) : u"";
-            if (!zone.empty() && !TimeZoneRules::find(zone)) zone.clear();
+    scheduler_.postBackground(
+        [weak = weak_from_this(), name, batch, token = pending_.begin(), completion = std::move(completion)] {
+            const auto self = weak.lock();
+            if (!self) return;
             {
-                const std::lock_guard lock(manager->mutex_);
-                manager->asked_.erase(name);
-                if (Answer* entry = manager->cache_.obtain(name)) *entry = {zone, std::chrono::steady_clock::now()};
+                const std::lock_guard lock(self->mutex_);
+                const auto question = self->asked_.find(name);
+                if (question == self->asked_.end() || question->second.batch != batch || question->second.sent) return;
+                if (self->batchCounter_ != batch) {
+                    self->asked_.erase(question);
+                    return;
+                }
+                question->second.sent = true;
             }
-            completion(zone.empty() ? std::nullopt : std::optional(zone));
+            self->service_->request(toUtf8(name),
+                                    [weak, name, token, completion](const std::optional<std::string>& answer) {
+                                        const auto manager = weak.lock();
+                                        if (!manager) return;
+                                        // An answer that names no time zone is no answer.
+                                        std::u16string zone = answer ? toUtf16(*answer) : u"";
+                                        if (!zone.empty() && !TimeZoneRules::find(zone)) zone.clear();
+                                        {
+                                            const std::lock_guard lock(manager->mutex_);
+                                            manager->asked_.erase(name);
+                                            if (Answer* entry = manager->cache_.obtain(name))
+                                                *entry = {zone, std::chrono::steady_clock::now()};
+                                        }
+                                        completion(zone.empty() ? std::nullopt : std::optional(zone));
+                                    });
         });
-    });
 }
 
 }  // namespace vemo

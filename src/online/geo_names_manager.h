@@ -13,6 +13,7 @@
 
 #include "base/cache.h"
 #include "online/geo_names_service.h"
+#include "online/pending_work.h"
 
 namespace vemo {
 
@@ -21,8 +22,9 @@ class GeoNamesManager : public std::enable_shared_from_this<GeoNamesManager> {
 public:
     using Completion = std::function<void(std::optional<std::u16string> zone)>;
 
-    // That a place has no zone is believed for so long: the server may have been out of reach.
-    GeoNamesManager(Scheduler scheduler, std::shared_ptr<GeoNamesService> service,
+    // That a place has no zone is believed for so long: the server may have been out of reach. `pending` counts the
+    // look-ups under way, until their completion has run.
+    GeoNamesManager(Scheduler scheduler, std::shared_ptr<GeoNamesService> service, PendingWork pending = {},
                     std::chrono::steady_clock::duration believedFor = std::chrono::minutes(5));
 
     // A new calculation has begun: look-ups of earlier ones that have not started are dropped.
@@ -44,9 +46,10 @@ private:
 
     Scheduler scheduler_;
     std::shared_ptr<GeoNamesService> service_;
+    PendingWork pending_;
     std::chrono::steady_clock::duration believedFor_;
     std::mutex mutex_;
-    Cache<Answer> cache_{rememberedPlaces};
+    TextCache<Answer> cache_{rememberedPlaces};
     // Without an answer yet: by the place, the batch that wants it.
     struct Question {
         std::uint64_t batch;

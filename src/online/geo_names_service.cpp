@@ -23,6 +23,10 @@ void GeoNamesService::log(const std::string& message) const {
     if (log_) log_(message);
 }
 
+void GeoNamesService::failed(const std::string& name, const std::string& message) const {
+    if (report_) report_({OnlineProblem::Kind::placeNotFetched, name, message});
+}
+
 void GeoNamesService::request(const std::string& name, Completion completion, int attempt) {
     client_->get(
         HttpClient::withQuery(endpoint_, "q", name),
@@ -44,6 +48,7 @@ void GeoNamesService::answer(const std::string& name, const Completion& completi
     }
     if (!response.error.empty()) {
         log("Request failed with error: " + response.error);
+        failed(name, "did not answer: " + response.error);
         return completion(std::nullopt);
     }
     if (response.status == noContent) {
@@ -52,6 +57,7 @@ void GeoNamesService::answer(const std::string& name, const Completion& completi
     }
     if (response.status != ok) {
         log("Request succeded, status code not expected: " + std::to_string(response.status));
+        failed(name, "answered with status " + std::to_string(response.status));
         return completion(std::nullopt);
     }
     log("Request succeded for " + name + ": " + response.body.substr(0, longestZone));

@@ -10,6 +10,7 @@
 
 #include "platform/http_client.h"
 #include "platform/scheduler.h"
+#include "vemo/environment.h"
 
 namespace vemo {
 
@@ -21,14 +22,16 @@ public:
 
     using Completion = std::function<void(std::optional<std::string> zone)>;
     using Log = std::function<void(std::string_view)>;
+    using Report = std::function<void(const OnlineProblem&)>;
 
     // The delay before the first retry doubles with each further one.
     GeoNamesService(Scheduler scheduler, std::shared_ptr<HttpClient> client, std::string endpoint, Log log,
-                    std::chrono::milliseconds firstDelay = std::chrono::seconds(1))
+                    Report report = {}, std::chrono::milliseconds firstDelay = std::chrono::seconds(1))
         : scheduler_(std::move(scheduler)),
           client_(std::move(client)),
           endpoint_(std::move(endpoint)),
           log_(std::move(log)),
+          report_(std::move(report)),
           firstDelay_(firstDelay) {}
 
     // The completion runs once, on another thread, unless the service is gone by then.
@@ -36,12 +39,14 @@ public:
     void log(const std::string& message) const;
 
 private:
+    void failed(const std::string& name, const std::string& message) const;
     void answer(const std::string& name, const Completion& completion, int attempt, const HttpResponse& response);
 
     Scheduler scheduler_;
     std::shared_ptr<HttpClient> client_;
     std::string endpoint_;
     Log log_;
+    Report report_;
     std::chrono::milliseconds firstDelay_;
 };
 

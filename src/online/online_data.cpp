@@ -14,14 +14,16 @@ std::string sourceOf(const std::string& url, const std::string& host, std::strin
 
 }  // namespace
 
-OnlineData::OnlineData(const Scheduler& scheduler, const Environment& environment)
+OnlineData::OnlineData(const Scheduler& scheduler, const Environment& environment, PeriodicFileLoader::Report report)
     : sources_(environment.sources),
       client_(std::make_shared<HttpClient>()),
-      currency_(std::make_shared<CurrencyRatesLoader>(scheduler, *client_, environment.caches, environment.log)),
-      crypto_(std::make_shared<CryptoRatesLoader>(scheduler, *client_, environment.caches, environment.log)) {
+      currency_(std::make_shared<CurrencyRatesLoader>(scheduler, *client_, environment.caches, environment.log, report,
+                                                      pendingRates_)),
+      crypto_(std::make_shared<CryptoRatesLoader>(scheduler, *client_, environment.caches, environment.log, report,
+                                                  pendingRates_)) {
     if (sources_.timeZones.empty() || sources_.offline) return;
-    auto service = std::make_shared<GeoNamesService>(scheduler, client_, sources_.timeZones, environment.log);
-    geoNames_ = std::make_shared<GeoNamesManager>(scheduler, std::move(service));
+    auto service = std::make_shared<GeoNamesService>(scheduler, client_, sources_.timeZones, environment.log, report);
+    geoNames_ = std::make_shared<GeoNamesManager>(scheduler, std::move(service), pendingPlaces_);
 }
 
 void OnlineData::start(CurrencyRatesLoader::Deliver currency, CurrencyRatesLoader::Deliver crypto) {

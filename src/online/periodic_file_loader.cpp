@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "online/periodic_file_loader.h"
 
-#include <boost/uuid/detail/sha1.hpp>
-#include <cstdio>
 #include <optional>
 
+#include "base/sha1.h"
 #include "platform/file_io.h"
 
 namespace vemo {
@@ -13,20 +12,6 @@ namespace {
 
 constexpr std::size_t largestFile = std::size_t(16) << 20;
 constexpr long ok = 200;
-
-std::string sha1Hex(std::string_view bytes) {
-    boost::uuids::detail::sha1 sha1;
-    sha1.process_bytes(bytes.data(), bytes.size());
-    unsigned int digest[5];
-    sha1.get_digest(digest);
-    std::string hex;
-    for (const unsigned int word : digest) {
-        char digits[9];
-        std::snprintf(digits, sizeof digits, "%08x", word);
-        hex += digits;
-    }
-    return hex;
-}
 
 // Why an answer is no use, or nothing.
 std::string problemOf(const HttpResponse& response, const PeriodicFileLoader::Validator& validator) {
@@ -44,6 +29,10 @@ std::filesystem::path PeriodicFileLoader::cacheFile(const std::filesystem::path&
 
 void PeriodicFileLoader::log(std::string_view message, std::string_view more) const {
     if (log_) log_(std::string(message) + url_ + std::string(more));
+}
+
+void PeriodicFileLoader::report(OnlineProblem::Kind kind, std::string message) const {
+    if (report_) report_({kind, url_, std::move(message)});
 }
 
 void PeriodicFileLoader::start(const std::string& url, Handler handler, std::chrono::seconds interval) {
@@ -75,23 +64,24 @@ void PeriodicFileLoader::loadCached() {
         const Handler handler = handler_;
         return handler(nullptr);
     }
-    scheduler_.postBackground([weak = weak_from_this(), file = cacheFile_, scheduler = scheduler_] {
-        removeLeftovers(file);
-        scheduler.postMain([weak, file, bytes = readFileAtMost(file, largestFile)] {
-            const auto self = weak.lock();
-            if (!self || self->cacheFile_ != file) return;
-            self->log("Processing data for ");
-            const Handler handler = self->handler_;  // which may stop the loader
-            handler(bytes ? &*bytes : nullptr);
+    scheduler_.postBackground(
+        [weak = weak_from_this(), file = cacheFile_, scheduler = scheduler_, token = pending_.begin()] {
+            removeLeftovers(file);
+            scheduler.postMain([weak, file, token, bytes = readFileAtMost(file, largestFile)] {
+                const auto self = weak.lock();
+                if (!self || self->cacheFile_ != file) return;
+                self->log("Processing data for ");
+                const Handler handler = self->handler_;  // which may stop the loader
+                handler(bytes ? &*bytes : nullptr);
+            });
         });
-    });
 }
 
 void PeriodicFileLoader::download() {
     if (url_.empty()) return;
     log("Started download ");
-    client_.get(url_, [weak = weak_from_this(), file = cacheFile_, validator = validator_,
-                       scheduler = scheduler_](const HttpResponse& response) {
+    client_.get(url_, [weak = weak_from_this(), file = cacheFile_, validator = validator_, scheduler = scheduler_,
+                       token = pending_.begin()](const HttpResponse& response) {
         std::string problem = problemOf(response, validator);
         // What can't be kept is still used, from here.
         std::optional<std::string> unkept;
@@ -100,13 +90,17 @@ void PeriodicFileLoader::download() {
             if (!file.empty()) std::filesystem::create_directories(file.parent_path(), error);
             if (file.empty() || !replaceFile(file, response.body)) unkept = response.body;
         }
-        scheduler.postMain([weak, file, problem, unkept = std::move(unkept)] {
+        scheduler.postMain([weak, file, problem, token, unkept = std::move(unkept)] {
             const auto self = weak.lock();
             if (!self || self->url_.empty() || self->cacheFile_ != file) return;
-            if (!problem.empty()) return self->log("Failed to download ", ", error:" + problem);
+            if (!problem.empty()) {
+                self->log("Failed to download ", ", error:" + problem);
+                return self->report(OnlineProblem::Kind::ratesNotFetched, problem);
+            }
             self->log("Download finished for ");
             if (!unkept) return self->loadCached();
             self->log("The copy can't be written of ");
+            self->report(OnlineProblem::Kind::ratesNotKept);
             self->log("Processing data for ");
             const Handler handler = self->handler_;  // which may stop the loader
             handler(&*unkept);

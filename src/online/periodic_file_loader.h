@@ -8,8 +8,10 @@
 #include <string>
 #include <string_view>
 
+#include "online/pending_work.h"
 #include "platform/http_client.h"
 #include "platform/scheduler.h"
+#include "vemo/environment.h"
 
 namespace vemo {
 
@@ -22,15 +24,19 @@ public:
     // What is wrong with a file; empty for a good one. Runs on another thread.
     using Validator = std::function<std::string(std::string_view bytes)>;
     using Log = std::function<void(std::string_view)>;
+    using Report = std::function<void(const OnlineProblem&)>;
 
-    // `client` must outlive what the loader starts. Without a `caches` folder no copy is kept.
+    // `client` must outlive what the loader starts. Without a `caches` folder no copy is kept. `pending` counts the
+    // reading and the downloads under way, until the handler has run.
     PeriodicFileLoader(Scheduler scheduler, HttpClient& client, std::filesystem::path caches, Validator validator,
-                       Log log)
+                       Log log, Report report = {}, PendingWork pending = {})
         : scheduler_(std::move(scheduler)),
           client_(client),
           caches_(std::move(caches)),
           validator_(std::move(validator)),
-          log_(std::move(log)) {}
+          log_(std::move(log)),
+          report_(std::move(report)),
+          pending_(std::move(pending)) {}
 
     // Nothing is downloaded with an interval of zero.
     void start(const std::string& url, Handler handler, std::chrono::seconds interval);
@@ -46,12 +52,15 @@ public:
 
 private:
     void log(std::string_view message, std::string_view more = "") const;
+    void report(OnlineProblem::Kind kind, std::string message = "") const;
 
     Scheduler scheduler_;
     HttpClient& client_;
     std::filesystem::path caches_;
     Validator validator_;
     Log log_;
+    Report report_;
+    PendingWork pending_;
     std::string url_;
     std::filesystem::path cacheFile_;
     std::unique_ptr<Scheduler::Timer> timer_;

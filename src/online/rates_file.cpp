@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "online/rates_file.h"
 
+#include <algorithm>
+#include <charconv>
 #include <nlohmann/json.hpp>
 
 #include "base/text.h"
@@ -22,6 +24,7 @@ public:
     CurrencyRatesContainer container;
     bool found = false;
     bool tooMany = false;
+    bool outOfRange = false;  // a number is
 
     bool null() override { return true; }
     bool boolean(bool) override { return true; }
@@ -54,7 +57,11 @@ public:
         if (depth_ <= 2) key_ = std::move(key);
         return true;
     }
-    bool parse_error(std::size_t, const std::string&, const nlohmann::detail::exception&) override { return false; }
+    bool parse_error(std::size_t, const std::string&, const nlohmann::detail::exception& error) override {
+        constexpr int numberOverflow = 406;
+        outOfRange = error.id == numberOverflow;
+        return false;
+    }
 
 private:
     bool rate(double value) {
@@ -73,12 +80,43 @@ private:
     bool inRates_ = false;
 };
 
+// The same with null for each number that no double holds: it costs its rate, not the file.
+std::string withoutHugeNumbers(std::string_view json) {
+    const auto isOfNumber = [&](std::size_t i) {
+        return i < json.size() && std::string_view("+-.eE0123456789").find(json[i]) != std::string_view::npos;
+    };
+    std::string result;
+    result.reserve(json.size());
+    for (std::size_t i = 0, end = 0; i < json.size(); i = end) {
+        end = i + 1;
+        if (json[i] == '"') {
+            while (end < json.size() && json[end] != '"') end += json[end] == '\\' ? 2 : 1;
+            end = std::min(end + 1, json.size());
+        } else if (isOfNumber(i)) {
+            while (isOfNumber(end)) ++end;
+            double number = 0;
+            const auto read = std::from_chars(json.data() + i, json.data() + end, number);
+            if (read.ec == std::errc::result_out_of_range && read.ptr == json.data() + end) {
+                result += "null";
+                continue;
+            }
+        }
+        result.append(json, i, end - i);
+    }
+    return result;
+}
+
 }  // namespace
 
 Result<CurrencyRatesContainer> parseRates(std::string_view json) {
     if (json.size() > largestFile) return Failure{"is larger than 16 MiB"};
     RatesHandler handler;
-    if (!nlohmann::json::sax_parse(json, &handler)) return Failure{handler.tooMany ? "has too many rates" : "not JSON"};
+    bool parsed = nlohmann::json::sax_parse(json, &handler);
+    if (!parsed && handler.outOfRange) {
+        handler = RatesHandler();
+        parsed = nlohmann::json::sax_parse(withoutHugeNumbers(json), &handler);
+    }
+    if (!parsed) return Failure{handler.tooMany ? "has too many rates" : "not JSON"};
     if (!handler.found) return Failure{"has no object \"rates\""};
     if (handler.container.rates.empty()) return Failure{"has no usable rates"};
     return std::move(handler.container);

@@ -3,8 +3,8 @@
 
 #include <string_view>
 
-#include "base/result.h"
 #include "vemo/context.h"
+#include "vemo/result.h"
 
 namespace vemo {
 

@@ -19,17 +19,21 @@ std::string problemOf(std::string_view bytes) {
 }  // namespace
 
 CurrencyRatesLoader::CurrencyRatesLoader(const Scheduler& scheduler, HttpClient& client,
-                                         const std::filesystem::path& caches, Log log)
+                                         const std::filesystem::path& caches, Log log, Report report,
+                                         PendingWork pending)
     : log_(log),
-      fileLoader_(std::make_shared<PeriodicFileLoader>(scheduler, client, caches, problemOf, std::move(log))) {}
+      report_(report),
+      fileLoader_(std::make_shared<PeriodicFileLoader>(scheduler, client, caches, problemOf, std::move(log),
+                                                       std::move(report), std::move(pending))) {}
 
 void CurrencyRatesLoader::start(const std::string& url, Deliver deliver, bool offline) {
-    const auto handle = [weak = weak_from_this(), deliver = std::move(deliver)](const std::string* bytes) {
+    const auto handle = [weak = weak_from_this(), url, deliver = std::move(deliver)](const std::string* bytes) {
         const auto self = weak.lock();
         if (!self || !bytes) return;
         auto rates = parseRates(*bytes);
         if (!rates) {
             if (self->log_) self->log_("Cached rates are no use: " + rates.failure().message);
+            if (self->report_) self->report_({OnlineProblem::Kind::copyUnusable, url, rates.failure().message});
             return;
         }
         self->received(*rates);

@@ -15,8 +15,10 @@ class CurrencyRatesLoader : public std::enable_shared_from_this<CurrencyRatesLoa
 public:
     using Deliver = std::function<void(CurrencyRatesContainer)>;
     using Log = PeriodicFileLoader::Log;
+    using Report = PeriodicFileLoader::Report;
 
-    CurrencyRatesLoader(const Scheduler& scheduler, HttpClient& client, const std::filesystem::path& caches, Log log);
+    CurrencyRatesLoader(const Scheduler& scheduler, HttpClient& client, const std::filesystem::path& caches, Log log,
+                        Report report = {}, PendingWork pending = {});
     virtual ~CurrencyRatesLoader() = default;
 
     // From the copy of an earlier run, and unless `offline`, from the URL now and every six hours.
@@ -30,6 +32,7 @@ protected:
 
 private:
     Log log_;
+    Report report_;
     std::shared_ptr<PeriodicFileLoader> fileLoader_;
 };
 

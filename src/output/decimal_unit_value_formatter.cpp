@@ -4,7 +4,7 @@
 #include <algorithm>
 
 #include "base/text.h"
-#include "records/context_map.h"
+#include "records/context_parts.h"
 #include "units/unit_converter.h"
 #include "units/unit_manager.h"
 
@@ -79,7 +79,7 @@ std::optional<FormattedValue> DecimalUnitValueFormatter::format(const Value& val
     if (precision)
         context.addDependencyOn(context_keys::precision);
     else
-        context.addDependencies(noPrecision_);
+        ContextParts::addDependencies(context, noPrecision_);
 
     const DecimalNumber magnitude = number->abs();
     // One and a half dollars are 1.50; what is cut off for display does not count.

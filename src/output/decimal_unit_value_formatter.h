@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "output/number_formatter.h"
 #include "output/value_formatter.h"
 #include "records/context_map.h"
+#include "vemo/number_formatter.h"
 
 namespace vemo {
 

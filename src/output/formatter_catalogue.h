@@ -5,9 +5,9 @@
 #include <memory>
 #include <string>
 
-#include "base/sorted_list.h"
 #include "output/value_formatter.h"
 #include "platform/time_zones.h"
+#include "vemo/sorted_list.h"
 
 namespace vemo {
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "output/number_formatter.h"
+#include "vemo/number_formatter.h"
 
 #include <unicode/numberformatter.h>
 #include <unicode/plurrule.h>

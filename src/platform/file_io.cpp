@@ -2,22 +2,22 @@
 #include "platform/file_io.h"
 
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
-#include <chrono>
 #include <cstdio>
 #include <cstdlib>
+#include <utility>
 
 namespace vemo {
 
 namespace {
 
-constexpr std::string_view placeholder = ".XXXXXX";  // of a temporary name, as mkstemp(3) takes it
-constexpr std::chrono::minutes longestWrite{10};
-constexpr std::size_t mostEntries = 20'000;  // of a folder that is read whole
+constexpr std::string_view placeholder = ".part-XXXXXX";  // of a temporary name, as mkstemp(3) takes it
+constexpr std::size_t mostEntries = 20'000;               // of a folder that is read whole
 
 class Descriptor {
 public:
@@ -25,6 +25,7 @@ public:
     ~Descriptor() {
         if (number_ >= 0) ::close(number_);
     }
+    Descriptor(Descriptor&& other) noexcept : number_(std::exchange(other.number_, -1)) {}
     Descriptor(const Descriptor&) = delete;
     Descriptor& operator=(const Descriptor&) = delete;
     int number() const { return number_; }
@@ -42,6 +43,20 @@ bool writeAll(int file, std::string_view bytes) {
         bytes.remove_prefix(static_cast<std::size_t>(count));
     }
     return true;
+}
+
+// A new file beside the path, locked as long as it is held open: who finds it unlocked may remove it.
+Descriptor newTemporary(const std::filesystem::path& path, std::string& name) {
+    for (int attempt = 0; attempt < 10; ++attempt) {
+        name = path.string() + std::string(placeholder);
+        Descriptor file(::mkostemp(name.data(), O_CLOEXEC));
+        if (!file) return file;
+        ::flock(file.number(), LOCK_EX);
+        // Somebody may have removed it before it was locked.
+        struct stat status {};
+        if (::fstat(file.number(), &status) == 0 && status.st_nlink > 0) return file;
+    }
+    return Descriptor(-1);
 }
 
 }  // namespace
@@ -96,18 +111,13 @@ std::vector<std::filesystem::path> filesBelow(const std::filesystem::path& folde
 }
 
 bool replaceFile(const std::filesystem::path& path, std::string_view bytes) {
-    std::string temporary = path.string() + std::string(placeholder);
-    {
-        const Descriptor file(::mkostemp(temporary.data(), O_CLOEXEC));
-        if (!file) return false;
-        struct stat old {};
-        if (::stat(path.c_str(), &old) == 0) ::fchmod(file.number(), old.st_mode & 0777);
-        if (!writeAll(file.number(), bytes) || ::fsync(file.number()) != 0) {
-            ::unlink(temporary.c_str());
-            return false;
-        }
-    }
-    if (::rename(temporary.c_str(), path.c_str()) != 0) {
+    std::string temporary;
+    const Descriptor file = newTemporary(path, temporary);
+    if (!file) return false;
+    struct stat old {};
+    if (::stat(path.c_str(), &old) == 0) ::fchmod(file.number(), old.st_mode & 0777);
+    if (!writeAll(file.number(), bytes) || ::fsync(file.number()) != 0 ||
+        ::rename(temporary.c_str(), path.c_str()) != 0) {
         ::unlink(temporary.c_str());
         return false;
     }
@@ -118,15 +128,14 @@ bool replaceFile(const std::filesystem::path& path, std::string_view bytes) {
 }
 
 void removeLeftovers(const std::filesystem::path& path) {
-    const std::string name = path.filename().string() + ".";
-    const auto oldest = std::filesystem::file_time_type::clock::now() - longestWrite;
+    const std::string name = path.filename().string() + std::string(placeholder.substr(0, placeholder.find('X')));
     std::error_code error;
     std::filesystem::directory_iterator entry(path.parent_path(), error);
     for (const std::filesystem::directory_iterator end; !error && entry != end; entry.increment(error)) {
         const std::string other = entry->path().filename().string();
         if (!other.starts_with(name) || other.size() != path.filename().string().size() + placeholder.size()) continue;
-        std::error_code gone;
-        if (entry->last_write_time(gone) < oldest && !gone) std::filesystem::remove(entry->path(), gone);
+        const Descriptor file(::open(entry->path().c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOFOLLOW));
+        if (file && ::flock(file.number(), LOCK_EX | LOCK_NB) == 0) ::unlink(entry->path().c_str());
     }
 }
 

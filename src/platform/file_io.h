@@ -17,7 +17,7 @@ namespace vemo {
 std::optional<std::string> readFileAtMost(const std::filesystem::path& path, std::size_t most);
 
 // The files below a folder that are `wanted`, in the order of their paths. What can't be read is left out, and so is
-// what lies behind so many entries that no such folder was meant, which is logged.
+// what comes after so many entries that no such folder was meant, which is logged.
 std::vector<std::filesystem::path> filesBelow(const std::filesystem::path& folder,
                                               FunctionRef<bool(const std::filesystem::path&)> wanted,
                                               const std::function<void(std::string_view)>& log);
@@ -26,7 +26,8 @@ std::vector<std::filesystem::path> filesBelow(const std::filesystem::path& folde
 // power, sees the old bytes or the new ones. False when it could not be written; the earlier file is untouched then.
 bool replaceFile(const std::filesystem::path& path, std::string_view bytes);
 
-// Removes what processes that were ended while they replaced the file have left beside it.
+// Removes what processes that were ended while they replaced the file have left beside it. Those that still write are
+// left alone.
 void removeLeftovers(const std::filesystem::path& path);
 
 }  // namespace vemo

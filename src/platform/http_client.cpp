@@ -24,8 +24,8 @@ namespace {
 constexpr long mostRedirects = 5;
 constexpr int longestWait = 60'000;  // milliseconds; a new request wakes the thread up
 
-// The library, loaded with the first request: with all it needs it would take longer to load than the rest of a short
-// program takes to run.
+// The library, loaded with the first request: a program that makes none starts sooner. (Were it linked, `vemo -e 1`
+// would take 17.3 ms of processor time instead of 13.2: LD_PRELOAD=libcurl.so.4 perf stat -r 20 vemo -e 1.)
 struct CurlLibrary {
     decltype(&::curl_global_init) globalInit = nullptr;
     decltype(&::curl_easy_init) easyInit = nullptr;

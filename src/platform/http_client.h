@@ -38,7 +38,7 @@ public:
 
     // Any thread may call it.
     void get(const std::string& url, Completion completion);
-    // `url` with a parameter behind it, encoded.
+    // `url` with a parameter added, encoded.
     static std::string withQuery(const std::string& url, const std::string& name, const std::string& value);
 
 private:

@@ -33,7 +33,7 @@ void configure(void* library) {
 
 }  // namespace
 
-std::shared_ptr<const JavaScriptCore> JavaScriptCore::load(const std::string& library, std::string& problem) {
+Result<std::shared_ptr<const JavaScriptCore>> JavaScriptCore::load(const std::string& library) {
     static std::mutex firstUse;  // of a library, so that its settings are made once and before its first script
     const std::lock_guard lock(firstUse);
     constexpr int flags = RTLD_NOW | RTLD_LOCAL | RTLD_NODELETE;  // its threads can't be unloaded
@@ -42,10 +42,10 @@ std::shared_ptr<const JavaScriptCore> JavaScriptCore::load(const std::string& li
     if (!handle) handle = dlopen(library.c_str(), flags);
     if (!handle) {
         const char* reason = dlerror();
-        problem = reason ? reason : library + " cannot be loaded";
-        return nullptr;
+        return Failure{reason ? reason : library + " cannot be loaded"};
     }
     auto table = std::make_shared<JavaScriptCore>();
+    std::string problem;
     const auto find = [&]<class Pointer>(const char* name, Pointer& function) {
         function = reinterpret_cast<Pointer>(dlsym(handle, name));
         if (!function) problem = library + ": no function " + name;
@@ -53,9 +53,9 @@ std::shared_ptr<const JavaScriptCore> JavaScriptCore::load(const std::string& li
 #define VEMO_FIND(name) find(#name, table->name);
     VEMO_JAVASCRIPT_CORE_FUNCTIONS(VEMO_FIND)
 #undef VEMO_FIND
-    if (!problem.empty()) return nullptr;
+    if (!problem.empty()) return Failure{std::move(problem)};
     if (!present) configure(handle);
-    return table;
+    return std::shared_ptr<const JavaScriptCore>(std::move(table));
 }
 
 }  // namespace vemo

@@ -6,13 +6,21 @@
 #include <unordered_set>
 
 #include "base/text.h"
-#include "records/context_map.h"
-#include "records/line_result.h"
-#include "records/remarks.h"
+#include "records/context_parts.h"
 
 namespace vemo {
 
 namespace {
+
+// Without what contexts note for themselves.
+ContextEntries entriesOf(const ContextMap& map) {
+    ContextEntries entries;
+    map.all([&](const auto& entry) {
+        if (!entry.key().starts_with(context_keys::names)) entries.emplace(entry.key(), entry.value());
+        return true;
+    });
+    return entries;
+}
 
 // A cheap test for words that can't be variables. It only grows; removed variables leave it too wide.
 struct VariableIndex {
@@ -106,6 +114,9 @@ struct Context::State {
 };
 
 Context::Context() : state_(std::make_unique<State>()) {}
+Context::Context(const ContextEntries& data) : Context() {
+    add(data, false);
+}
 Context::~Context() = default;
 Context::Context(Context&&) noexcept = default;
 Context& Context::operator=(Context&&) noexcept = default;
@@ -114,8 +125,8 @@ Context Context::copyContext() const {
     return sharing(state_->data);
 }
 
-Context Context::layer() const {
-    return sharing(ContextMap(state_->data.layer()));
+Context ContextParts::layer(const Context& context) {
+    return context.sharing(ContextMap(context.state_->data.layer()));
 }
 
 Context Context::sharing(ContextMap data) const {
@@ -182,29 +193,34 @@ void Context::syncUpdate(const std::function<void()>& block) {
     endUpdates(true);
 }
 
-void Context::add(const ContextMap& data, bool registerUpdates) {
+void Context::add(const ContextEntries& data, bool registerUpdates) {
+    for (const auto& [key, value] : data)
+        if (!key.starts_with(context_keys::names)) set(key, value, registerUpdates);
+}
+
+void ContextParts::add(Context& context, const ContextMap& data) {
     data.all([&](const auto& entry) {
-        if (entry.key().starts_with(context_keys::names))
-            return true;  // comes of the names themselves: both sides may have some
-        if (registerUpdates) {
-            set(entry.key(), entry.value());
-        } else {
-            state_->share(entry);
-            notifyUnlessPaused();
-        }
+        // Those come of the names themselves: both sides may have some.
+        if (entry.key().starts_with(context_keys::names)) return true;
+        context.state_->share(entry);
+        context.notifyUnlessPaused();
         return true;
     });
 }
 
-void Context::addUpdatesOf(const LineResult& line) {
+void ContextParts::addUpdatesOf(Context& context, const LineResult& line) {
     for (const LineResult::EntryPointer& entry : line.updates()) {
-        state_->share(*entry);
-        notifyUnlessPaused();
+        context.state_->share(*entry);
+        context.notifyUnlessPaused();
     }
 }
 
-void Context::addDependencies(const ContextMap& dependencies) {
-    ContextMap& mine = state_->dependencies();
+void Context::addDependencies(const ContextEntries& dependencies) {
+    for (const auto& [key, value] : dependencies) state_->dependencies().set(key, value);
+}
+
+void ContextParts::addDependencies(Context& context, const ContextMap& dependencies) {
+    ContextMap& mine = context.state_->dependencies();
     if (mine.empty()) {
         mine = dependencies;
         return;
@@ -215,9 +231,9 @@ void Context::addDependencies(const ContextMap& dependencies) {
     });
 }
 
-void Context::addDependenciesOf(LineResultPointer line) {
-    state_->linesDependedOn.push_back(std::move(line));
-    state_->dependenciesWait.store(true, std::memory_order_release);
+void ContextParts::addDependenciesOf(Context& context, LineResultPointer line) {
+    context.state_->linesDependedOn.push_back(std::move(line));
+    context.state_->dependenciesWait.store(true, std::memory_order_release);
 }
 
 void Context::addDependencyOn(std::u16string_view name, std::optional<IsEquatable> value,
@@ -242,10 +258,10 @@ const IsEquatable* Context::dependencyFor(std::u16string_view name) const {
     return state_->dependencies().find(name);
 }
 
-bool Context::hasUpdatesFor(const ContextMap& dependencies) const {
-    return !dependencies.all([&](const auto& entry) {
-        const IsEquatable* present = find(entry.key());
-        return !present || present->isEqual(entry.value());
+bool Context::hasUpdatesFor(const ContextEntries& dependencies) const {
+    return std::ranges::any_of(dependencies, [&](const auto& entry) {
+        const IsEquatable* present = find(entry.first);
+        return present && !present->isEqual(entry.second);
     });
 }
 
@@ -257,26 +273,36 @@ void Context::addQuickTypeExpression(std::u16string_view expression) {
     state_->quickTypeData.expressions.emplace_back(expression);
 }
 
-Remarks& Context::remarks() {
-    if (!state_->remarks) state_->remarks = std::make_unique<Remarks>();
-    return *state_->remarks;
+Remarks& remarksOf(Context& context) {
+    auto& remarks = context.state_->remarks;
+    if (!remarks) remarks = std::make_unique<Remarks>();
+    return *remarks;
 }
 
-const Remarks* Context::remarksIfAny() const {
-    return state_->remarks.get();
+const Remarks* remarksIfAny(const Context& context) {
+    return context.state_->remarks.get();
 }
 
 const QuickTypeData& Context::quickTypeData() const {
     return state_->quickTypeData;
 }
-const ContextMap& Context::data() const {
-    return state_->data;
+ContextEntries Context::data() const {
+    return entriesOf(state_->data);
 }
-const ContextMap& Context::updates() const {
-    return state_->updates;
+ContextEntries Context::updates() const {
+    return entriesOf(state_->updates);
 }
-const ContextMap& Context::dependencies() const {
-    return state_->dependencies();
+ContextEntries Context::dependencies() const {
+    return entriesOf(state_->dependencies());
+}
+const ContextMap& ContextParts::data(const Context& context) {
+    return context.state_->data;
+}
+const ContextMap& ContextParts::updates(const Context& context) {
+    return context.state_->updates;
+}
+const ContextMap& ContextParts::dependencies(const Context& context) {
+    return context.state_->dependencies();
 }
 
 bool Context::mayNameVariable(char16_t firstCharacter) const {
@@ -288,7 +314,7 @@ std::size_t Context::longestVariableName() const {
 }
 
 bool Context::isEqual(const Context& other) const {
-    return data() == other.data() && state_->updates == other.state_->updates &&
+    return state_->data == other.state_->data && state_->updates == other.state_->updates &&
            state_->dependencies() == other.state_->dependencies() &&
            state_->quickTypeData == other.state_->quickTypeData;
 }

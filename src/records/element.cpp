@@ -31,13 +31,18 @@ ElementList ElementList::slice(std::size_t from, std::size_t to) const {
     assert(from <= to && to <= size());
     ElementList result(
         {elements_.begin() + static_cast<std::ptrdiff_t>(from), elements_.begin() + static_cast<std::ptrdiff_t>(to)});
-    result.location_ = rangeOf(0, from).end();
+    result.location_ = location_ + unitsBefore(from);
     return result;
 }
 
+std::size_t ElementList::unitsBefore(std::size_t index) const {
+    if (index < seenIndex_) seenIndex_ = seenUnits_ = 0;
+    for (; seenIndex_ < index; ++seenIndex_) seenUnits_ += elements_[seenIndex_]->text().size();
+    return seenUnits_;
+}
+
 TextRange ElementList::rangeOf(std::size_t from, std::size_t to) const {
-    TextRange range{location_, 0};
-    for (std::size_t i = 0; i < from; ++i) range.location += elements_[i]->text().size();
+    TextRange range{location_ + unitsBefore(from), 0};
     for (std::size_t i = from; i < to; ++i) range.length += elements_[i]->text().size();
     return range;
 }
@@ -76,6 +81,7 @@ TextRange ElementList::trimmedRangeOf(std::size_t from, std::size_t to) const {
 
 void ElementList::replace(std::size_t location, std::size_t length, ElementPointer element) {
     assert(location + length <= size());
+    seenIndex_ = seenUnits_ = 0;
     const auto start = elements_.begin() + static_cast<std::ptrdiff_t>(location);
     if (length == 0) {
         elements_.insert(start, std::move(element));

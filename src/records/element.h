@@ -69,8 +69,13 @@ public:
     friend bool operator==(const ElementList& a, const ElementList& b);
 
 private:
+    std::size_t unitsBefore(std::size_t index) const;
+
     std::vector<ElementPointer> elements_;
     std::size_t location_ = 0;
+    // Where an element begins, from the latest question: most ask for one after the other.
+    mutable std::size_t seenIndex_ = 0;
+    mutable std::size_t seenUnits_ = 0;
 };
 
 // A candidate token: where several overlap, the higher priority wins, then the longer one, then the higher

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "records/context_parts.h"
 #include "records/run_types.h"
 
 namespace vemo {
@@ -72,7 +73,7 @@ private:
 
 }  // namespace
 
-// Reads what stands behind the line, in the order in which it was written.
+// Reads what stands after the line, in the order in which it was written.
 class LineResult::Reader {
 public:
     explicit Reader(const LineResult& result) : at_(result.texts() + result.textLength_) {}
@@ -163,7 +164,7 @@ private:
     const char16_t* at_;
 };
 
-// Allocates one object together with that many bytes behind it.
+// Allocates one object together with that many bytes after it.
 template <class T>
 class LineResult::SpaceBehind {
 public:
@@ -243,7 +244,7 @@ std::size_t LineResult::bytes() const {
 }
 
 bool LineResult::holdsIn(const Context& context) const {
-    const ContextMap& data = context.data();
+    const ContextMap& data = ContextParts::data(context);
     // What it saw first: where that has changed, the rest need not be read.
     return std::ranges::all_of(seen(),
                                [&](const EntryPointer& entry) {
@@ -264,16 +265,6 @@ void LineResult::addDependenciesTo(ContextMap& dependencies) const {
 void LineResult::absentKeys(FunctionRef<void(std::u16string_view)> visit) const {
     Reader(*this).absentKeys([&](std::u16string_view key, std::size_t) {
         visit(key);
-        return true;
-    });
-}
-
-void LineResult::prefetchParts(const ContextMap& data) const {
-    constexpr std::size_t key = 32;  // the beginning of it
-    for (std::size_t i = 0; i < updateCount_ + seenCount_; ++i)
-        prefetch(entries()[i].get(), sizeof(ContextMap::Entry) + key);
-    Reader(*this).absentKeys([&](std::u16string_view, std::size_t hash) {
-        data.prefetchPlace(hash);
         return true;
     });
 }

@@ -54,14 +54,6 @@ public:
     LineRemarks remarks() const;
     std::u16string_view extensionsLog() const;
 
-    // For a look at the result, and at `data` for it, soon: two steps, the second some time after the first.
-    void prefetchResult() const {
-        constexpr std::size_t counters = 16;  // of the shared pointer, in front
-        constexpr std::size_t usual = 256;    // size of all
-        prefetch(reinterpret_cast<const char*>(this) - counters, usual);
-    }
-    void prefetchParts(const ContextMap& data) const;
-
 private:
     class Reader;
     template <class T>

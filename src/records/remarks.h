@@ -12,6 +12,8 @@
 
 namespace vemo {
 
+class Context;
+
 // What the evaluation of one line remarked, before it is put into the user's words.
 class Remarks {
 public:
@@ -46,11 +48,15 @@ private:
     std::optional<std::vector<ReadingStep>> steps_;
 };
 
+// What the evaluation of the line under way remarks; null where it has remarked nothing.
+Remarks& remarksOf(Context& context);
+const Remarks* remarksIfAny(const Context& context);
+
 // Adds what `step` makes, where the reading of the line was asked for.
 template <class Step>
 void keepStep(Context& context, Step step) {
-    const Remarks* remarks = context.remarksIfAny();
-    if (remarks && remarks->keepsSteps()) context.remarks().step(step());
+    const Remarks* remarks = remarksIfAny(context);
+    if (remarks && remarks->keepsSteps()) remarksOf(context).step(step());
 }
 
 // What a line tells beside its value, in the user's words.

@@ -4,11 +4,11 @@
 #include <memory>
 #include <string_view>
 
-#include "base/sorted_list.h"
 #include "platform/time_zones.h"
 #include "scanning/extractor.h"
 #include "scanning/number_parsers.h"
 #include "scanning/words/phrase_detector.h"
+#include "vemo/sorted_list.h"
 
 namespace vemo {
 

@@ -10,7 +10,7 @@ namespace vemo {
 bool isFractionSign(char16_t c);
 
 // Mixed numbers, "1 1/2" and "1½", and fractions of one sign, "½". A stroke between two bare numbers is a division
-// until what stands behind is known.
+// until what follows is known.
 class FractionExtractor : public Extractor {
 public:
     explicit FractionExtractor(const DecimalParser& parser) : parser_(parser) {}

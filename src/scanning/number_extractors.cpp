@@ -23,7 +23,7 @@ ElementPointer numberElement(const DecimalNumber& number, std::u16string_view sy
     return makeElement(std::move(value), AttributedText(text, RunType::number));
 }
 
-// The digits behind the two characters of a prefix, in base 2 or 8.
+// The digits after the two characters of a prefix, in base 2 or 8.
 DecimalNumber integerLiteral(std::u16string_view text, std::uint64_t base) {
     std::uint64_t value = 0;
     for (const char16_t c : text.substr(2)) value = value * base + static_cast<std::uint64_t>(digitValue(c));

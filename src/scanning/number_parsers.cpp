@@ -2,6 +2,7 @@
 #include "scanning/number_parsers.h"
 
 #include "base/text.h"
+#include "platform/locale_info.h"
 
 namespace vemo {
 
@@ -38,7 +39,7 @@ std::vector<DecimalLiteral> decimalLiterals(std::u16string_view text) {
             ++start;
             continue;
         }
-        std::size_t last = end;  // behind the last character that a literal may end with
+        std::size_t last = end;  // after the last character that a literal may end with
         for (; end < text.size(); ++end) {
             const char16_t c = text[end];
             if (isDigit(end) || c == u'_')
@@ -52,11 +53,15 @@ std::vector<DecimalLiteral> decimalLiterals(std::u16string_view text) {
     return result;
 }
 
-DecimalParser::DecimalParser(LocaleInfo locale) : locale_(std::move(locale)) {}
+DecimalParser::DecimalParser(std::string_view locale) {
+    LocaleInfo info = LocaleInfo::forIdentifier(locale);
+    decimalSeparator_ = std::move(info.decimalSeparator);
+    groupsWithPoint_ = info.groupingSeparator == u".";
+}
 
 DecimalNumber DecimalParser::decimalNumber(std::u16string_view text) const {
-    if (locale_.groupingSeparator != u"." && text.find(u'.') != text.npos) return parse(text, u".");
-    return parse(text, locale_.decimalSeparator);
+    if (!groupsWithPoint_ && text.find(u'.') != text.npos) return parse(text, u".");
+    return parse(text, decimalSeparator_);
 }
 
 std::optional<DecimalNumber> ScientificParser::decimalNumber(std::u16string_view text) const {

@@ -14,7 +14,7 @@ struct StructuralPattern {
     std::u16string_view name;
     std::u16string_view pattern;
     std::u16string_view needed;  // lines without this text are not searched
-    bool endsWithNeeded;         // a match ends with it, so nothing behind the last one needs searching
+    bool endsWithNeeded;         // a match ends with it, so nothing after the last one needs searching
     RunType type;
     std::int64_t priority;
 };

@@ -99,7 +99,7 @@ bool UnitExtractor::isKelvin(std::u16string_view text, std::size_t k) const {
     return !next.empty() && next.front().range.location == 0 && next.front().object == u"in";
 }
 
-// The signs of feet and inches are those of minutes and seconds of arc behind degrees: "30° 15′ 20″".
+// The signs of feet and inches are those of minutes and seconds of arc after degrees: "30° 15′ 20″".
 std::optional<std::u16string> UnitExtractor::arcUnit(std::u16string_view text, TextRange range) {
     constexpr char16_t degrees = u'\u00b0', minutes = u'\u2032', seconds = u'\u2033';
     const char16_t sign = text[range.location];
@@ -131,7 +131,7 @@ bool UnitExtractor::isWord(std::u16string_view text, TextRange range) const {
     return next.empty() || next.front().range.location != 0 || !isConversion(next.front());
 }
 
-// False for a unit whose name is a word first, unless it stands behind a number, a conversion word, or the sign or word
+// False for a unit whose name is a word first, unless it stands after a number, a conversion word, or the sign or word
 // of a rate.
 bool UnitExtractor::hasItsPlace(std::u16string_view text, TextRange range) const {
     if (!units_.isForNumbersOnly(range.in(text))) return true;

@@ -43,7 +43,7 @@ private:
 
 // Names and symbols of units. One that is an operator's name too ("in") is a unit where a number stands before
 // it and no operand can follow: "6 ft 2 in", "5 in in cm". A currency's code that is a word ("try", "all") counts in
-// capitals or in a conversion: "100 ron in eur", "$50 in try". One that is a word first ("bar", "turn") counts behind a
+// capitals or in a conversion: "100 ron in eur", "$50 in try". One that is a word first ("bar", "turn") counts after a
 // number, and where a unit must stand; K is a kelvin where a temperature is converted.
 class UnitExtractor : public Extractor {
 public:

@@ -14,7 +14,11 @@ JavaScriptFunction::~JavaScriptFunction() {
 }
 
 std::optional<Value> JavaScriptFunction::evaluate(const std::vector<Value>& values, Context&) const {
-    const ScriptContext::Run run(*script_, limit_);
+    if (const auto refusal = script_->refusalOfCalls()) {
+        report_(std::u16string(u"Error on line : ").append(*refusal));
+        return std::nullopt;
+    }
+    const ScriptContext::Run run(*script_, limit_, ScriptContext::Kind::call);
     const JavaScriptCore& js = script_->js();
     const JSContextRef context = script_->context();
     JSValueRef exception = nullptr;

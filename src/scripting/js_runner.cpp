@@ -24,24 +24,50 @@ std::vector<std::u16string> splitAtCommas(std::u16string_view text) {
     }
 }
 
-// Jobs that a script leaves for later would run outside of every bound, as they do in each other's wake without end;
-// so what makes them is not let in. Both words are keywords only where they are written out.
-std::optional<std::u16string> refusal(std::u16string_view source) {
-    const auto isPartOfName = [&](std::size_t i) {
-        const char16_t c = i < source.size() ? source[i] : u' ';
-        return c == u'_' || c == u'$' || (c >= u'0' && c <= u'9') || (c >= u'a' && c <= u'z') ||
-               (c >= u'A' && c <= u'Z');
-    };
-    for (const std::u16string_view word : {u"async", u"import"}) {
-        for (std::size_t i = source.find(word); i != source.npos; i = source.find(word, i + 1)) {
-            if ((i > 0 && isPartOfName(i - 1)) || isPartOfName(i + word.size())) continue;
-            const auto line = std::count(source.begin(), source.begin() + static_cast<std::ptrdiff_t>(i), u'\n') + 1;
-            return std::u16string(u"Error on line ")
-                .append(toUtf16(std::to_string(line)))
-                .append(u": the word '")
-                .append(word)
-                .append(u"' is not accepted, for a line needs its result at once");
-        }
+struct Word {
+    std::u16string_view word, other;
+};
+
+// Jobs that a script leaves for later would run outside of every bound, as they do in each other's wake without end; so
+// what makes them is not let in. A text in which the word is another one is no longer well-formed where the word is
+// used as a keyword; in comments, texts and names of properties it makes no difference.
+constexpr Word keywords[] = {
+    {u"async", u"a$ync"},    // a name like any other
+    {u"import", u"export"},  // a keyword that makes no expression
+};
+
+bool isPartOfName(char16_t c) {
+    return c == u'_' || c == u'$' || (c >= u'0' && c <= u'9') || (c >= u'a' && c <= u'z') || (c >= u'A' && c <= u'Z');
+}
+
+// The text with the other word everywhere; nothing where the word does not occur.
+std::optional<std::u16string> exchanged(std::u16string_view source, const Word& keyword) {
+    std::optional<std::u16string> result;
+    for (std::size_t i = source.find(keyword.word); i != source.npos; i = source.find(keyword.word, i + 1)) {
+        const std::size_t end = i + keyword.word.size();
+        if ((i > 0 && isPartOfName(source[i - 1])) || (end < source.size() && isPartOfName(source[end]))) continue;
+        if (!result) result.emplace(source);
+        result->replace(i, keyword.word.size(), keyword.other);
+    }
+    return result;
+}
+
+// Why a text is not evaluated. One that is not well-formed says so itself when it is.
+std::optional<std::u16string> refusal(ScriptContext& script, std::u16string_view source) {
+    for (const Word& keyword : keywords) {
+        const auto other = exchanged(source, keyword);
+        JSValueRef exception = nullptr;
+        if (!other || script.isWellFormed(*other, &exception)) continue;
+        JSValueRef fault = nullptr, failure = nullptr;
+        if (!script.isWellFormed(source, &fault)) return std::nullopt;
+        const auto line = script.js().JSValueIsObject(script.context(), exception)
+                              ? script.number(const_cast<JSObjectRef>(exception), u"line", &failure)
+                              : std::nullopt;
+        return std::u16string(u"Error on line ")
+            .append(line ? toUtf16(std::to_string(static_cast<long>(*line))) : u"")
+            .append(u": the word '")
+            .append(keyword.word)
+            .append(u"' is not accepted, for a line needs its result at once");
     }
     return std::nullopt;
 }
@@ -161,11 +187,12 @@ void JSRunner::defineGlobals() {
     };
     const JSObjectRef global = js.JSContextGetGlobalObject(context);
 
+    constexpr JSPropertyAttributes fixed = kJSPropertyAttributeReadOnly | kJSPropertyAttributeDontDelete;
     const JSStaticFunction methods[] = {
-        {"setVariable", Callbacks::call<&Callbacks::setVariable>, kJSPropertyAttributeReadOnly},
-        {"addUnit", Callbacks::call<&Callbacks::addUnit>, kJSPropertyAttributeReadOnly},
-        {"addFunction", Callbacks::call<&Callbacks::addFunction>, kJSPropertyAttributeReadOnly},
-        {"log", Callbacks::call<&Callbacks::log>, kJSPropertyAttributeReadOnly},
+        {"setVariable", Callbacks::call<&Callbacks::setVariable>, fixed},
+        {"addUnit", Callbacks::call<&Callbacks::addUnit>, fixed},
+        {"addFunction", Callbacks::call<&Callbacks::addFunction>, fixed},
+        {"log", Callbacks::call<&Callbacks::log>, fixed},
         {nullptr, nullptr, 0},
     };
     const auto makeClass = [&](const char* name, const JSStaticFunction* functions) {
@@ -176,12 +203,36 @@ void JSRunner::defineGlobals() {
     };
     const JSClassRef hostClass = makeClass("JSVemo", methods);
     const JSClassRef contextClass = makeClass("Context", nullptr);
-    script.set(global, u"log", function(u"log", Callbacks::call<&Callbacks::log>));
-    script.set(global, u"JSVemo", js.JSObjectMakeConstructor(context, hostClass, Callbacks::construct));
-    script.set(global, u"vemo", js.JSObjectMake(context, hostClass, nullptr));
-    script.set(global, u"Context", js.JSObjectMakeConstructor(context, contextClass, Callbacks::construct));
+    globals_ = {{u"log", function(u"log", Callbacks::call<&Callbacks::log>)},
+                {u"Context", js.JSObjectMakeConstructor(context, contextClass, Callbacks::construct)}};
+    for (const auto& [name, object] : globals_) js.JSValueProtect(context, object);
+    // No file can take these from the ones after it.
+    script.set(global, u"JSVemo", js.JSObjectMakeConstructor(context, hostClass, Callbacks::construct), fixed);
+    script.set(global, u"vemo", js.JSObjectMake(context, hostClass, nullptr), fixed);
     js.JSClassRelease(hostClass);
     js.JSClassRelease(contextClass);
+}
+
+void JSRunner::offerGlobals() {
+    ScriptContext& script = *jsvmContext_;
+    const JSObjectRef global = script.js().JSContextGetGlobalObject(script.context());
+    for (const auto& [name, object] : globals_) script.set(global, name, object);
+}
+
+JSRunner::Calculation::Calculation(JSRunner* runner, const std::atomic<bool>* cancelled) {
+    if (!runner) return;
+    runner->clearLog();
+    script_ = runner->jsvmContext_.get();
+    limit_ = runner->limits_.calculation;
+    if (script_) script_->beginCalculation(limit_, cancelled);
+}
+
+JSRunner::Calculation::~Calculation() {
+    if (script_) script_->beginCalculation(limit_, nullptr);
+}
+
+bool JSRunner::takeCutShort() {
+    return jsvmContext_ && jsvmContext_->takeCutShort();
 }
 
 JSRunner::JSRunner(JSVemo& jsVemo, const ScriptLimits& limits, Log systemLog, std::string library)
@@ -193,14 +244,13 @@ JSRunner::~JSRunner() = default;
 
 bool JSRunner::start() {
     if (jsvmContext_) return true;
-    std::string problem;
-    auto js = JavaScriptCore::load(library_, problem);
+    auto js = JavaScriptCore::load(library_);
     if (!js) {
-        append(std::u16string(u"Scripts need the JavaScript engine: ").append(toUtf16(problem)));
+        append(std::u16string(u"Scripts need the JavaScript engine: ").append(toUtf16(js.failure().message)));
         return false;
     }
-    jsvmContext_ = std::make_shared<ScriptContext>(std::move(js), limits_.memory, *this);
-    const ScriptContext::Run run(*jsvmContext_, limits_.evaluation);
+    jsvmContext_ = std::make_shared<ScriptContext>(*std::move(js), limits_.memory, *this);
+    const ScriptContext::Run run(*jsvmContext_, limits_.evaluation, ScriptContext::Kind::file);
     defineGlobals();
     return true;
 }
@@ -208,11 +258,12 @@ bool JSRunner::start() {
 bool JSRunner::evaluate(std::u16string_view text, std::string_view fileName) {
     if (!start()) return false;
     ScriptContext& script = *jsvmContext_;
-    if (const auto reason = refusal(text)) {
+    const ScriptContext::Run run(script, limits_.evaluation, ScriptContext::Kind::file);
+    if (const auto reason = refusal(script, text)) {
         append(*reason);
         return false;
     }
-    const ScriptContext::Run run(script, limits_.evaluation);
+    offerGlobals();  // whatever the files before did to them
     JSValueRef exception = nullptr;
     scriptEvaluation_ = true;
     script.evaluate(text, toUtf16(fileName), &exception);

@@ -1,13 +1,19 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <atomic>
+#include <chrono>
 #include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 #include "scripting/js_vemo.h"
 #include "vemo/engine.h"
+
+struct OpaqueJSValue;  // of the JavaScript engine
 
 namespace vemo {
 
@@ -27,16 +33,34 @@ public:
     // says why.
     bool evaluate(std::u16string_view script, std::string_view fileName);
 
-    // The messages since it was cleared, each with a line feed behind it.
+    // The messages since it was cleared, each with a line feed after it.
     const std::u16string& log() const { return log_; }
     void clearLog() { log_.clear(); }
     void append(std::u16string_view message);
+
+    // The calls made while one lives are bounded together, and are stopped once `cancelled` is set. The runner may be
+    // null.
+    class Calculation {
+    public:
+        Calculation(JSRunner* runner, const std::atomic<bool>* cancelled);
+        ~Calculation();
+        Calculation(const Calculation&) = delete;
+        Calculation& operator=(const Calculation&) = delete;
+
+    private:
+        ScriptContext* script_ = nullptr;
+        std::chrono::milliseconds limit_{};
+    };
+    // True when, since the last question, a call came to no result through what was no fault of its own: what depends
+    // on it may come out otherwise the next time.
+    bool takeCutShort();
 
 private:
     struct Callbacks;
 
     bool start();
     void defineGlobals();
+    void offerGlobals();
 
     JSVemo& jsVemo_;
     ScriptLimits limits_;
@@ -45,6 +69,8 @@ private:
     std::u16string log_;
     bool scriptEvaluation_ = false;
     std::shared_ptr<ScriptContext> jsvmContext_;
+    std::vector<std::pair<std::u16string_view, OpaqueJSValue*>>
+        globals_;  // those that a file may put others in place of
 };
 
 }  // namespace vemo

@@ -16,9 +16,13 @@ namespace vemo {
 namespace {
 
 constexpr double watchInterval = 0.01;  // seconds between two looks at a running script
-constexpr auto memoryMoment = std::chrono::milliseconds(100);
+constexpr auto memoryMoment = std::chrono::milliseconds(20);
+constexpr std::size_t mostRunsUnseen = 16;
 constexpr std::size_t longestText = 1u << 20;  // of what a script hands over, in UTF-16 units
 constexpr std::size_t longestMessage = 1u << 10;
+
+constexpr std::u16string_view cancelledCalculation = u"stopped, for the calculation was cancelled";
+constexpr std::u16string_view ofCalculation = u"not called, for the calls of this calculation were ";
 
 // What would escape the bounds: jobs that run after the script, waiting, big memory in one step.
 constexpr std::u16string_view withdrawn =
@@ -106,6 +110,10 @@ void ScriptContext::armWatch(double seconds) {
 bool ScriptContext::shouldTerminate(JSContextRef, void* data) {
     auto& script = *static_cast<ScriptContext*>(data);
     if (!script.stopReason_.empty()) return true;
+    if (script.isCancelled()) {
+        script.stopReason_ = cancelledCalculation;
+        return true;
+    }
     if (threadTime() > script.deadline_) {
         script.stopReason_ = tookMore(u"time", static_cast<std::size_t>(script.limit_.count()), u"ms");
         return true;
@@ -119,29 +127,83 @@ bool ScriptContext::shouldTerminate(JSContextRef, void* data) {
     return false;
 }
 
-ScriptContext::Run::Run(ScriptContext& script, std::chrono::milliseconds limit)
-    : script_(script), before_(current_), outermost_(script.runs_ == 0) {
+void ScriptContext::beginCalculation(std::chrono::milliseconds limit, const std::atomic<bool>* cancelled) {
+    calculationLimit_ = limit;
+    calculationLeft_ = limit;
+    cancelled_ = cancelled;
+    cutShort_ = false;
+}
+
+std::optional<std::u16string> ScriptContext::refusalOfCalls() {
+    if (runs_ > 0) return std::nullopt;
+    std::u16string reason;
+    if (isCancelled())
+        reason = cancelledCalculation;
+    else if (calculationLeft_ <= std::chrono::nanoseconds(0))
+        reason = std::u16string(ofCalculation)
+                     .append(tookMore(u"time", static_cast<std::size_t>(calculationLimit_.count()), u"ms"));
+    else if (keepsTooMuch_)
+        reason = std::u16string(u"not called, for scripts keep more memory than ")
+                     .append(toUtf16(std::to_string(memory_ >> 20)))
+                     .append(u" MB");
+    else
+        return std::nullopt;
+    cutShort_ = true;
+    return reason;
+}
+
+ScriptContext::Run::Run(ScriptContext& script, std::chrono::milliseconds limit, Kind kind)
+    : script_(script), before_(current_), outermost_(script.runs_ == 0), kind_(kind) {
     current_ = &script;
     ++script_.runs_;
     if (!outermost_) return;
     script_.js_->JSLock(script_.context_);
     script_.stopReason_.clear();
     script_.limit_ = limit;
-    script_.deadline_ = threadTime() + limit;
+    script_.started_ = threadTime();
+    script_.deadline_ = script_.started_ + limit;
+    if (kind == Kind::call && script_.calculationLeft_ < limit) {
+        script_.limit_ = script_.calculationLimit_;
+        script_.deadline_ = script_.started_ + script_.calculationLeft_;
+    }
     // Asking for the memory costs more than a short call; what it was a moment ago will do.
     const auto now = std::chrono::steady_clock::now();
-    if (now - script_.memorySeen_ < memoryMoment) return;
+    if (++script_.runsUnseen_ < mostRunsUnseen && now - script_.memorySeen_ < memoryMoment) return;
+    script_.runsUnseen_ = 0;
     script_.memorySeen_ = now;
-    script_.memoryBefore_ = residentMemory();
+    script_.lookAtMemory();
 }
 
 ScriptContext::Run::~Run() {
     if (outermost_) {
+        if (kind_ == Kind::call) {
+            script_.calculationLeft_ -= threadTime() - script_.started_;
+            if (!script_.stopReason_.empty())
+                script_.cutShort_ = script_.cutShort_ || script_.isCancelled() ||
+                                    script_.calculationLeft_ <= std::chrono::nanoseconds(0);
+        }
         if (!script_.stopReason_.empty()) script_.recover();
         script_.js_->JSUnlock(script_.context_);
     }
     --script_.runs_;
     current_ = before_;
+}
+
+// Calls that keep a little each can't be seen by what one takes: where the process has grown much, the scripts' own
+// memory is looked at.
+void ScriptContext::lookAtMemory() {
+    memoryBefore_ = residentMemory();
+    if (memoryAtCollection_ == 0) memoryAtCollection_ = memoryBefore_;
+    if (memoryBefore_ < memoryAtCollection_ + memory_ / 4) return;
+    js_->JSGarbageCollect(context_);
+    keepsTooMuch_ = heapSize() > memory_;
+    memoryBefore_ = memoryAtCollection_ = residentMemory();
+}
+
+std::size_t ScriptContext::heapSize() {
+    JSValueRef exception = nullptr;
+    const auto size = number(js_->JSGetMemoryUsageStatistics(context_), u"heapSize", &exception);
+    return size && *size > 0 ? static_cast<std::size_t>(*size) : 0;
 }
 
 // A script stopped inside a host function leaves the order to stop behind, for the next one to run into.
@@ -158,6 +220,11 @@ JSValueRef ScriptContext::evaluate(std::u16string_view source, std::u16string_vi
     const ScriptText text(*js_, source);
     const ScriptText url(*js_, name);
     return js_->JSEvaluateScript(context_, text, nullptr, url, 1, exception);
+}
+
+bool ScriptContext::isWellFormed(std::u16string_view source, JSValueRef* exception) {
+    const ScriptText text(*js_, source);
+    return js_->JSCheckScriptSyntax(context_, text, nullptr, 1, exception);
 }
 
 bool ScriptContext::isAbsent(JSValueRef value) const {

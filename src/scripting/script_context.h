@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <atomic>
 #include <chrono>
 #include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "platform/javascript_core.h"
 #include "vemo/value.h"
@@ -50,11 +52,20 @@ public:
     // The one that runs on this thread: what the engine calls back has no other way to find it.
     static ScriptContext& current() { return *current_; }
 
+    // All calls until the next one may take so long together, and are stopped once `cancelled` is set. It is read as
+    // long as calls are made.
+    void beginCalculation(std::chrono::milliseconds limit, const std::atomic<bool>* cancelled);
+    // Why no call is made any more in this calculation; nothing as long as they are.
+    std::optional<std::u16string> refusalOfCalls();
+    // True when a call since the last question was not made, or was stopped, for what is no fault of its own.
+    bool takeCutShort() { return std::exchange(cutShort_, false); }
+
+    enum class Kind { file, call };
     // What a script does while one of these lives is bounded: past the time (of this thread) or the memory it is
     // stopped. They nest; the outermost counts.
     class Run {
     public:
-        Run(ScriptContext& script, std::chrono::milliseconds limit);
+        Run(ScriptContext& script, std::chrono::milliseconds limit, Kind kind);
         ~Run();
         Run(const Run&) = delete;
         Run& operator=(const Run&) = delete;
@@ -63,6 +74,7 @@ public:
         ScriptContext& script_;
         ScriptContext* before_;  // on this thread
         bool outermost_;
+        Kind kind_;
     };
 
     // Why the present run was stopped; empty when it wasn't.
@@ -85,12 +97,17 @@ public:
     bool isAbsent(JSValueRef value) const;
     JSValueRef error(std::u16string_view message);
     JSValueRef evaluate(std::u16string_view source, std::u16string_view name, JSValueRef* exception);
+    // True for a source that could be evaluated. Nothing of it runs.
+    bool isWellFormed(std::u16string_view source, JSValueRef* exception);
     void set(JSObjectRef object, std::u16string_view name, JSValueRef value, JSPropertyAttributes attributes = 0);
 
 private:
     static bool shouldTerminate(JSContextRef, void* data);
     void armWatch(double seconds);
     void recover();
+    void lookAtMemory();
+    std::size_t heapSize();
+    bool isCancelled() const { return cancelled_ && *cancelled_; }
 
     static thread_local ScriptContext* current_;
 
@@ -102,10 +119,19 @@ private:
     std::optional<ScriptText> double_, unitId_;  // names, made once
 
     std::size_t runs_ = 0;
-    std::chrono::nanoseconds deadline_{};  // on the clock of the thread
+    std::chrono::nanoseconds started_{};  // on the clock of the thread
+    std::chrono::nanoseconds deadline_{};
     std::chrono::milliseconds limit_{};
     std::size_t memoryBefore_ = 0;
     std::chrono::steady_clock::time_point memorySeen_{};
+    std::size_t runsUnseen_ = 0;
+    std::size_t memoryAtCollection_ = 0;  // of the process, when the scripts' own was looked at
+    bool keepsTooMuch_ = false;
+
+    std::chrono::milliseconds calculationLimit_{};
+    std::chrono::nanoseconds calculationLeft_{};
+    const std::atomic<bool>* cancelled_ = nullptr;
+    bool cutShort_ = false;
     std::u16string stopReason_;
 };
 

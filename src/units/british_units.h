@@ -12,7 +12,7 @@ class UnitRegistry;
 // True for English as it is written where pints are imperial, such as "en_GB".
 bool hasImperialMeasures(std::string_view locale);
 
-// Gives the words pint, gallon, quart, cup, fluid ounce, gill and mpg to the imperial units, and "p" behind a number to
+// Gives the words pint, gallon, quart, cup, fluid ounce, gill and mpg to the imperial units, and "p" after a number to
 // pence. After the units and scales.
 void registerImperialMeasures(UnitRegistry& registry, ScaleManager& scales, const Localizer& localizer);
 

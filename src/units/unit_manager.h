@@ -27,7 +27,7 @@ public:
     void restrictToConversions(std::u16string phrase) { conversionOnly_.insert(std::move(phrase)); }
     bool isForConversionsOnly(const std::u16string& phrase) const { return conversionOnly_.contains(phrase); }
 
-    // A phrase, in the case in which it counts, that is a word first: it names its unit behind a number, or where a
+    // A phrase, in the case in which it counts, that is a word first: it names its unit after a number, or where a
     // unit must stand.
     void restrictToNumbers(std::u16string phrase) { afterNumbers_.insert(std::move(phrase)); }
     bool isForNumbersOnly(std::u16string_view phrase) const;

@@ -105,6 +105,7 @@ TEST(Command, loadsAndChecksScripts) {
     EXPECT_EQ(run("--extensions " + folder + " -q -e 'broken 1'").output, "broken 1\n" + error);
     EXPECT_NE(run("--json --extensions " + folder + " -e 'twice 1' 2>/dev/null").output.find("\"log\":\"called\\n\""),
               std::string::npos);
+    std::filesystem::remove_all(folder);
     EXPECT_EQ(run("--extensions " + folder + " -e 1").status, 2);
 }
 

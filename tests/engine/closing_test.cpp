@@ -31,6 +31,7 @@ public:
     void engineLog(std::string_view) override { hear(); }
     void engineInitialized() override { hear(); }
     void engineCryptoInitialized() override { hear(); }
+    void engineOnlineProblem(const OnlineProblem&) override { hear(); }
     void hear() {
         EXPECT_TRUE(engine_) << "an engine that is gone says nothing";
         if (--left_ == 0) engine_ = nullptr;
@@ -69,11 +70,13 @@ TEST(Closing, isSafeWhileAnythingArrives) {
         // Answers arrive some tenths of a millisecond after they were asked for.
         const auto end = std::chrono::steady_clock::now() + std::chrono::microseconds(random() % 40'000);
         while (engine && std::chrono::steady_clock::now() < end) {
-            engine->calculate(u"time in Tokyo\nloud()\n$5 in EUR", Context(), [&](VemoEngine::Result) {
-                if (random() % 8 == 0) engine = nullptr;
-            });
+            engine->calculate(u"time in Tokyo\nloud()\n$5 in EUR\ntime in Atlantis", Context(),
+                              [&](VemoEngine::Result) {
+                                  if (random() % 8 == 0) engine = nullptr;
+                              });
             if (engine && random() % 16 == 0)
                 engine->buildQuickTypeEngine(VemoEngine::WorkerThread::background, [](auto) {});
+            if (engine && engine->pending().places) loop->poll();
             loop->runFor(std::chrono::milliseconds(random() % 3));
         }
         engine = nullptr;

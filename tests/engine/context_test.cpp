@@ -7,8 +7,7 @@
 #include <unordered_map>
 #include <vector>
 
-#include "records/context_map.h"
-#include "records/line_result.h"
+#include "records/context_parts.h"
 
 namespace vemo {
 namespace {
@@ -218,8 +217,9 @@ TEST(Context, hasTheDependenciesOfItsLines) {
     line.addDependencyOn(variableKey(u"b"), std::nullopt, Value());
     Context document;
     document.addDependencyOn(variableKey(u"a"), number(4));
-    document.addDependenciesOf(LineResult::make(Value(), line.updates(), line.dependencies(), AttributedText(),
-                                                FormattedValue(), QuickTypeData(), u""));
+    ContextParts::addDependenciesOf(
+        document, LineResult::make(Value(), ContextParts::updates(line), ContextParts::dependencies(line),
+                                   AttributedText(), FormattedValue(), QuickTypeData(), u""));
     EXPECT_EQ(document.dependencies(), line.dependencies());
     document.addDependencyOn(variableKey(u"a"), number(6));
     EXPECT_EQ(*document.dependencyFor(variableKey(u"a")), IsEquatable(number(6)));

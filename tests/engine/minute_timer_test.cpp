@@ -92,5 +92,40 @@ TEST(MinuteTimer, ticksWhenTheMinuteTurnsUntilTheCalculatorGoes) {
     late();
 }
 
+// Without an executor no timer runs: the time is that of each calculation, but for test mode.
+TEST(EngineWithoutExecutor, takesTheTimeAnewWithEachCalculation) {
+    for (const bool testMode : {false, true}) {
+        double now = 1795525259;  // 24 November 2026, 13:00 UTC
+        Environment environment = fixedEnvironment();
+        environment.clock = [&] { return at(now); };
+        VemoEngine engine(environment);
+        VemoEngine::Config config;
+        config.testMode = testMode;
+        engine.buildVemoWorker(config);
+        const auto result = [&](bool wait) {
+            std::string text;
+            const auto take = [&](const VemoEngine::Result& calculated) {
+                for (const auto& line : calculated.lines)
+                    text += plainSpaces(utf8(line.formattedResult().regular.value_or(u""))) + ";";
+            };
+            Context context;
+            if (wait)
+                take(*engine.calculateSync(u"time\ntoday", context));
+            else
+                engine.calculate(u"time\ntoday", context, take);
+            return text;
+        };
+        const std::string first = result(true);
+        EXPECT_EQ(result(false), first);
+        now += 60;
+        const std::string minuteLater = result(true);
+        EXPECT_EQ(minuteLater == first, testMode) << minuteLater;
+        now += 86400;
+        const std::string dayLater = result(false);
+        EXPECT_EQ(dayLater == minuteLater, testMode) << dayLater;
+        EXPECT_EQ(dayLater.substr(dayLater.find(';')) == first.substr(first.find(';')), testMode) << dayLater;
+    }
+}
+
 }  // namespace
 }  // namespace vemo::test

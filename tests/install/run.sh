@@ -1,5 +1,5 @@
 #!/bin/sh
-# Installs a build into a temporary prefix and uses it from outside: run.sh BUILD_FOLDER
+# Installs a build into a temporary prefix and uses it from outside: run.sh BUILD_FOLDER SHARED_LIBRARY
 set -eu
 here=$(cd "$(dirname "$0")" && pwd)
 work=$(mktemp -d)
@@ -9,6 +9,17 @@ cmake -G Ninja -S "$here" -B "$work/build" -DCMAKE_PREFIX_PATH="$work/prefix" >"
 cmake --build "$work/build" >"$work/log" 2>&1 || { cat "$work/log"; exit 1; }
 [ "$("$work/build/consumer")" = "12.7 cm" ]
 [ "$("$work/build/c_consumer")" = "1024" ]
+mkdir "$work/data"
+[ "$("$work/build/everything" "$work/data")" = "everything" ]
+
+# Each header alone, with every compiler there is.
+for compiler in g++ clang++; do
+    command -v $compiler >/dev/null || continue
+    for header in "$work"/prefix/include/vemo/*.h; do
+        printf '#include <vemo/%s>\n' "${header##*/}" | $compiler -x c++ -std=c++20 -fsyntax-only -Wall -Wextra \
+            -Werror -I"$work/prefix/include" - || { echo "${header##*/} does not compile alone with $compiler"; exit 1; }
+    done
+done
 [ "$("$work/prefix/bin/vemo" -e '2 + 3')" = "2 + 3  5" ]
 
 # The example of an application, twice: the second time it shows first what the first one stored.
@@ -30,4 +41,11 @@ config=$(find "$work/prefix" -name vemo.pc)
 export PKG_CONFIG_PATH=$(dirname "$config")
 c++ -std=c++20 "$here/main.cpp" -o "$work/program" $(pkg-config --define-prefix --static --cflags --libs vemo)
 [ "$("$work/program")" = "12.7 cm" ]
+# The same with the library as a shared one.
+mkdir "$work/shared" "$work/data/shared"
+cp "$2" "$work/shared"
+ln -s "$(basename "$2")" "$work/shared/libvemo.so"
+c++ -std=c++20 -I"$work/prefix/include" "$here/everything.cpp" -L"$work/shared" -lvemo -Wl,-rpath,"$work/shared" \
+    -o "$work/everything"
+[ "$("$work/everything" "$work/data/shared")" = "everything" ]
 test -f "$work/prefix/share/man/man1/vemo.1"

@@ -97,7 +97,7 @@ protected:
             const std::lock_guard lock(logging);
             log.emplace_back(message);
         },
-        1ms);
+        nullptr, 1ms);
 };
 
 TEST_F(Service, asksForAnEncodedPlace) {
@@ -144,7 +144,7 @@ protected:
 
     std::promise<void> gate;
     std::shared_future<void> held = gate.get_future().share();
-    std::shared_ptr<GeoNamesManager> manager = std::make_shared<GeoNamesManager>(scheduler, service, 0s);
+    std::shared_ptr<GeoNamesManager> manager = std::make_shared<GeoNamesManager>(scheduler, service, PendingWork(), 0s);
 };
 
 TEST_F(Manager, dropsLookUpsOfEarlierCalculations) {
@@ -180,49 +180,78 @@ TEST_F(Manager, asksForAPlaceOnceAtATimeAndAgainAfterAFailure) {
 }
 
 // The whole engine: a place is an error until its zone is known, then the document is told to calculate again.
-class Application : public VemoEngineDelegate {
-public:
-    explicit Application(RunLoop& loop) : loop_(loop) {}
-    void engineContextUpdated(const Context&) override {
-        ++updates;
-        loop_.stop();
+class EngineWithAPlaceServer : public testing::Test {
+protected:
+    struct Application : VemoEngineDelegate {
+        void engineContextUpdated(const Context&) override { ++updates; }
+        void engineOnlineProblem(const OnlineProblem& problem) override {
+            problems.push_back(problem.source + ": " + problem.message);
+        }
+        int updates = 0;
+        std::vector<std::string> problems;
+    };
+
+    EngineWithAPlaceServer() {
+        engine.setDelegate(application);
+        engine.buildVemoWorker(VemoEngine::Config(), VemoEngine::WorkerThread::background);
     }
-    int updates = 0;
-
-private:
-    RunLoop& loop_;
-};
-
-TEST(EngineWithAPlaceServer, resolvesPlacesForTheNextCalculation) {
-    TestServer server;
-    server.on("/timezone?q=Tokyo", {ok("Asia/Tokyo")});
-    server.on("/timezone?q=Atlantis", {ok("Nowhere/Atlantis")});
-    const auto loop = std::make_shared<RunLoop>();
-    Environment environment = fixedEnvironment();
-    environment.sources.timeZones = server.url("/timezone");
-    VemoEngine engine(environment, loop);
-    const auto application = std::make_shared<Application>(*loop);
-    engine.setDelegate(application);
-    engine.buildVemoWorker(VemoEngine::Config(), VemoEngine::WorkerThread::background);
-    const auto answer = [&] {
-        std::vector<std::string> texts;
-        engine.calculate(u"time in Tokyo\ntime in Atlantis\n1 + 1", Context(), [&](VemoEngine::Result result) {
+    Environment environment() const {
+        Environment environment = fixedEnvironment();
+        environment.sources.timeZones = server.url("/timezone");
+        return environment;
+    }
+    std::vector<std::string> answer(std::u16string_view text) {
+        std::optional<std::vector<std::string>> texts;
+        engine.calculate(text, Context(), [&](VemoEngine::Result result) {
+            texts.emplace();
             for (const auto& line : result.lines)
-                texts.push_back(plainSpaces(utf8(line.formattedResult().regular.value_or(u""))));
+                texts->push_back(plainSpaces(utf8(line.formattedResult().regular.value_or(u""))));
             loop->stop();
         });
         const auto end = std::chrono::steady_clock::now() + deadline;
-        while (texts.empty() && std::chrono::steady_clock::now() < end) loop->runFor(10ms);
-        return texts;
-    };
-    EXPECT_THAT(answer(), ElementsAre("", "", "2"));
-    const auto end = std::chrono::steady_clock::now() + deadline;
-    while (application->updates == 0 && std::chrono::steady_clock::now() < end) loop->runFor(10ms);
-    EXPECT_THAT(answer(), ElementsAre("10:00 PM", "", "2"));
+        while (!texts && std::chrono::steady_clock::now() < end) loop->runFor(10ms);
+        return texts.value_or(std::vector<std::string>());
+    }
+    // The answer once nothing is on its way any more.
+    std::vector<std::string> settled(std::u16string_view text) {
+        answer(text);
+        const auto end = std::chrono::steady_clock::now() + deadline;
+        while (engine.pending().places && std::chrono::steady_clock::now() < end) loop->runFor(1ms);
+        loop->poll();
+        return answer(text);
+    }
+
+    TestServer server;
+    const std::shared_ptr<RunLoop> loop = std::make_shared<RunLoop>();
+    const std::shared_ptr<Application> application = std::make_shared<Application>();
+    VemoEngine engine{environment(), loop};
+};
+
+TEST_F(EngineWithAPlaceServer, resolvesPlacesForTheNextCalculation) {
+    server.on("/timezone?q=Tokyo", {ok("Asia/Tokyo")});
+    server.on("/timezone?q=Atlantis", {ok("Nowhere/Atlantis")});
+    const std::u16string text = u"time in Tokyo\ntime in Atlantis\n1 + 1";
+    EXPECT_THAT(answer(text), ElementsAre("", "", "2"));
+    EXPECT_THAT(settled(text), ElementsAre("10:00 PM", "", "2"));
+    EXPECT_GE(application->updates, 1);
+    EXPECT_TRUE(application->problems.empty());
+}
+
+TEST_F(EngineWithAPlaceServer, asksForWhatStandsBesideATimeOnly) {
+    EXPECT_THAT(settled(u"eggs in basket $5\n5 in foo\n2 + 3 in secret\nsqrt 16 in private"),
+                ElementsAre("$5", "5", "5", "4"));
+    EXPECT_THAT(server.requests(), SizeIs(0));
+}
+
+TEST_F(EngineWithAPlaceServer, fallsBackToTheBuiltInPlaces) {
+    server.on("/timezone?q=Tokyo", {status(204)});
+    server.on("/timezone?q=Paris", {status(500)});
+    EXPECT_THAT(settled(u"time in Tokyo\nParis time"), ElementsAre("10:00 PM", "2:00 PM"));
+    EXPECT_THAT(application->problems, ElementsAre("Paris: answered with status 500"));
 }
 
 // The line's result is known by then, but not the answer to its look-up.
-TEST(EngineWithAPlaceServer, looksUpAgainWhatANewerCalculationDropped) {
+TEST(Calculator, looksUpAgainWhatANewerCalculationDropped) {
     TestServer server;
     server.on("/timezone?q=Tokyo", {ok("Asia/Tokyo")});
     const auto loop = std::make_shared<RunLoop>();

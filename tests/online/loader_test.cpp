@@ -4,6 +4,7 @@
 #include <fcntl.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/file.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -237,14 +238,18 @@ TEST_F(Loader, followsARedirectToAnotherAddress) {
 TEST(FileReplacement, removesWhatKilledProcessesLeft) {
     TemporaryFolder folder;
     const auto file = folder.path() / "rates.json";
-    const auto old = folder.path() / "rates.json.Ab12Cd";
-    const auto fresh = folder.path() / "rates.json.Xy12Zz";
-    for (const auto& each : {file, old, fresh, folder.path() / "rates.json.backup"}) std::ofstream(each) << "x";
-    std::filesystem::last_write_time(old, std::filesystem::file_time_type::clock::now() - 1h);
+    const auto left = folder.path() / "rates.json.part-Ab12Cd";
+    const auto held = folder.path() / "rates.json.part-Xy12Zz";
+    for (const auto& each : {file, left, held, folder.path() / "rates.json.part-of-it"}) std::ofstream(each) << "x";
+    const int writer = open(held.c_str(), O_RDWR);
+    ASSERT_EQ(flock(writer, LOCK_EX), 0);
     removeLeftovers(file);
-    EXPECT_FALSE(std::filesystem::exists(old));
-    for (const auto& each : {file, fresh, folder.path() / "rates.json.backup"})
+    EXPECT_FALSE(std::filesystem::exists(left));
+    for (const auto& each : {file, held, folder.path() / "rates.json.part-of-it"})
         EXPECT_TRUE(std::filesystem::exists(each));
+    close(writer);
+    removeLeftovers(file);
+    EXPECT_FALSE(std::filesystem::exists(held));
 }
 
 // A process that fetches without end is killed at random moments; what it leaves must always be one of the files.

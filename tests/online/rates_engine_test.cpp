@@ -130,11 +130,14 @@ TEST(EngineWithARatesServer, calculatesWithWhatArrives) {
         VemoEngine engine(environment, loop);
         engine.setDelegate(application);
         engine.buildVemoWorker(VemoEngine::Config());
+        EXPECT_TRUE(engine.pending().rates);
         // Once from the server, and from the copies of an earlier run before that.
         const std::size_t expected = fresh ? 2 : 4;
         const auto end = std::chrono::steady_clock::now() + deadline;
         while (application->events.size() < expected && std::chrono::steady_clock::now() < end) loop->runFor(10ms);
         EXPECT_EQ(application->events.size(), expected);
+        while (engine.pending().rates && std::chrono::steady_clock::now() < end) loop->runFor(1ms);
+        EXPECT_FALSE(engine.pending().rates);
         EXPECT_EQ(std::count(application->events.begin(), application->events.end(), "crypto"), 1);
         Context context;
         EXPECT_THAT(texts(*engine.calculateSync(u"$10 in EUR\n1 QQQ in EUR", context)), ElementsAre("€5", "€2"));

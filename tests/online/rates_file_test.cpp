@@ -22,12 +22,16 @@ TEST(RatesFile, takesWhatIsARate) {
     EXPECT_EQ(container.rates.size(), 2u);
     EXPECT_EQ(container.rates.at(u"EUR").toString(), "0.93");  // the last of two
     EXPECT_EQ(container.rates.at(u"JPY").toString(), "157");
+    // One number beyond range costs its own rate; in a text it is none.
+    const auto others = rates(R"({"rates":{"A\\\"":1e999,"EUR":0.5,"B":-1e999,"C":[1e999],"1e999":2}})");
+    EXPECT_EQ(others.rates.size(), 2u);
+    EXPECT_EQ(others.rates.at(u"1e999").toString(), "2");
     // Sixteen digits: a million dollars are not 920,000.02 euros.
     EXPECT_EQ(rates(R"({"rates":{"EUR":0.92}})").rates.at(u"EUR").toString(), "0.92");
 }
 
 TEST(RatesFile, refusesWhatIsNone) {
-    for (const char* text : {"", "{", "garbage", R"({"rates":{"EUR":1})", R"({"rates":{"EUR":1e999}})", "\xff\xfe"})
+    for (const char* text : {"", "{", "garbage", R"({"rates":{"EUR":1})", R"({"rates":{"EUR":1e999})", "\xff\xfe"})
         EXPECT_EQ(problem(text), "not JSON") << text;
     for (const char* text : {"{}", "[]", "1", R"({"rates":[1]})", R"({"data":{"rates":{"EUR":1}}})",
                              R"([{"rates":{"EUR":1}}])", R"([{"rates":1},{"EUR":1}])"})

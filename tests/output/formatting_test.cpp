@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include <gtest/gtest.h>
 
-#include "output/number_formatter.h"
 #include "support/calculators.h"
+#include "vemo/number_formatter.h"
 
 namespace vemo::test {
 namespace {

@@ -5,7 +5,6 @@
 
 #include <fstream>
 
-#include "base/sorted_list.h"
 #include "platform/regex.h"
 #include "scanning/number_parsers.h"
 #include "scanning/string_extractor.h"
@@ -13,6 +12,7 @@
 #include "scanning/words/phrase_detector.h"
 #include "scanning/words/strings_file.h"
 #include "support/temporary_folder.h"
+#include "vemo/sorted_list.h"
 
 namespace vemo {
 namespace {
@@ -144,13 +144,15 @@ TEST(SortedList, keepsTiesInOrderOfRegistration) {
     EXPECT_EQ(list[0], 2);
     EXPECT_EQ(list[1], 1);
     EXPECT_EQ(list[2], 3);
+    EXPECT_THAT(list.items(), ElementsAre(2, 1, 3));
+    EXPECT_THAT(list.itemsUnsorted(), ElementsAre(1, 2, 3));
     EXPECT_TRUE(list.has(u"early"));
     EXPECT_FALSE(list.has(u""));
 }
 
 TEST(DecimalParser, followsTheLocale) {
     const auto parse = [](const char* locale, std::u16string_view text) {
-        return DecimalParser(LocaleInfo::forIdentifier(locale)).decimalNumber(text).toString();
+        return DecimalParser(locale).decimalNumber(text).toString();
     };
     EXPECT_EQ(parse("en_US", u"1,234.5"), "1234.5");
     EXPECT_EQ(parse("en_US", u"5, 6"), "56");

@@ -5,6 +5,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <thread>
 
 #include "scripting/js_runner.h"
@@ -63,7 +64,18 @@ TEST(HostileScripts, leaveNothingForLater) {
              Hostile{"\nasync function f() { for (;;) await 0 }\nf()",
                      "Error on line 2: the word 'async' is not accepted"},
              Hostile{"const o = {async*f() {}}", "'async'"},
+             Hostile{"class C { static async f() { for (;;) await 0 } }", "'async'"},
+             Hostile{"const f = async x => { for (;;) await x }; f(1)", "'async'"},
+             Hostile{"/* async */ (async () => { for (;;) await 0 })()", "'async'"},
+             Hostile{"`${(async function () {})()}`", "'async'"},
              Hostile{"import('x').then(log)", "Error on line 1: the word 'import'"},
+             Hostile{"const o = {import: import('x')}", "'import'"},
+             Hostile{"async function", "SyntaxError"},
+             // Only as keywords.
+             Hostile{
+                 "// async import\nconst o = {async: 1, import: 2, async_: '; async () => 1'}; /async|import/.test('');"
+                 "const async = o.async + o.import; log(`import ${async} `)",
+                 "import 3 \n"},
              Hostile{"new Promise(f => f())", "Can't find variable: Promise"},
              Hostile{"eval('1')", "no code is made from texts here"},
              Hostile{"(function () {}).constructor('for (;;);')", "no code is made from texts here"},
@@ -162,6 +174,56 @@ add("sqrt", () => 77);
     EXPECT_EQ(scripted.results("chatty 1\n1+1\nthrower 2\n1 + 1")[3], "2");
     EXPECT_EQ(scripted.logs[1], "");
     EXPECT_THAT(scripted.logs[2], Not(HasSubstr("called")));
+}
+
+// Many calls, each within its limits.
+TEST(HostileScripts, areStoppedWhenAllTheirCallsTakeTooLong) {
+    ScriptLimits limits = strict;
+    limits.calculation = milliseconds(200);
+    Scripted scripted(R"js(
+vemo.addFunction({id: "slow", phrases: "slow"}, a => { const end = Date.now() + 30; while (Date.now() < end); return a[0].double });
+)js",
+                      limits);
+    std::string document;
+    for (int i = 0; i < 40; ++i) document += "slow " + std::to_string(i) + "\n";
+    const auto first = scripted.results(document);
+    EXPECT_EQ(first[0], "0");
+    EXPECT_EQ(first[39], "");
+    EXPECT_THAT(scripted.logs[39], HasSubstr("more time than 200 ms"));
+    // What was not reached is calculated the next time, and nothing else.
+    const auto count = [](const std::vector<std::string>& results) {
+        return std::count_if(results.begin(), results.end(), [](const std::string& text) { return !text.empty(); });
+    };
+    const auto before = count(first);
+    EXPECT_GT(count(scripted.results(document)), before);
+    std::string line = "0";
+    for (int i = 0; i < 40; ++i) line += " + slow " + std::to_string(i);
+    EXPECT_EQ(scripted.result(line), "");
+}
+
+TEST(HostileScripts, areStoppedWhenTheirCallsKeepTooMuch) {
+    Scripted scripted(R"js(
+const kept = [];
+vemo.addFunction({id: "keep", phrases: "keep"}, a => kept.push(new Array(1e5).fill(a[0].double + 0.5)));
+vemo.addFunction({id: "drop", phrases: "drop"}, a => new Array(1e5).fill(a[0].double).length);
+)js",
+                      ScriptLimits{milliseconds(1000), milliseconds(1000), std::size_t{48} << 20, milliseconds(60000)});
+    std::string document;
+    for (int i = 0; i < 300; ++i) document += "drop " + std::to_string(i) + "\n";
+    EXPECT_EQ(scripted.results(document).back(), "100,000");  // garbage does not count
+    document.clear();
+    for (int i = 0; i < 300; ++i) document += "keep " + std::to_string(i) + "\n";
+    EXPECT_EQ(scripted.results(document).back(), "");
+    EXPECT_THAT(scripted.logs.back(), HasSubstr("scripts keep more memory than 48 MB"));
+    EXPECT_EQ(scripted.results("2 km in m"), std::vector<std::string>{"2,000 m"});
+}
+
+TEST(HostileScripts, takeTheHostFromNoFileAfterThem) {
+    Scripted scripted(
+        {{"a.js", "delete globalThis.vemo; vemo = null; delete vemo.log; delete globalThis.log; JSVemo = 1"},
+         {"b.js", "globalThis.log = null; globalThis.Context = null"},
+         {"c.js", "log('heard'); if (!(vemo instanceof JSVemo)) throw 1; vemo.log(Context !== null)"}});
+    EXPECT_EQ(scripted.engine.extensions()[2].log, "heard\ntrue\n");
 }
 
 // Loaded on one thread, calculated on others, destroyed on a third, several calculators at a time.

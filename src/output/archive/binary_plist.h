@@ -41,7 +41,7 @@ public:
 private:
     struct Header {
         unsigned type;        // upper half of the marker
-        std::uint64_t count;  // lower half, or the integer behind it
+        std::uint64_t count;  // lower half, or the integer after it
         std::size_t content;  // offset of what follows
     };
 

@@ -13,7 +13,7 @@ constexpr std::string_view archiverName = "NSKeyedArchiver";
 constexpr std::uint64_t archiveVersion = 100000;
 constexpr std::u16string_view topmostClass = u"NSObject";
 constexpr std::u16string_view nullObject = u"$null";
-constexpr KeyedArchiver::Id rootId = 1;  // behind the null object
+constexpr KeyedArchiver::Id rootId = 1;  // after the null object
 
 constexpr std::size_t workPerByte = 16;  // what is written here takes less
 constexpr std::size_t mostSuperclasses = 16;

@@ -6,6 +6,7 @@
 #include "base/text.h"
 #include "output/archive/keyed_archive.h"
 #include "records/run_types.h"
+#include "vemo/archive.h"
 
 namespace vemo {
 
@@ -22,10 +23,28 @@ Id encodeList(KeyedArchiver& archive, const std::vector<Item>& items, Encode&& e
     return archive.list(ids);
 }
 
+std::vector<Field> fieldsOfRun(KeyedArchiver& archive, std::u16string_view text, RunType type) {
+    std::vector<Field> fields;
+    if (type != RunType::none) fields.emplace_back(u"type", archive.text(runTypeCode(type)));
+    fields.emplace_back(u"text", archive.text(text));
+    return fields;
+}
+
+std::vector<Field> fieldsOfValue(KeyedArchiver& archive, const FormattedValue& value) {
+    std::vector<Field> fields;
+    if (value.regular) fields.emplace_back(u"regular", archive.text(*value.regular));
+    if (value.shortText) fields.emplace_back(u"short", archive.text(*value.shortText));
+    return fields;
+}
+
 // Documents repeat themselves: short runs that are equal become one object.
 class TextEncoder {
 public:
     Id operator()(KeyedArchiver& archive, const AttributedText& attributed) {
+        const Field fields[] = {elements(archive, attributed)};
+        return archive.object({u"AttributedText"}, fields);
+    }
+    Field elements(KeyedArchiver& archive, const AttributedText& attributed) {
         std::vector<Id> runs;
         runs.reserve(attributed.elementsCount());
         attributed.enumerate([&](std::u16string_view text, RunType type, std::size_t) {
@@ -34,28 +53,21 @@ public:
             if (made) known->second = encodeRun(archive, text, type);
             runs.push_back(known->second);
         });
-        const Field fields[] = {{u"elements", archive.list(runs)}};
-        return archive.object({u"AttributedText"}, fields);
+        return {u"elements", archive.list(runs)};
     }
 
 private:
     static constexpr std::size_t longestShared = 16;
 
     static Id encodeRun(KeyedArchiver& archive, std::u16string_view text, RunType type) {
-        std::vector<Field> fields;
-        if (type != RunType::none) fields.emplace_back(u"type", archive.text(runTypeCode(type)));
-        fields.emplace_back(u"text", archive.text(text));
-        return archive.object({u"AttributedTextElement"}, fields);
+        return archive.object({u"AttributedTextElement"}, fieldsOfRun(archive, text, type));
     }
 
     TextMap<Id> runs_;
 };
 
 Id encodeValue(KeyedArchiver& archive, const FormattedValue& value) {
-    std::vector<Field> fields;
-    if (value.regular) fields.emplace_back(u"regular", archive.text(*value.regular));
-    if (value.shortText) fields.emplace_back(u"short", archive.text(*value.shortText));
-    return archive.object({u"FormattedValue"}, fields);
+    return archive.object({u"FormattedValue"}, fieldsOfValue(archive, value));
 }
 
 // A type that is not known here is shown as plain text.
@@ -104,7 +116,46 @@ std::optional<FormattedValue> decodeValue(KeyedUnarchiver& archive, KeyedUnarchi
     return value;
 }
 
+// The root object of an archive, read by `decode`.
+template <class Decode>
+auto unarchived(std::string bytes, Decode decode) -> decltype(decode(std::declval<KeyedUnarchiver&>(), 0)) {
+    auto archive = KeyedUnarchiver::open(std::move(bytes));
+    if (!archive || !archive->root()) return std::nullopt;
+    auto record = decode(*archive, *archive->root());
+    if (archive->isSpent()) return std::nullopt;
+    return record;
+}
+
 }  // namespace
+
+std::string archived(const AttributedTextElement& element) {
+    KeyedArchiver archive;
+    return archive.finish({u"AttributedTextElement"}, fieldsOfRun(archive, element.text, element.type));
+}
+
+std::string archived(const AttributedText& text) {
+    KeyedArchiver archive;
+    const Field fields[] = {TextEncoder().elements(archive, text)};
+    return archive.finish({u"AttributedText"}, fields);
+}
+
+std::string archived(const FormattedValue& value) {
+    KeyedArchiver archive;
+    return archive.finish({u"FormattedValue"}, fieldsOfValue(archive, value));
+}
+
+std::optional<AttributedTextElement> unarchivedElement(std::string bytes) {
+    const auto run = unarchived(std::move(bytes), decodeRun);
+    return run ? std::optional(run->elementAt(0)) : std::nullopt;
+}
+
+std::optional<AttributedText> unarchivedText(std::string bytes) {
+    return unarchived(std::move(bytes), decodeText);
+}
+
+std::optional<FormattedValue> unarchivedValue(std::string bytes) {
+    return unarchived(std::move(bytes), decodeValue);
+}
 
 std::string VemoEngineResultSerializerResult::encode() const {
     KeyedArchiver archive;

@@ -34,7 +34,7 @@ struct DetectedDate {
 // Immutable; finding is safe from several threads.
 class DateDetector {
 public:
-    // Names and phrases of `language`, with the names of `locale` and the English ones behind.
+    // Names and phrases of `language`, with the names of `locale` and the English ones after them.
     DateDetector(const Localizer& localizer, std::string_view language, std::string_view locale);
 
     // A quick look that tells most texts without a date.

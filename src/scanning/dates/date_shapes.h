@@ -12,7 +12,7 @@ namespace vemo {
 template <class Reading>
 struct Parsed {
     Reading reading;
-    std::size_t end;    // index of the lexeme behind
+    std::size_t end;    // index of the lexeme after it
     bool alone = true;  // it is a date without a time as well
 };
 template <class Reading>
@@ -110,7 +110,7 @@ public:
     TimeShapes(std::u16string_view text, const std::vector<DateLexeme>& lexemes, std::string_view language)
         : DateShapes(text, lexemes), language_(language) {}
 
-    // With the abbreviation of a zone behind it or before it: 10:30 EST, EST 10:30.
+    // With the abbreviation of a zone after it or before it: 10:30 EST, EST 10:30.
     Attempt<TimeReading> timeAt(std::size_t i) const;
 
 private:

@@ -22,13 +22,13 @@ enum class DateWord : std::uint8_t {
     weekday,      // 0 to 6, Sunday first
     day,          // days from today: today, tomorrow…
     timeOfDay,    // noon, midnight: the hour
-    dayPart,      // morning, evening…: the hour, only behind a day
+    dayPart,      // morning, evening…: the hour, only after a day
     tonight,      // the hour
     half,         // before or after noon: 0 or 1
     unit,         // a DateUnit
     shiftedUnit,  // "next week" in one word: the unit and, added to it, 64 for the next one
     next,         // 1, -1 or 0 for next, last, this: before a weekday or a unit
-    nextBehind,   // the same behind it
+    nextBehind,   // the same after it
     ahead,        // "in" 3 days
     aheadBehind,  // 3 days "from now"
     ago,          // "vor" 3 Tagen
@@ -55,7 +55,7 @@ enum class DateUnit : std::uint8_t { second, minute, hour, day, week, month, yea
 inline constexpr int nextUnit = 64;
 
 // The words of dates: names from the locale, the others from the phrase tables, each of the user's language with the
-// English ones behind. Immutable once built; finding is safe from several threads.
+// English ones after them. Immutable once built; finding is safe from several threads.
 class DateVocabulary {
 public:
     struct Meaning {

@@ -130,7 +130,7 @@ Attempt<DayReading> DayShapes::numericDate(const DateLexeme& year, const DateLex
         NamedDay{fullYear(year), static_cast<unsigned>(month.value), static_cast<unsigned>(day.value)}, i + 5};
 }
 
-// Friday, next Friday, lundi prochain, Friday next week; with a date behind, only that one counts
+// Friday, next Friday, lundi prochain, Friday next week; with a date after it, only that one counts
 Attempt<DayReading> DayShapes::weekdayNamed(std::size_t i) const {
     NamedWeekday named;
     bool alone = true;
@@ -245,13 +245,13 @@ const DateLexeme* DayShapes::year(std::size_t i) const {
     return lexeme && lexeme->digits == 4 && !lexeme->openRight && lexeme->value >= 1000 ? lexeme : nullptr;
 }
 
-// Index behind what may follow the number of a day: "th", the full stop of German.
+// Index after what may follow the number of a day: "th", the full stop of German.
 std::size_t DayShapes::behindOrdinal(std::size_t i) const {
     if (touches(i) && (is(i, DateWord::ordinal) || isSign(i, u'.'))) return i + 1;
     return i;
 }
 
-// Index behind the full stop of an abbreviated name.
+// Index after the full stop of an abbreviated name.
 std::size_t DayShapes::behindStop(std::size_t i) const {
     return touches(i) && isSign(i, u'.') ? i + 1 : i;
 }

@@ -29,7 +29,7 @@ Attempt<TimeReading> TimeShapes::colons(std::size_t i) const {
         time.second = number(next + 1)->value;
         next += 2;
     }
-    // A colon behind is a label's, or there are too many fields; ".5" and "/2" are arithmetic.
+    // A colon after it is a label's, or there are too many fields; ".5" and "/2" are arithmetic.
     if (number(next - 1)->openRight || (isSign(next, u':') && touches(next))) return std::nullopt;
     if (const DateLexeme* unknown = at(next); unknown && unknown->kind == DateLexeme::Kind::word && !unknown->spaced &&
                                               !unknown->entry && !unknown->cjk && !isIsoZ(next))
@@ -83,7 +83,7 @@ Attempt<TimeReading> TimeShapes::hours(std::size_t i) const {
     const DateLexeme* minute = number(next);
     const bool marked = minute && minute->digits <= 2 && is(next + 1, DateWord::minuteMark);
     const bool fits = minute && !minute->openRight && (marked || minute->digits == 2);
-    // With a unit behind it is a duration, or a number of its own.
+    // With a unit after it, it is a duration, or a number of its own.
     if (!fits || (!marked && is(next + 1, DateWord::unit)) || (!oclock && minute->spaced != lexemes_[i + 1].spaced)) {
         if (!oclock) return std::nullopt;
         return Parsed<TimeReading>{time, next};
@@ -124,7 +124,7 @@ Attempt<TimeReading> TimeShapes::timeAt(std::size_t i) const {
         const std::u16string_view zone = zoneAt(i);
         if (zone.empty()) return std::nullopt;
         best = clockAt(i + 1);
-        // With a zone behind it too, the time is there, and told here.
+        // With a zone after it too, the time is there, and told here.
         if (!best || !zoneAt(best->end).empty()) return std::nullopt;
         best->reading.zone = zone;
         return best;

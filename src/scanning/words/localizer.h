@@ -14,7 +14,7 @@
 namespace vemo {
 
 // The words the engine understands, from phrase tables by key: those of the user's language with the
-// base (English) ones behind. Tables are compiled in; a folder of the same layout
+// base (English) ones after them. Tables are compiled in; a folder of the same layout
 // (<language>.lproj/<Table>.strings) overrides them key by key.
 class Localizer {
 public:

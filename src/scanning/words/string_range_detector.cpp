@@ -34,7 +34,7 @@ bool isSign(char16_t c) {
     return (U_GET_GC_MASK(c) & (U_GC_SM_MASK | U_GC_P_MASK)) != 0;
 }
 
-// Cuts what stands between words before and behind each sign, but not between equal ones ("<<") nor in comparisons.
+// Cuts what stands between words before and after each sign, but not between equal ones ("<<") nor in comparisons.
 void addSigns(std::u16string_view text, TextRange stretch, std::vector<TextRange>& result) {
     std::size_t start = stretch.location;
     for (std::size_t i = start + 1; i < stretch.end(); ++i) {
@@ -54,7 +54,7 @@ bool isNumberKanji(char16_t c) {
     return std::u16string_view(u"\u5341\u767e\u5343\u4e07\u5104\u5146").find(c) != std::u16string_view::npos;
 }
 
-// Cuts them off the words that they begin behind digits.
+// Cuts them off the words that they begin after digits.
 void splitNumberKanji(std::u16string_view text, std::vector<TextRange>& ranges) {
     for (std::size_t i = 1; i < ranges.size(); ++i) {
         const TextRange word = ranges[i];

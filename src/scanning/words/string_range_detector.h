@@ -51,7 +51,7 @@ private:
 
     bool simplified_ = false;
     WordSegmenter segmenter_;
-    using RangesCache = Cache<PackedRanges, KeyOfPackedRanges>;
+    using RangesCache = TextCache<PackedRanges, KeyOfPackedRanges>;
     RangesCache wordRangesCache_;
     RangesCache longTextsCache_;  // apart, so that they push out no others
     std::u16string latestKey_;    // many phrase tables ask for the same line in a row

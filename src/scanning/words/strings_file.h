@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "base/result.h"
+#include "vemo/result.h"
 
 namespace vemo {
 
