@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <array>
-#include <atomic>
 #include <cassert>
+#include <mutex>
 
 #include "base/hash.h"
 #include "vemo/value.h"
@@ -38,8 +38,8 @@ struct ValuesList::Block {
 
     std::shared_ptr<Block> previous;  // full; null for the first block
     std::size_t countBefore;          // values in the blocks before
-    std::atomic<std::size_t> reserved = 0;
-    std::atomic<std::size_t> written = 0;
+    std::mutex mutex;                 // guards what follows; a slot that is written stays as it is
+    std::size_t written = 0;
     std::array<Slot, blockSize> slots;
 };
 
@@ -69,24 +69,29 @@ ValuesList ValuesList::appending(Value value) const {
         result.block_ = std::make_shared<Block>(block_, size());
         result.count_ = 0;
     }
-    std::size_t expected = result.count_;
-    if (!result.block_->reserved.compare_exchange_strong(expected, result.count_ + 1)) {
+    {
+        const std::lock_guard lock(result.block_->mutex);
+        if (result.block_->written == result.count_) {
+            result.block_->slots[result.count_] = {std::move(value), hash};
+            result.block_->written = ++result.count_;
+            result.hash_ = hash;
+            return result;
+        }
         // Taken: often by the same value, when a document is calculated again.
-        const Block::Slot& taken = block_->slots[count_];
-        if (block_->written.load(std::memory_order_acquire) > count_ && taken.hash == hash && taken.value == value) {
+        const Block::Slot& taken = result.block_->slots[result.count_];
+        if (taken.hash == hash && taken.value == value) {
             ++result.count_;
             result.hash_ = hash;
             return result;
         }
-        auto copy = std::make_shared<Block>(block_->previous, block_->countBefore);
-        for (std::size_t i = 0; i < count_; ++i) copy->slots[i] = block_->slots[i];
-        copy->reserved = count_ + 1;
-        result.block_ = std::move(copy);
     }
-    result.block_->slots[result.count_] = {std::move(value), hash};
+    auto copy = std::make_shared<Block>(block_->previous, block_->countBefore);
+    for (std::size_t i = 0; i < count_; ++i) copy->slots[i] = block_->slots[i];
+    copy->slots[count_] = {std::move(value), hash};
+    copy->written = count_ + 1;
+    result.block_ = std::move(copy);
     ++result.count_;
     result.hash_ = hash;
-    result.block_->written.store(result.count_, std::memory_order_release);
     return result;
 }
 
