@@ -29,7 +29,7 @@ struct RoundingBehavior {
 };
 
 // Every addition, subtraction, multiplication and division of the engine rounds like this.
-inline constexpr RoundingBehavior standardBehavior{RoundingMode::up, 38};
+inline constexpr RoundingBehavior standardBehavior{RoundingMode::up, RoundingBehavior::noScale};
 
 // What happened to the exact result of an operation.
 enum class DecimalStatus : std::uint8_t {

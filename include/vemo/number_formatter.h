@@ -20,8 +20,8 @@ public:
     VemoEngineNumberFormatter(std::string_view locale, std::string_view language);
     ~VemoEngineNumberFormatter();
 
-    // Fraction digits from 0 to 999, halves rounded away from zero; the integer systems take the number as a
-    // signed 64-bit integer and ignore them. Nothing for not-a-number.
+    // Fraction digits from 0 to 999, halves rounded away from zero; the integer systems drop the fraction, unless the
+    // number is whole but for rounding. Nothing for not-a-number.
     std::optional<std::u16string> stringFrom(const DecimalNumber& decimal, NumeralSystem system, int maxFraction,
                                              int minFraction) const;
 

@@ -56,6 +56,7 @@ public:
     std::optional<DecimalNumber> decimal(Attribute key = Attribute::decimal) const;
     std::optional<Date> date() const;
     const TimeZone* timeZone() const;
+    bool isNotANumber() const { return has(Attribute::decimal) && decimal_.notANumber(); }
     // True when the key holds exactly this text.
     bool is(Attribute key, std::u16string_view text) const;
 

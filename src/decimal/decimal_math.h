@@ -60,6 +60,14 @@ DecimalNumber mxAcsc(const DecimalNumber& value);
 DecimalNumber mxAsec(const DecimalNumber& value);
 DecimalNumber mxAcot(const DecimalNumber& value);
 
+// Of angles in degrees and giving them: the sine of 30 is 0.5, and the arcsine of that is 30.
+DecimalNumber sineOfDegrees(const DecimalNumber& degrees);
+DecimalNumber cosineOfDegrees(const DecimalNumber& degrees);
+DecimalNumber tangentOfDegrees(const DecimalNumber& degrees);
+DecimalNumber arcsineInDegrees(const DecimalNumber& value);
+DecimalNumber arccosineInDegrees(const DecimalNumber& value);
+DecimalNumber arctangentInDegrees(const DecimalNumber& value);
+
 DecimalNumber mxSinh(const DecimalNumber& value);
 DecimalNumber mxCosh(const DecimalNumber& value);
 DecimalNumber mxTanh(const DecimalNumber& value);

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include <array>
+#include <boost/multiprecision/cpp_int.hpp>
 
 #include "decimal/decimal_math.h"
 #include "decimal/precise.h"
@@ -54,15 +55,12 @@ DecimalNumber factorialOfFraction(const DecimalNumber& value) {
 DecimalNumber mxFactorial(const DecimalNumber& value) {
     if (value.notANumber()) return value;
     if (!mxIsInteger(value)) return factorialOfFraction(value);
-    const DecimalNumber one = DecimalNumber::fromInt64(1);
-    DecimalNumber result = one;
-    // Counts down, so that a factorial out of range overflows within some eighty steps.
-    for (DecimalNumber counter = mxAbsoluteValue(value); DecimalNumber::compare(counter, one).value_or(0) > 0;
-         counter = mxSubtract(counter, one)) {
-        result = mxMultiply(result, counter);
-        if (result.notANumber()) break;
-    }
-    return result;
+    constexpr std::uint64_t largest = 103;
+    const std::uint64_t count = mxAbsoluteValue(value).toUInt64();
+    if (count > largest) return DecimalNumber::notANumberValue();
+    boost::multiprecision::cpp_int product = 1;
+    for (std::uint64_t factor = 2; factor <= count; ++factor) product *= factor;
+    return DecimalNumber::parse(product.str());
 }
 
 }  // namespace vemo

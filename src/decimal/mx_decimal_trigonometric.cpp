@@ -24,6 +24,15 @@ Precise arcsine(const Precise& value) {
     return arctangent(value / squareRoot((1 - value) * (1 + value)));
 }
 
+Precise radiansOf(const DecimalNumber& degrees) {
+    static const DecimalNumber turn = DecimalNumber::fromInt64(360);
+    return precise(mxMod(degrees, turn)) * preciseHalfPi() / 90;
+}
+
+DecimalNumber inDegrees(const Precise& radians) {
+    return decimal(radians * 90 / preciseHalfPi());
+}
+
 }  // namespace
 
 DecimalNumber mxSin(const DecimalNumber& radians) {
@@ -82,6 +91,35 @@ DecimalNumber mxAcsc(const DecimalNumber& value) {
 
 DecimalNumber mxAcot(const DecimalNumber& value) {
     return value.notANumber() ? value : decimal(preciseHalfPi() - arctangent(precise(value)));
+}
+
+DecimalNumber sineOfDegrees(const DecimalNumber& degrees) {
+    return degrees.notANumber() ? degrees : decimal(sin(radiansOf(degrees)));
+}
+
+DecimalNumber cosineOfDegrees(const DecimalNumber& degrees) {
+    return degrees.notANumber() ? degrees : decimal(cos(radiansOf(degrees)));
+}
+
+DecimalNumber tangentOfDegrees(const DecimalNumber& degrees) {
+    if (degrees.notANumber()) return degrees;
+    const Precise radians = radiansOf(degrees);
+    const Precise cosine = cos(radians);
+    return standsUpright(cosine) ? DecimalNumber::notANumberValue() : quotient(sin(radians), cosine);
+}
+
+DecimalNumber arcsineInDegrees(const DecimalNumber& value) {
+    if (value.notANumber() || !isSine(precise(value))) return DecimalNumber::notANumberValue();
+    return inDegrees(arcsine(precise(value)));
+}
+
+DecimalNumber arccosineInDegrees(const DecimalNumber& value) {
+    if (value.notANumber() || !isSine(precise(value))) return DecimalNumber::notANumberValue();
+    return inDegrees(preciseHalfPi() - arcsine(precise(value)));
+}
+
+DecimalNumber arctangentInDegrees(const DecimalNumber& value) {
+    return value.notANumber() ? value : inDegrees(arctangent(precise(value)));
 }
 
 }  // namespace vemo

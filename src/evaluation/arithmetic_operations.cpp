@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "decimal/decimal_math.h"
+#include "decimal/whole_numbers.h"
 #include "units/unit_converter.h"
 
 namespace vemo {
@@ -40,10 +41,16 @@ std::optional<Value> keepingLeft(const Value& left, const Value& right, Compute 
     return left.with(*number);
 }
 
+// `compute` takes bits, or signs, which it combines alike.
 template <class Compute>
 std::optional<Value> bitwise(const Value& left, const Value& right, Compute compute) {
     return keepingLeft(left, right, [&](const DecimalNumber& a, const DecimalNumber& b) {
-        return DecimalNumber::fromInt64(compute(a.toInt64(), b.toInt64()));
+        const auto first = bitsOf(a), second = bitsOf(b);
+        if (!first || !second) return DecimalNumber::notANumberValue();
+        const std::uint64_t bits = compute(*first, *second);
+        const auto sign = [](const DecimalNumber& number) { return std::uint64_t{wholeNumber(number).isNegative()}; };
+        const bool negative = compute(sign(a), sign(b)) != 0;
+        return negative ? DecimalNumber::fromInt64(static_cast<std::int64_t>(bits)) : DecimalNumber::fromUInt64(bits);
     });
 }
 
@@ -51,8 +58,9 @@ template <class Compute>
 std::optional<Value> shifted(const Value& left, const Value& right, Compute compute) {
     const auto count = right.decimal();
     if (count && count->isNegative()) return std::nullopt;
-    return bitwise(left, right, [&](std::int64_t a, std::int64_t b) {
-        return compute(a, static_cast<int>(std::min<std::int64_t>(b, 63)));
+    return keepingLeft(left, right, [&](const DecimalNumber& a, const DecimalNumber& b) {
+        return DecimalNumber::fromInt64(
+            compute(a.toInt64(), static_cast<int>(std::min<std::int64_t>(b.toInt64(), 63))));
     });
 }
 
@@ -72,7 +80,12 @@ std::optional<Value> DecimalSubtractionOperation::calculate(const Value& left, c
 }
 
 std::optional<Value> DecimalMultiplicationOperation::calculate(const Value& left, const Value& right, Context&) const {
-    return merged(left, right, [](const auto& a, const auto& b) { return a.multiplying(b); });
+    auto result = merged(left, right, [](const auto& a, const auto& b) { return a.multiplying(b); });
+    const auto unit = left.string(Attribute::unit);
+    const auto other = right.string(Attribute::unit);
+    if (result && unit && other && unitConverter_.isCurrency(*unit) && !unitConverter_.isCurrency(*other))
+        return result->with(*unit, Attribute::unit);
+    return result;
 }
 
 std::optional<Value> DecimalDivisionOperation::calculate(const Value& left, const Value& right, Context&) const {
@@ -90,15 +103,15 @@ std::optional<Value> ExponentOperation::calculate(const Value& left, const Value
 }
 
 std::optional<Value> BitwiseAndOperation::calculate(const Value& left, const Value& right, Context&) const {
-    return bitwise(left, right, [](std::int64_t a, std::int64_t b) { return a & b; });
+    return bitwise(left, right, [](std::uint64_t a, std::uint64_t b) { return a & b; });
 }
 
 std::optional<Value> BitwiseOrOperation::calculate(const Value& left, const Value& right, Context&) const {
-    return bitwise(left, right, [](std::int64_t a, std::int64_t b) { return a | b; });
+    return bitwise(left, right, [](std::uint64_t a, std::uint64_t b) { return a | b; });
 }
 
 std::optional<Value> BitwiseXorOperation::calculate(const Value& left, const Value& right, Context&) const {
-    return bitwise(left, right, [](std::int64_t a, std::int64_t b) { return a ^ b; });
+    return bitwise(left, right, [](std::uint64_t a, std::uint64_t b) { return a ^ b; });
 }
 
 std::optional<Value> LeftShiftOperation::calculate(const Value& left, const Value& right, Context&) const {

@@ -30,9 +30,14 @@ private:
     const UnitConverter& unitConverter_;
 };
 
+// The right operand's unit wins, but for money, which stays money: "$42 * 35 h".
 class DecimalMultiplicationOperation : public Operation {
 public:
+    explicit DecimalMultiplicationOperation(const UnitConverter& unitConverter) : unitConverter_(unitConverter) {}
     std::optional<Value> calculate(const Value& left, const Value& right, Context& context) const override;
+
+private:
+    const UnitConverter& unitConverter_;
 };
 
 // The result has no unit when the right operand has one.
@@ -54,7 +59,8 @@ public:
     std::optional<Value> calculate(const Value& left, const Value& right, Context& context) const override;
 };
 
-// Bitwise operations and shifts work on signed 64-bit integers; fractions are dropped.
+// Bitwise operations work on 64 bits in two's complement, and are not-a-number where a number has more. What is whole
+// but for rounding is whole; other fractions are dropped.
 class BitwiseAndOperation : public Operation {
 public:
     std::optional<Value> calculate(const Value& left, const Value& right, Context& context) const override;
@@ -70,7 +76,8 @@ public:
     std::optional<Value> calculate(const Value& left, const Value& right, Context& context) const override;
 };
 
-// A count above 63 counts as 63; a negative one is declined. The right shift keeps the sign.
+// Shifts work on signed 64-bit integers. A count above 63 counts as 63; a negative one is declined. The right shift
+// keeps the sign.
 class LeftShiftOperation : public Operation {
 public:
     std::optional<Value> calculate(const Value& left, const Value& right, Context& context) const override;

@@ -3,15 +3,19 @@
 
 #include <algorithm>
 
+#include "evaluation/percentage_operations.h"
+#include "records/context_parts.h"
 #include "records/remarks.h"
 
 namespace vemo {
 
 namespace {
 
-bool isNotANumber(const Value& value) {
-    const auto decimal = value.decimal();
-    return decimal && decimal->notANumber();
+constexpr int phrasePriority = 250;  // above products, below powers and conversions
+
+bool isPhrase(const Value& op) {
+    const auto id = op.string(Attribute::operation);
+    return id && isPercentagePhrase(*id);
 }
 
 }  // namespace
@@ -24,12 +28,12 @@ int OperationCalculator::priority(const Value& op) const {
 
 std::optional<Value> OperationCalculator::apply(std::u16string_view operatorId, const Value& left, const Value& right,
                                                 Context& context) const {
-    if (isNotANumber(left) || isNotANumber(right)) return Value(DecimalNumber::notANumberValue());
+    if (left.isNotANumber() || right.isNotANumber()) return Value(DecimalNumber::notANumberValue());
     const OperationList& operations = operationCollection_.operations(operatorId);
     for (std::size_t i = 0; i < operations.size(); ++i) {
         auto result = operations[i]->calculate(left, right, context);
         if (!result) continue;
-        if (isNotANumber(*result)) remarks_.failed(operatorId, left, right, context);
+        if (result->isNotANumber()) remarks_.failed(operatorId, left, right, context);
         return result;
     }
     if (right.isEmpty()) return left;
@@ -46,6 +50,27 @@ std::optional<Value> OperationCalculator::calculate(std::vector<Value> values, s
     std::vector<int> priorities(operators.size());
     std::transform(operators.begin(), operators.end(), priorities.begin(),
                    [&](const Value& op) { return priority(op); });
+    const bool anyPhrase = operators.size() > 1 && std::any_of(operators.begin(), operators.end(), isPhrase);
+    if (anyPhrase) {
+        // Tried aside, so that what fails is not remarked on.
+        std::vector<int> phrasesFirst = priorities;
+        for (std::size_t i = 0; i < operators.size(); ++i)
+            if (isPhrase(operators[i])) phrasesFirst[i] = std::max(phrasesFirst[i], phrasePriority);
+        const auto gives = [&](const std::vector<int>& order) {
+            Context aside = ContextParts::layer(context);
+            const bool result = reduced(values, operators, order, aside, ranges).has_value();
+            ContextParts::addDependencies(context, ContextParts::dependencies(aside));
+            return result;
+        };
+        if (phrasesFirst != priorities && !gives(priorities) && gives(phrasesFirst))
+            priorities = std::move(phrasesFirst);
+    }
+    return reduced(std::move(values), std::move(operators), std::move(priorities), context, std::move(ranges));
+}
+
+std::optional<Value> OperationCalculator::reduced(std::vector<Value> values, std::vector<Value> operators,
+                                                  std::vector<int> priorities, Context& context,
+                                                  std::vector<TextRange> ranges) const {
     // Of the operators of highest priority the leftmost comes first: they are taken in one pass, which moves what is
     // left together, then those of the next priority.
     while (values.size() > 1) {
@@ -62,7 +87,7 @@ std::optional<Value> OperationCalculator::calculate(std::vector<Value> values, s
                 continue;
             }
             Value& left = values[kept];
-            const bool failed = isNotANumber(left) || isNotANumber(right);
+            const bool failed = left.isNotANumber() || right.isNotANumber();
             const std::u16string_view id = operators[i].string(Attribute::operation).value_or(u"");
             auto result = apply(id, left, right, context);
             if (!result || failed) return result;

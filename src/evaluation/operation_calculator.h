@@ -12,7 +12,8 @@
 namespace vemo {
 
 // Reduces operands and the operators between them to one value: the highest priority first, from the
-// left among equals, each operator by the first of its operations that accepts the operands.
+// left among equals, each operator by the first of its operations that accepts the operands. Where that gives nothing,
+// percentage phrases go first: "$50 + 20% of $30".
 class OperationCalculator : public Reduction {
 public:
     OperationCalculator(const OperatorCollection& operators, const OperationCollection& operations,
@@ -31,6 +32,8 @@ public:
 
 private:
     int priority(const Value& op) const;
+    std::optional<Value> reduced(std::vector<Value> values, std::vector<Value> operators, std::vector<int> priorities,
+                                 Context& context, std::vector<TextRange> ranges) const;
 
     const OperatorCollection& operatorCollection_;
     const OperationCollection& operationCollection_;

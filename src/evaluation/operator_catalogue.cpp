@@ -71,8 +71,9 @@ void registerOperations(OperationCollection& operations, const UnitConverter& un
     operations.add(u"-", percentageSubtractionOperation());
     operations.add(u"-", std::make_shared<DecimalSubtractionOperation>(unitConverter));
     operations.add(u"*", percentageMultiplicationOperation());
+    operations.add(u"*", multiplicationByPercentageOperation());
     operations.add(u"*", std::make_shared<RateMultiplicationOperation>(unitConverter));
-    operations.add(u"*", std::make_shared<DecimalMultiplicationOperation>());
+    operations.add(u"*", std::make_shared<DecimalMultiplicationOperation>(unitConverter));
     operations.add(u"/", std::make_shared<RateDivisionOperation>(unitConverter));
     operations.add(u"/", std::make_shared<DecimalDivisionOperation>());
     operations.add(u"-", std::make_shared<DateSubtractionOperation>());

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "evaluation/percentage_operations.h"
 
+#include <algorithm>
+#include <iterator>
+
 #include "units/unit_converter.h"
 
 namespace vemo {
@@ -40,17 +43,19 @@ private:
 // A percentage on the left, said of an amount on the right, whose marks the result has.
 class PhraseOperation : public Operation {
 public:
-    explicit PhraseOperation(Formula formula) : formula_(formula) {}
+    explicit PhraseOperation(Formula formula, bool needsUnit = false) : formula_(formula), needsUnit_(needsUnit) {}
 
     std::optional<Value> calculate(const Value& left, const Value& right, Context&) const override {
         const auto l = left.decimal();
         const auto r = right.decimal();
         if (!l || !r || !isPercent(left)) return std::nullopt;
+        if (needsUnit_ && (isPercent(right) || !right.has(Attribute::unit))) return std::nullopt;
         return right.with(formula_(*l, *r));
     }
 
 private:
     Formula formula_;
+    bool needsUnit_;  // of the amount
 };
 
 // One amount as a percentage of another, in the other's unit.
@@ -114,6 +119,17 @@ std::shared_ptr<const Operation> percentageSubtractionOperation() {
 std::shared_ptr<const Operation> percentageMultiplicationOperation() {
     return std::make_shared<ChangeOperation>([](const auto& l, const auto& r) { return l.multiplying(share(r)); },
                                              true);
+}
+
+std::shared_ptr<const Operation> multiplicationByPercentageOperation() {
+    return std::make_shared<PhraseOperation>([](const auto& l, const auto& r) { return r.multiplying(share(l)); },
+                                             true);
+}
+
+bool isPercentagePhrase(std::u16string_view operatorId) {
+    const auto isThis = [&](const auto& row) { return row.operatorId == operatorId; };
+    return std::any_of(std::begin(phraseRows), std::end(phraseRows), isThis) ||
+           std::any_of(std::begin(asAPercentRows), std::end(asAPercentRows), isThis);
 }
 
 void registerPercentagePhrases(OperationCollection& operations, const UnitConverter& unitConverter) {

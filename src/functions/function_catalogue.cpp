@@ -6,6 +6,7 @@
 #include "functions/function_manager.h"
 #include "functions/line_aggregates.h"
 #include "functions/mathematical_functions.h"
+#include "functions/trigonometric_functions.h"
 #include "scanning/words/localizer.h"
 
 namespace vemo {
@@ -30,14 +31,14 @@ void registerFunctions(FunctionManager& functions, const Localizer& localizer, c
         {u"cbrt", u"cbrt.variants", u"Operations", unaryFunction(cubeRoot)},
         {u"abs", u"abs", u"", unaryFunction([](const DecimalNumber& x) { return x.abs(); })},
         {u"log", u"log", u"", binaryFunction(logarithm)},
-        {u"ln", u"ln", u"", unaryFunction(naturalLogarithm)},
+        {u"ln", u"ln", u"", unaryFunction(mxLn)},
         {u"fact", u"fact", u"", unaryFunction(mxFactorial)},
-        {u"sin", u"sin", u"", trigonometricFunction(sine, unitConverter)},
-        {u"cos", u"cos", u"", trigonometricFunction(cosine, unitConverter)},
-        {u"tan", u"tan", u"", trigonometricFunction(tangent, unitConverter)},
-        {u"arcsin", u"arcsin", u"", inverseTrigonometricFunction(mxAsin, unitConverter)},
-        {u"arccos", u"arccos", u"", inverseTrigonometricFunction(mxAcos, unitConverter)},
-        {u"arctan", u"arctan", u"", inverseTrigonometricFunction(arctangent, unitConverter)},
+        {u"sin", u"sin", u"", trigonometricFunction(AngleRatio::sine, unitConverter)},
+        {u"cos", u"cos", u"", trigonometricFunction(AngleRatio::cosine, unitConverter)},
+        {u"tan", u"tan", u"", trigonometricFunction(AngleRatio::tangent, unitConverter)},
+        {u"arcsin", u"arcsin", u"", inverseTrigonometricFunction(arcsineInDegrees)},
+        {u"arccos", u"arccos", u"", inverseTrigonometricFunction(arccosineInDegrees)},
+        {u"arctan", u"arctan", u"", inverseTrigonometricFunction(arctangentInDegrees)},
         {u"sinh", u"sinh", u"", unaryFunction(mxSinh)},
         {u"cosh", u"cosh", u"", unaryFunction(mxCosh)},
         {u"tanh", u"tanh", u"", unaryFunction(mxTanh)},

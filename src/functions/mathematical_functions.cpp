@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "functions/mathematical_functions.h"
 
-#include <cmath>
-
-#include "units/unit_converter.h"
+#include "decimal/decimal_math.h"
+#include "decimal/whole_numbers.h"
 
 namespace vemo {
 
@@ -37,43 +36,6 @@ private:
     BinaryFormula formula_;
 };
 
-class TrigonometricFunction : public FunctionOfNumbers {
-public:
-    TrigonometricFunction(UnaryFormula formula, const UnitConverter& unitConverter)
-        : formula_(formula), unitConverter_(unitConverter) {}
-
-    std::optional<Value> evaluate(const std::vector<Value>& values, Context& context) const override {
-        if (values.empty() || !values[0].decimal()) return std::nullopt;
-        const auto angle = unitConverter_.convert(values[0], u"radian", context);
-        const auto radians = angle ? angle->decimal() : std::nullopt;
-        return radians ? std::optional(angle->without(Attribute::unit).with(formula_(*radians))) : std::nullopt;
-    }
-    std::size_t mostValues() const override { return 1; }
-
-private:
-    UnaryFormula formula_;
-    const UnitConverter& unitConverter_;
-};
-
-class InverseTrigonometricFunction : public FunctionOfNumbers {
-public:
-    InverseTrigonometricFunction(UnaryFormula formula, const UnitConverter& unitConverter)
-        : formula_(formula), unitConverter_(unitConverter) {}
-
-    std::optional<Value> evaluate(const std::vector<Value>& values, Context& context) const override {
-        const auto x = values.empty() ? std::nullopt : values[0].decimal();
-        if (!x) return std::nullopt;
-        const Value angle = values[0].with(formula_(*x)).with(u"radian", Attribute::unit);
-        const auto degrees = unitConverter_.convert(angle, u"degree", context);
-        return degrees ? degrees : angle;
-    }
-    std::size_t mostValues() const override { return 1; }
-
-private:
-    UnaryFormula formula_;
-    const UnitConverter& unitConverter_;
-};
-
 }  // namespace
 
 std::shared_ptr<const Function> unaryFunction(UnaryFormula formula) {
@@ -84,56 +46,42 @@ std::shared_ptr<const Function> binaryFunction(BinaryFormula formula) {
     return std::make_shared<BinaryFunction>(formula);
 }
 
-std::shared_ptr<const Function> trigonometricFunction(UnaryFormula formula, const UnitConverter& unitConverter) {
-    return std::make_shared<TrigonometricFunction>(formula, unitConverter);
+namespace {
+
+// What is whole but for rounding, or rounded. A tiny number is not 0.
+DecimalNumber wholeOr(const DecimalNumber& x, RoundingMode mode) {
+    const auto whole = nearlyWhole(x);
+    return whole && !whole->isZero() ? *whole : x.rounding({mode, 0});
 }
 
-std::shared_ptr<const Function> inverseTrigonometricFunction(UnaryFormula formula, const UnitConverter& unitConverter) {
-    return std::make_shared<InverseTrigonometricFunction>(formula, unitConverter);
-}
+}  // namespace
 
 namespace formulas {
 
 DecimalNumber squareRoot(const DecimalNumber& x) {
-    return DecimalNumber::fromDouble(std::sqrt(x.toDouble()));
+    return x.isZero() ? x : mxSqrt(x);
 }
+
 DecimalNumber cubeRoot(const DecimalNumber& x) {
-    return DecimalNumber::fromDouble(std::cbrt(x.toDouble()));
+    return root(DecimalNumber::fromInt64(3), x);
 }
 
 DecimalNumber root(const DecimalNumber& degree, const DecimalNumber& x) {
-    const double n = degree.toDouble();
-    const double value = x.toDouble();
-    const bool negativeOdd = value < 0 && std::fmod(std::fabs(n), 2) == 1;
-    return DecimalNumber::fromDouble(negativeOdd ? -std::pow(-value, 1 / n) : std::pow(value, 1 / n));
+    if (x.isZero() && !degree.isZero() && !degree.isNegative()) return x;
+    const bool odd = mxMod(degree.abs(), DecimalNumber::fromInt64(2)) == DecimalNumber::fromInt64(1);
+    return x.isNegative() && odd ? mxNthRoot(x.negative(), degree).negative() : mxNthRoot(x, degree);
 }
 
 DecimalNumber logarithm(const DecimalNumber& base, const DecimalNumber& x) {
-    const double divisor = std::log2(base.toDouble());
-    if (divisor == 0) return DecimalNumber::notANumberValue();
-    return DecimalNumber::fromDouble(std::log2(x.toDouble()) / divisor);
+    return mxNthLog(x, base);
 }
 
-DecimalNumber naturalLogarithm(const DecimalNumber& x) {
-    return DecimalNumber::fromDouble(std::log(x.toDouble()));
-}
-DecimalNumber sine(const DecimalNumber& radians) {
-    return DecimalNumber::fromDouble(std::sin(radians.toDouble()));
-}
-DecimalNumber cosine(const DecimalNumber& radians) {
-    return DecimalNumber::fromDouble(std::cos(radians.toDouble()));
-}
-DecimalNumber tangent(const DecimalNumber& radians) {
-    return DecimalNumber::fromDouble(std::tan(radians.toDouble()));
-}
-DecimalNumber arctangent(const DecimalNumber& x) {
-    return DecimalNumber::fromDouble(std::atan(x.toDouble()));
-}
 DecimalNumber ceiling(const DecimalNumber& x) {
-    return DecimalNumber::fromDouble(std::ceil(x.toDouble()));
+    return wholeOr(x, RoundingMode::up);
 }
+
 DecimalNumber floor(const DecimalNumber& x) {
-    return DecimalNumber::fromDouble(std::floor(x.toDouble()));
+    return wholeOr(x, RoundingMode::down);
 }
 
 }  // namespace formulas

@@ -1,14 +1,17 @@
 // SPDX-License-Identifier: MIT
 #include "vemo/number_formatter.h"
 
+#include <unicode/dcfmtsym.h>
 #include <unicode/numberformatter.h>
 #include <unicode/plurrule.h>
 
 #include <algorithm>
+#include <cstdlib>
 #include <map>
 #include <tuple>
 
 #include "base/text.h"
+#include "decimal/whole_numbers.h"
 #include "platform/icu_locale.h"
 
 namespace vemo {
@@ -18,19 +21,15 @@ namespace {
 constexpr int mostFraction = 999;  // ICU's limit
 
 std::u16string integerText(const DecimalNumber& decimal, unsigned bitsPerDigit, std::u16string_view prefix) {
-    auto rest = static_cast<std::uint64_t>(decimal.toInt64());
-    std::u16string digits;
-    do {
-        digits += u"0123456789abcdef"[rest & ((1u << bitsPerDigit) - 1)];
-        rest >>= bitsPerDigit;
-    } while (rest != 0);
-    return std::u16string(prefix).append(digits.rbegin(), digits.rend());
+    const DecimalNumber whole = wholeNumber(decimal);
+    return std::u16string(whole.isNegative() ? u"-" : u"").append(prefix) + digitsInBase(whole, bitsPerDigit);
 }
 
 }  // namespace
 
 struct VemoEngineNumberFormatter::Formatters {
     icu::Locale locale;
+    std::unique_ptr<icu::DecimalFormatSymbols> symbols;
     std::unique_ptr<icu::PluralRules> plurals;
     mutable std::map<std::tuple<bool, int, int>, icu::number::LocalizedNumberFormatter> built;
 
@@ -43,12 +42,45 @@ struct VemoEngineNumberFormatter::Formatters {
         if (scientific) formatter = formatter.notation(icu::number::Notation::scientific());
         return built.emplace(key, std::move(formatter)).first->second;
     }
+
+    icu::UnicodeString text(const DecimalNumber& number, bool scientific, int maxFraction, int minFraction,
+                            UErrorCode& status) const {
+        return formatter(scientific, maxFraction, minFraction)
+            .formatDecimal(number.toString(), status)
+            .toString(status);
+    }
+
+    // ICU tears the digits of exponents apart where they take two units.
+    bool hasPairs() const { return symbols->getCodePointZero() > 0xffff; }
+    icu::UnicodeString scientificText(const DecimalNumber& number, int maxFraction, int minFraction,
+                                      UErrorCode& status) const {
+        static const DecimalNumber ten = DecimalNumber::fromInt64(10);
+        DecimalNumber mantissa = number.abs();
+        int exponent = 0;
+        if (!number.isZero()) exponent = static_cast<int>(mantissaDigits(number)) - 1 + number.exponent();
+        mantissa = mantissa.multiplyingByPowerOf10(-exponent).round(static_cast<std::int16_t>(maxFraction));
+        if (mantissa == ten) {
+            mantissa = DecimalNumber::fromInt64(1);
+            ++exponent;
+        }
+        icu::UnicodeString result = text(mantissa, false, maxFraction, minFraction, status);
+        result += symbols->getConstSymbol(icu::DecimalFormatSymbols::kExponentialSymbol);
+        if (exponent < 0) result += symbols->getConstSymbol(icu::DecimalFormatSymbols::kMinusSignSymbol);
+        return result + text(DecimalNumber::fromInt64(std::abs(exponent)), false, 0, 0, status);
+    }
+
+private:
+    static std::size_t mantissaDigits(const DecimalNumber& number) {
+        const std::string digits = number.abs().multiplyingByPowerOf10(-number.exponent()).toString();
+        return digits.size();
+    }
 };
 
 VemoEngineNumberFormatter::VemoEngineNumberFormatter(std::string_view locale, std::string_view language)
     : formatters_(std::make_unique<Formatters>()) {
     formatters_->locale = icuLocale(locale);
     UErrorCode status = U_ZERO_ERROR;
+    formatters_->symbols = std::make_unique<icu::DecimalFormatSymbols>(formatters_->locale, status);
     formatters_->plurals.reset(icu::PluralRules::forLocale(icuLocale(language), status));
 }
 
@@ -75,10 +107,10 @@ std::optional<std::u16string> VemoEngineNumberFormatter::stringFrom(const Decima
     maxFraction = std::clamp(maxFraction, 0, mostFraction);
     minFraction = std::clamp(minFraction, 0, maxFraction);
     UErrorCode status = U_ZERO_ERROR;
-    const icu::UnicodeString text =
-        formatters_->formatter(system == NumeralSystem::scientific, maxFraction, minFraction)
-            .formatDecimal(decimal.toString(), status)
-            .toString(status);
+    const bool scientific = system == NumeralSystem::scientific;
+    const icu::UnicodeString text = scientific && formatters_->hasPairs()
+                                        ? formatters_->scientificText(decimal, maxFraction, minFraction, status)
+                                        : formatters_->text(decimal, scientific, maxFraction, minFraction, status);
     if (U_FAILURE(status)) return std::nullopt;
     return std::u16string(text.getBuffer(), static_cast<std::size_t>(text.length()));
 }

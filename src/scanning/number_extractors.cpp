@@ -2,8 +2,8 @@
 #include "scanning/number_extractors.h"
 
 #include <algorithm>
-#include <cstdlib>
 
+#include "decimal/whole_numbers.h"
 #include "records/number_words.h"
 #include "scanning/extraction_priorities.h"
 #include "scanning/string_extractor.h"
@@ -23,12 +23,34 @@ ElementPointer numberElement(const DecimalNumber& number, std::u16string_view sy
     return makeElement(std::move(value), AttributedText(text, RunType::number));
 }
 
-// The digits after the two characters of a prefix, in base 2 or 8.
-DecimalNumber integerLiteral(std::u16string_view text, std::uint64_t base) {
-    std::uint64_t value = 0;
-    for (const char16_t c : text.substr(2)) value = value * base + static_cast<std::uint64_t>(digitValue(c));
-    return DecimalNumber::fromInt64(static_cast<std::int64_t>(value));
-}
+// Whole numbers in a base of a power of two: 0, one of some letters, digits. Not within words and numbers: "1920x1080".
+struct PrefixedLiteral {
+    std::u16string_view letters;
+    unsigned bitsPerDigit;
+    std::u16string_view system;
+    std::int64_t priority;
+
+    bool isDigit(char16_t c) const {
+        const char16_t letter = static_cast<char16_t>(c | 0x20);
+        const int digit = c >= u'0' && c <= u'9'             ? c - u'0'
+                          : letter >= u'a' && letter <= u'f' ? letter - u'a' + 10
+                                                             : 16;
+        return digit < 1 << bitsPerDigit;
+    }
+
+    void extract(std::u16string_view text, std::vector<Extraction>& result) const {
+        for (std::size_t i = text.find(u'0'); i != text.npos; i = text.find(u'0', i + 1)) {
+            if (i + 2 >= text.size() || letters.find(text[i + 1]) == letters.npos || !isDigit(text[i + 2])) continue;
+            if (i > 0 && (isLetter(text[i - 1]) || digitValue(text[i - 1]) >= 0)) continue;
+            std::size_t end = i + 3;
+            while (end < text.size() && isDigit(text[end])) ++end;
+            const std::u16string_view literal = text.substr(i, end - i);
+            const DecimalNumber number = numberFromDigits(literal.substr(2), bitsPerDigit);
+            result.push_back({{i, end - i}, priority, 0, numberElement(number, system, literal)});
+            i = end - 1;
+        }
+    }
+};
 
 constexpr struct {
     std::u16string_view key;
@@ -63,7 +85,7 @@ void DecimalNumberExtractor::extract(const std::u16string& text, Context&, std::
 
 void ScientificNumberExtractor::extract(const std::u16string& text, Context&, std::vector<Extraction>& result) const {
     // Possessive repetitions: giving digits back never helps here, and would take cubic time on long literals.
-    static const Regex pattern(uR"(\.? \d++ [\s\d\._,]*+ (?<!\s|,|\.) [Ee] [+-]? \d+)", true);
+    static const Regex pattern(uR"(\.? \d++ [\s\d\._,]*+ (?<!\s|,|\.) [Ee] [+-]? (?: \d _? )++)", true);
     if (text.find_first_of(u"eE") == text.npos || !hasDigit(text)) return;
     StringExtractor::extract(
         text, pattern, priority::prefixedLiteral,
@@ -75,33 +97,18 @@ void ScientificNumberExtractor::extract(const std::u16string& text, Context&, st
 }
 
 void HexNumberExtractor::extract(const std::u16string& text, Context&, std::vector<Extraction>& result) const {
-    static const Regex pattern(u"0x([0-9a-fA-F]+)", false);
-    if (text.find(u"0x") == text.npos) return;
-    StringExtractor::extract(
-        text, pattern, priority::prefixedLiteral,
-        [&](std::u16string_view literal) {
-            const double value = std::strtod(toUtf8(literal).c_str(), nullptr);
-            return numberElement(DecimalNumber::fromDouble(value), u"hex", literal);
-        },
-        result);
+    static constexpr PrefixedLiteral hex{u"x", 4, u"hex", priority::prefixedLiteral};
+    hex.extract(text, result);
 }
 
 void BinaryNumberExtractor::extract(const std::u16string& text, Context&, std::vector<Extraction>& result) const {
-    static const Regex pattern(u"0b([0-1]+)", true);
-    if (text.find_first_of(u"bB") == text.npos) return;
-    StringExtractor::extract(
-        text, pattern, priority::usual,
-        [&](std::u16string_view literal) { return numberElement(integerLiteral(literal, 2), u"bin", literal); },
-        result);
+    static constexpr PrefixedLiteral binary{u"bB", 1, u"bin", priority::usual};
+    binary.extract(text, result);
 }
 
 void OctalNumberExtractor::extract(const std::u16string& text, Context&, std::vector<Extraction>& result) const {
-    static const Regex pattern(u"0o([0-7]+)", true);
-    if (text.find_first_of(u"oO") == text.npos) return;
-    StringExtractor::extract(
-        text, pattern, priority::usual,
-        [&](std::u16string_view literal) { return numberElement(integerLiteral(literal, 8), u"oct", literal); },
-        result);
+    static constexpr PrefixedLiteral octal{u"oO", 3, u"oct", priority::usual};
+    octal.extract(text, result);
 }
 
 NumeralRepresentationExtractor::NumeralRepresentationExtractor(const Localizer& localizer,

@@ -31,14 +31,13 @@ private:
     const ScientificParser& parser_;
 };
 
-// Read through a double: values above 2^53 lose their low-order digits.
+// Whole numbers of any size, in bases of a power of two.
 class HexNumberExtractor : public Extractor {
 public:
     std::u16string_view name() const override { return u"HexNumberExtractor"; }
     void extract(const std::u16string& text, Context& context, std::vector<Extraction>& result) const override;
 };
 
-// Signed 64-bit integers, wrapping.
 class BinaryNumberExtractor : public Extractor {
 public:
     std::u16string_view name() const override { return u"BinaryNumberExtractor"; }

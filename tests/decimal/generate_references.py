@@ -177,7 +177,8 @@ UNARY = {
     "asech": (of_inverse(inverse_hyperbolic_cosine), SINES), "acoth": (of_inverse(inverse_hyperbolic_tangent), OUTSIDE),
     "sqrt": (Decimal.sqrt, POSITIVES), "ln": (Decimal.ln, POSITIVES), "log10": (Decimal.log10, POSITIVES),
     "factorial": (factorial, either_sign(decimals("0.5", "1e-30", "0.999999999999", "1.5", "20.1", "50.5"))
-                  + decimals("103.9", "-1.0000000001", "-0.9999999999", "-70.3") + random_numbers(-2, 2)),
+                  + decimals("103.9", "-1.0000000001", "-0.9999999999", "-70.3") + random_numbers(-2, 2)
+                  + decimals("5", "49", "77", "100", "103", "104")),
 }
 BINARY = {
     "nthRoot": (lambda a, b: (a.ln() / b).exp(),
