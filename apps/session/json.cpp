@@ -77,7 +77,10 @@ std::string jsonText(const VemoEngine::Result& result, std::string_view log, con
     }
     nlohmann::json document{{"lines", std::move(lines)}, {"log", log}};
     if (!problems.empty()) document["problems"] = problems;
-    if (const FormattedValue* total = result.context->grandTotalFormatted()) document["grandTotal"] = textsOf(*total);
+    if (const FormattedValue* total = result.context->grandTotalFormatted()) {
+        document["grandTotal"] = textsOf(*total);
+        if (result.context->isGrandTotalPartial()) document["grandTotal"]["partial"] = true;
+    }
     return escapedJson(document.dump(-1, ' ', false, nlohmann::json::error_handler_t::replace)) + "\n";
 }
 

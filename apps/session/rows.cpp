@@ -130,7 +130,7 @@ std::optional<Total> totalOf(const VemoEngine::Result& result, bool shortTexts) 
     const std::string text = formatted ? resultText(*formatted, shortTexts) : std::string();
     // Durations are added to a date that comes first; any other date begins the total anew.
     std::size_t values = 0, dates = 0;
-    bool dateFirst = false, failed = false;
+    bool dateFirst = false, failed = result.context->isGrandTotalPartial();
     for (const auto& line : result.lines) {
         if (line.reason()) failed = true;
         const Value value = line.value();

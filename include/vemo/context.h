@@ -114,6 +114,8 @@ public:
     std::optional<std::int64_t> precision() const;
     void setPrecision(std::optional<std::int64_t> digits);
     const FormattedValue* grandTotalFormatted() const;
+    // True when the total begins below lines whose amounts could not be added to it.
+    bool isGrandTotalPartial() const;
 
     void beginUpdates();
     void endUpdates(bool notify);

@@ -19,6 +19,7 @@ inline constexpr std::u16string_view precision = u"precision";                  
 inline constexpr std::u16string_view previousResult = u"prev_result";                 // Value
 inline constexpr std::u16string_view previousResults = u"prev_results";               // ValuesList
 inline constexpr std::u16string_view grandTotal = u"grand_total";                     // Value
+inline constexpr std::u16string_view grandTotalPartial = u"grand_total_partial";      // bool
 inline constexpr std::u16string_view grandTotalFormatted = u"grand_total_formatted";  // FormattedValue
 inline constexpr std::u16string_view currentTime = u"current_time";                   // Date
 inline constexpr std::u16string_view currentDay = u"current_day";  // text such as "2027-03-04"; written with the time

@@ -8,6 +8,7 @@
 
 #include "engine/line_reading.h"
 #include "engine/line_remarks.h"
+#include "engine/repeated_lines.h"
 #include "evaluation/element_replacement.h"
 #include "records/context_parts.h"
 #include "scanning/string_extractor.h"
@@ -82,7 +83,7 @@ Calculator::MultilineResult Calculator::calculate(std::u16string_view text, Cont
         const LineResultPointer& calculated =
             result.lines.emplace_back(calculateLine(line.in(text), document, config_.debug));
         if (jsRunner_ && !calculated->extensionsLog().empty()) result.logging.push_back(calculated);
-        carryForward(calculated->value(), document);
+        carryForward(*calculated, document);
     }
     if (const Value* total = document.get<Value>(context_keys::grandTotal)) {
         document.set(context_keys::grandTotalFormatted,
@@ -91,18 +92,21 @@ Calculator::MultilineResult Calculator::calculate(std::u16string_view text, Cont
     return result;
 }
 
-void Calculator::carryForward(const Value& value, Context& document) const {
+void Calculator::carryForward(const LineResult& line, Context& document) const {
+    const Value& value = line.value();
     document.set(context_keys::previousResult, value);
     const auto* results = document.get<ValuesList>(context_keys::previousResults);
     document.set(context_keys::previousResults, (results ? *results : ValuesList()).appending(value));
-    if (value.isEmpty()) return;
+    if (value.isEmpty() || value.isNotANumber() || line.repeatsLines()) return;
     std::optional<Value> total = value;
     if (const Value* before = document.get<Value>(context_keys::grandTotal))
         total = operationCalculator_.apply(u"+", *before, value, document);
-    if (total)
+    if (total && !total->isNotANumber()) {
         document.set(context_keys::grandTotal, *total);
-    else
+    } else {
         document.set(context_keys::grandTotal, std::nullopt);
+        document.set(context_keys::grandTotalPartial, true);
+    }
 }
 
 Calculator::EvaluatedLine Calculator::evaluateLine(std::u16string_view line, Context& context, bool debug) {
@@ -111,7 +115,7 @@ Calculator::EvaluatedLine Calculator::evaluateLine(std::u16string_view line, Con
     if (!calculated.empty()) {
         result.written = extractElements(std::u16string(calculated), context, debug);
         if (debug) trace(u"Elements extraction: " + result.written.shortDescription());
-        remarkOnText(result.written, locale_, context_, context);
+        remarkOnText(result.written, numerals_.locale(), context_, context);
         tooDeep_ = false;
         result.elements = evaluate(result.written, context, 0, debug);
         // Operators around it may have made a number of the error.
@@ -133,7 +137,7 @@ LineResultPointer Calculator::calculateLine(std::u16string_view text, Context& d
         if (online_ && online_->geoNames()) lookUpPlaces(*known);
         return known;
     }
-    const std::u16string line = foldedWidth(text);
+    const std::u16string line = numerals_.folded(text);
     const std::size_t logged = jsRunner_ ? jsRunner_->log().size() : 0;
     if (debug) trace(u"=== Debug for '" + line + u"' ===");
     Context context = ContextParts::layer(document);
@@ -145,9 +149,10 @@ LineResultPointer Calculator::calculateLine(std::u16string_view text, Context& d
         spokenRemarks(context, written, formatted.regular.has_value(),
                       {localizer_, [&](std::u16string_view unit) { return decimalUnitValueFormatter_.unitName(unit); },
                        [&](const Value& other) { return format(other, context).regular.value_or(u""); }});
-    LineResultPointer result = LineResult::make(
-        value, ContextParts::updates(context), ContextParts::dependencies(context),
-        withText(elements.attributedText(), text), formatted, context.quickTypeData(), extensionsLog, remarks);
+    LineResultPointer result =
+        LineResult::make(value, ContextParts::updates(context), ContextParts::dependencies(context),
+                         withText(elements.attributedText(), text), formatted, context.quickTypeData(), extensionsLog,
+                         remarks, onlyRepeatsLines(written, functionManager_));
     context = Context();  // no longer shares the document's data, which can then be changed in place
     ContextParts::addUpdatesOf(document, *result);
     ContextParts::addDependenciesOf(document, result);
@@ -163,7 +168,7 @@ std::optional<std::u16string> Calculator::reading(std::u16string_view text, Cont
     calculate(text.substr(0, lines[number].location), document);
     Context context = ContextParts::layer(document);
     remarksOf(context).keepSteps();
-    const std::u16string line = foldedWidth(lines[number].in(text));
+    const std::u16string line = numerals_.folded(lines[number].in(text));
     const ElementList elements = evaluateLine(line, context, false).elements;
     if (elements.empty() || !format(elements[0].value, context).regular) return std::nullopt;
     Context writing = ContextParts::layer(document);

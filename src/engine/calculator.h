@@ -23,6 +23,7 @@
 #include "platform/time_zones.h"
 #include "quicktype/quick_type_collector.h"
 #include "scanning/extractor_catalogue.h"
+#include "scanning/locale_numerals.h"
 #include "scanning/number_parsers.h"
 #include "scanning/words/localizer.h"
 #include "scanning/words/string_range_detector.h"
@@ -134,7 +135,7 @@ private:
     void registerDates();
     void setCurrentTime();
     void renewTime();
-    void carryForward(const Value& value, Context& document) const;
+    void carryForward(const LineResult& line, Context& document) const;
     void trace(const std::u16string& line) const;
 
     Config config_;
@@ -148,7 +149,7 @@ private:
 
     QuickTypeCollector quickTypeCollector_;
     Localizer localizer_;
-    LocaleInfo locale_;
+    LocaleNumerals numerals_;
     PlaceNames placeNames_;
     std::unique_ptr<OnlineData> online_;  // null without a scheduler
     bool cryptoInitialized_ = false;      // guarded by the context's lock

@@ -25,7 +25,7 @@ Calculator::Calculator(const Config& config, Environment environment, std::optio
       localZone_(TimeZoneRules::find(toUtf16(environment_.timeZone))),
       measurer_("Calculator initialization", environment_.log),
       localizer_(environment_.language, environment_.resources, environment_.log),
-      locale_(LocaleInfo::forIdentifier(environment_.locale)),
+      numerals_(LocaleInfo::forIdentifier(environment_.locale)),
       placeNames_(localizer_, environment_.language),
       decimalParser_(environment_.locale),
       scientificParser_(decimalParser_),

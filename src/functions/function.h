@@ -21,6 +21,8 @@ public:
     virtual bool takesSigns() const { return false; }
     // How many values it uses; further ones are ignored.
     virtual std::size_t mostValues() const { return SIZE_MAX; }
+    // True when it tells what lines above gave: a line of nothing else adds nothing to the grand total.
+    virtual bool repeatsLines() const { return false; }
 };
 
 class FunctionOfNumbers : public Function {

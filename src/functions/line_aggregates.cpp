@@ -33,7 +33,7 @@ public:
         std::vector<const Value*> values;  // newest first
         ValuesList rest = results;
         for (; !rest.empty() && isResult(rest.newest()) && !rest.isSameAs(latest_); rest.dropNewest())
-            values.push_back(&rest.newest());
+            if (!rest.newest().isNotANumber()) values.push_back(&rest.newest());
         BlockTotal block;
         Context adding = ContextParts::layer(context);
         if (!rest.empty() && rest.isSameAs(latest_)) {
@@ -78,6 +78,7 @@ public:
         const auto block = results ? adder_.add(*results, context) : std::nullopt;
         return block ? std::optional(block->total) : std::nullopt;
     }
+    bool repeatsLines() const override { return true; }
 
 private:
     mutable BlockAdder adder_;
@@ -93,6 +94,7 @@ public:
         if (!block) return std::nullopt;
         return reduction_.apply(u"/", block->total, Value(DecimalNumber::fromUInt64(block->count)), context);
     }
+    bool repeatsLines() const override { return true; }
 
 private:
     const Reduction& reduction_;
@@ -106,6 +108,7 @@ public:
         const Value* previous = context.get<Value>(context_keys::previousResult);
         return previous ? std::optional(*previous) : std::nullopt;
     }
+    bool repeatsLines() const override { return true; }
 };
 
 }  // namespace

@@ -22,7 +22,8 @@ LocaleInfo LocaleInfo::forIdentifier(std::string_view identifier) {
     UErrorCode status = U_ZERO_ERROR;
     const icu::DecimalFormatSymbols symbols(icuLocale(name), status);
     return {name, symbol(symbols, icu::DecimalFormatSymbols::kDecimalSeparatorSymbol),
-            symbol(symbols, icu::DecimalFormatSymbols::kGroupingSeparatorSymbol)};
+            symbol(symbols, icu::DecimalFormatSymbols::kGroupingSeparatorSymbol),
+            symbol(symbols, icu::DecimalFormatSymbols::kExponentialSymbol)};
 }
 
 int digitValue(char16_t character) {

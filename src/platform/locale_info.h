@@ -11,6 +11,7 @@ struct LocaleInfo {
     std::string identifier;
     std::u16string decimalSeparator;
     std::u16string groupingSeparator;
+    std::u16string exponentSign;  // between mantissa and exponent: "E", "×10^"
 
     // An ICU or POSIX identifier ("de_DE", "de-DE.UTF-8"). Unknown ones follow the root locale.
     static LocaleInfo forIdentifier(std::string_view identifier);

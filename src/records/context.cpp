@@ -177,6 +177,11 @@ const FormattedValue* Context::grandTotalFormatted() const {
     return total ? total->get() : nullptr;
 }
 
+bool Context::isGrandTotalPartial() const {
+    const bool* partial = get<bool>(context_keys::grandTotalPartial);
+    return partial && *partial;
+}
+
 void Context::beginUpdates() {
     state_->pauseDelegateUpdates = true;
 }

@@ -186,7 +186,7 @@ private:
 LineResultPointer LineResult::make(Value value, const ContextMap& updates, const ContextMap& dependencies,
                                    const AttributedText& text, const FormattedValue& formatted,
                                    const QuickTypeData& quickType, std::u16string_view extensionsLog,
-                                   const LineRemarks& remarks) {
+                                   const LineRemarks& remarks, bool repeats) {
     std::vector<EntryPointer> written;
     updates.all([&](const auto& entry) {
         written.emplace_back(&entry);
@@ -217,13 +217,14 @@ LineResultPointer LineResult::make(Value value, const ContextMap& updates, const
     const std::size_t behind =
         (written.size() + seen.size()) * sizeof(EntryPointer) + writer.block().size() * sizeof(char16_t);
     return std::allocate_shared<LineResult>(SpaceBehind<LineResult>(behind), Key(), std::move(value),
-                                            text.compoundString().size(), written, seen, writer.block());
+                                            text.compoundString().size(), written, seen, writer.block(), repeats);
 }
 
 LineResult::LineResult(Key, Value value, std::size_t textLength, std::span<EntryPointer> updates,
-                       std::span<EntryPointer> seen, std::u16string_view texts)
+                       std::span<EntryPointer> seen, std::u16string_view texts, bool repeats)
     : textLength_(static_cast<std::uint32_t>(textLength)),
-      updateCount_(static_cast<std::uint32_t>(updates.size())),
+      updateCount_(static_cast<std::uint32_t>(updates.size()) & 0x7fffffff),
+      repeatsLines_(repeats ? 1 : 0),
       seenCount_(static_cast<std::uint32_t>(seen.size())),
       unitsBehind_(static_cast<std::uint32_t>(texts.size())),
       value_(std::move(value)) {

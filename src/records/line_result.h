@@ -22,18 +22,20 @@ class LineResult {
 public:
     using EntryPointer = ContextMap::EntryPointer;
 
-    // `dependencies` are the entries that the line read, with what it saw.
+    // `dependencies` are the entries that the line read, with what it saw; `repeats` is for `repeatsLines`.
     static LineResultPointer make(Value value, const ContextMap& updates, const ContextMap& dependencies,
                                   const AttributedText& text, const FormattedValue& formatted,
                                   const QuickTypeData& quickType, std::u16string_view extensionsLog,
-                                  const LineRemarks& remarks = {});
+                                  const LineRemarks& remarks = {}, bool repeats = false);
     LineResult(Key, Value value, std::size_t textLength, std::span<EntryPointer> updates, std::span<EntryPointer> seen,
-               std::u16string_view texts);
+               std::u16string_view texts, bool repeats);
     LineResult(const LineResult&) = delete;
     LineResult& operator=(const LineResult&) = delete;
     ~LineResult();
 
     const Value& value() const { return value_; }  // without attributes when the line yields nothing
+    // True for a line that only shows again what others gave, which the grand total leaves out.
+    bool repeatsLines() const { return repeatsLines_ != 0; }
 
     // The entries it set; those it saw; and the keys under which it saw none.
     std::span<const EntryPointer> updates() const { return {entries(), updateCount_}; }
@@ -63,7 +65,8 @@ private:
     const char16_t* texts() const { return reinterpret_cast<const char16_t*>(entries() + updateCount_ + seenCount_); }
 
     std::uint32_t textLength_;
-    std::uint32_t updateCount_;
+    std::uint32_t updateCount_ : 31;
+    std::uint32_t repeatsLines_ : 1;
     std::uint32_t seenCount_;
     std::uint32_t unitsBehind_;
     Value value_;

@@ -65,7 +65,9 @@ TEST_F(Answers, writesPlainNumbers) {
 
 TEST_F(Answers, labelsTheTotalOfADocument) {
     write("a.vemo", "5\n10/0\n6\n");
-    EXPECT_NE(says("vemo -q a.vemo").find("\nno total: a line has no result\n"), std::string::npos);
+    EXPECT_NE(says("vemo -q a.vemo").find("\ntotal of some lines  11\n"), std::string::npos);
+    write("none.vemo", "10/0\nln 0\n");
+    EXPECT_NE(says("vemo -q none.vemo").find("\nno total: a line has no result\n"), std::string::npos);
     EXPECT_EQ(says("printf '5\\n6\\n' | vemo"), "5       5\n6       6\n---------\ntotal  11\n");
     EXPECT_EQ(says("vemo -e 5 -e 6"), "5  5\n6  6\n");
     write("dates.vemo", "5 kg\ntoday\n3 kg\n");
