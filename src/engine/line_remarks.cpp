@@ -98,7 +98,8 @@ void remarkOnText(const ElementList& elements, const LocaleInfo& locale, const C
     const auto isOperator = [](const Element& element) { return element.value.has(Attribute::operation); };
     for (std::size_t i = 0; i < elements.size(); ++i) {
         const Element& element = elements[i];
-        if (typeOf(element) == RunType::number && element.value.has(Attribute::decimal)) {
+        if (typeOf(element) == RunType::number && element.value.has(Attribute::decimal) &&
+            !element.value.has(Attribute::nsystem)) {
             if (!isOddlyJoined(element.text(), locale)) continue;
             const auto isPart = [&](std::size_t side) {
                 while (side < elements.size() && elements[side].value.isEmpty() &&

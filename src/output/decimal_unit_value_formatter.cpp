@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "base/text.h"
+#include "decimal/whole_numbers.h"
 #include "records/context_parts.h"
 #include "units/unit_converter.h"
 #include "units/unit_manager.h"
@@ -25,6 +26,35 @@ NumeralSystem numeralSystem(const Value& value) {
     if (name == u"sci") return NumeralSystem::scientific;
     return NumeralSystem::decimal;
 }
+
+// A number that the usual two fraction digits would show as 0, though it is none: see `format`.
+class TinyNumber {
+public:
+    explicit TinyNumber(const DecimalNumber& magnitude)
+        : fractionDigits_(1 - leadingPower(magnitude)),
+          shown_(magnitude.round(static_cast<std::int16_t>(fractionDigits_))) {}
+
+    static bool is(const DecimalNumber& magnitude) {
+        static const DecimalNumber least = DecimalNumber::fromParts(0, 1, -15, false);
+        return DecimalNumber::compare(magnitude, least).value_or(-1) >= 0;
+    }
+    int fractionDigits() const { return fractionDigits_; }
+    const DecimalNumber& shown() const { return shown_; }
+    bool isScientific() const {
+        static const DecimalNumber limit = DecimalNumber::fromParts(0, 1, -6, false);
+        return DecimalNumber::compare(shown_, limit).value_or(0) < 0;
+    }
+
+private:
+    // Of a number below 1: 0.0025 has -3.
+    static int leadingPower(const DecimalNumber& magnitude) {
+        const std::string text = magnitude.toString();
+        return 1 - static_cast<int>(text.find_first_not_of("0."));
+    }
+
+    int fractionDigits_;  // that two significant digits take
+    DecimalNumber shown_;
+};
 
 bool isShort(std::u16string_view text) {
     return graphemeCount(text, shortLength) < shortLength;
@@ -84,12 +114,26 @@ std::optional<FormattedValue> DecimalUnitValueFormatter::format(const Value& val
     const DecimalNumber magnitude = number->abs();
     // One and a half dollars are 1.50; what is cut off for display does not count.
     const auto unit = value.string(Attribute::unit);
-    const DecimalNumber shown = magnitude.round(static_cast<std::int16_t>(maxFraction));
-    const bool cents = unit && shown.fractionDigitsCount() == 1 && isMoney(*unit);
-    const auto text = numberFormatter_.stringFrom(magnitude, numeralSystem(value), maxFraction, cents ? 2 : 0);
+    const NumeralSystem system = numeralSystem(value);
+    DecimalNumber shown = magnitude.round(static_cast<std::int16_t>(maxFraction));
+    if (system == NumeralSystem::scientific) shown = magnitude;
+    std::optional<std::u16string> text;
+    if (shown.isZero() && system == NumeralSystem::decimal && !precision && TinyNumber::is(magnitude)) {
+        // Two digits of what would be no more than a 0.
+        const TinyNumber tiny(magnitude);
+        shown = tiny.shown();
+        text = tiny.isScientific() ? numberFormatter_.stringFrom(shown, NumeralSystem::scientific, 1, 0)
+                                   : numberFormatter_.stringFrom(shown, system, tiny.fractionDigits(), 0);
+    } else {
+        const bool cents = unit && shown.fractionDigitsCount() == 1 && isMoney(*unit);
+        text = numberFormatter_.stringFrom(magnitude, system, maxFraction, cents ? 2 : 0);
+    }
     if (!text) return std::nullopt;
     const std::u16string format = displayFormat(value, shown);
-    const std::u16string sign = number->isNegative() ? u"-" : u"";
+    const bool zero = system == NumeralSystem::decimal || system == NumeralSystem::scientific
+                          ? shown.isZero()
+                          : wholeNumber(magnitude).isZero();
+    const std::u16string sign = number->isNegative() && !zero ? u"-" : u"";
 
     FormattedValue result;
     result.regular = sign + formatted(format, *text).value_or(*text);

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "output/time_formatter.h"
 
+#include <algorithm>
+
 #include "base/text.h"
 #include "output/time_decomposer.h"
 
@@ -14,6 +16,11 @@ std::optional<FormattedValue> TimeFormatter::format(const Value& value, Context&
     if (unit == timeUnits.size()) return std::nullopt;
     const auto counts = TimeDecomposer::decompose(*amount, unit);
     if (!counts) return std::nullopt;
+    // Less than what is told in whole parts: as any other number.
+    static const DecimalNumber one = DecimalNumber::fromInt64(1);
+    const bool none = std::all_of(counts->begin(), counts->end(), [](const auto& count) { return count.isZero(); });
+    const bool seconds = unit == 0 && DecimalNumber::compare(amount->abs(), one).value_or(0) < 0;
+    if (none || seconds) return decimalFormatter_.format(value, context);
     std::vector<std::u16string> components;
     for (std::size_t i = unit + 1; i-- > 0;) {
         const DecimalNumber& count = (*counts)[i];

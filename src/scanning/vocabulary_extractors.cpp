@@ -9,6 +9,7 @@
 #include "platform/locale_info.h"
 #include "scanning/extraction_priorities.h"
 #include "scanning/fraction_extractor.h"
+#include "scanning/number_parsers.h"
 #include "units/unit_manager.h"
 #include "vemo/context.h"
 
@@ -24,7 +25,21 @@ Extraction phraseExtraction(std::u16string_view text, const PhraseMatch<std::u16
 }
 
 bool endsWithNumber(std::u16string_view text) {
+    if (text.size() > 1 && text.back() == u'_') text.remove_suffix(1);
     return !text.empty() && (digitValue(text.back()) >= 0 || isFractionSign(text.back()));
+}
+
+// True when nothing stands before the number at the end but a sign, or a label.
+bool isAloneNumber(std::u16string_view text) {
+    const std::size_t label = text.rfind(u':');
+    std::u16string_view rest = trimmed(label == text.npos ? text : text.substr(label + 1));
+    if (!rest.empty() && (rest.front() == u'-' || rest.front() == u'+')) rest = trimmed(rest.substr(1));
+    const std::vector<DecimalLiteral> literals = decimalLiterals(rest);
+    if (literals.size() == 1 && literals[0].digits.length == rest.size()) return true;
+    // "3E2 K"
+    return literals.size() == 2 && literals[0].digits.location == 0 && literals[1].whole.end() == rest.size() &&
+           literals[1].whole.location == literals[0].digits.end() + 1 &&
+           (rest[literals[0].digits.end()] | 0x20) == u'e';
 }
 
 }  // namespace
@@ -80,21 +95,31 @@ void UnitExtractor::extract(const std::u16string& text, Context& context, std::v
         result.push_back(phraseExtraction(text, match, Attribute::unit, RunType::unit));
         if (displacesOperator(text, match.range)) result.back().secondaryPriority = priority::unitOverOperator;
         context.addQuickTypeToken(match.range.in(text));
-        temperature = temperature || match.object == u"celsius" || match.object == u"fahrenheit";
+        constexpr std::u16string_view temperatures[] = {u"celsius", u"fahrenheit", u"kelvin", u"rankine"};
+        temperature = temperature || std::find(std::begin(temperatures), std::end(temperatures), match.object) !=
+                                         std::end(temperatures);
     }
-    const std::size_t k = temperature ? text.find(u'K') : text.npos;
-    if (k == text.npos || !isKelvin(text, k)) return;
-    result.push_back(phraseExtraction(text, {u"kelvin", {k, 1}}, Attribute::unit, RunType::unit));
-    result.back().secondaryPriority = priority::unitOverOperator;
+    for (std::size_t k = text.find(u'K'); k != text.npos; k = text.find(u'K', k + 1)) {
+        if (!isKelvin(text, k, temperature)) continue;
+        result.push_back(phraseExtraction(text, {u"kelvin", {k, 1}}, Attribute::unit, RunType::unit));
+        result.back().secondaryPriority = priority::unitOverOperator;
+    }
 }
 
-// True for a K that a temperature is converted from or to: elsewhere it is a thousand.
-bool UnitExtractor::isKelvin(std::u16string_view text, std::size_t k) const {
+// True for a K behind a number and a blank, on a line with a temperature or with nothing else, and for one that a
+// temperature is converted from or to: elsewhere it is a thousand.
+bool UnitExtractor::isKelvin(std::u16string_view text, std::size_t k, bool temperature) const {
+    if (k + 1 < text.size() && (isLetter(text[k + 1]) || digitValue(text[k + 1]) >= 0)) return false;
     const std::u16string_view before = trimmed(text.substr(0, k)), after = trimmed(text.substr(k + 1));
-    if (k + 1 < text.size() && isLetter(text[k + 1])) return false;
+    const bool behindNumber = endsWithNumber(before);
+    if (behindNumber && before.size() < k) {
+        const bool comment = after.empty() || after.starts_with(u"//") || after.front() == u'"';
+        if (temperature || (comment && isAloneNumber(before))) return true;
+    }
+    if (!temperature) return false;
     const auto words = operators_.phraseDetector().detect(before);
     if (!words.empty() && words.back().object == u"in" && words.back().range.end() == before.size()) return true;
-    if (before.empty() || digitValue(before.back()) < 0) return false;
+    if (!behindNumber) return false;
     const auto next = operators_.phraseDetector().detect(after);
     return !next.empty() && next.front().range.location == 0 && next.front().object == u"in";
 }

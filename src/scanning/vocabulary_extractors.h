@@ -57,7 +57,7 @@ private:
     bool displacesOperator(std::u16string_view text, TextRange range) const;
     bool isWord(std::u16string_view text, TextRange range) const;
     bool hasItsPlace(std::u16string_view text, TextRange range) const;
-    bool isKelvin(std::u16string_view text, std::size_t k) const;
+    bool isKelvin(std::u16string_view text, std::size_t k, bool temperature) const;
     static std::optional<std::u16string> arcUnit(std::u16string_view text, TextRange range);
 
     const UnitManager& units_;

@@ -19,7 +19,10 @@ DecimalNumber ratioOf(std::string_view text) {
 }  // namespace
 
 UnitBuilder::UnitBuilder(UnitRegistry& registry, const Localizer& localizer)
-    : registry_(registry), localizer_(localizer), omittedSymbols_(localizer.variants(u"symbols.omitted", u"Aliases")) {}
+    : registry_(registry),
+      localizer_(localizer),
+      omittedSymbols_(localizer.variants(u"symbols.omitted", u"Aliases")),
+      unshownSymbols_(localizer.variants(u"symbols.unshown", u"Aliases")) {}
 
 Unit UnitBuilder::make(const UnitRow& row, std::u16string_view base, std::u16string_view table, bool lowercase) const {
     const std::u16string key(row.key.empty() ? row.id : row.key);
@@ -54,6 +57,12 @@ std::vector<std::u16string> UnitBuilder::aliases(const std::u16string& id) const
     return phrases;
 }
 
+bool UnitBuilder::isShown(const Unit& unit) const {
+    const std::u16string symbol = unit.localizedSymbol ? *unit.localizedSymbol : *unit.internationalSymbol;
+    return std::find(omittedSymbols_.begin(), omittedSymbols_.end(), symbol) == omittedSymbols_.end() &&
+           std::find(unshownSymbols_.begin(), unshownSymbols_.end(), symbol) == unshownSymbols_.end();
+}
+
 void UnitBuilder::addAll(std::span<const UnitRow> rows, std::u16string_view base, std::u16string_view table,
                          bool lowercase) const {
     for (const UnitRow& row : rows) add(make(row, base, table, lowercase));
@@ -75,6 +84,7 @@ std::vector<Unit> UnitBuilder::prefixed(const Unit& unit, const std::vector<Pref
             variant.format = u"%@ " + *variant.localizedSymbol;
         else if (variant.internationalSymbol)
             variant.format = u"%@ " + *variant.internationalSymbol;
+        if (variant.format && !isShown(variant)) variant.format = u"%@ " + variant.phrases.front();
         const DecimalNumber ratio = unit.baseRatio.value_or(DecimalNumber::fromInt64(1));
         variant.baseRatio =
             factorBase == 10

@@ -36,7 +36,11 @@ protected:
 private:
     std::vector<std::u16string> aliases(const std::u16string& id) const;
 
+    // False for one whose symbol would be read as something else: it is shown by its name.
+    bool isShown(const Unit& unit) const;
+
     const std::vector<std::u16string> omittedSymbols_;
+    const std::vector<std::u16string> unshownSymbols_;  // those that mean something else behind some numbers
 };
 
 }  // namespace vemo

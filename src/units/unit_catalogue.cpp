@@ -108,6 +108,7 @@ public:
             if (std::find(std::begin(taken), std::end(taken), variant.internationalSymbol) != std::end(taken)) {
                 variant.internationalSymbol.reset();
                 variant.localizedSymbol.reset();
+                variant.format = u"%@ " + variant.phrases.front();
             }
             add(variant);
         }
