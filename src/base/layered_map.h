@@ -21,6 +21,11 @@ namespace vemo {
 // layers, and the first to write lays a new one over them. Where that would make too many, layers are put together:
 // over a history of copies and writes each costs O(log size) on average. What no other map shares is changed in place.
 // Copies may be used on different threads.
+//
+// Entries and layers are followed in memory by what they hold. (A standard hash table in each layer, with strings as
+// keys, takes 58 ns more of the 476 that a known line costs in a document of 10,000, 120 bytes more a line, and three
+// times as long at 100,000: measured over the look-ups and writes of such lines. What the lines cost altogether tells
+// vemo_bench --benchmark_filter=changedDocument.)
 template <class Mapped>
 class LayeredMap {
     class Counted {
