@@ -38,9 +38,9 @@ private:
 
 // A bounded memory of results by text: at most 2 × `generationSize` entries, which hold about 2 × `generationBytes`;
 // the longest unused go first. A miss is always safe. Not synchronised. `Key` is where an entry's key is kept, and
-// tells how much an entry holds. (With std::unordered_map in its place, and
-// the ranges of words unpacked, a known line of a document of 10,000 takes 812 ns instead of 450, and a new one 15 %
-// more: built with -O1, to be told by vemo_bench --benchmark_filter=Document.)
+// tells how much an entry holds.
+// (With std::unordered_map in its place, and the ranges of words unpacked, a known line of a document of 10,000 takes
+// 682 ns instead of 437, and a new one 14 % more: built with -O1; vemo_bench --benchmark_filter=Document tells.)
 template <class Mapped, class Key = StoredKey>
 class TextCache {
 public:
