@@ -24,7 +24,11 @@ void registerEvaluators(EvaluatorList& evaluators, const EvaluatorParts& parts) 
     evaluators.add(std::make_shared<GeoNamesParser>(parts.places));
     evaluators.add(std::make_shared<AssignmentEvaluator>(parts.operationCalculator));
     evaluators.add(std::make_shared<RateEvaluator>(parts.units, parts.unitConverter));
-    evaluators.add(std::make_shared<PricedDescriptionEvaluator>(parts.unitConverter));
+    evaluators.add(std::make_shared<PricedDescriptionEvaluator>(parts.unitConverter,
+                                                                [&functions = parts.functions](std::u16string_view id) {
+                                                                    const Function* function = functions.function(id);
+                                                                    return function && function->mostValues() == 0;
+                                                                }));
     evaluators.add(std::make_shared<OperationEvaluator>(parts.operationCalculator,
                                                         [&functions = parts.functions](std::u16string_view id) {
                                                             const Function* function = functions.function(id);

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "evaluation/geo_names_parser.h"
 
+#include <unicode/uchar.h>
+
 #include <algorithm>
 
 #include "evaluation/element_replacement.h"
@@ -46,11 +48,18 @@ bool isMoment(const Element& element) {
     return function && std::ranges::find(ofTime, *function) != std::end(ofTime);
 }
 
-// Words and nothing else, such as a place that is not known.
+bool touches(char16_t end, char16_t begin) {
+    return isLetter(end) && isLetter(begin);
+}
+
+// Words and nothing else, such as a place that is not known: "Shangri-La".
 bool isText(const ElementList& elements, std::size_t from, std::size_t to) {
     bool letters = false;
     for (std::size_t i = from; i < to; ++i) {
         const Element& element = elements[i];
+        const bool hyphen = element.value.is(Attribute::operation, u"-") && i > from && i + 1 < to &&
+                            touches(elements[i - 1].text().back(), elements[i + 1].text().front());
+        if (hyphen) continue;
         for (const AttributedText::Run& run : element.attributedText.runs())
             if (run.type != RunType::none) return false;
         letters = letters ||
@@ -62,7 +71,8 @@ bool isText(const ElementList& elements, std::size_t from, std::size_t to) {
 bool beginsWithCapital(const ElementList& elements, std::size_t from, std::size_t to) {
     const std::u16string text = elements.attributedText(from, to).compoundString();
     const std::u16string_view first = trimmed(text).substr(0, 1);
-    return lowercased(first) != first;
+    // A letter that has no small one counts.
+    return lowercased(first) != first || (!first.empty() && u_charType(first.front()) == U_OTHER_LETTER);
 }
 
 ElementList unknownPlace(const ElementList& elements, std::size_t from, std::size_t to, Context& context) {

@@ -117,8 +117,29 @@ private:
             return isValueAt(after) && !elements_[after].value.has(Attribute::decimal);
         }
         if (id == u"percent_of" || id == u"percent_on" || id == u"percent_off") return followsPercentage(i);
-        if (isHyphen(i)) return false;
-        return isValueAt(before) || isValueAt(after);
+        if (isHyphen(i) || (id == u"-" && isDash(i, before, after))) return false;
+        return isOperandAt(before, -1) || isOperandAt(after, 1);
+    }
+
+    // A value, but no unit that has no number: "5 € * 3", "母の誕生日の花 3500円".
+    bool isOperandAt(std::size_t i, int step) const {
+        if (!isValueAt(i)) return false;
+        if (!elements_[i].value.has(Attribute::unit) || elements_[i].value.has(Attribute::decimal) ||
+            elements_[i].value.has(Attribute::date))
+            return true;
+        return isNumberAt(neighbour(i, step)) || isNumberAt(neighbour(i, -step));
+    }
+
+    // Between blanks, with a quantity before it that money is not taken from: "beef 2 lbs - $11.98", "Day 2 - bus $60".
+    bool isDash(std::size_t i, std::size_t before, std::size_t after) const {
+        if (before >= i || after == elements_.size() || !isWhitespace(elements_[i - 1].text().back()) ||
+            !isWhitespace(elements_[i + 1].text().front()))
+            return false;
+        const auto isOther = [&](std::size_t k) {
+            const auto unit = k < elements_.size() ? elements_[k].value.string(Attribute::unit) : std::nullopt;
+            return unit && *unit != u"percent" && !converter_.isCurrency(*unit);
+        };
+        return isOther(before) || (isNumberAt(before) && isOther(neighbour(before, -1)));
     }
 
     // A word in capitals, such as a code misspelt: "$10 in EURR".
@@ -192,12 +213,18 @@ std::optional<ElementList> PricedDescriptionEvaluator::evaluate(const ElementLis
     const bool words = std::any_of(all.begin(), all.end(),
                                    [](const ElementPointer& e) { return e->value.isEmpty() && hasLetter(e->text()); });
     const Description description(elements, unitConverter_);
-    if ((!words && !remarks) || !description.holds()) return std::nullopt;
+    const auto standsForItself = [&](const Element& element) {
+        const auto id = element.value.string(Attribute::function);
+        return id && takesNoValues_(*id);
+    };
+    const bool day = std::any_of(all.begin(), all.end(), [&](const ElementPointer& e) { return standsForItself(*e); });
+    if ((!words && !remarks && !day) || !description.holds()) return std::nullopt;
     ElementReplacer replacer(elements);
     for (std::size_t i = 0; i < elements.size(); ++i) {
         const Value& value = elements[i].value;
-        const bool unused = value.has(Attribute::function) && !description.isValueAt(description.neighbour(i, 1)) &&
-                            i + 1 < elements.size();
+        const bool unused =
+            standsForItself(elements[i]) || (value.has(Attribute::function) && i + 1 < elements.size() &&
+                                             !description.isValueAt(description.neighbour(i, 1)));
         // "4 * 3 nights $50" was meant to be calculated; "12/3 dentist $150" hardly.
         if (value.has(Attribute::operation) && !hasLetter(elements[i].text()) && i > 0 && i + 1 < elements.size() &&
             isBlank(elements[i - 1]) && isBlank(elements[i + 1])) {

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <functional>
+
 #include "evaluation/evaluator.h"
 #include "evaluation/operation_calculator.h"
 #include "units/unit_converter.h"
@@ -12,12 +14,16 @@ namespace vemo {
 // functions without an argument and brackets with words.
 class PricedDescriptionEvaluator : public Evaluator {
 public:
-    explicit PricedDescriptionEvaluator(const UnitConverter& unitConverter) : unitConverter_(unitConverter) {}
+    // `takesNoValues` tells functions such as "today", which stand for themselves.
+    PricedDescriptionEvaluator(const UnitConverter& unitConverter,
+                               std::function<bool(std::u16string_view function)> takesNoValues)
+        : unitConverter_(unitConverter), takesNoValues_(std::move(takesNoValues)) {}
     std::u16string_view name() const override { return u"PricedDescriptionEvaluator"; }
     std::optional<ElementList> evaluate(const ElementList&, Context&, const EvaluationContext&) const override;
 
 private:
     const UnitConverter& unitConverter_;
+    const std::function<bool(std::u16string_view)> takesNoValues_;
 };
 
 // "iPhone 15 $799": of values that nothing joins, the amount of money stands for all; several are added.

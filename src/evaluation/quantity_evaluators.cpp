@@ -137,7 +137,9 @@ std::optional<ElementList> ConvertableValueSequenceEvaluator::evaluate(const Ele
             if (unitConverter_.rate(unit)) return std::nullopt;
             (unitConverter_.isCurrency(unit) ? money : others) = true;
         }
-        if (money && others) return std::nullopt;
+        // "2% milk $3.89"
+        const auto first = elements[values.front().location].value.string(Attribute::unit);
+        if (money && (others || *first == u"percent")) return std::nullopt;
         return foldGroup(elements, match, u"value", u"+", operationCalculator_, context);
     });
 }

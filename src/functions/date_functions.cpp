@@ -23,6 +23,7 @@ std::optional<Date> currentTime(Context& context) {
 class DayFunction : public Function {
 public:
     explicit DayFunction(int days) : days_(days) {}
+    std::size_t mostValues() const override { return 0; }
 
     std::optional<Value> evaluate(const std::vector<Value>&, Context& context) const override {
         const auto now = currentTime(context);
@@ -35,6 +36,7 @@ private:
 
 class TimeFunction : public Function {
 public:
+    std::size_t mostValues() const override { return 0; }
     std::optional<Value> evaluate(const std::vector<Value>&, Context& context) const override {
         const auto now = currentTime(context);
         if (!now) return Value();

@@ -103,6 +103,7 @@ private:
 
 class PrevToken : public Function {
 public:
+    std::size_t mostValues() const override { return 0; }
     std::optional<Value> evaluate(const std::vector<Value>&, Context& context) const override {
         if (!previousResults(context)) return std::nullopt;
         const Value* previous = context.get<Value>(context_keys::previousResult);

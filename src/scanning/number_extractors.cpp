@@ -80,6 +80,10 @@ void DecimalNumberExtractor::extract(const std::u16string& text, Context&, std::
     for (const DecimalLiteral& literal : decimalLiterals(text)) {
         if (literal.whole != literal.digits) add(literal.whole);
         add(literal.digits);
+        // What is left where a date takes the beginning: "14:30 25 €".
+        const std::size_t blank = literal.digits.in(text).find_last_of(u" \u00a0\u202f");
+        if (blank != std::u16string_view::npos)
+            add({literal.digits.location + blank + 1, literal.digits.length - blank - 1});
     }
 }
 

@@ -63,10 +63,21 @@ void StructuralExtractor::extract(const std::u16string& text, Context&, std::vec
     }
 }
 
+// ":(" and ";-)" standing alone are no brackets.
+static bool isEmoticon(const std::u16string& text, std::size_t bracket) {
+    std::size_t eyes = bracket;
+    if (eyes > 0 && text[eyes - 1] == u'-') --eyes;
+    if (eyes == 0 || (text[eyes - 1] != u':' && text[eyes - 1] != u';')) return false;
+    --eyes;
+    return (eyes == 0 || isWhitespace(text[eyes - 1])) &&
+           (bracket + 1 == text.size() || isWhitespace(text[bracket + 1]));
+}
+
 void ParenthesesExtractor::extract(const std::u16string& text, Context&, std::vector<Extraction>& result) const {
     static const Value opening(Attribute::parenthesis, u"(");
     static const Value closing(Attribute::parenthesis, u")");
     for (std::size_t i = text.find_first_of(u"()"); i != text.npos; i = text.find_first_of(u"()", i + 1)) {
+        if (isEmoticon(text, i)) continue;
         const std::u16string_view bracket = std::u16string_view(text).substr(i, 1);
         result.push_back(
             {{i, 1},
