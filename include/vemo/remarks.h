@@ -23,6 +23,8 @@ enum class NoteKind : std::uint8_t {
     withoutEffect,     // an assignment that defined nothing
     unusedArgument,    // a value written after a function that does not take it
     unusedPercentage,  // a percentage that was not applied
+    caseDecides,       // a unit's symbol that is another unit's in another case
+    metricTon,         // a ton, which is the tonne of 1,000 kg wherever it is written
 };
 
 // The kind in texts for programs, such as "unused_value".

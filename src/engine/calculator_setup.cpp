@@ -76,11 +76,13 @@ void Calculator::initialize() {
         {"initializeCurrency", [&] { registerCurrencies(unitRegistry_, localizer_, environment_.language); }},
         {"initializeCrypto", [] {}},  // crypto-currencies come with their first rates
         {"initializeDates", [&] { registerDates(); }},
-        {"initializeScales", [&] { registerScales(scaleManager_, localizer_); }},
-        {"initializeRegion",
+        {"initializeScales",
          [&] {
+             registerScales(scaleManager_, localizer_);
              if (hasImperialMeasures(environment_.locale))
                  registerImperialMeasures(unitRegistry_, scaleManager_, localizer_);
+             else if (environment_.locale.starts_with("en_US"))
+                 registerAmericanNotes(unitManager_);
          }},
         {"initializeConstants", [&] { registerConstants(context_); }},
         {"initializeCss", [&] { registerScreenUnits(unitRegistry_, localizer_, context_); }},

@@ -93,13 +93,20 @@ bool hasWords(const ElementList& written) {
 
 }  // namespace
 
-void remarkOnText(const ElementList& elements, const LocaleInfo& locale, const Context& constants, Context& context) {
+void remarkOnText(const ElementList& elements, const LocaleInfo& locale, const UnitManager& units,
+                  const Context& constants, Context& context) {
     const auto& all = elements.pointers();
     const auto isOperator = [](const Element& element) { return element.value.has(Attribute::operation); };
     for (std::size_t i = 0; i < elements.size(); ++i) {
         const Element& element = elements[i];
-        if (typeOf(element) == RunType::number && element.value.has(Attribute::decimal) &&
-            !element.value.has(Attribute::nsystem)) {
+        if (element.value.has(Attribute::unit) && !element.value.has(Attribute::decimal) && i > 0) {
+            const bool number =
+                elements[i - 1].value.has(Attribute::decimal) ||
+                (i > 1 && trimmed(elements[i - 1].text()).empty() && elements[i - 2].value.has(Attribute::decimal));
+            const auto* note = number ? units.note(element.text()) : nullptr;
+            if (note) remarksOf(context).note(note->kind, elements.rangeOf(i, i + 1), note->first);
+        } else if (typeOf(element) == RunType::number && element.value.has(Attribute::decimal) &&
+                   !element.value.has(Attribute::nsystem)) {
             if (!isOddlyJoined(element.text(), locale)) continue;
             const auto isPart = [&](std::size_t side) {
                 while (side < elements.size() && elements[side].value.isEmpty() &&

@@ -36,7 +36,12 @@ void OperationRemarks::failed(std::u16string_view id, const Value& left, const V
     if (left.has(Attribute::date) || right.has(Attribute::date))
         return reason(left.has(Attribute::date) && right.has(Attribute::date) ? ReasonCode::datesAdded
                                                                               : ReasonCode::notUnderstood);
-    const auto from = left.string(Attribute::unit), to = right.string(Attribute::unit);
+    auto from = left.string(Attribute::unit), to = right.string(Attribute::unit);
+    if (from && to) {
+        // "$65/h in €/h" fails for want of exchange rates.
+        const auto a = unitConverter_.rate(*from), b = unitConverter_.rate(*to);
+        if (a && b && unitConverter_.isConvertible(*from, *to)) from = a->upper, to = b->upper;
+    }
     if (from && to && *from != *to) {
         const std::u16string* fromBase = unitConverter_.baseUnit(*from);
         const std::u16string* toBase = unitConverter_.baseUnit(*to);
@@ -56,7 +61,8 @@ void OperationRemarks::failed(std::u16string_view id, const Value& left, const V
 Value OperationRemarks::convertedQuotient(const Value& left, const Value& right, Context& context) const {
     const auto divisor = right.decimal();
     const auto converted = unitConverter_.convert(left, *right.string(Attribute::unit), context);
-    if (!converted || !converted->decimal() || !divisor || divisor->isZero()) return {};
+    if (!converted || !converted->decimal() || converted->decimal()->notANumber() || !divisor || divisor->isZero())
+        return {};
     return Value(converted->decimal()->dividing(*divisor));
 }
 

@@ -42,6 +42,7 @@ public:
         : list_(elements), units_(units), converter_(converter) {}
 
     std::optional<ElementList> read() {
+        if (units_.hasRateAfterWords()) readAfterWords();
         for (std::size_t i = list_.size(); i-- > 1;)
             if (isBareUnit(list_[i])) i = std::min(i, readRateEndingAt(i));
         if (!units_.ratePrefixes().empty()) readPrefixes();
@@ -74,13 +75,24 @@ private:
         changed_ = true;
     }
 
+    // A unit that is written with the word of a rate: "15 € de l'heure".
+    static bool hasOwnWord(const Element& element) {
+        return element.text().size() > 2 && element.text().find_first_of(u"'\u2019") != std::u16string::npos;
+    }
+
+    bool areOfOneKind(std::u16string_view a, std::u16string_view b) const {
+        const std::u16string *first = converter_.baseUnit(a), *second = converter_.baseUnit(b);
+        return first && second && *first == *second;
+    }
+
     // Gives the place of what now stands for the rate, or i.
     std::size_t readRateEndingAt(std::size_t i) {
         const std::u16string_view lower = unitAt(i);
         if (!converter_.baseUnit(lower)) return i;
-        std::size_t sign = before(i);
+        const bool ownWord = hasOwnWord(list_[i]);
+        std::size_t sign = ownWord ? i : before(i);
         DecimalNumber count = DecimalNumber::fromInt64(1);
-        const bool counted = sign != none && isBareNumber(list_[sign]);
+        const bool counted = !ownWord && sign != none && isBareNumber(list_[sign]);
         if (counted) {
             count = *list_[sign].value.decimal();
             if (count.isNegative() || count.isZero()) return i;
@@ -88,14 +100,23 @@ private:
         }
         if (sign == none || sign == 0) return i;
         const bool stroke = list_[sign].text() == u"/" && list_[sign].value.is(Attribute::operation, u"/");
-        if (!stroke && !units_.isRateWord(trimmed(list_[sign].text()))) return i;
-        if (counted && !stroke && list_[sign].value.has(Attribute::operation)) return i;
+        const std::u16string_view word = trimmed(list_[sign].text());
+        // "6 l auf 100 km": the word is another one, but for a round number of another kind.
+        const bool lot = counted && !stroke && units_.isRateLotWord(word) && isRoundLot(count) && !isTime(lower);
+        if (!stroke && !ownWord) {
+            if (!lot && !units_.isRateWord(word)) return i;
+            if (counted && !lot && list_[sign].value.has(Attribute::operation)) return i;
+            const std::size_t behind = after(i);
+            if (behind != none && isBareNumber(list_[behind])) return i;  // "im Jahr 2020"
+        }
         if (counted && stroke && (isBlank(list_[sign - 1]) || !isRoundLot(count) || isTime(lower))) return i;
-        const std::size_t left = before(sign);
+        std::size_t left = before(sign);
+        if (lot && left != none && list_[left].value.is(Attribute::operation, u"in")) left = before(left);
         if (left == none) return i;
         // "5 € a la semana", "10 km a millas": a conversion word is that, but where time is money.
         const auto mayBe = [&](std::u16string_view upper) {
             if (upper == lower || !converter_.baseUnit(upper)) return false;
+            if (lot) return !areOfOneKind(upper, lower);
             return !list_[sign].value.is(Attribute::operation, u"in") ||
                    (converter_.isCurrency(upper) && isTime(lower));
         };
@@ -118,18 +139,46 @@ private:
         return sign;
     }
 
-    // "時速60キロ": kilos of speed are kilometres.
+    // "1時間につき1000円", "100gあたり350円": what the rate is told of stands first.
+    void readAfterWords() {
+        for (std::size_t i = 1; i + 1 < list_.size(); ++i) {
+            if (!units_.isRateAfterWord(trimmed(list_[i].text()))) continue;
+            std::size_t left = before(i);
+            const std::size_t number = after(i);
+            if (left == none || number == none || !list_[left].value.has(Attribute::unit)) continue;
+            const std::u16string lower(unitAt(left));
+            DecimalNumber count = list_[left].value.decimal().value_or(DecimalNumber::fromInt64(1));
+            const std::size_t counted = before(left);
+            if (isBareUnit(list_[left]) && counted != none && isBareNumber(list_[counted]))
+                count = *list_[left = counted].value.decimal();
+            std::size_t unit = number;
+            while (unit != none && (isBareNumber(list_[unit]) || list_[unit].value.has(Attribute::scale)))
+                unit = after(unit);
+            if (unit == none || unit == number || !isBareUnit(list_[unit]) || count.isNegative() || count.isZero() ||
+                !converter_.baseUnit(lower) || !converter_.baseUnit(unitAt(unit)) || unitAt(unit) == lower)
+                continue;
+            const std::u16string id = RateUnit::id(unitAt(unit), lower, count);
+            put(unit, unit + 1, Value(Attribute::unit, id));
+            put(left, i + 1, Value());
+            i = left;
+        }
+    }
+
+    // "時速60キロ": kilos of speed are kilometres. And "秒速メートル", to convert into.
     void readPrefixes() {
-        for (std::size_t i = 0; i + 2 < list_.size(); ++i) {
-            if (!list_[i].value.isEmpty() || !isBareNumber(list_[i + 1]) || !isBareUnit(list_[i + 2])) continue;
+        for (std::size_t i = 0; i + 1 < list_.size(); ++i) {
+            if (!list_[i].value.isEmpty()) continue;
+            const std::size_t unit = isBareNumber(list_[i + 1]) ? i + 2 : i + 1;
+            if (unit == list_.size() || !isBareUnit(list_[unit])) continue;
             const std::u16string_view words = trimmed(list_[i].text());
             for (const auto& [word, time] : units_.ratePrefixes()) {
                 if (!words.ends_with(word)) continue;
-                const std::u16string_view own = unitAt(i + 2);
-                const std::u16string_view length = own == u"kgram" ? std::u16string_view(u"km") : own;
-                if (!converter_.isConvertible(length, u"m")) continue;
-                const std::u16string id = RateUnit::id(length, time, DecimalNumber::fromInt64(1));
-                put(i + 2, i + 3, Value(Attribute::unit, id));
+                const std::u16string_view own = unitAt(unit);
+                const std::u16string_view upper = own == u"kgram" ? std::u16string_view(u"km") : own;
+                const bool speed = word.ends_with(u"速");
+                if (!converter_.baseUnit(upper) || (speed && !converter_.isConvertible(upper, u"m"))) continue;
+                const std::u16string id = RateUnit::id(upper, time, DecimalNumber::fromInt64(1));
+                put(unit == i + 1 && words == word ? i : unit, unit + 1, Value(Attribute::unit, id));
                 break;
             }
         }
@@ -151,9 +200,11 @@ private:
 
     // Text between a quantity and a rate of it, either way round, multiplies.
     void readProductAt(std::size_t i) {
-        if (!list_[i].value.isEmpty()) return;
+        // A conversion word, too: nobody converts into an amount ("100 horas a 65 €/hora").
+        const bool converts = list_[i].value.is(Attribute::operation, u"in");
+        if (!list_[i].value.isEmpty() && !converts) return;
         std::u16string_view words = trimmed(list_[i].text());
-        const bool article = words.find(u' ') != words.npos && isArticle(words.substr(words.rfind(u' ') + 1));
+        const bool article = words.find(u' ') != words.npos && units_.isArticle(words.substr(words.rfind(u' ') + 1));
         if (article) words = trimmed(words.substr(0, words.rfind(u' ')));
         if (!units_.isRateProductWord(words)) return;
         const std::size_t left = before(i);
@@ -163,6 +214,7 @@ private:
             return;
         const auto leftRate = converter_.rate(unitAt(left)), rightRate = converter_.rate(unitAt(right));
         if (leftRate.has_value() == rightRate.has_value()) return;
+        if (converts && (leftRate || (after(i) == right && !isQuantity(list_[right])))) return;
         const bool fits = leftRate ? isAmountOf(right, leftRate->lower) : isAmountOf(left, rightRate->lower);
         if (!fits) return;
         if (article) {
@@ -171,8 +223,6 @@ private:
         }
         put(i, i + 1, Value(Attribute::operation, u"*"));
     }
-
-    static bool isArticle(std::u16string_view word) { return word == u"a" || word == u"an"; }
 
     ElementList list_;
     const UnitManager& units_;

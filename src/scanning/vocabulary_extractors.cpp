@@ -24,6 +24,12 @@ Extraction phraseExtraction(std::u16string_view text, const PhraseMatch<std::u16
             makeElement(Value(attribute, match.object), AttributedText(match.range.in(text), type))};
 }
 
+// "$20": a sign of money, and digits.
+bool endsWithMoney(std::u16string_view text) {
+    const std::size_t place = text.find_last_not_of(u"0123456789.,");
+    return place != text.npos && u_charType(text[place]) == U_CURRENCY_SYMBOL;
+}
+
 bool endsWithNumber(std::u16string_view text) {
     if (text.size() > 1 && text.back() == u'_') text.remove_suffix(1);
     return !text.empty() && (digitValue(text.back()) >= 0 || isFractionSign(text.back()));
@@ -93,7 +99,8 @@ void UnitExtractor::extract(const std::u16string& text, Context& context, std::v
         if (isWord(text, match.range) || !hasItsPlace(text, match.range)) continue;
         if (const auto arc = arcUnit(text, match.range)) match.object = *arc;
         result.push_back(phraseExtraction(text, match, Attribute::unit, RunType::unit));
-        if (displacesOperator(text, match.range)) result.back().secondaryPriority = priority::unitOverOperator;
+        if (displacesOperator(text, match.range) || displacesFraction(text, match))
+            result.back().secondaryPriority = priority::unitOverOperator;
         context.addQuickTypeToken(match.range.in(text));
         constexpr std::u16string_view temperatures[] = {u"celsius", u"fahrenheit", u"kelvin", u"rankine"};
         temperature = temperature || std::find(std::begin(temperatures), std::end(temperatures), match.object) !=
@@ -103,6 +110,25 @@ void UnitExtractor::extract(const std::u16string& text, Context& context, std::v
         if (!isKelvin(text, k, temperature)) continue;
         result.push_back(phraseExtraction(text, {u"kelvin", {k, 1}}, Attribute::unit, RunType::unit));
         result.back().secondaryPriority = priority::unitOverOperator;
+    }
+    if (!units_.homonyms().empty()) chooseHomonyms(result);
+}
+
+void UnitExtractor::chooseHomonyms(std::vector<Extraction>& extractions) const {
+    for (Extraction& extraction : extractions) {
+        if (!extraction.element->value.has(Attribute::unit)) continue;
+        const std::u16string written = lowercased(extraction.element->text());
+        for (const UnitManager::Homonym& homonym : units_.homonyms()) {
+            if (homonym.phrase != written) continue;
+            const bool beside = std::any_of(extractions.begin(), extractions.end(), [&](const Extraction& other) {
+                const auto unit = other.element->value.string(Attribute::unit);
+                return unit && std::find(homonym.companions.begin(), homonym.companions.end(), *unit) !=
+                                   homonym.companions.end();
+            });
+            if (beside)
+                extraction.element =
+                    makeElement(Value(Attribute::unit, homonym.unit), extraction.element->attributedText);
+        }
     }
 }
 
@@ -179,13 +205,27 @@ bool UnitExtractor::hasItsPlace(std::u16string_view text, TextRange range) const
 
 bool UnitExtractor::displacesOperator(std::u16string_view text, TextRange range) const {
     if (!operators_.phraseDetector().find(lowercased(range.in(text)))) return false;
+    // "lb/in", "in/min"
+    if (range.location > 0 && text[range.location - 1] == u'/') return true;
+    if (range.end() + 1 < text.size() && text[range.end()] == u'/' && isLetter(text[range.end() + 1])) return true;
     const std::u16string_view before = trimmed(text.substr(0, range.location));
     if (!endsWithNumber(before)) return false;
     const std::u16string_view behind = trimmed(text.substr(range.end()));
     if (behind.empty() || behind.front() == u')' || behind.front() == u'"') return true;
     if (operators_.isSymbol(behind.substr(0, 1))) return true;
+    // "a photo 2 in x 2 in $16.99": nobody converts into an amount.
+    if (behind.size() > 1 && u_charType(behind.front()) == U_CURRENCY_SYMBOL && digitValue(behind[1]) >= 0)
+        return !endsWithMoney(before);
     const auto next = operators_.phraseDetector().detect(behind);
     return !next.empty() && next.front().range.location == 0;
+}
+
+// "3 quarters in months"; three quarters of something are no times.
+bool UnitExtractor::displacesFraction(std::u16string_view text, const PhraseMatch<std::u16string>& match) const {
+    if (match.object != u"quarter" || !endsWithNumber(trimmed(text.substr(0, match.range.location)))) return false;
+    const std::u16string_view behind = trimmed(text.substr(match.range.end()));
+    const auto next = operators_.phraseDetector().detect(behind);
+    return next.empty() || next.front().range.location != 0 || next.front().object != u"percent_of";
 }
 
 void ScalesExtractor::extract(const std::u16string& text, Context&, std::vector<Extraction>& result) const {

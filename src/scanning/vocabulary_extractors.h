@@ -55,8 +55,10 @@ public:
 
 private:
     bool displacesOperator(std::u16string_view text, TextRange range) const;
+    bool displacesFraction(std::u16string_view text, const PhraseMatch<std::u16string>& match) const;
     bool isWord(std::u16string_view text, TextRange range) const;
     bool hasItsPlace(std::u16string_view text, TextRange range) const;
+    void chooseHomonyms(std::vector<Extraction>& extractions) const;
     bool isKelvin(std::u16string_view text, std::size_t k, bool temperature) const;
     static std::optional<std::u16string> arcUnit(std::u16string_view text, TextRange range);
 

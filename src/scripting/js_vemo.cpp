@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "scripting/js_vemo.h"
 
+#include <cmath>
+
 namespace vemo {
 
 namespace {
@@ -26,6 +28,18 @@ bool JSVemo::isProportional(std::u16string_view unitId) {
     return zero && zero->decimal() && zero->decimal()->isZero();
 }
 
+// True for a unit that has the ratio given already, in twelve digits: scripts may have been written before it was built
+// in.
+bool JSVemo::meansTheSame(const Unit& unit) {
+    constexpr double tolerance = 1e-12;
+    if (!unit.baseUnitId || !unit.baseRatio || unit.baseRatio->notANumber()) return false;
+    const auto own = units_.converter().convert(Value(DecimalNumber::fromInt64(1)).with(unit.id, Attribute::unit),
+                                                *unit.baseUnitId, context_);
+    if (!own || !own->decimal() || !isProportional(unit.id)) return false;
+    const double ratio = own->decimal()->toDouble();
+    return std::abs(ratio - unit.baseRatio->toDouble()) <= tolerance * std::abs(ratio);
+}
+
 std::optional<std::u16string> JSVemo::setVariable(std::u16string_view name, const Value& value) {
     const std::u16string key = lowercased(trimmed(name));  // as lines write and look up names
     if (key.empty()) return u"setVariable: the name is empty";
@@ -39,12 +53,17 @@ std::optional<std::u16string> JSVemo::setVariable(std::u16string_view name, cons
 std::optional<std::u16string> JSVemo::addUnit(const Unit& unit) {
     const bool known = units_.converter().baseUnit(unit.id) != nullptr;
     const bool converts = unit.baseRatio || unit.baseUnitId;
-    if (known && converts && !ownUnits_.contains(unit.id))
+    const bool builtIn = known && !ownUnits_.contains(unit.id);
+    if (builtIn && converts && !meansTheSame(unit))
         return joinedText({u"addUnit: '", unit.id, u"' is a built-in unit, which keeps its ratio"});
     if (unit.baseRatio && (unit.baseRatio->notANumber() || unit.baseRatio->isZero()))
         return joinedText({u"addUnit: the ratio of '", unit.id, u"' must be a number other than 0"});
     Unit own = unit;
-    const std::u16string* base = unit.baseUnitId ? units_.converter().baseUnit(*unit.baseUnitId) : nullptr;
+    if (builtIn) {
+        own.baseRatio.reset();
+        own.baseUnitId.reset();
+    }
+    const std::u16string* base = own.baseUnitId ? units_.converter().baseUnit(*own.baseUnitId) : nullptr;
     if (base && *base != *unit.baseUnitId) {
         const std::u16string resolved = *base;
         const Value ratio = Value(unit.baseRatio.value_or(DecimalNumber::fromInt64(1)));

@@ -31,6 +31,7 @@ public:
 
 private:
     bool isProportional(std::u16string_view unitId);
+    bool meansTheSame(const Unit& unit);
 
     Context& context_;
     UnitRegistry& units_;

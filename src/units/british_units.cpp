@@ -44,7 +44,12 @@ void registerImperialMeasures(UnitRegistry& registry, ScaleManager& scales, cons
         manager.setFormat(measure.imperial, measure.format);
         manager.setFormat(measure.american, measure.americanFormat);
     }
+    for (const char16_t* phrase : {u"ton", u"tons"}) manager.addNote({phrase, NoteKind::metricTon, u"UK ton"});
     scales.add({u"pence", -2, {u"p", u"pence"}, u"GBP"});
+}
+
+void registerAmericanNotes(UnitManager& manager) {
+    for (const char16_t* phrase : {u"ton", u"tons"}) manager.addNote({phrase, NoteKind::metricTon, u"US ton"});
 }
 
 }  // namespace vemo

@@ -5,6 +5,7 @@
 
 namespace vemo {
 
+class UnitManager;
 class Localizer;
 class ScaleManager;
 class UnitRegistry;
@@ -15,5 +16,8 @@ bool hasImperialMeasures(std::string_view locale);
 // Gives the words pint, gallon, quart, cup, fluid ounce, gill and mpg to the imperial units, and "p" after a number to
 // pence. After the units and scales.
 void registerImperialMeasures(UnitRegistry& registry, ScaleManager& scales, const Localizer& localizer);
+
+// Where a ton is that of 2,000 pounds.
+void registerAmericanNotes(UnitManager& manager);
 
 }  // namespace vemo

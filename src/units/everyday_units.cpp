@@ -37,7 +37,11 @@ constexpr Row lengths[] = {{u"fathom", "1.8288"},
                            {u"thou", "0.0000254"},
                            {u"light_year", "9460730472580800"},
                            {u"astronomical_unit", "149597870700"},
-                           {u"parsec", "30856775814913672.789139379577964715"},
+                           {u"light_second", "299792458"},
+                           {u"light_minute", "17987547480"},
+                           {u"light_hour", "1079252848800"},
+                           {u"survey_foot", "1200/3937"},
+                           {u"parsec", "30856775814913672.789139379577964715", u"kMG"},
                            {u"angstrom", "0.0000000001"},
                            {u"rack_unit", "0.04445"},
                            {u"pica", "0.0254/6"},
@@ -58,6 +62,10 @@ constexpr Row volumes[] = {{u"fluid_ounce", "0.0000295735295625"},
                            {u"dry_pint", "0.0005506104713575"},
                            {u"dry_quart", "0.001101220942715"},
                            {u"oil_barrel", "0.158987294928"},
+                           {u"beer_barrel", "0.117347765304"},
+                           {u"keg", "0.058673882652"},
+                           {u"hundred_cubic_feet", "2.8316846592"},
+                           {u"thousand_cubic_feet", "28.316846592"},
                            {u"hogshead", "0.238480942392"},
                            {u"imperial_gallon", "0.00454609"},
                            {u"imperial_quart", "0.0011365225"},
@@ -87,12 +95,17 @@ constexpr Row weights[] = {{u"short_ton", "907184.74"},
                            {u"pennyweight", "1.55517384"},
                            {u"slug", "4448.2216152605/0.3048"},
                            {u"dalton", "0.00000000000000000000000166053906660"},
+                           {u"kip", "453592.37"},
+                           {u"scruple", "1.2959782"},
                            {u"jin", "500"},
+                           {u"catty", "604.78982"},
+                           {u"momme", "3.75"},
                            {u"tael", "37.79936375"},
                            {u"metric_pound", "500"},
                            {u"half_quintal", "50000"}};
 constexpr Row times[] = {{u"fortnight", "1209600"},  {u"quarter", "7776000"},        {u"decade", "315360000"},
-                         {u"century", "3153600000"}, {u"millennium", "31536000000"}, {u"workday", "28800"}};
+                         {u"century", "3153600000"}, {u"millennium", "31536000000"}, {u"workday", "28800"},
+                         {u"workweek", "144000"},    {u"man_hour", "3600"},          {u"man_day", "28800"}};
 constexpr Row angles[] = {{u"arcminute", "0.00029088820866572159615394846141476878"},
                           {u"arcsecond", "0.0000048481368110953599358991410235794798"},
                           {u"gradian", "0.015707963267948966192313216916397514421"},
@@ -110,27 +123,38 @@ constexpr Row pressures[] = {{u"pascal", "", u"hkMG"},
                              {u"mmhg", "133.322387415"},
                              {u"torr", "101325/760"},
                              {u"inhg", "3386.388640341"},
-                             {u"cmh2o", "98.0665"}};
+                             {u"cmh2o", "98.0665"},
+                             {u"mmh2o", "9.80665"},
+                             {u"inh2o", "249.08891"},
+                             {u"cmhg", "1333.22387415"},
+                             {u"psf", "4.4482216152605/0.09290304"},
+                             {u"technical_atmosphere", "98066.5"}};
 constexpr Row energies[] = {{u"joule", "", u"mkMGT"},
                             {u"calorie", "4.184", u"k"},
                             {u"watt_hour", "3600", u"mkMGT"},
+                            {u"watt_second", "1"},
                             {u"btu", "1055.05585262"},
-                            {u"electronvolt", "0.0000000000000000001602176634", u"kMGT"},
+                            {u"kbtu", "1055055.85262"},
+                            {u"mmbtu", "1055055852.62"},
+                            {u"tonne_of_oil_equivalent", "41868000000"},
+                            {u"electronvolt", "0.0000000000000000001602176634", u"mkMGT"},
                             {u"therm", "105480400"},
                             {u"erg", "0.0000001"},
                             {u"foot_pound", "1.3558179483314004"}};
 // In watt hours per hour, so that two kilowatts for three hours are six kilowatt hours.
 constexpr Row powers[] = {{u"watt", "1", u"\u03bcmkMGT", u"watt_hour/hour"},
                           {u"horsepower", "745.69987158227022", {}, u"watt_hour/hour"},
-                          {u"metric_horsepower", "735.49875", {}, u"watt_hour/hour"}};
+                          {u"metric_horsepower", "735.49875", {}, u"watt_hour/hour"},
+                          {u"refrigeration_ton", "12660670.23144/3600", {}, u"watt_hour/hour"}};
 constexpr Row apparentPowers[] = {{u"volt_ampere", "", u"kM"}};
-constexpr Row forces[] = {
-    {u"newton", "", u"mkM"}, {u"pound_force", "4.4482216152605"}, {u"kilogram_force", "9.80665"}, {u"dyne", "0.00001"}};
+constexpr Row forces[] = {{u"newton", "", u"mkM"},        {u"pound_force", "4.4482216152605"},
+                          {u"kilogram_force", "9.80665"}, {u"ounce_force", "0.27801385095378125"},
+                          {u"poundal", "0.138254954376"}, {u"dyne", "0.00001"}};
 constexpr Row torques[] = {{u"newton_metre", "", u"kM"},
                            {u"pound_foot", "1.3558179483314004"},
                            {u"inch_pound", "0.1129848290276167"},
                            {u"kilogram_force_metre", "9.80665"}};
-constexpr Row frequencies[] = {{u"hertz", "", u"kMGT"}, {u"rpm", "1/60"}, {u"bpm", "1/60"}};
+constexpr Row frequencies[] = {{u"hertz", "", u"mkMGT"}, {u"rpm", "1/60"}, {u"rps", "1"}, {u"bpm", "1/60"}};
 constexpr Row voltages[] = {{u"volt", "", u"\u03bcmkM"}};
 constexpr Row currents[] = {{u"ampere", "1", u"n\u03bcmk", u"ampere_hour/hour"}};
 constexpr Row charges[] = {{u"coulomb", "", u"n\u03bcm"}, {u"ampere_hour", "3600", u"m"}};
@@ -138,7 +162,7 @@ constexpr Row resistances[] = {{u"ohm", "", u"mkMG"}};
 constexpr Row capacitances[] = {{u"farad", "", u"pn\u03bcm"}};
 constexpr Row inductances[] = {{u"henry", "", u"n\u03bcm"}};
 constexpr Row fluxDensities[] = {{u"tesla", "", u"n\u03bcm"}, {u"gauss", "0.0001"}};
-constexpr Row conductances[] = {{u"siemens", ""}};
+constexpr Row conductances[] = {{u"siemens", "", u"\u03bcm"}};
 constexpr Row luminousFluxes[] = {{u"lumen", "", u"k"}};
 constexpr Row illuminances[] = {{u"lux", "", u"k"}, {u"foot_candle", "1/0.09290304"}};
 constexpr Row luminousIntensities[] = {{u"candela", "", u"m"}};
@@ -146,12 +170,17 @@ constexpr Row activities[] = {{u"becquerel", "", u"kMGT"}, {u"curie", "370000000
 constexpr Row absorbedDoses[] = {{u"gray", "", u"\u03bcmc"}};
 constexpr Row equivalentDoses[] = {{u"sievert", "", u"\u03bcm"}};
 constexpr Row substances[] = {{u"mole", "", u"n\u03bcmk"}};
-constexpr Row fractions[] = {
-    {u"per_mille", "0.1"}, {u"ppm", "0.0001"}, {u"ppb", "0.0000001"}, {u"basis_point", "0.01"}};
-constexpr Row counts[] = {{u"pair", ""}, {u"ream", "250"}};
+constexpr Row doses[] = {{u"international_unit", "", u"mkM"}};
+constexpr Row refractions[] = {{u"dioptre", ""}};
+constexpr Row fractions[] = {{u"per_mille", "0.1"},
+                             {u"ppm", "0.0001"},
+                             {u"ppb", "0.0000001"},
+                             {u"basis_point", "0.01"},
+                             {u"percentage_point", "1"}};
+constexpr Row counts[] = {{u"pair", ""}, {u"ream", "250"}, {u"quire", "12.5"}};
 
 constexpr Group groups[] = {
-    {u"m", u"Length", false, lengths},
+    {u"m", u"Length", true, lengths},
     {u"m2", u"Area", false, areas},
     {u"m3", u"Volume", false, volumes},
     {u"gram", u"Weight", false, weights},
@@ -175,7 +204,7 @@ constexpr Group groups[] = {
     {u"farad", u"Physics", true, capacitances},
     {u"henry", u"Physics", true, inductances},
     {u"tesla", u"Physics", true, fluxDensities},
-    {u"siemens", u"Physics", false, conductances},
+    {u"siemens", u"Physics", true, conductances},
     {u"lumen", u"Physics", true, luminousFluxes},
     {u"lux", u"Physics", true, illuminances},
     {u"candela", u"Physics", true, luminousIntensities},
@@ -183,6 +212,8 @@ constexpr Group groups[] = {
     {u"gray", u"Physics", true, absorbedDoses},
     {u"sievert", u"Physics", true, equivalentDoses},
     {u"mole", u"Physics", true, substances},
+    {u"international_unit", u"Physics", true, doses},
+    {u"dioptre", u"Physics", true, refractions},
     {u"percent", u"Physics", false, fractions},
     {u"pair", u"Counts", false, counts},
 };
@@ -192,13 +223,14 @@ constexpr std::u16string_view namedRates[] = {
     u"km/hour",     u"mile/hour",    u"bit/second",    u"kbit/second",
     u"Mbit/second", u"Gbit/second",  u"mile/gallon",   u"mile/imperial_gallon",
     u"km/litre",    u"litre/minute", u"gallon/minute", u"foot3/minute",
-    u"gram/m2",
+    u"gram/m2",     u"Tbit/second",  u"litre/hour",    u"gallon/hour",
+    u"gallon/day",  u"foot/minute",  u"inch/minute",   u"pound/foot3",
 };
 
 class EverydayUnits : public UnitBuilder {
 public:
     EverydayUnits(UnitRegistry& registry, const Localizer& localizer)
-        : UnitBuilder(registry, localizer),
+        : UnitBuilder(registry, localizer, Offered::last),
           prefixes_(siPrefixes(localizer)),
           omitted_(localizer.variants(u"phrases.omitted", u"Aliases")) {}
 
@@ -250,6 +282,21 @@ private:
     const std::vector<std::u16string> omitted_;
 };
 
+void registerRateWords(UnitManager& manager, const Localizer& localizer) {
+    constexpr std::u16string_view table = u"Operations";
+    for (std::u16string& word : localizer.variants(u"rate.variants", table)) manager.addRateWord(std::move(word));
+    for (std::u16string& word : localizer.variants(u"rate_lot.variants", table))
+        manager.addRateLotWord(std::move(word));
+    for (std::u16string& word : localizer.variants(u"rate_after.variants", table))
+        if (!word.empty()) manager.addRateAfterWord(std::move(word));
+    for (const std::u16string_view unit : {u"hour", u"minute", u"second", u"day", u"month"})
+        for (std::u16string& word : localizer.variants(u"per_" + std::u16string(unit) + u".variants", table))
+            manager.addRatePrefix(std::move(word), unit);
+    for (std::u16string& word : localizer.variants(u"rate_product.variants", table))
+        manager.addRateProductWord(std::move(word));
+    for (std::u16string& word : localizer.variants(u"article.variants", table)) manager.addArticle(std::move(word));
+}
+
 }  // namespace
 
 void registerEverydayUnits(UnitRegistry& registry, const Localizer& localizer) {
@@ -259,13 +306,20 @@ void registerEverydayUnits(UnitRegistry& registry, const Localizer& localizer) {
     UnitManager& manager = registry.manager();
     for (std::u16string& phrase : localizer.variants(u"after_numbers.variants", u"Aliases"))
         manager.restrictToNumbers(std::move(phrase));
-    for (std::u16string& word : localizer.variants(u"rate.variants", u"Operations"))
-        manager.addRateWord(std::move(word));
-    for (const std::u16string_view unit : {u"hour", u"minute", u"second"})
-        for (std::u16string& word : localizer.variants(u"per_" + std::u16string(unit) + u".variants", u"Operations"))
-            manager.addRatePrefix(std::move(word), unit);
-    for (std::u16string& word : localizer.variants(u"rate_product.variants", u"Operations"))
-        manager.addRateProductWord(std::move(word));
+    registerRateWords(manager, localizer);
+    // "PS ps": the first is noted, the second is what it would be in another case.
+    for (const std::u16string& pair : localizer.variants(u"case.variants", u"Aliases")) {
+        const std::size_t blank = pair.find(u' ');
+        manager.addNote({pair.substr(0, blank), NoteKind::caseDecides, pair.substr(blank + 1)});
+    }
+    for (const std::u16string& row : localizer.variants(u"homonyms.variants", u"Aliases")) {
+        std::vector<std::u16string> words;
+        for (std::size_t i = 0, end = 0; i < row.size(); i = end + 1) {
+            end = std::min(row.find(u' ', i), row.size());
+            words.push_back(row.substr(i, end - i));
+        }
+        if (words.size() > 2) manager.addHomonym({words[0], words[1], {words.begin() + 2, words.end()}});
+    }
 }
 
 }  // namespace vemo

@@ -18,11 +18,12 @@ DecimalNumber ratioOf(std::string_view text) {
 
 }  // namespace
 
-UnitBuilder::UnitBuilder(UnitRegistry& registry, const Localizer& localizer)
+UnitBuilder::UnitBuilder(UnitRegistry& registry, const Localizer& localizer, Offered offered)
     : registry_(registry),
       localizer_(localizer),
       omittedSymbols_(localizer.variants(u"symbols.omitted", u"Aliases")),
-      unshownSymbols_(localizer.variants(u"symbols.unshown", u"Aliases")) {}
+      unshownSymbols_(localizer.variants(u"symbols.unshown", u"Aliases")),
+      offered_(offered) {}
 
 Unit UnitBuilder::make(const UnitRow& row, std::u16string_view base, std::u16string_view table, bool lowercase) const {
     const std::u16string key(row.key.empty() ? row.id : row.key);
@@ -46,7 +47,12 @@ void UnitBuilder::add(Unit unit) const {
         if (*symbol && std::find(omittedSymbols_.begin(), omittedSymbols_.end(), **symbol) != omittedSymbols_.end())
             symbol->reset();
     }
-    registry_.registerUnit(unit, true);
+    registry_.registerUnit(unit, true, offered_ == Offered::always);
+    CompletionCollector* hints = registry_.hints();
+    if (!hints || offered_ == Offered::always) return;
+    for (const auto* symbol : {&unit.localizedSymbol, &unit.internationalSymbol})
+        if (*symbol) hints->add(**symbol, completion_weight::rareUnit);
+    for (const std::u16string& phrase : unit.phrases) hints->addWords(phrase, completion_weight::rareUnit);
 }
 
 // Forms that people type beside the names, symbols and derived ones.

@@ -19,7 +19,10 @@ struct UnitRow {
 // Makes units of rows and phrase tables, and registers them.
 class UnitBuilder {
 public:
-    UnitBuilder(UnitRegistry& registry, const Localizer& localizer);
+    // Units are completions like any other, or offered last.
+    enum class Offered { always, last };
+
+    UnitBuilder(UnitRegistry& registry, const Localizer& localizer, Offered offered = Offered::always);
 
     Unit make(const UnitRow& row, std::u16string_view base, std::u16string_view table, bool lowercase) const;
     // With the aliases of its id, and without the symbols that are words first.
@@ -41,6 +44,7 @@ private:
 
     const std::vector<std::u16string> omittedSymbols_;
     const std::vector<std::u16string> unshownSymbols_;  // those that mean something else behind some numbers
+    const Offered offered_;
 };
 
 }  // namespace vemo

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "units/unit_manager.h"
 
+#include <algorithm>
+
 namespace vemo {
 
 namespace {
@@ -45,6 +47,26 @@ bool UnitManager::isRateWord(std::u16string_view word) const {
 
 bool UnitManager::isRateProductWord(std::u16string_view word) const {
     return contains(rateProductWords_, word);
+}
+
+bool UnitManager::isRateLotWord(std::u16string_view word) const {
+    return contains(rateLotWords_, word);
+}
+
+bool UnitManager::isRateAfterWord(std::u16string_view word) const {
+    return contains(rateAfterWords_, word);
+}
+
+bool UnitManager::isArticle(std::u16string_view word) const {
+    return contains(articles_, word);
+}
+
+const UnitManager::PhraseNote* UnitManager::note(std::u16string_view phrase) const {
+    constexpr std::size_t longest = 4;
+    if (phrase.size() > longest) return nullptr;
+    const auto found =
+        std::find_if(notes_.begin(), notes_.end(), [&](const PhraseNote& note) { return note.phrase == phrase; });
+    return found == notes_.end() ? nullptr : &*found;
 }
 
 const std::u16string* UnitManager::format(std::u16string_view unitId) const {

@@ -7,6 +7,7 @@
 
 #include "scanning/words/phrase_detector.h"
 #include "units/unit.h"
+#include "vemo/remarks.h"
 
 namespace vemo {
 
@@ -44,6 +45,34 @@ public:
     void addRateProductWord(std::u16string word) { rateProductWords_.insert(std::move(word)); }
     bool isRateProductWord(std::u16string_view word) const;
 
+    // Those that tell a rate per 100 or 1000 of its lower unit, though they are other words first: "6 l auf 100 km".
+    void addRateLotWord(std::u16string word) { rateLotWords_.insert(std::move(word)); }
+    bool isRateLotWord(std::u16string_view word) const;
+    // Those behind what a rate is told of: "1時間につき1000円".
+    void addRateAfterWord(std::u16string word) { rateAfterWords_.insert(std::move(word)); }
+    bool isRateAfterWord(std::u16string_view word) const;
+    bool hasRateAfterWords() const { return !rateAfterWords_.empty(); }
+    void addArticle(std::u16string word) { articles_.insert(std::move(word)); }
+    bool isArticle(std::u16string_view word) const;
+
+    // A phrase that is worth a note behind a number, with what the message names.
+    struct PhraseNote {
+        std::u16string phrase;
+        NoteKind kind;
+        std::u16string first;
+    };
+    void addNote(PhraseNote note) { notes_.push_back(std::move(note)); }
+    const PhraseNote* note(std::u16string_view phrase) const;
+
+    // A phrase, in lower case, that names another unit beside certain ones: in German a pound is money, but a weight
+    // beside weights.
+    struct Homonym {
+        std::u16string phrase, unit;
+        std::vector<std::u16string> companions;
+    };
+    void addHomonym(Homonym homonym) { homonyms_.push_back(std::move(homonym)); }
+    const std::vector<Homonym>& homonyms() const { return homonyms_; }
+
     const PhraseDetector<std::u16string>& phraseDetector() const { return phraseDetector_; }
     // The display format; null when the unit has none.
     const std::u16string* format(std::u16string_view unitId) const;
@@ -55,6 +84,11 @@ private:
     std::unordered_set<std::u16string> afterNumbers_;
     std::unordered_set<std::u16string> rateWords_;
     std::unordered_set<std::u16string> rateProductWords_;
+    std::unordered_set<std::u16string> rateLotWords_;
+    std::unordered_set<std::u16string> rateAfterWords_;
+    std::unordered_set<std::u16string> articles_;
+    std::vector<PhraseNote> notes_;
+    std::vector<Homonym> homonyms_;
     std::vector<std::pair<std::u16string, std::u16string>> ratePrefixes_;
 };
 

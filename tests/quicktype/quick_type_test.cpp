@@ -120,7 +120,7 @@ TEST(QuickType, aCalculatorsVocabulary) {
     for (const auto& [key, _] : keys)
         ASSERT_EQ(shown(engine->hintsFor({key, false})), shown(plain.hintsFor({key, false}, {}))) << utf8(key);
     EXPECT_EQ(shown(engine->hintsFor(u"squar", {}, 0)), "square:10 squared:0");
-    EXPECT_EQ(shown(engine->hintsFor(u"Millio", {}, 0)), "million:0 millions:0");
+    EXPECT_EQ(shown(engine->hintsFor(u"Millio", {}, 0)), "million:0 millions:0 milliohm:-1 milliohms:-1");
     EXPECT_EQ(shown(engine->hintsFor(u"into", {}, 0)), "into:20");
     EXPECT_EQ(shown(engine->hintsFor(u"cel", {}, 0)), "celsius:0");
     EXPECT_EQ(shown(engine->hintsFor(u"eur", {}, 0)), "EUR:20 euro:0 euros:0");

@@ -7,6 +7,7 @@ namespace vemo {
 
 // How early a completion is offered.
 namespace completion_weight {
+inline constexpr int rareUnit = -1;
 inline constexpr int usual = 0;
 inline constexpr int function = 10;
 inline constexpr int unitSymbol = 10;
