@@ -59,7 +59,7 @@ std::string numberText(const DecimalNumber& number, std::optional<std::int64_t> 
         return number.round(static_cast<std::int16_t>(std::clamp<std::int64_t>(digits, 0, most))).toString();
     };
     if (precision) return rounded(*precision);
-    const std::string exact = number.toString();
+    std::string exact = number.toString();
     const std::size_t point = exact.find('.'), first = exact.find_first_not_of("-0.");
     if (point == exact.npos || first == exact.npos) return exact;
     const std::size_t digits = exact.size() - first - (first < point ? 1 : 0);

@@ -110,7 +110,7 @@ Result<Options> readConfig(const std::string& file, Options options) {
         }
         const std::string expected = setter->second(node, options);
         if (!expected.empty()) {
-            return Failure{at(file, node.source()) + "'" + name + "' takes " + expected,
+            return Failure{at(file, node.source()).append("'").append(name).append("' takes ").append(expected),
                            static_cast<int>(node.source().begin.line)};
         }
     }

@@ -47,6 +47,7 @@ void fetchBehind(const Options& options) {
     if (std::getenv(wait)) return;  // somebody decided how long
     std::vector<std::string> words{"vemo", "--rates", options.rates, "--coins", options.coins, "-e", "1"};
     std::vector<char*> arguments;
+    arguments.reserve(words.size() + 1);
     for (std::string& word : words) arguments.push_back(word.data());
     arguments.push_back(nullptr);
     if (fork() != 0) return;

@@ -54,6 +54,7 @@ auto named(const Table& table, const std::string& option, const std::string& nam
     const auto found = table.find(name);
     if (found != table.end()) return found->second;
     std::vector<std::string> known;
+    known.reserve(table.size());
     for (const auto& [each, unused] : table) known.push_back(each);
     refuse(option, name, known);
 }

@@ -25,6 +25,7 @@ enum class NoteKind : std::uint8_t {
     unusedPercentage,  // a percentage that was not applied
     caseDecides,       // a unit's symbol that is another unit's in another case
     metricTon,         // a ton, which is the tonne of 1,000 kg wherever it is written
+    noSuchDate,        // digits in the form of a date or a clock time that there is not
 };
 
 // The kind in texts for programs, such as "unused_value".

@@ -32,6 +32,7 @@ MxDecimal packed(const DecimalNumber& value) {
         result.mantissa[i] = static_cast<std::uint16_t>(halves[i / 4] >> (i % 4 * 16));
         if (result.mantissa[i] != 0) result.length = (i + 1) & 15U;
     }
+    // NOLINTNEXTLINE(bugprone-signed-char-misuse): the field holds eight signed bits.
     result.exponent = static_cast<std::int8_t>(value.exponent());
     result.isNegative = value.isNegative() ? 1 : 0;
     result.isCompact = 1;

@@ -60,6 +60,41 @@ bool isOddlyJoined(std::u16string_view literal, const LocaleInfo& locale) {
     return groups.front() > 3 || !(threes || twos);
 }
 
+bool isDigits(std::u16string_view text, std::size_t shortest, std::size_t longest) {
+    return text.size() >= shortest && text.size() <= longest && std::all_of(text.begin(), text.end(), isDigit);
+}
+
+bool isYear(std::u16string_view text) {
+    return isDigits(text, 4, 4) && (text.starts_with(u"19") || text.starts_with(u"20") || text.starts_with(u"21"));
+}
+
+bool isMonthOrDay(std::u16string_view text) {
+    return isDigits(text, 1, 2) && text <= (text.size() == 1 ? u"9" : u"31");
+}
+
+// "31, 2026" after the name of a month.
+bool isDayAndYear(std::u16string_view literal) {
+    const std::size_t comma = literal.find(u", ");
+    return comma != literal.npos && isMonthOrDay(literal.substr(0, comma)) && isYear(literal.substr(comma + 2));
+}
+
+// What has the form of a date or a clock time, and was read as neither: how many elements of it begin there.
+std::size_t elementsOfNoDate(const ElementList& elements, std::size_t i, bool calculated) {
+    const auto text = [&](std::size_t at) {
+        return at < elements.size() ? std::u16string_view(elements[at].text()) : std::u16string_view();
+    };
+    // Its hour was taken for a label.
+    const std::u16string_view hour = text(i);
+    if (calculated && hour.ends_with(u':') && isDigits(hour.substr(0, hour.size() - 1), 1, 2) &&
+        isDigits(text(i + 1), 2, 2))
+        return 2;
+    const std::u16string_view sign = text(i + 1);
+    if (sign != text(i + 3)) return 0;
+    const bool numeric = sign == u"-" && isYear(text(i)) && isDigits(text(i + 2), 2, 2) && isDigits(text(i + 4), 2, 2);
+    const bool withStrokes = sign == u"/" && isMonthOrDay(text(i)) && isMonthOrDay(text(i + 2)) && isYear(text(i + 4));
+    return numeric || withStrokes ? 5 : 0;
+}
+
 std::u16string message(const Localizer& localizer, std::u16string_view prefix, std::u16string_view name,
                        std::u16string_view first, std::u16string_view second) {
     std::u16string text = localizer.translationOrBase(std::u16string(prefix).append(name), table);
@@ -97,8 +132,14 @@ void remarkOnText(const ElementList& elements, const LocaleInfo& locale, const U
                   const Context& constants, Context& context) {
     const auto& all = elements.pointers();
     const auto isOperator = [](const Element& element) { return element.value.has(Attribute::operation); };
+    const bool calculated = elements.anyHas(Attribute::operation);
     for (std::size_t i = 0; i < elements.size(); ++i) {
         const Element& element = elements[i];
+        if (const std::size_t count = elementsOfNoDate(elements, i, calculated)) {
+            remarksOf(context).note(NoteKind::noSuchDate, elements.rangeOf(i, i + count));
+            i += count - 1;
+            continue;
+        }
         if (element.value.has(Attribute::unit) && !element.value.has(Attribute::decimal) && i > 0) {
             const bool number =
                 elements[i - 1].value.has(Attribute::decimal) ||
@@ -107,6 +148,10 @@ void remarkOnText(const ElementList& elements, const LocaleInfo& locale, const U
             if (note) remarksOf(context).note(note->kind, elements.rangeOf(i, i + 1), note->first);
         } else if (typeOf(element) == RunType::number && element.value.has(Attribute::decimal) &&
                    !element.value.has(Attribute::nsystem)) {
+            if (i > 0 && isWords(elements[i - 1]) && isDayAndYear(element.text())) {
+                remarksOf(context).note(NoteKind::noSuchDate, elements.rangeOf(i, i + 1));
+                continue;
+            }
             if (!isOddlyJoined(element.text(), locale)) continue;
             const auto isPart = [&](std::size_t side) {
                 while (side < elements.size() && elements[side].value.isEmpty() &&

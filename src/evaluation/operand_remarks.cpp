@@ -29,6 +29,7 @@ void OperandRemarks::operand(std::size_t from, std::size_t to, const Value& valu
     Operand operand{from, to};
     operand.hasValue = number || value.has(Attribute::date);
     operand.isBareNumber = number && !value.has(Attribute::unit);
+    operand.isZone = value.has(Attribute::timeZone) && !value.has(Attribute::date);
     operand.isPercentage = value.is(Attribute::unit, u"percent");
     operand.isWord = to == from + 1 && trimmed(elements_[from].text()).find(u' ') == std::u16string_view::npos;
     for (std::size_t i = from; i < to; ++i) {
@@ -94,6 +95,12 @@ bool OperandRemarks::isHyphen(std::size_t index) const {
 
 void OperandRemarks::atConversion(const Operand& left, const Operand& right, bool last) {
     if (!left.hasValue) return;
+    // "14:00 XQT in London": no known zone.
+    if (right.isZone && left.to > left.from + 1 && isPlain(elements_[left.to - 1])) {
+        const std::u16string_view word = trimmed(elements_[left.to - 1].text());
+        if (word.size() > 1 && std::all_of(word.begin(), word.end(), [](char16_t c) { return c >= u'A' && c <= u'Z'; }))
+            context_.remarks().note(NoteKind::unknownWord, elements_.trimmedRangeOf(left.to - 1, left.to), word);
+    }
     if (last && right.isBlank) {
         remarksOf(context_).note(NoteKind::missingOperand, elements_.rangeOf(left.to, left.to + 1));
     } else if (right.hasWords) {

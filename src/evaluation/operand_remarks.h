@@ -28,6 +28,7 @@ private:
         bool hasValue = false;      // a number or a date
         bool isBareNumber = false;  // a number without a unit
         bool isPercentage = false;
+        bool isZone = false;  // a zone alone
         bool hasWords = false;
         bool isBlank = true;
         bool isWord = false;  // one
