@@ -15,6 +15,7 @@ template <class Result, class... Arguments>
 class FunctionRef<Result(Arguments...)> {
 public:
     template <class Callable>
+    // NOLINTNEXTLINE(bugprone-forwarding-reference-overload): the constraint leaves copies to the other constructors.
     requires(!std::is_same_v<std::remove_cvref_t<Callable>, FunctionRef>) FunctionRef(Callable&& callable)
         : object_(const_cast<void*>(static_cast<const void*>(std::addressof(callable)))),
           call_([](void* object, Arguments... arguments) -> Result {

@@ -180,6 +180,7 @@ private:
     };
 
     static bool isRemoved(Item item) { return (item & removed) != 0; }
+    // NOLINTNEXTLINE(performance-no-int-to-ptr): the lowest bit of an item is a mark.
     static Entry* entryOf(Item item) { return reinterpret_cast<Entry*>(item & ~removed); }
     static Item itemOf(Entry* entry) { return reinterpret_cast<Item>(entry); }
 

@@ -201,8 +201,9 @@ LineRemarks spokenRemarks(const Context& context, const ElementList& written, bo
         reason.first = words.unitName(reason.first);
         reason.second = words.unitName(reason.second);
     }
-    spoken.reason = Reason{
-        reason.code, message(words.localizer, u"reason.", reasonCodeName(reason.code), reason.first, reason.second)};
+    std::u16string name(reasonCodeName(reason.code));
+    if (reason.code == ReasonCode::scriptFailed && reason.first.empty()) name += u".other";
+    spoken.reason = Reason{reason.code, message(words.localizer, u"reason.", name, reason.first, reason.second)};
     return spoken;
 }
 

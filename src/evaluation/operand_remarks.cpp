@@ -99,7 +99,7 @@ void OperandRemarks::atConversion(const Operand& left, const Operand& right, boo
     if (right.isZone && left.to > left.from + 1 && isPlain(elements_[left.to - 1])) {
         const std::u16string_view word = trimmed(elements_[left.to - 1].text());
         if (word.size() > 1 && std::all_of(word.begin(), word.end(), [](char16_t c) { return c >= u'A' && c <= u'Z'; }))
-            context_.remarks().note(NoteKind::unknownWord, elements_.trimmedRangeOf(left.to - 1, left.to), word);
+            remarksOf(context_).note(NoteKind::unknownWord, elements_.trimmedRangeOf(left.to - 1, left.to), word);
     }
     if (last && right.isBlank) {
         remarksOf(context_).note(NoteKind::missingOperand, elements_.rangeOf(left.to, left.to + 1));

@@ -40,7 +40,7 @@ private:
         if (rules)
             rules->getOffsetFromLocal(milliseconds, option, option, raw, dst, status);
         else
-            zone_->getOffset(milliseconds, civil, raw, dst, status);
+            zone_->getOffset(milliseconds, static_cast<UBool>(civil), raw, dst, status);
         return U_SUCCESS(status) ? (raw + dst) / millisecondsPerSecond : 0;
     }
 

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "scripting/javascript_function.h"
 
+#include "records/remarks.h"
+
 namespace vemo {
 
 JavaScriptFunction::JavaScriptFunction(std::shared_ptr<ScriptContext> script, JSObjectRef function,
@@ -13,11 +15,14 @@ JavaScriptFunction::~JavaScriptFunction() {
     script_->js().JSValueUnprotect(script_->context(), function_);
 }
 
-std::optional<Value> JavaScriptFunction::evaluate(const std::vector<Value>& values, Context&) const {
-    if (const auto refusal = script_->refusalOfCalls()) {
-        report_(std::u16string(u"Error on line : ").append(*refusal));
+std::optional<Value> JavaScriptFunction::evaluate(const std::vector<Value>& values, Context& evaluation) const {
+    const auto fail = [&](const std::u16string& message) {
+        report_(message);
+        remarksOf(evaluation).reason(ReasonCode::scriptFailed, message);
         return std::nullopt;
-    }
+    };
+    if (const auto refusal = script_->refusalOfCalls())
+        return fail(std::u16string(u"Error on line : ").append(*refusal));
     const ScriptContext::Run run(*script_, limit_, ScriptContext::Kind::call);
     const JavaScriptCore& js = script_->js();
     const JSContextRef context = script_->context();
@@ -31,9 +36,10 @@ std::optional<Value> JavaScriptFunction::evaluate(const std::vector<Value>& valu
         const JSValueRef returned = js.JSObjectCallAsFunction(context, function_, nullptr, 1, &argument, &exception);
         if (!exception && !script_->isAbsent(returned)) result = script_->value(returned, &exception);
     }
-    if (!exception && script_->stopReason().empty()) return result;
-    report_(script_->message(exception));
-    return std::nullopt;
+    if (exception || !script_->stopReason().empty()) return fail(script_->message(exception));
+    // A text, for example.
+    if (result && result->isEmpty()) remarksOf(evaluation).reason(ReasonCode::scriptFailed);
+    return result;
 }
 
 }  // namespace vemo

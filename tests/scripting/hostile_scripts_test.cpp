@@ -159,6 +159,13 @@ add("sqrt", () => 77);
     EXPECT_THAT(line("deep 5"), HasSubstr("RangeError"));
     EXPECT_THAT(line("hungry 5"), HasSubstr("stopped"));
     EXPECT_THAT(line("thrower 5"), HasSubstr("Error on line 6: TypeError"));
+    const auto reason = [&](const std::string& text) {
+        Context context;
+        const auto told = scripted.engine.calculateSync(utf16(text), context)->lines.back().reason();
+        return told ? utf8(told->message) : "";
+    };
+    EXPECT_THAT(reason("thrower 5"), HasSubstr("the script failed: Error on line 6: TypeError"));
+    EXPECT_EQ(reason("text 5"), "the script’s function returned no value");
     EXPECT_THAT(line("trap 5"), HasSubstr("more time than 50 ms"));
     EXPECT_EQ(line("text 5"), "|");
     EXPECT_EQ(line("nothing 5"), "|");

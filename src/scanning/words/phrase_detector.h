@@ -75,7 +75,7 @@ private:
         firstCharQuickLookup_.insert(first);
         if (first >= asciiStarts_.size()) return;
         asciiStarts_[first] = true;
-        if (first >= u'a' && first <= u'z') asciiStarts_[static_cast<std::size_t>(first - u'a' + u'A')] = true;
+        if (first >= u'a' && first <= u'z') asciiStarts_[static_cast<std::size_t>(first) - u'a' + u'A'] = true;
     }
 
     // An upper bound of the words that a phrase is cut into: they end where the kind of character changes, and at
