@@ -26,6 +26,7 @@ enum class NoteKind : std::uint8_t {
     caseDecides,       // a unit's symbol that is another unit's in another case
     metricTon,         // a ton, which is the tonne of 1,000 kg wherever it is written
     noSuchDate,        // digits in the form of a date or a clock time that there is not
+    noHolidays,        // workdays were counted from Monday to Friday: no holidays are known
 };
 
 // The kind in texts for programs, such as "unused_value".

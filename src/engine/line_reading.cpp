@@ -86,10 +86,16 @@ private:
         const ReadingStep::Operand& left = step.operands.front();
         const ReadingStep::Operand& right = step.operands.back();
         // An operator with one operand gives that operand, or is its sign.
-        if (right.value.isEmpty()) return operandText(left, index).first;
+        if (right.value.isEmpty()) {
+            const std::u16string text = operandText(left, index).first;
+            // "5 hours ago": the word says what is told of the operand.
+            const std::size_t end = std::max(left.range.end(), step.range.end());
+            const std::u16string_view word = trimmed(line_.substr(left.range.end(), end - left.range.end()));
+            return step.result == left.value || word.empty() ? text : text + u" " + std::u16string(word);
+        }
         if (left.value.isEmpty() && step.result == right.value) return operandText(right, index).first;
         const std::u16string r = bracketed(right, index);
-        if (left.value.isEmpty()) return step.name + r;
+        if (left.value.isEmpty()) return isLetter(step.name.front()) ? signOf(step) + u" " + r : step.name + r;
         const std::u16string l = bracketed(left, index);
         std::u16string result;
         const std::u16string_view form = formOf(step);

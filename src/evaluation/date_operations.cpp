@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "evaluation/date_operations.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "functions/date_values.h"
@@ -86,6 +87,29 @@ std::optional<Value> DateSubtractionOperation::calculate(const Value& left, cons
     while (unit != &timeUnits.front() && std::abs(seconds) < static_cast<double>(unit->seconds)) --unit;
     const double count = seconds / static_cast<double>(unit->seconds);
     return Value(DecimalNumber::fromDouble(count)).with(unit->id, Attribute::unit);
+}
+
+std::optional<Value> DurationAdditionOperation::calculate(const Value& left, const Value& right,
+                                                          Context& context) const {
+    const TimeUnit* larger = nullptr;
+    for (const Value* value : {&left, &right}) {
+        const auto unit = value->string(Attribute::unit);
+        if (!unit || !value->has(Attribute::decimal)) return std::nullopt;
+        const auto found =
+            std::find_if(timeUnits.begin(), timeUnits.end(), [&](const TimeUnit& u) { return u.id == *unit; });
+        if (found == timeUnits.end()) return std::nullopt;
+        if (!larger || found->seconds > larger->seconds) larger = &*found;
+    }
+    if (right.is(Attribute::unit, larger->id) && left.is(Attribute::unit, larger->id)) return std::nullopt;
+    // In the smaller unit nothing is rounded; seconds may have a fraction.
+    const auto a = unitConverter_.convert(left, timeUnits.front().id, context);
+    const auto b = unitConverter_.convert(right, timeUnits.front().id, context);
+    if (!a || !b) return std::nullopt;
+    constexpr int fractionDigits = 9;  // of seconds: the amounts may have been rounded
+    const DecimalNumber sum =
+        a->decimal()->adding(subtracts_ ? b->decimal()->negative() : *b->decimal()).round(fractionDigits);
+    if (!(sum.integer() == sum)) return std::nullopt;  // larger units show whole seconds only
+    return unitConverter_.convert(a->with(sum), larger->id, context);
 }
 
 std::optional<Value> TimeZoneConversionOperation::calculate(const Value& left, const Value& right,

@@ -35,6 +35,18 @@ public:
     std::optional<Value> calculate(const Value& left, const Value& right, Context& context) const override;
 };
 
+// The sum or difference of two durations, in the larger one's unit: 45 min + 2 h is 2 h 45 min.
+class DurationAdditionOperation : public Operation {
+public:
+    DurationAdditionOperation(const UnitConverter& unitConverter, bool subtracts)
+        : unitConverter_(unitConverter), subtracts_(subtracts) {}
+    std::optional<Value> calculate(const Value& left, const Value& right, Context& context) const override;
+
+private:
+    const UnitConverter& unitConverter_;
+    bool subtracts_;
+};
+
 // "in": a date-time that knows its zone, told in another one.
 class TimeZoneConversionOperation : public Operation {
 public:

@@ -22,6 +22,11 @@ inline RunType runTypeOf(const Element& element) {
     return element.attributedText.elementsCount() > 0 ? element.attributedText.runs()[0].type : RunType::none;
 }
 
+// A time of day as it was written: no result of a function or of a calculation.
+inline bool isWrittenTime(const Element& element) {
+    return element.value.is(Attribute::precision, u"time") && runTypeOf(element) == RunType::number;
+}
+
 // The next element in a direction that is no blank; their number without one.
 inline std::size_t neighbourOf(const ElementList& elements, std::size_t index, int step) {
     const auto offset = static_cast<std::size_t>(step);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "evaluation/evaluator_catalogue.h"
 
+#include "evaluation/duration_evaluator.h"
 #include "evaluation/fraction_evaluator.h"
 #include "evaluation/function_expression_evaluator.h"
 #include "evaluation/geo_names_parser.h"
@@ -19,9 +20,11 @@ void registerEvaluators(EvaluatorList& evaluators, const EvaluatorParts& parts) 
     evaluators.add(std::make_shared<EmptyDependenciesEvaluator>(parts.stringRangeDetector));
     // What is decided on the whole line, before it is taken apart.
     evaluators.add(std::make_shared<NumberWordEvaluator>());
+    evaluators.add(std::make_shared<DurationEvaluator>());
     evaluators.add(std::make_shared<FractionEvaluator>(parts.unitConverter));
     evaluators.add(std::make_shared<ParenthesesEvaluator>());
     evaluators.add(std::make_shared<GeoNamesParser>(parts.places));
+    evaluators.add(std::make_shared<TimePlacingEvaluator>());
     evaluators.add(std::make_shared<AssignmentEvaluator>(parts.operationCalculator));
     evaluators.add(std::make_shared<RateEvaluator>(parts.units, parts.unitConverter));
     evaluators.add(std::make_shared<PricedDescriptionEvaluator>(parts.unitConverter,

@@ -6,8 +6,11 @@
 #include <algorithm>
 
 #include "evaluation/element_replacement.h"
+#include "evaluation/element_tests.h"
+#include "platform/locale_info.h"
 #include "records/context_map.h"
 #include "records/remarks.h"
+#include "scanning/dates/time_zone_abbreviations.h"
 
 namespace vemo {
 
@@ -75,6 +78,11 @@ bool beginsWithCapital(const ElementList& elements, std::size_t from, std::size_
     return lowercased(first) != first || (!first.empty() && u_charType(first.front()) == U_OTHER_LETTER);
 }
 
+// The Japanese word between a place and a time, "東京の10時", which is an operator elsewhere.
+bool isParticle(const Element& element) {
+    return trimmed(element.text()) == u"\u306e";
+}
+
 ElementList unknownPlace(const ElementList& elements, std::size_t from, std::size_t to, Context& context) {
     const std::u16string words = elements.slice(from, to).text();
     remarksOf(context).reason(ReasonCode::unknownPlace, trimmed(words));
@@ -92,7 +100,8 @@ bool mayBeOfPlace(const Element& element) {
 std::optional<ElementList> GeoNamesParser::evaluate(const ElementList& elements, Context& context,
                                                     const EvaluationContext&) const {
     const auto& all = elements.pointers();
-    if (std::none_of(all.begin(), all.end(), [](const auto& e) { return isConversion(*e) || isTimeFunction(*e); }))
+    if (std::none_of(all.begin(), all.end(),
+                     [](const auto& e) { return isConversion(*e) || isTimeFunction(*e) || isWrittenTime(*e); }))
         return std::nullopt;
     return places_ ? withKnownPlaces(elements, context) : withLookedUpPlaces(elements, context);
 }
@@ -109,20 +118,62 @@ std::optional<ElementList> GeoNamesParser::withKnownPlaces(const ElementList& el
         const std::u16string text = elements.attributedText(from, to).compoundString();
         const std::u16string_view name = trimmed(text);
         auto zone = name.empty() ? std::nullopt : places_->zoneOf(name);
+        if (const auto shortName = zoneAfterTime(name); !zone && !shortName.empty()) zone = std::u16string(shortName);
         if (!zone) return false;
         appendPlace(text, name, *std::move(zone), replacer.replace({from, to - from}));
         return true;
     };
+    // The words that stand at `from`: the end of the place that they begin with, or `from` for none.
+    const auto placeAt = [&](std::size_t from) {
+        std::size_t to = from;
+        while (to < elements.size() && to - from < mostElements && mayBeOfPlace(elements[to])) ++to;
+        while (to > from && !replace(from, to)) --to;
+        return to;
+    };
     bool timeBefore = false;
     std::size_t start = 0;  // of what may be a place before "time"
     for (std::size_t i = 0; i < elements.size(); ++i) {
-        if (isTimeFunction(elements[i])) {
+        if (isWrittenTime(elements[i])) {
+            // "London 9am", "9am London", "17h30 à l'heure de Pékin"
+            const std::size_t next = neighbourOf(elements, i, 1);
+            const bool placing = next < elements.size() && isOperator(elements[next], u"placed");
+            const std::size_t from = placing ? next + 1 : i + 1;
+            const std::size_t placeEnd = i > start && isParticle(elements[i - 1]) ? i - 1 : i;
+            const bool before = start < placeEnd && isText(elements, start, placeEnd) &&
+                                (beginsWithCapital(elements, start, placeEnd) || isCjk(elements[start].text().front()));
+            if (before && replace(start, placeEnd)) {
+                start = i + 1;
+            } else if (from < elements.size() && (placing || beginsWithCapital(elements, from, from + 1))) {
+                const std::size_t to = placeAt(from);
+                timeBefore = true;
+                if (to > from) {
+                    start = to;
+                    i = to - 1;
+                    continue;
+                }
+            }
+        } else if (isTimeFunction(elements[i])) {
             for (std::size_t from = std::max(start, i - std::min(i, mostElements)); from < i && !replace(from, i);
                  ++from) {
+            }
+            // "勉強の時間 2時間" tells of no place.
+            if (!replacer.changed() && isText(elements, 0, i) && elements[i].text().starts_with(u'\u306e')) {
+                replacer.replace({i, 1}).append(makeElement({}, AttributedText(elements[i].text())));
+                continue;
             }
             // A place that is not known has no time: the local one would be wrong.
             if (start == 0 && !replacer.changed() && isText(elements, 0, i) && beginsWithCapital(elements, 0, i))
                 return unknownPlace(elements, 0, i, context);
+            // "heure à Tokyo"
+            if (i + 1 < elements.size() && beginsWithCapital(elements, i + 1, i + 2)) {
+                const std::size_t to = placeAt(i + 1);
+                if (to > i + 1) {
+                    timeBefore = true;
+                    start = to;
+                    i = to - 1;
+                    continue;
+                }
+            }
         } else if (isConversion(elements[i]) && timeBefore) {
             std::size_t to = i + 1;
             while (to < elements.size() && to - i <= mostElements && mayBeOfPlace(elements[to])) ++to;

@@ -24,6 +24,14 @@ bool isNumerator(const Element& element) {
            (isNumberWithoutUnit(element) && runTypeOf(element) == RunType::number);
 }
 
+bool isAddend(const ElementList& elements, std::size_t i) {
+    return i < elements.size() && elements[i].value.is(Attribute::type, number_word::addend);
+}
+
+bool isUnit(const ElementList& elements, std::size_t i) {
+    return i < elements.size() && elements[i].value.has(Attribute::unit) && !elements[i].value.has(Attribute::decimal);
+}
+
 }  // namespace
 
 std::optional<ElementList> NumberWordEvaluator::evaluate(const ElementList& elements, Context&,
@@ -37,7 +45,19 @@ std::optional<ElementList> NumberWordEvaluator::evaluate(const ElementList& elem
             replacer.replace({i, end - i}).append(makeElement(Value(number), AttributedText(text, RunType::number)));
         };
         const std::size_t next = neighbourOf(elements, i, 1);
-        if (isNumerator(elements[i]) && isFraction(elements, next)) {
+        const std::size_t third = neighbourOf(elements, next, 1);
+        if (isNumerator(elements[i]) && isUnit(elements, next) && isAddend(elements, third)) {
+            become(i + 1, value.decimal()->adding(*elements[third].value.decimal()));
+            const std::u16string text = elements.slice(next, third + 1).text();
+            replacer.replace({next, third + 1 - next})
+                .append(makeElement(elements[next].value, AttributedText(text, RunType::unit)));
+            i = third;
+        } else if (isNumerator(elements[i]) && isAddend(elements, next) && isUnit(elements, third)) {
+            become(next + 1, value.decimal()->adding(*elements[next].value.decimal()));
+            i = next;
+        } else if (value.is(Attribute::type, number_word::mixed) && isUnit(elements, next)) {
+            become(i + 1, *value.decimal());
+        } else if (isNumerator(elements[i]) && isFraction(elements, next)) {
             become(next + 1, value.decimal()->multiplying(*elements[next].value.decimal()));
             i = next;
         } else if (isFraction(elements, i)) {

@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-#include "records/remarks.h"
+#include "evaluation/date_relation_operations.h"
 
 namespace vemo {
 
@@ -63,6 +63,7 @@ void OperandRemarks::atOperator(std::size_t index) {
     const bool last = index + 2 == operands_.size();
     const Element& op = elements_[left.to];
     if (op.value.is(Attribute::operation, u"in")) return atConversion(left, right, last);
+    if (isDateRelation(*op.value.string(Attribute::operation))) return;  // most have one operand
     if (!isSymbol(op)) return last ? atPhrase(left, right, op) : void();
     if (isHyphen(left.to)) return;
     const bool signFollows = !last && isSign(elements_[right.to]);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "evaluation/operation_remarks.h"
 
+#include "evaluation/date_relation_operations.h"
 #include "records/context_map.h"
 #include "records/remarks.h"
 #include "units/unit_converter.h"
@@ -10,6 +11,7 @@ namespace vemo {
 namespace {
 
 constexpr std::u16string_view percent = u"percent";
+constexpr std::u16string_view workday = u"workday";
 constexpr double secondsOfAWeek = 7 * 86400;
 constexpr double from1970To2001 = 978307200;
 constexpr std::int64_t widestShift = 63;
@@ -69,6 +71,11 @@ Value OperationRemarks::convertedQuotient(const Value& left, const Value& right,
 void OperationRemarks::applied(std::u16string_view id, const Value& left, const Value& right, TextRange range,
                                Context& context) const {
     if (range.length == 0) return;
+    if (isDateRelation(id)) {
+        if (left.is(Attribute::unit, workday) || right.is(Attribute::unit, workday))
+            remarksOf(context).note(NoteKind::noHolidays, range);
+        return;
+    }
     const auto from = left.string(Attribute::unit), to = right.string(Attribute::unit);
     if (!to) {
         const auto count = right.decimal();

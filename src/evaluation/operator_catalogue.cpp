@@ -5,6 +5,7 @@
 
 #include "evaluation/arithmetic_operations.h"
 #include "evaluation/date_operations.h"
+#include "evaluation/date_relation_operations.h"
 #include "evaluation/operator_collection.h"
 #include "evaluation/percentage_operations.h"
 #include "evaluation/rate_operations.h"
@@ -58,6 +59,7 @@ void registerOperators(OperatorCollection& operators, const Localizer& localizer
         for (const char16_t symbol : row.symbols) op.symbols.emplace_back(1, symbol);
         operators.add(std::move(op));
     }
+    registerDateOperators(operators);
 }
 
 void registerOperations(OperationCollection& operations, const UnitConverter& unitConverter) {
@@ -66,9 +68,11 @@ void registerOperations(OperationCollection& operations, const UnitConverter& un
     operations.add(u"in", std::make_shared<ConversionOperation>(unitConverter));
     operations.add(u"+", std::make_shared<DateAndDecimalAdditionOperation>(unitConverter));
     operations.add(u"+", percentageAdditionOperation());
+    operations.add(u"+", std::make_shared<DurationAdditionOperation>(unitConverter, false));
     operations.add(u"+", std::make_shared<DecimalAdditionOperation>(unitConverter));
     operations.add(u"-", std::make_shared<DateAndDecimalSubtractionOperation>(unitConverter));
     operations.add(u"-", percentageSubtractionOperation());
+    operations.add(u"-", std::make_shared<DurationAdditionOperation>(unitConverter, true));
     operations.add(u"-", std::make_shared<DecimalSubtractionOperation>(unitConverter));
     operations.add(u"*", percentageMultiplicationOperation());
     operations.add(u"*", multiplicationByPercentageOperation());
@@ -85,6 +89,7 @@ void registerOperations(OperationCollection& operations, const UnitConverter& un
     operations.add(u"left_shift", std::make_shared<LeftShiftOperation>());
     operations.add(u"right_shift", std::make_shared<RightShiftOperation>());
     registerPercentagePhrases(operations, unitConverter);
+    registerDateRelations(operations, unitConverter);
 }
 
 }  // namespace vemo

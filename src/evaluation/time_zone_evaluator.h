@@ -16,4 +16,12 @@ private:
     FinderMatcher matcher_;
 };
 
+// "9am London", "London 9am", "17h30 à l'heure de Pékin": a written time is one of the place beside it. Directly after
+// "time", a place is one that the time is told in.
+class TimePlacingEvaluator : public Evaluator {
+public:
+    std::u16string_view name() const override { return u"TimePlacingEvaluator"; }
+    std::optional<ElementList> evaluate(const ElementList&, Context&, const EvaluationContext&) const override;
+};
+
 }  // namespace vemo

@@ -22,7 +22,7 @@ Value timeValue(Date instant, const TimeZone* zone) {
 }
 
 bool isDay(const Value& date) {
-    return date.is(Attribute::precision, u"day");
+    return date.is(Attribute::precision, u"day") || date.is(Attribute::precision, u"weekday");
 }
 
 std::shared_ptr<const TimeZoneRules> localZone(Context& context) {
@@ -72,6 +72,15 @@ Date secondsLater(const Value& dateTime, double seconds, const TimeZoneRules* lo
 double daysBetween(Date start, Date end, const TimeZoneRules& local) {
     const auto day = [&](Date instant) { return std::floor(civilSeconds(instant, local) / secondsPerDay); };
     return day(end) - day(start);
+}
+
+std::optional<Value> placedInTimeZone(const Value& dateTime, const TimeZone& place, Context& context) {
+    const auto date = dateTime.date();
+    const auto local = localZone(context);
+    const auto there = TimeZoneRules::find(place.identifier);
+    if (!date || !local || !there || !isInCalendar(*date)) return std::nullopt;
+    return timeValue(instantOf(civilSeconds(*date, *local), *there),
+                     context.get<TimeZone>(context_keys::currentTimeZone));
 }
 
 std::optional<Value> movedToTimeZone(const Value& dateTime, const TimeZone& target, Context& context) {

@@ -29,6 +29,10 @@ Date secondsLater(const Value& dateTime, double seconds, const TimeZoneRules* lo
 // How many days the calendar has from one instant to another.
 double daysBetween(Date start, Date end, const TimeZoneRules& local);
 
+// The time that the local clock shows, taken as one of a place: 9:00 of London, told here. Nothing when the value has
+// no date or a zone is unknown.
+std::optional<Value> placedInTimeZone(const Value& dateTime, const TimeZone& place, Context& context);
+
 // A date-time moved from its time zone to another, by the offsets of its own day; by those of the current time
 // where the context doesn't know the local zone. Nothing when the value has no date or no zone, or when a zone is
 // unknown.

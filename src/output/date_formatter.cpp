@@ -13,13 +13,11 @@ namespace {
 
 using DateFormatPointer = std::unique_ptr<icu::DateFormat>;
 
-DateFormatPointer makeFormat(icu::DateFormat::EStyle dateStyle, icu::DateFormat::EStyle timeStyle,
-                             std::string_view locale, std::u16string_view timeZone) {
-    DateFormatPointer format(icu::DateFormat::createDateTimeInstance(dateStyle, timeStyle, icuLocale(locale)));
+// In the zone, and in the calendar of the engine, which knows no Julian days, however early.
+DateFormatPointer adjusted(DateFormatPointer format, std::u16string_view timeZone) {
     if (!format) return nullptr;
     const icu::UnicodeString zone(timeZone.data(), static_cast<std::int32_t>(timeZone.size()));
     format->adoptTimeZone(icu::TimeZone::createTimeZone(zone));
-    // The calendar of the engine knows no Julian days, however early.
     if (const auto* calendar = dynamic_cast<const icu::GregorianCalendar*>(format->getCalendar())) {
         constexpr UDate beforeAllDates = -1e15;
         std::unique_ptr<icu::GregorianCalendar> proleptic(calendar->clone());
@@ -28,6 +26,18 @@ DateFormatPointer makeFormat(icu::DateFormat::EStyle dateStyle, icu::DateFormat:
         if (U_SUCCESS(status)) format->adoptCalendar(proleptic.release());
     }
     return format;
+}
+
+DateFormatPointer makeFormat(icu::DateFormat::EStyle dateStyle, icu::DateFormat::EStyle timeStyle,
+                             std::string_view locale, std::u16string_view timeZone) {
+    return adjusted(DateFormatPointer(icu::DateFormat::createDateTimeInstance(dateStyle, timeStyle, icuLocale(locale))),
+                    timeZone);
+}
+
+DateFormatPointer makeWeekdayFormat(std::string_view locale, std::u16string_view timeZone) {
+    UErrorCode status = U_ZERO_ERROR;
+    auto format = std::make_unique<icu::SimpleDateFormat>(icu::UnicodeString(u"EEEE"), icuLocale(locale), status);
+    return U_SUCCESS(status) ? adjusted(std::move(format), timeZone) : nullptr;
 }
 
 std::u16string text(const DateFormatPointer& format, Date date) {
@@ -43,6 +53,7 @@ struct VemoDateFormatter::Formatters {
     DateFormatPointer dateAndTimeFormatter;
     DateFormatPointer timeFormatter;
     DateFormatPointer dateFormatter;
+    DateFormatPointer weekdayFormatter;
 };
 
 VemoDateFormatter::VemoDateFormatter(std::string_view locale, std::u16string_view timeZone,
@@ -50,9 +61,9 @@ VemoDateFormatter::VemoDateFormatter(std::string_view locale, std::u16string_vie
     : zone_(std::move(zone)), clock_(std::move(clock)) {
     constexpr auto none = icu::DateFormat::kNone;
     constexpr auto brief = icu::DateFormat::kShort;
-    formatters_ = std::make_unique<const Formatters>(Formatters{makeFormat(brief, brief, locale, timeZone),
-                                                                makeFormat(none, brief, locale, timeZone),
-                                                                makeFormat(brief, none, locale, timeZone)});
+    formatters_ = std::make_unique<const Formatters>(
+        Formatters{makeFormat(brief, brief, locale, timeZone), makeFormat(none, brief, locale, timeZone),
+                   makeFormat(brief, none, locale, timeZone), makeWeekdayFormat(locale, timeZone)});
 }
 
 VemoDateFormatter::~VemoDateFormatter() = default;
@@ -75,7 +86,9 @@ std::optional<FormattedValue> VemoDateFormatter::format(const Value& value, Cont
     FormattedValue result;
     const CivilTime time = zone_->civil(*date);
     const bool known = value.has(Attribute::precision);
-    if (known ? value.is(Attribute::precision, u"day") : time.hour == 12 && time.minute == 0) {
+    if (value.is(Attribute::precision, u"weekday")) {
+        result.regular = text(formatters_->weekdayFormatter, *date);
+    } else if (known ? value.is(Attribute::precision, u"day") : time.hour == 12 && time.minute == 0) {
         result.regular = text(formatters_->dateFormatter, *date);
     } else if (zone_->day(*date) == today(context)) {
         result.regular = text(formatters_->timeFormatter, *date);

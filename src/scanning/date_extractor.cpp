@@ -3,7 +3,9 @@
 
 #include <algorithm>
 
+#include "evaluation/date_relation_operations.h"
 #include "functions/date_values.h"
+#include "platform/locale_info.h"
 #include "records/context_map.h"
 #include "scanning/extraction_priorities.h"
 #include "scanning/words/localizer.h"
@@ -12,32 +14,32 @@ namespace vemo {
 
 namespace {
 
-// As sums and quotients, whole dates with a year of our time mean nothing: "3/4/2027", "2027-03-04". With the year in
-// front and slashes, only where dates are written so.
-bool isWholeDate(std::u16string_view text, bool yearFirst) {
-    struct Field {
-        std::size_t digits = 0;
-        int value = 0;
-    };
-    const auto isDigit = [](char16_t c) { return c >= u'0' && c <= u'9'; };
-    const auto isYear = [](const Field& field) {
-        return field.digits == 4 && field.value >= 1900 && field.value < 2200;
-    };
-    std::size_t i = 0;
-    while (i < text.size() && !isDigit(text[i])) ++i;
-    Field fields[3];
-    char16_t separator = 0;
-    for (std::size_t k = 0; k < 3; ++k) {
-        for (; i < text.size() && isDigit(text[i]) && fields[k].digits < 5; ++i, ++fields[k].digits)
-            fields[k].value = fields[k].value * 10 + (text[i] - u'0');
-        if (fields[k].digits == 0) return false;
-        if (k == 2) break;
-        if (i == text.size() || (k == 1 && text[i] != separator)) return false;
-        separator = text[i++];
+using Kind = DateRelation::Kind;
+
+// The value of a word between dates: an operator, or what the word counts.
+Value valueOf(const DateRelation& relation) {
+    switch (relation.kind) {
+        case Kind::number:
+            return Value(DecimalNumber::fromInt64(relation.value));
+        case Kind::days:
+            return Value(Attribute::unit, u"day");
+        case Kind::workdays:
+            return Value(Attribute::unit, u"workday");
+        default:
+            return Value(Attribute::operation, dateOperatorId(relation.kind));
     }
-    if (separator != u'/' && separator != u'.' && separator != u'-') return false;
-    if (isYear(fields[0])) return fields[1].digits <= 2 && fields[2].digits <= 2 && (separator != u'/' || yearFirst);
-    return isYear(fields[2]) && fields[0].digits <= 2 && fields[1].digits <= 2;
+}
+
+RunType runTypeOf(const DateRelation& relation) {
+    switch (relation.kind) {
+        case Kind::number:
+            return RunType::number;
+        case Kind::days:
+        case Kind::workdays:
+            return RunType::unit;
+        default:
+            return RunType::operatorWord;
+    }
 }
 
 }  // namespace
@@ -56,22 +58,48 @@ void DateExtractor::extract(const std::u16string& text, Context& context, std::v
     std::u16string masked = text;
     std::replace(masked.begin(), masked.end(), u'-', u'*');
     std::replace(masked.begin(), masked.end(), u'+', u'*');
-    for (const DetectedDate& date : detector_.detect(masked, *now, *zone_)) {
+    const DetectedDates detected = detector_.read(masked, text, *now, *zone_, [&](const std::u16string& name) {
+        const Value* value = context.getVariable(name);
+        return value && value->has(Attribute::date);
+    });
+    const std::size_t before = result.size();
+    // "they march 5 miles": a word in small letters, and a number that has a unit.
+    const auto isOfUnit = [&](const DetectedDate& date) {
+        const std::u16string_view found = date.range.in(text);
+        if (!date.isDay || digitValue(found.back()) < 0 || !isLetter(found.front()) ||
+            lowercasedUnit(found.front()) != found.front())
+            return false;
+        std::size_t next = date.range.end();
+        while (next < text.size() && isWhitespace(text[next])) ++next;
+        return std::any_of(
+            result.begin(), result.begin() + static_cast<std::ptrdiff_t>(before), [&](const Extraction& e) {
+                return e.range.location == next && e.range.length > 0 && e.element->value.has(Attribute::unit);
+            });
+    };
+    for (const DetectedDate& date : detected.dates) {
         const std::u16string_view found = date.range.in(text);
         // A product or sum that looks like a date once it is masked.
-        if (found.find_first_of(u"*+") != found.npos) continue;
+        if (found.find(u'*') != found.npos || (!date.offset && found.find(u'+') != found.npos)) continue;
         // "in 5 hours" is a duration.
         if (std::any_of(hourPhrases_.begin(), hourPhrases_.end(),
                         [&](const std::u16string& phrase) { return found.find(phrase) != found.npos; }))
             continue;
+        if (isOfUnit(date)) continue;
         if (date.basis == DateBasis::today) context.addDependencyOn(context_keys::currentDay, std::nullopt, Value());
         if (date.basis == DateBasis::now) context.addDependencyOn(context_keys::currentTime);
-        const bool certain = found.find(u':') != found.npos || isWholeDate(found, detector_.writesYearFirst());
+        const bool certain = found.find(u':') != found.npos || date.certain;
         result.push_back(
             {date.range, certain ? priority::certainDate : priority::usual, 0,
              makeElement(date.isDay ? dayValue(date.instant)
                                     : timeValue(date.instant, context.get<TimeZone>(context_keys::currentTimeZone)),
                          AttributedText(found, RunType::number))});
+    }
+    // Without the dates that it stands between, a word is none of a date.
+    if (result.size() - before < detected.dates.size()) return;
+    for (const DateRelation& relation : detected.relations) {
+        result.push_back(
+            {relation.range, priority::certainDate, 0,
+             makeElement(valueOf(relation), AttributedText(relation.range.in(text), runTypeOf(relation)))});
     }
 }
 

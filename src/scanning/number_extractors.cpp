@@ -64,11 +64,20 @@ constexpr struct {
 constexpr struct {
     std::u16string_view key, type;
     std::int64_t numerator, denominator;
-} wordRows[] = {{u"half.variants", number_word::fraction, 1, 2},
-                {u"third.variants", number_word::fraction, 1, 3},
-                {u"quarter.variants", number_word::fraction, 1, 4},
-                {u"two.variants", number_word::numerator, 2, 1},
-                {u"three.variants", number_word::numerator, 3, 1}};
+} wordRows[] = {
+    {u"half.variants", number_word::fraction, 1, 2},       {u"third.variants", number_word::fraction, 1, 3},
+    {u"quarter.variants", number_word::fraction, 1, 4},    {u"two.variants", number_word::numerator, 2, 1},
+    {u"three.variants", number_word::numerator, 3, 1},     {u"and_a_half.variants", number_word::addend, 1, 2},
+    {u"one_and_a_half.variants", number_word::mixed, 3, 2}};
+
+// Durations that need no number.
+constexpr struct {
+    std::u16string_view key, unit;
+    std::int64_t numerator, denominator;
+} durationRows[] = {{u"quarter_hour.variants", u"minute", 15, 1},
+                    {u"half_hour.variants", u"minute", 30, 1},
+                    {u"three_quarter_hour.variants", u"minute", 45, 1},
+                    {u"hour_and_a_half.variants", u"hour", 3, 2}};
 
 }  // namespace
 
@@ -126,7 +135,12 @@ NumeralRepresentationExtractor::NumeralRepresentationExtractor(const Localizer& 
     for (const auto& row : wordRows) {
         const auto number = DecimalNumber::fromInt64(row.numerator).dividing(DecimalNumber::fromInt64(row.denominator));
         for (const std::u16string& phrase : localizer.variants(row.key, u"Numbers"))
-            phrases_.add(phrase, Value(number).with(row.type, Attribute::type), true);
+            if (phrase != row.key) phrases_.add(phrase, Value(number).with(row.type, Attribute::type), true);
+    }
+    for (const auto& row : durationRows) {
+        const auto number = DecimalNumber::fromInt64(row.numerator).dividing(DecimalNumber::fromInt64(row.denominator));
+        for (const std::u16string& phrase : localizer.variants(row.key, u"Dates"))
+            if (phrase != row.key) phrases_.add(phrase, Value(number).with(row.unit, Attribute::unit), true);
     }
 }
 

@@ -105,7 +105,8 @@ constexpr Row weights[] = {{u"short_ton", "907184.74"},
                            {u"half_quintal", "50000"}};
 constexpr Row times[] = {{u"fortnight", "1209600"},  {u"quarter", "7776000"},        {u"decade", "315360000"},
                          {u"century", "3153600000"}, {u"millennium", "31536000000"}, {u"workday", "28800"},
-                         {u"workweek", "144000"},    {u"man_hour", "3600"},          {u"man_day", "28800"}};
+                         {u"workweek", "144000"},    {u"man_hour", "3600"},          {u"man_day", "28800"},
+                         {u"decimal_hour", "3600"}};
 constexpr Row angles[] = {{u"arcminute", "0.00029088820866572159615394846141476878"},
                           {u"arcsecond", "0.0000048481368110953599358991410235794798"},
                           {u"gradian", "0.015707963267948966192313216916397514421"},

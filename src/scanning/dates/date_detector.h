@@ -7,6 +7,7 @@
 
 #include "platform/calendar_names.h"
 #include "platform/time_zones.h"
+#include "scanning/dates/date_grammar.h"
 #include "scanning/dates/date_vocabulary.h"
 
 namespace vemo {
@@ -18,9 +19,16 @@ struct DetectedDate {
     TextRange range;
     Date instant;
     DateBasis basis;
-    bool isDay;  // it says no time of day
+    bool isDay;            // it says no time of day
+    bool certain = false;  // nothing else is meant by its signs
+    bool offset = false;   // it holds the sign of an offset from Greenwich
 
     friend bool operator==(const DetectedDate&, const DetectedDate&) = default;
+};
+
+struct DetectedDates {
+    std::vector<DetectedDate> dates;      // in text order, not overlapping
+    std::vector<DateRelation> relations;  // the words between dates and durations
 };
 
 // Finds dates and clock times in free text, in any case: "March 4, 2027", "next friday at 5pm", "10:30 EST".
@@ -39,11 +47,13 @@ public:
 
     // A quick look that tells most texts without a date.
     bool mayDetect(std::u16string_view text) const;
-    // In text order, not overlapping; `zone` is the local one.
-    std::vector<DetectedDate> detect(std::u16string_view text, Date now, const TimeZoneRules& zone) const;
-
-    // "2027/3/4" is how the locale writes dates.
-    bool writesYearFirst() const { return order_ == DateOrder::yearMonthDay; }
+    // `zone` is the local one. `written` is the same text where signs of arithmetic are masked in `text`.
+    // Words beside names of dates are read as beside dates.
+    DetectedDates read(std::u16string_view text, std::u16string_view written, Date now, const TimeZoneRules& zone,
+                       DateNames isDateName) const;
+    std::vector<DetectedDate> detect(std::u16string_view text, Date now, const TimeZoneRules& zone) const {
+        return read(text, text, now, zone, [](const std::u16string&) { return false; }).dates;
+    }
 
 private:
     DateVocabulary vocabulary_;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "scanning/dates/date_grammar.h"
 
+#include "scanning/dates/date_relations.h"
 #include "scanning/dates/date_shapes.h"
 
 namespace vemo {
@@ -10,23 +11,25 @@ namespace {
 // Joins days and times.
 class DateGrammar : DateShapes {
 public:
-    DateGrammar(std::u16string_view text, const std::vector<DateLexeme>& lexemes, DateOrder order,
-                std::string_view language)
-        : DateShapes(text, lexemes), days_(text, lexemes, order), times_(text, lexemes, language) {}
+    explicit DateGrammar(const DateText& text) : DateShapes(text), days_(text), times_(text) {}
 
-    std::vector<DateReading> readings() const {
-        std::vector<DateReading> result;
+    std::vector<PlacedReading> readings() const {
+        std::vector<PlacedReading> result;
         std::size_t used = 0;
         for (std::size_t i = 0; i < lexemes_.size();) {
-            auto moment = momentAt(i);
+            const bool ends = i > 0 && isTimeToWord(i - 1, result);
+            auto moment = momentAt(i, ends);
             if (!moment) {
                 ++i;
                 continue;
             }
             const std::size_t start = withLeadingWords(i, used);
             moment->reading.range = rangeOf(start, moment->end);
-            result.push_back(std::move(moment->reading));
-            i = used = moment->end;
+            moment->reading.certain = moment->reading.certain || moment->certain;
+            result.push_back({std::move(moment->reading), start, moment->end});
+            i = used = result.back().end;
+            // The word between the ends of a span belongs to neither.
+            if (isAny(i, DateWord::rangeTo, DateWord::rangeAnd, DateWord::until) && begins(i + 1)) i = ++used;
         }
         return result;
     }
@@ -37,52 +40,170 @@ private:
         return {start, lexemes_[to - 1].range.end() - start};
     }
 
+    // True for the word between a time and the end of the span that it begins.
+    bool isTimeToWord(std::size_t i, const std::vector<PlacedReading>& before) const {
+        return isAny(i, DateWord::rangeTo, DateWord::rangeAnd) && !before.empty() && before.back().end == i &&
+               before.back().reading.time;
+    }
+
+    bool begins(std::size_t i) const {
+        const std::size_t next = skipping(i, DateWord::article, DateWord::on, DateWord::at, DateWord::atHour);
+        return momentAt(next, true).has_value() || is(next, DateWord::day);
+    }
+
     // "on Friday", "at 5pm", "on the 4th of March": the words belong to the date, as "on" would be an operator
     // otherwise.
     std::size_t withLeadingWords(std::size_t i, std::size_t used) const {
         const auto leads = [&](std::size_t behind) {
-            return behind > used && (is(behind - 1, DateWord::on) || is(behind - 1, DateWord::at)) &&
+            return behind > used && isAny(behind - 1, DateWord::on, DateWord::at, DateWord::atHour) &&
                    !followsNumber(behind - 1);
         };
         if (leads(i)) return i - 1;
         return i > used && is(i - 1, DateWord::article) && leads(i - 1) ? i - 2 : i;
     }
 
-    static Attempt<DateReading> moment(std::optional<DayReading> day, std::optional<TimeReading> time,
-                                       std::size_t end) {
-        return Parsed<DateReading>{{{}, std::move(day), time}, end};
+    static Attempt<DateReading> moment(std::optional<DayReading> day, std::optional<TimeReading> time, std::size_t end,
+                                       bool certain = false) {
+        DateReading reading;
+        reading.day = std::move(day);
+        reading.time = std::move(time);
+        reading.offset = reading.time && !reading.time->zone.empty() && certain;
+        return Parsed<DateReading>{std::move(reading), end, true, certain};
     }
 
-    Attempt<DateReading> momentAt(std::size_t i) const {
+    // `ends`: a span that begins with a time leads here.
+    Attempt<DateReading> momentAt(std::size_t i, bool ends) const {
         Attempt<DateReading> best;
-        if (const auto day = days_.dayAt(i)) {
-            if (day->alone) best = moment(day->reading, {}, day->end);
-            const std::size_t joined = skipping(behindComma(day->end), DateWord::at, DateWord::joint, DateWord::on);
-            const std::size_t next = isIsoT(day->end) ? day->end + 1 : joined;
-            if (const auto time = times_.timeAt(next)) keepLonger(best, moment(day->reading, time->reading, time->end));
-            if (is(next, DateWord::dayPart))
-                keepLonger(best, moment(day->reading, hourOf(next, DateWord::dayPart), next + 1));
-        }
+        if (const auto day = days_.dayAt(i)) best = dayMoment(i, *day);
         // this morning, last night
         if (is(i, DateWord::next) && value(i, DateWord::next) <= 0 && is(i + 1, DateWord::dayPart))
-            keepLonger(best, moment(ShiftedDay{DateUnit::day, value(i, DateWord::next)},
-                                    hourOf(i + 1, DateWord::dayPart), i + 2));
-        if (is(i, DateWord::tonight)) keepLonger(best, tonightAt(i));
-        if (const auto time = times_.timeAt(i)) {
-            keepLonger(best, moment({}, time->reading, time->end));
-            const std::size_t next = skipping(behindComma(time->end), DateWord::on, DateWord::article, DateWord::joint);
-            if (is(next, DateWord::tonight)) keepLonger(best, moment(ShiftedDay{}, time->reading, next + 1));
-            if (const auto day = days_.dayAt(next)) keepLonger(best, moment(day->reading, time->reading, day->end));
-        }
+            keepLonger(best, partMoment(ShiftedDay{DateUnit::day, value(i, DateWord::next)},
+                                        value(i + 1, DateWord::dayPart), i + 2));
+        if (is(i, DateWord::partOfToday))
+            keepLonger(best, partMoment(ShiftedDay{}, value(i, DateWord::partOfToday), i + 1));
+        if (is(i, DateWord::lastNight))
+            keepLonger(best, partMoment(ShiftedDay{DateUnit::day, -1}, value(i, DateWord::lastNight), i + 1));
+        // 夜の8時
+        if (is(i, DateWord::dayPart))
+            if (const auto time = times_.timeAt(skipping(i + 1, DateWord::joint), TimeShapes::Beside::nothing))
+                keepLonger(best, moment({}, TimeShapes::inPart(time->reading, value(i, DateWord::dayPart)), time->end));
+        if (const auto time = timeOf(i, ends)) keepLonger(best, timeMoment(*time));
+        if (count(i, 2) && isAny(i + 1, DateWord::day, DateWord::weekday, DateWord::partOfToday, DateWord::next))
+            keepLonger(best, hourOfPart(i));
         return best;
     }
-    TimeReading hourOf(std::size_t i, DateWord word) const { return {value(i, word), 0, 0, {}}; }
 
-    // tonight, tonight at 9pm
-    Attempt<DateReading> tonightAt(std::size_t i) const {
-        if (const auto time = times_.timeAt(skipping(i + 1, DateWord::at)))
-            return moment(ShiftedDay{}, time->reading, time->end);
-        return moment(ShiftedDay{}, hourOf(i, DateWord::tonight), i + 1);
+    // A day, with a time where one follows: tomorrow at 5pm, Friday evening at 7, 2027-03-04T10:30Z.
+    Attempt<DateReading> dayMoment(std::size_t i, const Parsed<DayReading>& day) const {
+        Attempt<DateReading> best;
+        if (day.alone) best = moment(day.reading, {}, day.end, day.certain);
+        const auto further = furtherFrom(day.end);
+        if (further && day.alone) {
+            best = moment(day.reading, {}, further->end, day.certain);
+            best->reading.further = std::get<ShiftedDay>(further->reading);
+        }
+        const auto joined = [&](std::size_t from) {
+            return skipping(behindComma(from), DateWord::at, DateWord::atHour, DateWord::joint, DateWord::on);
+        };
+        const bool isoT = isIsoT(day.end);
+        const std::size_t next = isoT ? day.end + 1 : joined(day.end);
+        const bool isoDay = number(i) && number(i)->digits == 4 && isDash(i + 1);
+        const auto beside = isoDay ? TimeShapes::Beside::isoDay : TimeShapes::Beside::day;
+        Attempt<TimeReading> time = times_.timeAt(next, beside);
+        const bool led = next > day.end && isAny(next - 1, DateWord::at, DateWord::atHour);
+        if (!time && led) time = hourBesideDay(next);
+        if (time) {
+            const auto with = moment(day.reading, time->reading, time->end, day.certain || time->certain);
+            keepLonger(best, with);
+            if (best->end == with->end) best->reading.offset = time->certain && !time->reading.zone.empty();
+        }
+        if (is(next, DateWord::dayPart))
+            keepLonger(best, partMoment(day.reading, value(next, DateWord::dayPart), next + 1));
+        return best;
+    }
+
+    // A part of a day, with an hour where one follows: tonight at 8, 今夜8時.
+    Attempt<DateReading> partMoment(const DayReading& day, int hour, std::size_t end) const {
+        const std::size_t next = skipping(behindComma(end), DateWord::at, DateWord::atHour, DateWord::joint);
+        Attempt<TimeReading> time = times_.timeAt(next, TimeShapes::Beside::day);
+        if (!time && next > end && isAny(next - 1, DateWord::at, DateWord::atHour)) time = hourBesideDay(next);
+        if (time) return moment(day, TimeShapes::inPart(time->reading, hour), time->end);
+        return moment(day, TimeReading{hour, 0}, end);
+    }
+
+    // 8 tomorrow morning, 8 tonight
+    Attempt<DateReading> hourOfPart(std::size_t i) const {
+        const auto part = momentAt(i + 1, false);
+        const bool toldByPart = part && part->reading.day && part->reading.time &&
+                                isAny(part->end - 1, DateWord::dayPart, DateWord::partOfToday);
+        const DateLexeme* hour = number(i);
+        if (!toldByPart || hour->value > 12 || (i > 0 && number(i - 1))) return std::nullopt;
+        auto with = part;
+        with->reading.time = TimeShapes::inPart({hour->value, 0}, part->reading.time->hour);
+        return with;
+    }
+
+    // The 8 of "tomorrow at 8"; nothing where a unit follows.
+    Attempt<TimeReading> hourBesideDay(std::size_t i) const {
+        if (auto hour = times_.bareHour(i)) return hour;
+        const DateLexeme* hour = count(i, 2);
+        const DateLexeme* next = at(i + 1);
+        const bool words = next && next->kind == DateLexeme::Kind::word && next->spaced && !isPartOfDuration(i + 1) &&
+                           next->range.length > 3;
+        if (!hour || hour->value > 23 || !words) return std::nullopt;
+        return Parsed<TimeReading>{TimeReading{hour->value, 0}, i + 1};
+    }
+
+    // の2週間前, after a day
+    Attempt<DayReading> furtherFrom(std::size_t i) const {
+        if (!is(i, DateWord::joint)) return std::nullopt;
+        auto shift = days_.dayAt(i + 1);
+        if (!shift || !std::holds_alternative<ShiftedDay>(shift->reading) || !number(i + 1)) return std::nullopt;
+        return shift;
+    }
+
+    // A time of day; after "at", or at either end of a span, less is enough for one.
+    Attempt<TimeReading> timeOf(std::size_t i, bool ends) const {
+        const bool led = ends || (i > 0 && isAny(i - 1, DateWord::at, DateWord::atHour, DateWord::before,
+                                                 DateWord::after, DateWord::until, DateWord::since));
+        const bool spans =
+            isAny(endOfHour(i), DateWord::rangeTo) || (isFrom(i) && isAny(endOfHour(i), DateWord::rangeAnd));
+        const auto beside = led || spans ? TimeShapes::Beside::preposition : TimeShapes::Beside::nothing;
+        Attempt<TimeReading> time = times_.timeAt(i, beside);
+        const bool lettered = time && is(i + 1, DateWord::hourLetter) && time->end == i + 2;
+        if (lettered && spans && !led && !endsSpan(time->end + 1)) return std::nullopt;
+        if (time) return time;
+        if (i > 0 && is(i - 1, DateWord::atHour) && !followsNumber(i - 1)) return times_.bareHour(i);
+        if (ends) return times_.bareHour(i);
+        if (spans && count(i, 2) && (isFrom(i) || saysHalf(i + 2)) && endsSpan(i + 2)) return times_.bareHour(i);
+        return std::nullopt;
+    }
+    std::size_t endOfHour(std::size_t i) const { return is(i + 1, DateWord::hourLetter) ? i + 2 : i + 1; }
+    bool isFrom(std::size_t i) const { return i > 0 && is(i - 1, DateWord::rangeFrom); }
+    // A time is there, or another hour with its letter.
+    bool endsSpan(std::size_t i) const {
+        const std::size_t next = skipping(i, DateWord::article, DateWord::at, DateWord::atHour);
+        return times_.timeAt(next, TimeShapes::Beside::nothing) || times_.letteredHour(next);
+    }
+    bool saysHalf(std::size_t i) const {
+        const auto time = times_.timeAt(i, TimeShapes::Beside::nothing);
+        return time && time->reading.inHalf;
+    }
+
+    // 5pm tomorrow, 10:30 on Friday, 8 tonight
+    Attempt<DateReading> timeMoment(const Parsed<TimeReading>& time) const {
+        Attempt<DateReading> best = moment({}, time.reading, time.end, time.certain);
+        best->reading.offset = time.certain && !time.reading.zone.empty();
+        const std::size_t next = skipping(behindComma(time.end), DateWord::on, DateWord::article, DateWord::joint);
+        if (is(next, DateWord::partOfToday))
+            keepLonger(best, moment(ShiftedDay{}, TimeShapes::inPart(time.reading, value(next, DateWord::partOfToday)),
+                                    next + 1));
+        if (const auto day = days_.dayAt(next); day && !is(next, DateWord::ahead)) {
+            auto with = moment(day->reading, time.reading, day->end, time.certain || day->certain);
+            with->reading.offset = best->reading.offset;
+            keepLonger(best, with);
+        }
+        return best;
     }
 
     DayShapes days_;
@@ -91,11 +212,17 @@ private:
 
 }  // namespace
 
-std::vector<DateReading> readDates(std::u16string_view text, const DateVocabulary& vocabulary, DateOrder order) {
+DateReadings readDates(std::u16string_view text, std::u16string_view written, const DateVocabulary& vocabulary,
+                       DateOrder order, DateNames isDateName) {
     std::u16string lower(text);
     for (char16_t& c : lower) c = lowercasedUnit(c);
     const std::vector<DateLexeme> lexemes = dateLexemes(lower, vocabulary);
-    return DateGrammar(text, lexemes, order, vocabulary.language()).readings();
+    const DateText dates{text, written, lexemes, order, vocabulary.language(), isDateName};
+    std::vector<PlacedReading> placed = DateGrammar(dates).readings();
+    DateReadings result;
+    result.relations = relationsOf(dates, placed);
+    for (PlacedReading& reading : placed) result.dates.push_back(std::move(reading.reading));
+    return result;
 }
 
 }  // namespace vemo

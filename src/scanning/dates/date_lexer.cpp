@@ -74,6 +74,16 @@ DateLexeme word(std::u16string_view text, std::size_t start, const DateVocabular
     return lexeme;
 }
 
+// "3 jours après demain" is counted from tomorrow: only the first word is taken.
+void takeAfter(std::u16string_view text, DateLexeme& lexeme, const DateVocabulary& vocabulary) {
+    const std::size_t blank = lexeme.range.in(text).find(u' ');
+    if (blank == std::u16string_view::npos) return;
+    const auto first = vocabulary.longestAt(text.substr(0, lexeme.range.location + blank), lexeme.range.location);
+    if (!first || !first->entry->has(DateWord::after)) return;
+    lexeme.entry = first->entry;
+    lexeme.range.length = first->length;
+}
+
 }  // namespace
 
 std::vector<DateLexeme> dateLexemes(std::u16string_view lower, const DateVocabulary& vocabulary) {
@@ -90,6 +100,8 @@ std::vector<DateLexeme> dateLexemes(std::u16string_view lower, const DateVocabul
                             : isLetter(c) || c == u'_' || c == u'@' ? word(lower, i, vocabulary)
                                                                     : DateLexeme{DateLexeme::Kind::sign, {i, 1}};
         if (lexeme.kind == DateLexeme::Kind::sign) lexeme.sign = c;
+        if (lexeme.isWord(DateWord::day) && !lexemes.empty() && lexemes.back().isWord(DateWord::unit))
+            takeAfter(lower, lexeme, vocabulary);
         lexeme.spaced = spaced;
         spaced = false;
         i = lexeme.range.end();

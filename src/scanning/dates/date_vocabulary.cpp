@@ -6,105 +6,12 @@
 
 #include "platform/calendar_names.h"
 #include "platform/locale_info.h"
+#include "scanning/dates/date_word_rows.h"
 #include "scanning/words/localizer.h"
 
 namespace vemo {
 
 namespace {
-
-constexpr int shifted(DateUnit unit, bool next) {
-    return static_cast<int>(unit) + (next ? nextUnit : 0);
-}
-
-constexpr struct {
-    std::u16string_view key;
-    DateWord word;
-    int value = 0;
-} tableRows[] = {
-    {u"today.variants", DateWord::day, 0},
-    {u"tomorrow.variants", DateWord::day, 1},
-    {u"yesterday.variants", DateWord::day, -1},
-    {u"after_tomorrow.variants", DateWord::day, 2},
-    {u"before_yesterday.variants", DateWord::day, -2},
-    {u"tonight.variants", DateWord::tonight, 20},
-    {u"next.variants", DateWord::next, 1},
-    {u"last.variants", DateWord::next, -1},
-    {u"this.variants", DateWord::next, 0},
-    {u"next_behind.variants", DateWord::nextBehind, 1},
-    {u"last_behind.variants", DateWord::nextBehind, -1},
-    {u"next_week.variants", DateWord::shiftedUnit, shifted(DateUnit::week, true)},
-    {u"last_week.variants", DateWord::shiftedUnit, shifted(DateUnit::week, false)},
-    {u"next_month.variants", DateWord::shiftedUnit, shifted(DateUnit::month, true)},
-    {u"last_month.variants", DateWord::shiftedUnit, shifted(DateUnit::month, false)},
-    {u"next_year.variants", DateWord::shiftedUnit, shifted(DateUnit::year, true)},
-    {u"last_year.variants", DateWord::shiftedUnit, shifted(DateUnit::year, false)},
-    {u"in_time.variants", DateWord::ahead},
-    {u"from_now.variants", DateWord::aheadBehind},
-    {u"ago_before.variants", DateWord::ago},
-    {u"ago.variants", DateWord::agoBehind},
-    {u"one.variants", DateWord::count, 1},
-    {u"two.variants", DateWord::count, 2},
-    {u"three.variants", DateWord::count, 3},
-    {u"four.variants", DateWord::count, 4},
-    {u"five.variants", DateWord::count, 5},
-    {u"six.variants", DateWord::count, 6},
-    {u"seven.variants", DateWord::count, 7},
-    {u"eight.variants", DateWord::count, 8},
-    {u"nine.variants", DateWord::count, 9},
-    {u"ten.variants", DateWord::count, 10},
-    {u"at.variants", DateWord::at},
-    {u"on.variants", DateWord::on},
-    {u"of.variants", DateWord::of},
-    {u"article.variants", DateWord::article},
-    {u"ordinal.variants", DateWord::ordinal},
-    {u"joint.variants", DateWord::joint},
-    {u"hour_letter.variants", DateWord::hourLetter},
-    {u"oclock.variants", DateWord::oclock},
-    {u"half.variants", DateWord::halfPast},
-    {u"minute_mark.variants", DateWord::minuteMark},
-    {u"second_mark.variants", DateWord::secondMark},
-    {u"year_mark.variants", DateWord::yearMark},
-    {u"month_mark.variants", DateWord::monthMark},
-    {u"day_mark.variants", DateWord::dayMark},
-    {u"am.variants", DateWord::half, 0},
-    {u"pm.variants", DateWord::half, 1},
-    {u"noon.variants", DateWord::timeOfDay, 12},
-    {u"midnight.variants", DateWord::timeOfDay, 0},
-    {u"morning.variants", DateWord::dayPart, 9},
-    {u"afternoon.variants", DateWord::dayPart, 15},
-    {u"evening.variants", DateWord::dayPart, 20},
-    {u"night.variants", DateWord::dayPart, 20},
-    {u"september.variants", DateWord::month, 9},
-    {u"tuesday.variants", DateWord::weekday, 2},
-    {u"thursday.variants", DateWord::weekday, 4},
-    {u"saturday.variants", DateWord::weekday, 6},
-};
-
-constexpr std::u16string_view unitKeys[] = {u"second.variants", u"minute.variants", u"hour.variants", u"day.variants",
-                                            u"week.variants",   u"month.variants",  u"year.variants"};
-
-// Words that no date of more than numbers lacks.
-constexpr bool isTelling(DateWord word) {
-    switch (word) {
-        case DateWord::count:
-        case DateWord::at:
-        case DateWord::on:
-        case DateWord::of:
-        case DateWord::article:
-        case DateWord::ordinal:
-        case DateWord::joint:
-        case DateWord::ahead:
-        case DateWord::next:
-        case DateWord::nextBehind:
-        case DateWord::minuteMark:
-        case DateWord::secondMark:
-        case DateWord::dayMark:
-        case DateWord::halfPast:
-            return false;
-        default:
-            return true;
-    }
-}
 
 // In lower case, every stretch of white space one blank. A hyphen is "*", as it may come masked.
 std::u16string normalized(std::u16string_view phrase) {
@@ -116,6 +23,26 @@ std::u16string normalized(std::u16string_view phrase) {
             result += u' ';
     }
     return result;
+}
+
+// The phrase as it is typed without the letters' marks: "aout", "marz"; short ones keep them, as "a" is not "à".
+std::u16string withoutMarks(std::u16string_view phrase, bool spelledOut) {
+    constexpr std::size_t shortest = 4;
+    std::u16string result;
+    if (phrase.size() < shortest) return result;
+    bool changed = false;
+    for (const char16_t c : phrase) {
+        constexpr std::u16string_view marked =
+            u"\u00e0\u00e1\u00e2\u00e4\u00e7\u00e8\u00e9\u00ea\u00eb\u00ed\u00ee\u00ef\u00f1\u00f3\u00f4\u00f6\u00f9"
+            u"\u00fa\u00fb\u00fc";
+        constexpr std::u16string_view plain = u"aaaaceeeeiiinooouuuu";
+        const std::size_t at = marked.find(c);
+        changed = changed || at != marked.npos;
+        result += at == marked.npos ? c : plain[at];
+        if (spelledOut && std::u16string_view(u"\u00e4\u00f6\u00fc").find(c) != std::u16string_view::npos)
+            result += u'e';
+    }
+    return changed ? result : std::u16string();
 }
 
 // The length of the text at `start` that spells the phrase; nothing when another text stands there.
@@ -177,16 +104,25 @@ void DateVocabulary::addTables(const Localizer& localizer) {
         for (const std::u16string& phrase : localizer.variants(key, table))
             if (phrase != key) add(phrase, word, value);  // the key itself: no language has it
     };
-    for (const auto& row : tableRows) addAll(row.key, u"Dates", row.word, row.value);
+    for (const DateWordRow& row : dateWordRows) addAll(row.key, row.table, row.word, row.value);
     for (int unit = 0; unit < static_cast<int>(std::size(unitKeys)); ++unit)
         addAll(unitKeys[unit], u"Time", DateWord::unit, unit);
 }
 
 void DateVocabulary::add(std::u16string_view phrase, DateWord word, int value, bool abbreviated) {
-    std::u16string key = normalized(phrase);
+    const std::u16string key = normalized(phrase);
     if (key.empty() || digitValue(key.front()) >= 0) return;
-    const char16_t second = key.size() > 1 ? key[1] : u' ';
-    if (key.front() < 128) {
+    addKey(key, word, value, abbreviated);
+    for (const bool spelledOut : {false, true})
+        if (std::u16string plain = withoutMarks(key, spelledOut); !plain.empty())
+            addKey(std::move(plain), word, value, abbreviated);
+}
+
+void DateVocabulary::addKey(std::u16string key, DateWord word, int value, bool abbreviated) {
+    // Today and its neighbours are words of functions too: alone they are no dates.
+    const bool telling = isTelling(word) && (word != DateWord::day || std::abs(value) > 1);
+    if (const char16_t second = key.size() > 1 ? key[1] : u' ';
+        (telling || isTellingBeforeDigits(word)) && key.front() < 128) {
         if (second < 128)
             asciiStarts_[key.front()][second] = true;
         else
@@ -197,8 +133,8 @@ void DateVocabulary::add(std::u16string_view phrase, DateWord word, int value, b
     if (entry == entries.end()) entry = entries.insert(entries.end(), {std::move(key), {}});
     if (entry->has(word)) return;  // the user's language comes first
     entry->meanings.push_back({word, value, abbreviated});
-    // Today and its neighbours are words of functions too: alone they are no dates.
-    if (isTelling(word) && (word != DateWord::day || std::abs(value) > 1)) entry->telling = true;
+    entry->telling = entry->telling || telling;
+    entry->tellingBeforeDigits = entry->tellingBeforeDigits || isTellingBeforeDigits(word);
 }
 
 std::optional<DateVocabulary::Found> DateVocabulary::longestAt(std::u16string_view text, std::size_t start) const {

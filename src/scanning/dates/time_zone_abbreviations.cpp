@@ -51,6 +51,8 @@ constexpr TimeZoneAbbreviation rows[] = {
     {u"JST", u"Asia/Tokyo"},
     {u"KST", u"Asia/Seoul"},
     {u"MDT", u"America/Denver"},
+    {u"MESZ", u"Europe/Berlin"},
+    {u"MEZ", u"Europe/Berlin"},
     {u"MMT", u"Asia/Yangon"},
     {u"MSK", u"Europe/Moscow"},
     {u"MST", u"America/Denver"},
@@ -87,6 +89,12 @@ constexpr std::u16string_view wellKnown[] = {u"ACDT", u"ACST", u"AEDT", u"AEST",
                                              u"BST",  u"CDT",  u"CEST", u"CET",  u"CST",  u"EDT",  u"EEST",
                                              u"EET",  u"EST",  u"GMT",  u"HKT",  u"HST",  u"JST",  u"KST",
                                              u"MDT",  u"MSK",  u"NZDT", u"NZST", u"PDT",  u"PST",  u"UTC"};
+// Of two letters, which elsewhere mean other things.
+constexpr TimeZoneAbbreviation afterTimes[] = {{u"CT", u"America/Chicago"},
+                                               {u"ET", u"America/New_York"},
+                                               {u"MT", u"America/Denver"},
+                                               {u"PT", u"America/Los_Angeles"},
+                                               {u"Z", u"UTC"}};
 constexpr std::u16string_view frenchWords[] = {u"CET", u"EST"};
 
 bool contains(auto& list, std::u16string_view text) {
@@ -114,6 +122,12 @@ std::u16string_view zoneForAbbreviation(std::u16string_view text, std::string_vi
     if (lowercased(text) != text || !contains(wellKnown, capitals)) return {};
     if (language.starts_with("fr") && contains(frenchWords, capitals)) return {};
     return zoneForAbbreviation(std::u16string_view(capitals));
+}
+
+std::u16string_view zoneAfterTime(std::u16string_view abbreviation) {
+    for (const TimeZoneAbbreviation& row : afterTimes)
+        if (row.abbreviation == abbreviation) return row.zone;
+    return {};
 }
 
 }  // namespace vemo

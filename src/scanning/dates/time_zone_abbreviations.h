@@ -19,4 +19,7 @@ std::u16string_view zoneForAbbreviation(std::u16string_view abbreviation);
 // The same, with the best known ones in lower case too, unless they are words of the language.
 std::u16string_view zoneForAbbreviation(std::u16string_view text, std::string_view language);
 
+// Zones that are meant only directly after a time: "4 pm ET".
+std::u16string_view zoneAfterTime(std::u16string_view abbreviation);
+
 }  // namespace vemo

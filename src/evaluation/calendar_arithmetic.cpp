@@ -1,0 +1,188 @@
+// SPDX-License-Identifier: MIT
+#include "evaluation/calendar_arithmetic.h"
+
+#include <chrono>
+#include <cmath>
+
+#include "functions/date_values.h"
+#include "platform/time_zones.h"
+#include "records/context_map.h"
+#include "units/time_units.h"
+#include "units/unit_converter.h"
+
+namespace vemo {
+
+namespace {
+
+using std::chrono::days;
+using std::chrono::sys_days;
+using std::chrono::weekday;
+using std::chrono::year_month_day;
+
+constexpr double secondsPerDay = 86400;
+constexpr std::int64_t most = 1'000'000;  // months or days that are counted one by one
+
+constexpr struct {
+    std::u16string_view unit;
+    int months;
+} unitsOfMonths[] = {{u"month", 1}, {u"quarter", 3}, {u"year", 12}, {u"decade", 120}, {u"century", 1200}};
+
+year_month_day dayOf(const CivilTime& civil) {
+    return std::chrono::year(civil.year) / std::chrono::month(civil.month) / std::chrono::day(civil.day);
+}
+
+bool isWorkday(sys_days day) {
+    return weekday(day) != std::chrono::Saturday && weekday(day) != std::chrono::Sunday;
+}
+
+year_month_day monthsLater(year_month_day date, std::int64_t count) {
+    const year_month_day later = date + std::chrono::months(count);
+    return later.ok() ? later : year_month_day(later.year() / later.month() / std::chrono::last);
+}
+
+sys_days workdaysLater(sys_days day, std::int64_t count) {
+    const int step = count < 0 ? -1 : 1;
+    for (std::int64_t left = std::abs(count); left > 0;) {
+        day += days(step);
+        if (isWorkday(day)) --left;
+    }
+    return day;
+}
+
+// The whole number of a duration, where it counts whole ones.
+std::optional<std::int64_t> wholeCount(const Value& duration) {
+    const auto count = duration.decimal();
+    if (!count || count->notANumber()) return std::nullopt;
+    const std::int64_t whole = count->toInt64();
+    if (std::abs(whole) > most || !(DecimalNumber::fromInt64(whole) == *count)) return std::nullopt;
+    return whole;
+}
+
+// The same time of day on another day.
+std::optional<Value> onDay(const Value& date, year_month_day day, const TimeZoneRules& zone) {
+    CivilTime civil = zone.civil(*date.date());
+    civil.year = static_cast<int>(day.year());
+    civil.month = static_cast<unsigned>(day.month());
+    civil.day = static_cast<unsigned>(day.day());
+    const auto instant = zone.instant(civil);
+    return instant && isInCalendar(*instant) ? std::optional(date.with(*instant)) : std::nullopt;
+}
+
+// Whole months between two days, and the days that are left over; from the earlier to the later one.
+struct MonthsAndDays {
+    std::int64_t months;
+    std::int64_t days;
+};
+MonthsAndDays monthsBetween(year_month_day from, year_month_day to) {
+    std::int64_t months = (to.year() / to.month() - from.year() / from.month()).count();
+    if (sys_days(monthsLater(from, months)) > sys_days(to)) --months;
+    return {months, (sys_days(to) - sys_days(monthsLater(from, months))).count()};
+}
+
+Value quantity(double count, std::u16string_view unit) {
+    return Value(DecimalNumber::fromDouble(count)).with(unit, Attribute::unit);
+}
+
+int monthsOf(std::u16string_view unit) {
+    for (const auto& row : unitsOfMonths)
+        if (row.unit == unit) return row.months;
+    return 0;
+}
+
+}  // namespace
+
+std::optional<Value> presentTime(Context& context) {
+    context.addDependencyOn(context_keys::currentTime, std::nullopt, Value());
+    const Date* now = context.get<Date>(context_keys::currentTime);
+    if (!now) return std::nullopt;
+    return timeValue(*now, context.get<TimeZone>(context_keys::currentTimeZone));
+}
+
+std::optional<Value> presentDay(Context& context) {
+    context.addDependencyOn(context_keys::currentDay, std::nullopt, Value());
+    const Date* now = context.get<Date>(context_keys::currentTime);
+    return now ? std::optional(dayValue(*now)) : std::nullopt;
+}
+
+std::optional<Value> shiftedByCalendar(const Value& date, const Value& duration, int sign,
+                                       const UnitConverter& converter, Context& context) {
+    const auto zone = localZone(context);
+    const auto unit = duration.string(Attribute::unit);
+    if (!zone || !unit || !date.date() || !isInCalendar(*date.date())) return std::nullopt;
+    const sys_days day(dayOf(zone->civil(*date.date())));
+    if (const auto count = wholeCount(duration)) {
+        if (const int months = monthsOf(*unit)) return onDay(date, monthsLater(day, sign * *count * months), *zone);
+        if (*unit == u"workday") return onDay(date, workdaysLater(day, sign * *count), *zone);
+        if (*unit == u"day") return onDay(date, day + days(sign * *count), *zone);
+        if (*unit == u"week") return onDay(date, day + std::chrono::weeks(sign * *count), *zone);
+    }
+    const auto converted = converter.convert(duration, timeUnits.front().id, context);
+    const auto seconds = converted ? converted->decimal() : std::nullopt;
+    if (!seconds || seconds->notANumber()) return std::nullopt;
+    const double shift = sign * seconds->integer().toDouble();
+    if (!isInCalendar(*date.date() + std::chrono::duration<double>(shift))) return std::nullopt;
+    const Date to = secondsLater(date, shift, zone.get());
+    if (isDay(date) && std::fmod(shift, secondsPerDay) == 0)
+        return dayValue(daysLater(*date.date(), shift / secondsPerDay, zone.get()));
+    if (isDay(date)) return timeValue(to, context.get<TimeZone>(context_keys::currentTimeZone));
+    return date.with(to);
+}
+
+std::optional<Value> calendarDifference(const Value& from, const Value& to, std::optional<std::u16string_view> unit,
+                                        const UnitConverter& converter, Context& context) {
+    const auto zone = localZone(context);
+    const auto start = from.date(), end = to.date();
+    if (!zone || !start || !end || !isInCalendar(*start) || !isInCalendar(*end)) return std::nullopt;
+    const bool wholeDays = isDay(from) && isDay(to);
+    const double seconds = wholeDays ? daysBetween(*start, *end, *zone) * secondsPerDay
+                                     : std::chrono::duration<double>(*end - *start).count();
+    const year_month_day first = dayOf(zone->civil(*start)), last = dayOf(zone->civil(*end));
+    const bool backwards = sys_days(last) < sys_days(first);
+    const MonthsAndDays calendar = backwards ? monthsBetween(last, first) : monthsBetween(first, last);
+    constexpr int monthsPerYear = 12, daysPerMonth = 30, daysPerYear = 365;
+    if (!unit) {
+        constexpr std::size_t weekUnit = 4;
+        std::size_t largest = weekUnit;
+        while (largest > 0 && std::abs(seconds) < static_cast<double>(timeUnits[largest].seconds)) --largest;
+        unit = wholeDays && calendar.months >= monthsPerYear ? std::u16string_view(u"year") : timeUnits[largest].id;
+    }
+    if (*unit == u"workday") {
+        std::int64_t count = 0;
+        const sys_days early = backwards ? sys_days(last) : sys_days(first),
+                       late = backwards ? sys_days(first) : sys_days(last);
+        const std::int64_t span = (late - early).count();
+        constexpr int workdaysPerWeek = 5, daysPerWeek = 7;
+        count = span / daysPerWeek * workdaysPerWeek;
+        for (sys_days day = late - days(span % daysPerWeek); day < late;)
+            if (isWorkday(day += days(1))) ++count;
+        return quantity(static_cast<double>(backwards ? -count : count), *unit);
+    }
+    if (const int months = monthsOf(*unit); months != 0 && months <= monthsPerYear) {
+        const int unitDays = months == monthsPerYear ? daysPerYear : months * daysPerMonth;
+        const double rest = static_cast<double>(calendar.months % months * daysPerMonth + calendar.days) / unitDays;
+        const double count = static_cast<double>(calendar.months / months) + rest;
+        return quantity(backwards ? -count : count, *unit);
+    }
+    return converter.convert(quantity(seconds, timeUnits.front().id), *unit, context);
+}
+
+std::optional<Value> fullYears(const Value& from, const Value& to, Context& context) {
+    const auto zone = localZone(context);
+    if (!zone || !from.date() || !to.date()) return std::nullopt;
+    const year_month_day first = dayOf(zone->civil(*from.date())), last = dayOf(zone->civil(*to.date()));
+    constexpr int monthsPerYear = 12;
+    if (sys_days(last) < sys_days(first)) return std::nullopt;
+    return quantity(static_cast<double>(monthsBetween(first, last).months / monthsPerYear), u"year");
+}
+
+std::optional<Value> weekNumber(const Value& date, Context& context) {
+    const auto zone = localZone(context);
+    if (!zone || !date.date()) return std::nullopt;
+    const sys_days day(dayOf(zone->civil(*date.date())));
+    const sys_days thursday = day - (weekday(day) - std::chrono::Monday) + days(3);
+    const sys_days newYear = year_month_day(thursday).year() / std::chrono::January / 1;
+    constexpr int daysPerWeek = 7;
+    return Value(DecimalNumber::fromInt64((thursday - newYear).count() / daysPerWeek + 1));
+}
+
+}  // namespace vemo
