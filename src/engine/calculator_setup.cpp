@@ -56,14 +56,15 @@ void Calculator::initialize() {
          [&] {
              registerExtractors(
                  extractors_, {decimalParser_, scientificParser_, localizer_, stringRangeDetector_, operatorCollection_,
-                               scaleManager_.phraseDetector(), unitManager_, functionManager_.phraseDetector(),
-                               environment_.language, environment_.locale, localZone_});
+                               scaleManager_.phraseDetector(), unitManager_, functionManager_, environment_.language,
+                               environment_.locale, localZone_});
          }},
         {"initializeEvaluators",
          [&] {
-             registerEvaluators(evaluators_,
-                                {stringRangeDetector_, online_ && online_->geoNames() ? nullptr : &placeNames_,
-                                 operationCalculator_, functionManager_, scaleManager_, unitManager_, unitConverter_});
+             registerEvaluators(
+                 evaluators_,
+                 {localizer_, stringRangeDetector_, online_ && online_->geoNames() ? nullptr : &placeNames_,
+                  operationCalculator_, functionManager_, scaleManager_, unitManager_, unitConverter_});
          }},
         {"initializeFormatters",
          [&] {

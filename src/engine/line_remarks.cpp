@@ -197,6 +197,7 @@ LineRemarks spokenRemarks(const Context& context, const ElementList& written, bo
         reason.code = ReasonCode::missingOperand;
     else if (hasWords(written))
         return spoken;  // prose
+    if (reason.code == ReasonCode::droppedUnits) reason.first = words.unitName(reason.first);
     if (reason.code == ReasonCode::differentDimensions) {
         reason.first = words.unitName(reason.first);
         reason.second = words.unitName(reason.second);

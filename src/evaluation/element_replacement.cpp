@@ -7,6 +7,10 @@
 
 namespace vemo {
 
+ElementPointer unwrittenOperator(std::u16string_view id, std::u16string_view between) {
+    return makeElement(Value(Attribute::operation, id), between.empty() ? AttributedText() : AttributedText(between));
+}
+
 ElementList reducedTo(const Value& value, const ElementList& elements) {
     return ElementList({makeElement(value, elements.attributedText())});
 }

@@ -6,6 +6,9 @@
 
 namespace vemo {
 
+// An operator that nobody wrote, in place of what stands between two elements, which may be nothing.
+ElementPointer unwrittenOperator(std::u16string_view id, std::u16string_view between);
+
 // A list of one element that stands for the whole list and carries the value.
 ElementList reducedTo(const Value& value, const ElementList& elements);
 

@@ -27,6 +27,20 @@ inline bool isWrittenTime(const Element& element) {
     return element.value.is(Attribute::precision, u"time") && runTypeOf(element) == RunType::number;
 }
 
+inline bool hasLetter(std::u16string_view text) {
+    return std::any_of(text.begin(), text.end(), [](char16_t c) { return isLetter(c); });
+}
+
+// Words that mean nothing to the calculation; labels, comments and headers are none.
+inline bool isPlainWords(const Element& element) {
+    return element.value.isEmpty() && runTypeOf(element) == RunType::none && hasLetter(element.text());
+}
+
+inline bool hasPlainWords(const ElementList& elements) {
+    const auto& all = elements.pointers();
+    return std::any_of(all.begin(), all.end(), [](const ElementPointer& e) { return isPlainWords(*e); });
+}
+
 // The next element in a direction that is no blank; their number without one.
 inline std::size_t neighbourOf(const ElementList& elements, std::size_t index, int step) {
     const auto offset = static_cast<std::size_t>(step);

@@ -1,13 +1,20 @@
 // SPDX-License-Identifier: MIT
 #include "evaluation/evaluator_catalogue.h"
 
+#include "evaluation/arguments_evaluator.h"
+#include "evaluation/compound_measure_evaluator.h"
+#include "evaluation/each_price_evaluator.h"
 #include "evaluation/duration_evaluator.h"
 #include "evaluation/fraction_evaluator.h"
 #include "evaluation/function_expression_evaluator.h"
 #include "evaluation/geo_names_parser.h"
+#include "evaluation/implicit_product_evaluator.h"
+#include "evaluation/line_marks_evaluator.h"
 #include "evaluation/number_word_evaluator.h"
+#include "evaluation/power_evaluator.h"
 #include "evaluation/price_evaluators.h"
 #include "evaluation/quantity_evaluators.h"
+#include "evaluation/question_evaluator.h"
 #include "evaluation/quick_type_expression_evaluator.h"
 #include "evaluation/rate_evaluator.h"
 #include "evaluation/structure_evaluators.h"
@@ -19,9 +26,16 @@ void registerEvaluators(EvaluatorList& evaluators, const EvaluatorParts& parts) 
     evaluators.add(std::make_shared<QuickTypeExpressionEvaluator>());
     evaluators.add(std::make_shared<EmptyDependenciesEvaluator>(parts.stringRangeDetector));
     // What is decided on the whole line, before it is taken apart.
-    evaluators.add(std::make_shared<NumberWordEvaluator>());
+    evaluators.add(std::make_shared<LineMarksEvaluator>(parts.functions, parts.unitConverter));
+    evaluators.add(std::make_shared<PowerEvaluator>(parts.unitConverter));
+    evaluators.add(std::make_shared<NumberWordEvaluator>(parts.localizer, parts.scales));
     evaluators.add(std::make_shared<DurationEvaluator>());
     evaluators.add(std::make_shared<FractionEvaluator>(parts.unitConverter));
+    evaluators.add(std::make_shared<CompoundMeasureEvaluator>());
+    evaluators.add(std::make_shared<QuestionEvaluator>(parts.localizer));
+    evaluators.add(std::make_shared<EachPriceEvaluator>(parts.localizer, parts.unitConverter));
+    evaluators.add(std::make_shared<ImplicitProductEvaluator>(parts.functions));
+    evaluators.add(std::make_shared<ArgumentsEvaluator>(parts.functions));
     evaluators.add(std::make_shared<ParenthesesEvaluator>());
     evaluators.add(std::make_shared<GeoNamesParser>(parts.places));
     evaluators.add(std::make_shared<TimePlacingEvaluator>());
@@ -32,7 +46,7 @@ void registerEvaluators(EvaluatorList& evaluators, const EvaluatorParts& parts) 
                                                                     const Function* function = functions.function(id);
                                                                     return function && function->mostValues() == 0;
                                                                 }));
-    evaluators.add(std::make_shared<OperationEvaluator>(parts.operationCalculator,
+    evaluators.add(std::make_shared<OperationEvaluator>(parts.operationCalculator, parts.unitConverter,
                                                         [&functions = parts.functions](std::u16string_view id) {
                                                             const Function* function = functions.function(id);
                                                             return function && function->takesSigns();

@@ -9,6 +9,7 @@
 namespace vemo {
 
 class FunctionManager;
+class Localizer;
 class OperationCalculator;
 class Places;
 class ScaleManager;
@@ -20,6 +21,7 @@ using EvaluatorList = SortedList<std::shared_ptr<const Evaluator>>;
 
 // What evaluators use; all of it must outlive them.
 struct EvaluatorParts {
+    const Localizer& localizer;
     StringRangeDetector& stringRangeDetector;
     const Places* places;  // null to ask a server
     const OperationCalculator& operationCalculator;

@@ -16,6 +16,9 @@ public:
     std::optional<ElementList> evaluate(const ElementList&, Context&, const EvaluationContext&) const override;
 
 private:
+    std::optional<Value> valueOf(const ElementList& elements, std::size_t place, const std::vector<Value>& values,
+                                 Context& context) const;
+
     const FunctionManager& functionManager_;
     FinderMatcher functionExpressionMatcher_;
 };

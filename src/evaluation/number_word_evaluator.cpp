@@ -4,13 +4,34 @@
 #include "evaluation/element_replacement.h"
 #include "evaluation/element_tests.h"
 #include "records/number_words.h"
+#include "scanning/words/localizer.h"
 
 namespace vemo {
 
 namespace {
 
+constexpr std::int64_t hundred = 100;
+
+bool isWord(const ElementList& elements, std::size_t i, std::u16string_view type) {
+    return i < elements.size() && elements[i].value.is(Attribute::type, type);
+}
+
+bool isUnitAlone(const ElementList& elements, std::size_t i) {
+    return i < elements.size() && elements[i].value.has(Attribute::unit) && !elements[i].value.has(Attribute::decimal);
+}
+
+bool hasConversion(const ElementList& elements) {
+    const auto& all = elements.pointers();
+    return std::any_of(all.begin(), all.end(), [](const ElementPointer& e) { return isOperator(*e, u"in"); });
+}
+
+bool isNumerator(const Element& element) {
+    return element.value.is(Attribute::type, number_word::count) ||
+           (isNumberWithoutUnit(element) && runTypeOf(element) == RunType::number);
+}
+
 bool isFraction(const ElementList& elements, std::size_t i) {
-    if (i >= elements.size() || !elements[i].value.is(Attribute::type, number_word::fraction)) return false;
+    if (!isWord(elements, i, number_word::fraction)) return false;
     // In Japanese the whole comes first, and the word between is a multiplication.
     const std::size_t before = neighbourOf(elements, i, -1);
     if (before < elements.size() && isOperator(elements[before], u"*")) return true;
@@ -19,9 +40,8 @@ bool isFraction(const ElementList& elements, std::size_t i) {
            beginsValue(elements, neighbourOf(elements, of, 1));
 }
 
-bool isNumerator(const Element& element) {
-    return element.value.is(Attribute::type, number_word::numerator) ||
-           (isNumberWithoutUnit(element) && runTypeOf(element) == RunType::number);
+bool isDecided(const Value& value) {
+    return !value.has(Attribute::type) || value.is(Attribute::type, number_word::separator);
 }
 
 bool isAddend(const ElementList& elements, std::size_t i) {
@@ -34,9 +54,112 @@ bool isUnit(const ElementList& elements, std::size_t i) {
 
 }  // namespace
 
-std::optional<ElementList> NumberWordEvaluator::evaluate(const ElementList& elements, Context&,
-                                                         const EvaluationContext&) const {
-    if (!elements.anyHas(Attribute::type)) return std::nullopt;
+NumberWordEvaluator::NumberWordEvaluator(const Localizer& localizer, const ScaleManager& scales)
+    : scales_(scales),
+      links_(localizer.variants(u"counts_link.variants", u"Numbers")),
+      articles_(localizer.variants(u"article.variants", u"Numbers")) {}
+
+const Scale* NumberWordEvaluator::scaleAt(const ElementList& elements, std::size_t i) const {
+    const auto id = i < elements.size() ? elements[i].value.string(Attribute::scale) : std::nullopt;
+    const Scale* scale = id ? scales_.scale(*id) : nullptr;
+    return scale && scale->unit.empty() ? scale : nullptr;
+}
+
+// A hyphen, or "and".
+bool NumberWordEvaluator::isLink(const Element& element) const {
+    if (isOperator(element, u"-")) return element.text() == u"-";
+    if (!isPlainWords(element)) return false;
+    return std::find(links_.begin(), links_.end(), lowercased(trimmed(element.text()))) != links_.end();
+}
+
+// "two hundred and fifty thousand", "vingt-cinq": the words of one number, from the first of them.
+NumberWordEvaluator::Count NumberWordEvaluator::countAt(const ElementList& elements, std::size_t start) const {
+    std::int64_t group = elements[start].value.decimal()->toInt64();
+    DecimalNumber scaled;
+    std::size_t end = start + 1;
+    bool anyScale = false;
+    for (std::size_t next = neighbourOf(elements, start, 1); next < elements.size();) {
+        const bool linked = isLink(elements[next]);
+        const std::size_t word = linked ? neighbourOf(elements, next, 1) : next;
+        if (isWord(elements, word, number_word::count)) {
+            const std::int64_t value = elements[word].value.decimal()->toInt64();
+            const bool fits = group % hundred == 0 ? value < hundred : group % 10 == 0 && value < (linked ? 20 : 10);
+            if (!fits || (group == 0 && linked && !anyScale)) break;
+            group += value;
+        } else if (const Scale* scale = linked ? nullptr : scaleAt(elements, word)) {
+            const DecimalNumber product = scale->times(DecimalNumber::fromInt64(group));
+            anyScale = true;
+            if (scale->ratio > 2 || scale->isCount()) {
+                scaled = scaled.adding(product);
+                group = 0;
+            } else {
+                group = product.toInt64();
+            }
+        } else {
+            break;
+        }
+        end = word + 1;
+        next = neighbourOf(elements, word, 1);
+    }
+    const std::size_t behind = neighbourOf(elements, end - 1, 1);
+    if (!anyScale && !isUnitAlone(elements, behind)) return {};
+    return {scaled.adding(DecimalNumber::fromInt64(group)), end};
+}
+
+// Where the article that ends a text before a unit or multiplier begins; npos without one.
+std::size_t NumberWordEvaluator::articleAt(const ElementList& elements, std::size_t i) const {
+    const std::u16string& text = elements[i].text();
+    if (!isPlainWords(elements[i]) || !isWhitespace(text.back())) return text.npos;
+    const std::u16string_view words =
+        std::u16string_view(text).substr(0, trimmed(text).data() + trimmed(text).size() - text.data());
+    const std::size_t blank = words.find_last_of(u" \t\u00a0");
+    const std::size_t start = blank == words.npos ? 0 : blank + 1;
+    const std::u16string word = lowercased(words.substr(start));
+    return std::find(articles_.begin(), articles_.end(), word) == articles_.end() ? text.npos : start;
+}
+
+// True for an article that counts: before a multiplier, or a unit that is converted, and behind nothing with a value,
+// as in "$5 a day".
+bool NumberWordEvaluator::isMeasured(const ElementList& elements, std::size_t i) const {
+    const std::size_t before = neighbourOf(elements, i, -1);
+    if (before < elements.size() &&
+        (elements[before].value.has(Attribute::decimal) || elements[before].value.has(Attribute::unit) ||
+         elements[before].value.has(Attribute::date)))
+        return elements[before].value.is(Attribute::type, number_word::fraction);
+    const std::size_t behind = neighbourOf(elements, i, 1);
+    return scaleAt(elements, behind) || (isUnitAlone(elements, behind) && hasConversion(elements));
+}
+
+std::optional<ElementList> NumberWordEvaluator::withArticles(const ElementList& elements) const {
+    if (!elements.anyHas(Attribute::scale) && !elements.anyHas(Attribute::unit)) return std::nullopt;
+    ElementReplacer replacer(elements);
+    for (std::size_t i = 0; i + 1 < elements.size(); ++i) {
+        const Value& behind = elements[i + 1].value;
+        if (behind.has(Attribute::decimal) || (!behind.has(Attribute::unit) && !behind.has(Attribute::scale))) continue;
+        const std::size_t start = articleAt(elements, i);
+        if (start == std::u16string::npos || !isMeasured(elements, i)) continue;
+        const std::u16string_view text = elements[i].text();
+        const std::size_t before = neighbourOf(elements, i, -1);
+        const bool half = before < elements.size() && isWord(elements, before, number_word::fraction);
+        if (half && start > 1) continue;
+        if (half) {
+            ElementList& result = replacer.replace({before, i + 1 - before});
+            result.append(makeElement(Value(*elements[before].value.decimal()),
+                                      AttributedText(elements[before].text(), RunType::number)));
+            result.append(makeElement({}, AttributedText(elements.slice(before + 1, i + 1).text())));
+            continue;
+        }
+        ElementList& result = replacer.replace({i, 1});
+        if (start > 0) result.append(makeElement({}, AttributedText(text.substr(0, start))));
+        const std::size_t length = trimmed(text.substr(start)).size();
+        result.append(makeElement(Value(DecimalNumber::fromInt64(1)),
+                                  AttributedText(text.substr(start, length), RunType::number)));
+        result.append(makeElement({}, AttributedText(text.substr(start + length))));
+    }
+    return replacer.finished();
+}
+
+std::optional<ElementList> NumberWordEvaluator::withWords(const ElementList& elements) const {
     ElementReplacer replacer(elements);
     for (std::size_t i = 0; i < elements.size(); ++i) {
         const Value& value = elements[i].value;
@@ -62,11 +185,32 @@ std::optional<ElementList> NumberWordEvaluator::evaluate(const ElementList& elem
             i = next;
         } else if (isFraction(elements, i)) {
             become(i + 1, *value.decimal());
-        } else if (value.has(Attribute::type)) {
+        } else if (isWord(elements, i, number_word::multiple) && next < elements.size() &&
+                   beginsValue(elements, next)) {
+            become(i + 1, *value.decimal());
+            replacer.replace({i + 1, next - i - 1}).append(unwrittenOperator(u"*", elements.slice(i + 1, next).text()));
+        } else if (isWord(elements, i, number_word::count)) {
+            const Count count = countAt(elements, i);
+            if (count.end > 0) {
+                become(count.end, count.number);
+                i = count.end - 1;
+            } else {
+                replacer.replace({i, 1}).append(makeElement({}, AttributedText(elements[i].text())));
+            }
+        } else if (!isDecided(value)) {
             replacer.replace({i, 1}).append(makeElement({}, AttributedText(elements[i].text())));
         }
     }
     return replacer.finished();
+}
+
+std::optional<ElementList> NumberWordEvaluator::evaluate(const ElementList& elements, Context&,
+                                                         const EvaluationContext&) const {
+    auto articles = withArticles(elements);
+    const ElementList& list = articles ? *articles : elements;
+    if (!list.anyHas(Attribute::type)) return articles;
+    auto words = withWords(list);
+    return words ? words : articles;
 }
 
 }  // namespace vemo

@@ -30,6 +30,7 @@ void OperandRemarks::operand(std::size_t from, std::size_t to, const Value& valu
     operand.hasValue = number || value.has(Attribute::date);
     operand.isBareNumber = number && !value.has(Attribute::unit);
     operand.isZone = value.has(Attribute::timeZone) && !value.has(Attribute::date);
+    operand.isBlank = value.isEmpty();
     operand.isPercentage = value.is(Attribute::unit, u"percent");
     operand.isWord = to == from + 1 && trimmed(elements_[from].text()).find(u' ') == std::u16string_view::npos;
     for (std::size_t i = from; i < to; ++i) {

@@ -24,7 +24,7 @@ struct OperatorRow {
 };
 
 constexpr OperatorRow operatorRows[] = {
-    {u"in", u"conversion.variants", u"Operations", u"", 300},
+    {u"in", u"conversion.variants", u"Operations", u"\u2192", 300},
     {u"+", u"plus.variants", u"Operations", u"+", 100},
     {u"-", u"minus.variants", u"Operations", u"-\u2012\u2013\u2014\u2015\u2212", 100},
     {u"*", u"multiply.variants", u"Operations", u"*\u2715\u00d7", 200},
@@ -45,7 +45,12 @@ constexpr OperatorRow operatorRows[] = {
     {u"percent_of_what_is", u"percent_of_what_is.variants", u"Percent", u"", 100},
     {u"percent_off_what_is", u"percent_off_what_is.variants", u"Percent", u"", 100},
     {u"percent_on_what_is", u"percent_on_what_is.variants", u"Percent", u"", 100},
+    // Put where a question has its link: "what % of 80 is 20", "% change 80 to 100".
+    {u"percent_is", u"", u"", u"", 100},
+    {u"percent_change", u"", u"", u"", 100},
 };
+
+constexpr struct { std::u16string_view id, symbol; } longSymbols[] = {{u"in", u"->"}, {u"^", u"**"}};
 
 }  // namespace
 
@@ -57,6 +62,8 @@ void registerOperators(OperatorCollection& operators, const Localizer& localizer
         else if (!row.phrases.empty())
             op.phrases = {std::u16string(row.phrases)};
         for (const char16_t symbol : row.symbols) op.symbols.emplace_back(1, symbol);
+        for (const auto& symbol : longSymbols)
+            if (symbol.id == row.id) op.symbols.emplace_back(symbol.symbol);
         operators.add(std::move(op));
     }
     registerDateOperators(operators);

@@ -102,6 +102,9 @@ constexpr struct {
      [](const auto& l, const auto& r) { return r.subtracting(l).dividing(r).multiplying(hundred()); }},
     {u"as_a_percent_on",
      [](const auto& l, const auto& r) { return l.subtracting(r).dividing(r).multiplying(hundred()); }},
+    {u"percent_is", [](const auto& l, const auto& r) { return r.dividing(l).multiplying(hundred()); }},
+    {u"percent_change",
+     [](const auto& l, const auto& r) { return r.subtracting(l).dividing(l).multiplying(hundred()); }},
 };
 
 }  // namespace

@@ -185,7 +185,8 @@ private:
 
 bool isSignOfNextNumber(const ElementList& elements, std::size_t index, const UnitConverter& unitConverter) {
     const Element& sign = elements[index];
-    if (sign.value.has(Attribute::decimal) || !isCurrency(sign, unitConverter) || isLetter(sign.text().back()))
+    if (sign.value.has(Attribute::decimal) || !isCurrency(sign, unitConverter) || sign.text().empty() ||
+        isLetter(sign.text().back()))
         return false;
     const bool touchesAfter = index + 1 < elements.size() && isBareNumber(elements[index + 1]);
     const bool touchesBefore = index > 0 && isBareNumber(elements[index - 1]);
@@ -195,7 +196,8 @@ bool isSignOfNextNumber(const ElementList& elements, std::size_t index, const Un
 std::size_t numberOfCode(const ElementList& elements, std::size_t index, const UnitConverter& unitConverter) {
     const Element& code = elements[index];
     const std::size_t none = index;
-    if (code.value.has(Attribute::decimal) || !isCurrency(code, unitConverter) || !isLetter(code.text().back()))
+    if (code.value.has(Attribute::decimal) || !isCurrency(code, unitConverter) || code.text().empty() ||
+        !isLetter(code.text().back()))
         return none;
     if (index + 2 >= elements.size() || !isBlank(elements[index + 1]) || !isBareNumber(elements[index + 2]))
         return none;

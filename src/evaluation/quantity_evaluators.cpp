@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "evaluation/quantity_evaluators.h"
 
+#include "evaluation/element_tests.h"
 #include "evaluation/price_evaluators.h"
 #include "records/context_map.h"
 #include "records/remarks.h"
@@ -67,17 +68,42 @@ std::optional<ElementList> AssignmentEvaluator::evaluate(const ElementList& elem
     return reducedTo(assigned, text);
 }
 
+namespace {
+
+// "$5,000 gross": money is not counted so.
+bool isCountOfMoney(const ElementList& elements, std::size_t number) {
+    const std::size_t before = neighbourOf(elements, number, -1);
+    return elements[number].value.has(Attribute::unit) ||
+           (before < elements.size() && elements[before].value.has(Attribute::unit) &&
+            !elements[before].value.has(Attribute::decimal));
+}
+
+bool isMoreThanAHundred(const DecimalNumber& number) {
+    return DecimalNumber::fromInt64(100).subtracting(number).isNegative();
+}
+
+}  // namespace
+
 std::optional<ElementList> ScaleEvaluator::evaluate(const ElementList& elements, Context&,
                                                     const EvaluationContext&) const {
     if (!elements.anyHas(Attribute::scale)) return std::nullopt;
-    return replacingMatches(elements, matcher_, [&](const Match& match) -> std::optional<Value> {
-        const Value& number = elements[match.group(u"value")->location].value;
-        const Scale* scale =
-            scaleManager_.scale(*elements[match.group(u"scale")->location].value.string(Attribute::scale));
-        if (!scale) return std::nullopt;
-        const Value scaled = number.with(number.decimal()->multiplyingByPowerOf10(scale->ratio));
-        return scale->unit.empty() ? scaled : scaled.with(scale->unit, Attribute::unit);
-    });
+    const auto scaled = [&](const ElementList& list) {
+        return replacingMatches(list, matcher_, [&](const Match& match) -> std::optional<Value> {
+            const std::size_t place = match.group(u"value")->location;
+            const Value& number = list[place].value;
+            const Scale* scale =
+                scaleManager_.scale(*list[match.group(u"scale")->location].value.string(Attribute::scale));
+            if (!scale) return std::nullopt;
+            if (scale->isCount() && (isCountOfMoney(list, place) || isMoreThanAHundred(*number.decimal())))
+                return std::nullopt;
+            const Value product = number.with(scale->times(*number.decimal()));
+            return scale->unit.empty() ? product : product.with(scale->unit, Attribute::unit);
+        });
+    };
+    // "5 hundred thousand"
+    auto result = scaled(elements);
+    for (auto more = result; more; more = scaled(*result)) result = std::move(more);
+    return result;
 }
 
 std::optional<ElementList> DecimalSurroundByCurrencyEvaluator::evaluate(const ElementList& elements, Context&,

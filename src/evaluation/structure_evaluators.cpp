@@ -11,7 +11,7 @@ namespace vemo {
 
 namespace {
 
-constexpr std::int64_t unaryMinusPriority = 1000;  // above every operator
+constexpr std::int64_t unarySignPriority = 1000;  // above every operator
 
 // The evaluated contents of brackets with the brackets' own text around it.
 ElementList bracketed(const ElementList& inside, const Element& opening, const Element& closing) {
@@ -180,10 +180,15 @@ std::optional<ElementList> OperationEvaluator::evaluate(const ElementList& given
         operands.erase(operands.begin() + static_cast<std::ptrdiff_t>(i) + 1);
         ranges.erase(ranges.begin() + static_cast<std::ptrdiff_t>(i) + 1);
     }
+    // Of several signs in a row, as in "--5" and "4 - +2", the last one belongs to the number.
+    std::int64_t priority = unarySignPriority;
     for (std::size_t i = 0; i < operators.size(); ++i) {
-        if (operands[i].isEmpty() && operators[i].is(Attribute::operation, u"-"))
-            operators[i] = operators[i].with(DecimalNumber::fromInt64(unaryMinusPriority), Attribute::opPriority);
+        const bool plus = i > 0 && operators[i].is(Attribute::operation, u"+");
+        if (!operands[i].isEmpty()) priority = unarySignPriority;
+        if (operands[i].isEmpty() && (plus || operators[i].is(Attribute::operation, u"-")))
+            operators[i] = operators[i].with(DecimalNumber::fromInt64(priority++), Attribute::opPriority);
     }
+    reach_.apply(operands, operators, ranges, context);
     const auto result =
         operationCalculator_.calculate(std::move(operands), std::move(operators), context, std::move(ranges));
     return ElementList({makeElement(result.value_or(Value()), std::move(text))});

@@ -3,6 +3,7 @@
 
 #include <functional>
 
+#include "evaluation/conversion_reach.h"
 #include "evaluation/element_replacement.h"
 #include "evaluation/evaluator.h"
 #include "evaluation/operation_calculator.h"
@@ -37,9 +38,11 @@ public:
 class OperationEvaluator : public Evaluator {
 public:
     // `takesSigns` tells by a function's id whether a sign between its name and a number is the number's.
-    OperationEvaluator(const OperationCalculator& operationCalculator,
+    OperationEvaluator(const OperationCalculator& operationCalculator, const UnitConverter& unitConverter,
                        std::function<bool(std::u16string_view)> takesSigns)
-        : operationCalculator_(operationCalculator), takesSigns_(std::move(takesSigns)) {}
+        : operationCalculator_(operationCalculator),
+          reach_(operationCalculator, unitConverter),
+          takesSigns_(std::move(takesSigns)) {}
     std::u16string_view name() const override { return u"OperationEvaluator"; }
     std::optional<ElementList> evaluate(const ElementList&, Context&, const EvaluationContext&) const override;
 
@@ -47,6 +50,7 @@ private:
     std::optional<ElementList> withSignedNumbers(const ElementList& elements) const;
 
     const OperationCalculator& operationCalculator_;
+    const ConversionReach reach_;
     std::function<bool(std::u16string_view)> takesSigns_;
 };
 

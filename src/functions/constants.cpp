@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "functions/constants.h"
 
+#include "base/text.h"
+
 namespace vemo {
 
 void registerConstants(Context& context) {
@@ -13,6 +15,16 @@ void registerConstants(Context& context) {
     context.setValue(Value(DecimalNumber::fromDouble(pi)), u"\u03c0");
     context.setValue(Value(DecimalNumber::parse(e)), u"e");
     context.setValue(Value(DecimalNumber::parse(r)), u"r");
+}
+
+bool isBuiltInConstant(std::u16string_view name, const Value& value) {
+    static const Context constants = [] {
+        Context context;
+        registerConstants(context);
+        return context;
+    }();
+    const Value* constant = constants.getVariable(lowercased(name));
+    return constant && *constant == value;
 }
 
 }  // namespace vemo

@@ -19,6 +19,14 @@ public:
     virtual std::optional<Value> evaluate(const std::vector<Value>& values, Context& context) const = 0;
     // True when a sign between the name and a number belongs to the number: "abs -5", but not "sum -5".
     virtual bool takesSigns() const { return false; }
+    // True when several values may stand in brackets right after the name: "max(3, 7)".
+    virtual bool takesSeveral() const { return false; }
+    virtual std::optional<Value> evaluateSeveral(const std::vector<Value>& values, Context& context) const {
+        return evaluate(values, context);
+    }
+    // True when the name is a word first: it counts right before a bracket, or where nothing but a label, the sign of
+    // an assignment or an operator is beside it.
+    virtual bool isWord() const { return false; }
     // How many values it uses; further ones are ignored.
     virtual std::size_t mostValues() const { return SIZE_MAX; }
     // True when it tells what lines above gave: a line of nothing else adds nothing to the grand total.

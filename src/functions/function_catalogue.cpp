@@ -4,6 +4,7 @@
 #include "decimal/decimal_math.h"
 #include "functions/date_functions.h"
 #include "functions/function_manager.h"
+#include "functions/functions_of_values.h"
 #include "functions/line_aggregates.h"
 #include "functions/mathematical_functions.h"
 #include "functions/trigonometric_functions.h"
@@ -39,14 +40,28 @@ void registerFunctions(FunctionManager& functions, const Localizer& localizer, c
         {u"arcsin", u"arcsin", u"", inverseTrigonometricFunction(arcsineInDegrees)},
         {u"arccos", u"arccos", u"", inverseTrigonometricFunction(arccosineInDegrees)},
         {u"arctan", u"arctan", u"", inverseTrigonometricFunction(arctangentInDegrees)},
+        {u"arcsin", u"asin", u"", inverseTrigonometricFunction(arcsineInDegrees)},
+        {u"arccos", u"acos", u"", inverseTrigonometricFunction(arccosineInDegrees)},
+        {u"arctan", u"atan", u"", inverseTrigonometricFunction(arctangentInDegrees)},
         {u"sinh", u"sinh", u"", unaryFunction(mxSinh)},
         {u"cosh", u"cosh", u"", unaryFunction(mxCosh)},
         {u"tanh", u"tanh", u"", unaryFunction(mxTanh)},
-        {u"round", u"round", u"", unaryFunction([](const DecimalNumber& x) { return x.round(0); })},
+        {u"round", u"round", u"", roundFunction()},
+        {u"exp", u"exp", u"", unaryFunction([](const DecimalNumber& x) { return mxPower(mxE(), x); })},
+        {u"log10", u"log10", u"", unaryFunction(mxLog10)},
+        {u"log10", u"lg", u"", unaryFunction(mxLog10)},
+        {u"log2", u"log2", u"",
+         unaryFunction([](const DecimalNumber& x) { return mxNthLog(x, DecimalNumber::fromInt64(2)); })},
         {u"ceil", u"ceil", u"", unaryFunction(ceiling)},
         {u"floor", u"floor", u"", unaryFunction(formulas::floor)},
         {u"sum", u"sum.variants", u"Operations", sumToken(reduction)},
         {u"avg", u"avg.variants", u"Operations", avgToken(reduction)},
+        {u"min", u"min.variants", u"Operations", minimumToken(reduction)},
+        {u"max", u"max.variants", u"Operations", maximumToken(reduction)},
+        {u"median", u"median.variants", u"Operations", medianToken(reduction)},
+        {u"count", u"count.variants", u"Operations", countToken()},
+        {u"gcd", u"gcd.variants", u"Operations", greatestDivisor()},
+        {u"lcm", u"lcm.variants", u"Operations", leastMultiple()},
         {u"prev", u"prev.variants", u"Operations", prevToken()},
         {u"today", u"today.variants", u"Dates", todayFunction()},
         {u"yesterday", u"yesterday.variants", u"Dates", yesterdayFunction()},
@@ -57,7 +72,8 @@ void registerFunctions(FunctionManager& functions, const Localizer& localizer, c
         {u"gmt", u"gmt", u"", gmtFunction()},
         {u"time", u"current_time.variants", u"Dates", timeFunction()},
     };
-    const std::vector<std::u16string> ofWords = localizer.variants(u"percent_of.variants", u"Percent");
+    std::vector<std::u16string> ofWords = localizer.variants(u"percent_of.variants", u"Percent");
+    std::erase_if(ofWords, [](const std::u16string& words) { return words.find(u' ') != words.npos; });
     for (const FunctionRow& row : rows) {
         std::vector<std::u16string> phrases{std::u16string(row.phrases)};
         if (!row.table.empty()) phrases = localizer.variants(row.phrases, row.table);

@@ -69,9 +69,18 @@ private:
     ContextMap dependencies_;
 };
 
+std::optional<Value> totalOf(const std::vector<Value>& values, const Reduction& reduction, Context& context) {
+    std::optional<Value> total;
+    for (const Value& value : values) {
+        total = total ? reduction.apply(u"+", *total, value, context) : value;
+        if (!total) break;
+    }
+    return total;
+}
+
 class SumToken : public Function {
 public:
-    explicit SumToken(const Reduction& reduction) : adder_(reduction) {}
+    explicit SumToken(const Reduction& reduction) : reduction_(reduction), adder_(reduction) {}
 
     std::optional<Value> evaluate(const std::vector<Value>&, Context& context) const override {
         const ValuesList* results = previousResults(context);
@@ -79,8 +88,13 @@ public:
         return block ? std::optional(block->total) : std::nullopt;
     }
     bool repeatsLines() const override { return true; }
+    std::optional<Value> evaluateSeveral(const std::vector<Value>& values, Context& context) const override {
+        return totalOf(values, reduction_, context);
+    }
+    bool takesSeveral() const override { return true; }
 
 private:
+    const Reduction& reduction_;
     mutable BlockAdder adder_;
 };
 
@@ -95,6 +109,12 @@ public:
         return reduction_.apply(u"/", block->total, Value(DecimalNumber::fromUInt64(block->count)), context);
     }
     bool repeatsLines() const override { return true; }
+    std::optional<Value> evaluateSeveral(const std::vector<Value>& values, Context& context) const override {
+        const auto total = totalOf(values, reduction_, context);
+        if (!total) return std::nullopt;
+        return reduction_.apply(u"/", *total, Value(DecimalNumber::fromUInt64(values.size())), context);
+    }
+    bool takesSeveral() const override { return true; }
 
 private:
     const Reduction& reduction_;
@@ -113,6 +133,15 @@ public:
 };
 
 }  // namespace
+
+std::vector<Value> blockAbove(Context& context) {
+    std::vector<Value> values;
+    const ValuesList* results = previousResults(context);
+    if (!results) return values;
+    for (ValuesList rest = *results; !rest.empty() && isResult(rest.newest()); rest.dropNewest())
+        values.push_back(rest.newest());
+    return values;
+}
 
 std::shared_ptr<const Function> sumToken(const Reduction& reduction) {
     return std::make_shared<SumToken>(reduction);

@@ -14,4 +14,7 @@ std::shared_ptr<const Function> sumToken(const Reduction& reduction);
 std::shared_ptr<const Function> avgToken(const Reduction& reduction);
 std::shared_ptr<const Function> prevToken();  // the line above
 
+// The values of the block above, the newest first. The line depends on them.
+std::vector<Value> blockAbove(Context& context);
+
 }  // namespace vemo

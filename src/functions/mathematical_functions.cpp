@@ -30,10 +30,28 @@ public:
         if (values.size() < 2 || !values[0].decimal() || !values[1].decimal()) return std::nullopt;
         return values[0].with(formula_(*values[0].decimal(), *values[1].decimal()));
     }
+    bool takesSeveral() const override { return true; }
     std::size_t mostValues() const override { return 2; }
 
 private:
     BinaryFormula formula_;
+};
+
+// "round 2.5", "round(3.567, 1)".
+class RoundFunction : public FunctionOfNumbers {
+public:
+    std::optional<Value> evaluate(const std::vector<Value>& values, Context&) const override {
+        const auto x = values.empty() ? std::nullopt : values[0].decimal();
+        if (!x) return std::nullopt;
+        if (values.size() < 2) return values[0].with(x->round(0));
+        constexpr std::int64_t mostDigits = 40;
+        const auto digits = values[1].decimal();
+        if (!digits || !mxIsInteger(*digits) || digits->abs().toInt64() > mostDigits)
+            return Value(DecimalNumber::notANumberValue());
+        return values[0].with(x->round(static_cast<std::int16_t>(digits->toInt64())));
+    }
+    bool takesSeveral() const override { return true; }
+    std::size_t mostValues() const override { return 2; }
 };
 
 }  // namespace
@@ -44,6 +62,10 @@ std::shared_ptr<const Function> unaryFunction(UnaryFormula formula) {
 
 std::shared_ptr<const Function> binaryFunction(BinaryFormula formula) {
     return std::make_shared<BinaryFunction>(formula);
+}
+
+std::shared_ptr<const Function> roundFunction() {
+    return std::make_shared<RoundFunction>();
 }
 
 namespace {

@@ -12,6 +12,8 @@ using UnaryFormula = DecimalNumber (*)(const DecimalNumber&);
 using BinaryFormula = DecimalNumber (*)(const DecimalNumber&, const DecimalNumber&);
 std::shared_ptr<const Function> unaryFunction(UnaryFormula formula);
 std::shared_ptr<const Function> binaryFunction(BinaryFormula formula);
+// To whole numbers, or to so many digits after the point as a second value says.
+std::shared_ptr<const Function> roundFunction();
 
 // The formulas of lines. Outside their domain: not-a-number.
 namespace formulas {

@@ -10,18 +10,20 @@ namespace vemo {
 namespace {
 
 // In the order of `NoteKind` and `ReasonCode`.
-constexpr std::array<std::u16string_view, 18> noteKinds{
+constexpr std::array<std::u16string_view, 19> noteKinds{
     u"unused_value",    u"unknown_word",      u"missing_operand", u"not_converted",
     u"joined_digits",   u"dropped_unit",      u"kept_unit",       u"average_length",
     u"capped_shift",    u"built_in_constant", u"old_rates",       u"without_effect",
     u"unused_argument", u"unused_percentage", u"case_decides",    u"metric_ton",
-    u"no_such_date",    u"no_holidays"};
-static_assert(noteKinds.size() == static_cast<std::size_t>(NoteKind::noHolidays) + 1);
+    u"no_such_date",    u"no_holidays",       u"implicit_product"};
+static_assert(noteKinds.size() == static_cast<std::size_t>(NoteKind::implicitProduct) + 1);
 
-constexpr std::array<std::u16string_view, 15> reasonCodes{
+
+constexpr std::array<std::u16string_view, 16> reasonCodes{
     u"division_by_zero", u"different_dimensions", u"no_rates",      u"no_rate",       u"unbalanced_brackets",
     u"missing_operand",  u"missing_argument",     u"unknown_place", u"place_awaited", u"too_long",
-    u"too_deep",         u"out_of_range",         u"script_failed", u"dates_added",   u"not_understood"};
+    u"too_deep",         u"out_of_range",         u"script_failed", u"dates_added",   u"dropped_units",
+    u"not_understood"};
 static_assert(reasonCodes.size() == static_cast<std::size_t>(ReasonCode::notUnderstood) + 1);
 
 }  // namespace

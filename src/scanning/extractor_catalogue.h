@@ -12,6 +12,7 @@
 
 namespace vemo {
 
+class FunctionManager;
 class Localizer;
 class OperatorCollection;
 class UnitManager;
@@ -27,7 +28,7 @@ struct ExtractorParts {
     const OperatorCollection& operators;
     const PhraseDetector<std::u16string>& scales;
     const UnitManager& units;
-    const PhraseDetector<std::u16string>& functions;
+    const FunctionManager& functions;
     std::string_view language;
     std::string_view locale;
     std::shared_ptr<const TimeZoneRules> localZone;

@@ -64,11 +64,13 @@ constexpr struct {
 constexpr struct {
     std::u16string_view key, type;
     std::int64_t numerator, denominator;
-} wordRows[] = {
-    {u"half.variants", number_word::fraction, 1, 2},       {u"third.variants", number_word::fraction, 1, 3},
-    {u"quarter.variants", number_word::fraction, 1, 4},    {u"two.variants", number_word::numerator, 2, 1},
-    {u"three.variants", number_word::numerator, 3, 1},     {u"and_a_half.variants", number_word::addend, 1, 2},
-    {u"one_and_a_half.variants", number_word::mixed, 3, 2}};
+} wordRows[] = {{u"half.variants", number_word::fraction, 1, 2},
+                 {u"third.variants", number_word::fraction, 1, 3},
+                 {u"quarter.variants", number_word::fraction, 1, 4},
+                 {u"and_a_half.variants", number_word::addend, 1, 2},
+                 {u"one_and_a_half.variants", number_word::mixed, 3, 2},
+                 {u"twice.variants", number_word::multiple, 2, 1},
+                 {u"thrice.variants", number_word::multiple, 3, 1}};
 
 // Durations that need no number.
 constexpr struct {
@@ -126,7 +128,9 @@ void OctalNumberExtractor::extract(const std::u16string& text, Context&, std::ve
 
 NumeralRepresentationExtractor::NumeralRepresentationExtractor(const Localizer& localizer,
                                                                StringRangeDetector& stringRangeDetector)
-    : phrases_(stringRangeDetector) {
+    : phrases_(stringRangeDetector),
+      ofWords_(localizer.variants(u"percent_of.variants", u"Percent")),
+      articles_(localizer.variants(u"article.variants", u"Numbers")) {
     for (const auto& row : numeralSystems) {
         for (const std::u16string& phrase : localizer.variants(row.key, u"Numbers")) {
             if (!phrases_.find(phrase)) phrases_.add(phrase, Value(Attribute::nsystem, row.system), true);
@@ -142,14 +146,93 @@ NumeralRepresentationExtractor::NumeralRepresentationExtractor(const Localizer& 
         for (const std::u16string& phrase : localizer.variants(row.key, u"Dates"))
             if (phrase != row.key) phrases_.add(phrase, Value(number).with(row.unit, Attribute::unit), true);
     }
+    // "twenty 20"
+    for (const std::u16string& row : localizer.variants(u"counts.variants", u"Numbers")) {
+        const std::size_t blank = row.rfind(u' ');
+        if (blank == row.npos) continue;
+        const Value number(DecimalNumber::parse(toUtf8(std::u16string_view(row).substr(blank + 1))));
+        phrases_.add(row.substr(0, blank), number.with(number_word::count, Attribute::type), true);
+    }
+}
+
+// A fraction's word is one only before "of" or an article; "3 quarters" are units of time.
+bool NumeralRepresentationExtractor::isFraction(std::u16string_view text, TextRange range) const {
+    constexpr char16_t japaneseOf = u'\u306e';
+    const std::u16string_view before = trimmed(text.substr(0, range.location));
+    if (!before.empty() && before.back() == japaneseOf) return true;
+    const std::u16string_view behind = trimmed(text.substr(range.end()));
+    const auto begins = [&](const std::u16string& word) {
+        return behind.size() > word.size() && isWhitespace(behind[word.size()]) &&
+               lowercased(behind.substr(0, word.size())) == word;
+    };
+    return std::any_of(ofWords_.begin(), ofWords_.end(), begins) ||
+           std::any_of(articles_.begin(), articles_.end(), begins);
 }
 
 void NumeralRepresentationExtractor::extract(const std::u16string& text, Context&,
                                              std::vector<Extraction>& result) const {
     for (const auto& match : phrases_.detect(text)) {
-        const RunType type = match.object.has(Attribute::type) ? RunType::none : RunType::unit;
+        const bool word = match.object.has(Attribute::type);
+        if (word && match.object.is(Attribute::type, number_word::fraction) && !isFraction(text, match.range)) continue;
         result.push_back(
-            {match.range, priority::usual, 0, makeElement(match.object, AttributedText(match.range.in(text), type))});
+            {match.range, priority::usual, 0,
+             makeElement(match.object, AttributedText(match.range.in(text), word ? RunType::none : RunType::unit))});
+    }
+}
+
+namespace {
+
+constexpr std::u16string_view kanjiDigits = u"\u3007\u4e00\u4e8c\u4e09\u56db\u4e94\u516d\u4e03\u516b\u4e5d";
+constexpr struct {
+    char16_t sign;
+    std::int64_t value;
+} kanjiPowers[] = {{u'\u5341', 10},    {u'\u767e', 100},       {u'\u5343', 1000},
+                   {u'\u4e07', 10000}, {u'\u5104', 100000000}, {u'\u5146', 1000000000000}};
+constexpr std::int64_t kanjiGroup = 10000;
+constexpr std::size_t mostKanji = 16;
+
+std::int64_t kanjiPower(char16_t c) {
+    for (const auto& row : kanjiPowers)
+        if (row.sign == c) return row.value;
+    return 0;
+}
+
+bool isKanjiNumeral(char16_t c) {
+    return kanjiDigits.find(c) != kanjiDigits.npos || kanjiPower(c) > 0;
+}
+
+std::int64_t kanjiNumber(std::u16string_view text) {
+    std::int64_t total = 0, group = 0, digit = 0;
+    for (const char16_t c : text) {
+        const std::int64_t power = kanjiPower(c);
+        if (power == 0) {
+            digit = digit * 10 + static_cast<std::int64_t>(kanjiDigits.find(c));
+        } else if (power < kanjiGroup) {
+            group += (digit > 0 ? digit : 1) * power;
+            digit = 0;
+        } else {
+            total += (group + digit) * power;
+            group = digit = 0;
+        }
+    }
+    return total + group + digit;
+}
+
+}  // namespace
+
+void KanjiNumberExtractor::extract(const std::u16string& text, Context&, std::vector<Extraction>& result) const {
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (text[i] < kanjiDigits[0] || !isKanjiNumeral(text[i])) continue;
+        const std::size_t start = i;
+        while (i < text.size() && isKanjiNumeral(text[i])) ++i;
+        // "5千万" is for the words that scale a number, and no number begins with one of those.
+        if (start > 0 && (digitValue(text[start - 1]) >= 0 || text[start - 1] == u'.')) continue;
+        if (kanjiPower(text[start]) >= kanjiGroup || i - start > mostKanji) continue;
+        const TextRange range{start, i - start};
+        const auto number = DecimalNumber::fromInt64(kanjiNumber(range.in(text)));
+        result.push_back(
+            {range, priority::usual, priority::unitOverOperator,
+             makeElement(Value(number).with(number_word::count, Attribute::type), AttributedText(range.in(text)))});
     }
 }
 

@@ -59,7 +59,17 @@ public:
     void extract(const std::u16string& text, Context& context, std::vector<Extraction>& result) const override;
 
 private:
+    bool isFraction(std::u16string_view text, TextRange range) const;
+
     PhraseDetector<Value> phrases_;
+    const std::vector<std::u16string> ofWords_, articles_;
+};
+
+// Numbers in kanji, which may be words as well: they carry "type", too.
+class KanjiNumberExtractor : public Extractor {
+public:
+    std::u16string_view name() const override { return u"KanjiNumberExtractor"; }
+    void extract(const std::u16string& text, Context& context, std::vector<Extraction>& result) const override;
 };
 
 }  // namespace vemo

@@ -14,8 +14,6 @@ namespace vemo {
 constexpr StructuralPattern headerPattern{u"HeaderExtractor", u"\\s*\\#.*",     u"#", false,
                                           RunType::header,    priority::comment};
 constexpr StructuralPattern labelPattern{u"LabelExtractor", u".*:", u":", true, RunType::label, priority::label};
-constexpr StructuralPattern quotedCommentPattern{u"QuotedCommentExtractor", u"\"[^\"]*\"",    u"\"", true,
-                                                 RunType::comment,          priority::comment};
 constexpr StructuralPattern slashCommentPattern{u"SlashCommentExtractor", u"//.*",          u"//", false,
                                                 RunType::comment,         priority::comment};
 

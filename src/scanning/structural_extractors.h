@@ -21,7 +21,6 @@ struct StructuralPattern {
 
 extern const StructuralPattern headerPattern;
 extern const StructuralPattern labelPattern;
-extern const StructuralPattern quotedCommentPattern;
 extern const StructuralPattern slashCommentPattern;
 
 class StructuralExtractor : public Extractor {

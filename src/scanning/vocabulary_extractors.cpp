@@ -9,6 +9,7 @@
 #include "platform/locale_info.h"
 #include "scanning/extraction_priorities.h"
 #include "scanning/fraction_extractor.h"
+#include "scanning/mark_extractors.h"
 #include "scanning/number_parsers.h"
 #include "units/unit_manager.h"
 #include "vemo/context.h"
@@ -50,6 +51,13 @@ bool isAloneNumber(std::u16string_view text) {
 
 }  // namespace
 
+// A sign written twice is one only where both sides touch it: "2**10".
+bool OperatorExtractor::isLooseDouble(std::u16string_view text, std::size_t start, std::size_t length) {
+    const std::size_t end = start + length;
+    return length == 2 && text[start] == text[start + 1] &&
+           (start == 0 || isWhitespace(text[start - 1]) || end == text.size() || isWhitespace(text[end]));
+}
+
 void OperatorExtractor::prepare() {
     for (const auto& op : operators_.operators()) {
         for (const std::u16string& symbol : op->symbols) {
@@ -69,7 +77,7 @@ void OperatorExtractor::extract(const std::u16string& text, Context& context, st
         }
         for (std::size_t length = std::min(longestSymbol_, text.size() - i); length > 0; --length) {
             const auto found = symbols_.find(std::u16string_view(text).substr(i, length));
-            if (found == symbols_.end()) continue;
+            if (found == symbols_.end() || isLooseDouble(text, i, length)) continue;
             result.push_back({{i, length},
                               priority::operatorSymbol,
                               0,
@@ -86,21 +94,16 @@ void OperatorExtractor::extract(const std::u16string& text, Context& context, st
     }
 }
 
-void FunctionExtractor::extract(const std::u16string& text, Context& context, std::vector<Extraction>& result) const {
-    for (const auto& match : functions_.detect(text)) {
-        result.push_back(phraseExtraction(text, match, Attribute::function, RunType::function));
-        context.addQuickTypeToken(match.range.in(text));
-    }
-}
-
 void UnitExtractor::extract(const std::u16string& text, Context& context, std::vector<Extraction>& result) const {
     bool temperature = false;
     for (auto& match : units_.phraseDetector().detect(text)) {
         if (isWord(text, match.range) || !hasItsPlace(text, match.range)) continue;
-        if (const auto arc = arcUnit(text, match.range)) match.object = *arc;
+        if (const auto arc = match.range.length == 1 ? arcUnit(text, match.range.location) : std::nullopt)
+            match.object = *arc;
         result.push_back(phraseExtraction(text, match, Attribute::unit, RunType::unit));
         if (displacesOperator(text, match.range) || displacesFraction(text, match))
             result.back().secondaryPriority = priority::unitOverOperator;
+        if (displacesName(text, match.range, context)) result.back().secondaryPriority = priority::unitOverVariable;
         context.addQuickTypeToken(match.range.in(text));
         constexpr std::u16string_view temperatures[] = {u"celsius", u"fahrenheit", u"kelvin", u"rankine"};
         temperature = temperature || std::find(std::begin(temperatures), std::end(temperatures), match.object) !=
@@ -150,21 +153,6 @@ bool UnitExtractor::isKelvin(std::u16string_view text, std::size_t k, bool tempe
     return !next.empty() && next.front().range.location == 0 && next.front().object == u"in";
 }
 
-// The signs of feet and inches are those of minutes and seconds of arc after degrees: "30° 15′ 20″".
-std::optional<std::u16string> UnitExtractor::arcUnit(std::u16string_view text, TextRange range) {
-    constexpr char16_t degrees = u'\u00b0', minutes = u'\u2032', seconds = u'\u2033';
-    const char16_t sign = text[range.location];
-    if (range.length != 1 || (sign != minutes && sign != seconds)) return std::nullopt;
-    const auto signBefore = [&](std::size_t end) {
-        const std::size_t found = text.substr(0, end).find_last_not_of(u"0123456789., ");
-        return found == text.npos ? std::size_t(0) : found;
-    };
-    std::size_t place = signBefore(range.location);
-    if (sign == seconds && text[place] == minutes) place = signBefore(place);
-    if (text[place] != degrees) return std::nullopt;
-    return sign == minutes ? u"arcminute" : u"arcsecond";
-}
-
 // True for a word that is a currency's code only in a conversion, and stands in none.
 bool UnitExtractor::isWord(std::u16string_view text, TextRange range) const {
     const std::u16string written(range.in(text));
@@ -203,14 +191,27 @@ bool UnitExtractor::hasItsPlace(std::u16string_view text, TextRange range) const
     return isLast(scales_.detect(before)) || units_.isRateWord(before.substr(before.find_last_of(u' ') + 1));
 }
 
+// Behind a number a unit's name is that, even where an earlier line gave it a value.
+bool UnitExtractor::displacesName(std::u16string_view text, TextRange range, const Context& context) const {
+    return context.longestVariableName() > 0 && endsWithNumber(trimmed(text.substr(0, range.location))) &&
+           context.getVariable(lowercased(range.in(text)));
+}
+
 bool UnitExtractor::displacesOperator(std::u16string_view text, TextRange range) const {
     if (!operators_.phraseDetector().find(lowercased(range.in(text)))) return false;
     // "lb/in", "in/min"
     if (range.location > 0 && text[range.location - 1] == u'/') return true;
     if (range.end() + 1 < text.size() && text[range.end()] == u'/' && isLetter(text[range.end() + 1])) return true;
     const std::u16string_view before = trimmed(text.substr(0, range.location));
-    if (!endsWithNumber(before)) return false;
     const std::u16string_view behind = trimmed(text.substr(range.end()));
+    if (!endsWithNumber(before)) {
+        // "70 cm in in"
+        if (!behind.empty()) return false;
+        const auto words = operators_.phraseDetector().detect(before);
+        if (words.empty() || words.back().range.end() < before.size() || words.back().object != u"in") return false;
+        const std::u16string_view quantity = trimmed(before.substr(0, words.back().range.location));
+        return !quantity.empty() && !endsWithNumber(quantity);
+    }
     if (behind.empty() || behind.front() == u')' || behind.front() == u'"') return true;
     if (operators_.isSymbol(behind.substr(0, 1))) return true;
     // "a photo 2 in x 2 in $16.99": nobody converts into an amount.

@@ -24,21 +24,12 @@ public:
     void prepare();  // reads the collection's symbols; call once it is filled
 
 private:
+    static bool isLooseDouble(std::u16string_view text, std::size_t start, std::size_t length);
+
     const OperatorCollection& operators_;
     TextMap<Value> symbols_;
     std::array<bool, 128> asciiStarts_{};  // characters that begin a symbol: most begin none
     std::size_t longestSymbol_ = 0;
-};
-
-// Names of functions.
-class FunctionExtractor : public Extractor {
-public:
-    explicit FunctionExtractor(const PhraseDetector<std::u16string>& functions) : functions_(functions) {}
-    std::u16string_view name() const override { return u"FunctionExtractor"; }
-    void extract(const std::u16string& text, Context& context, std::vector<Extraction>& result) const override;
-
-private:
-    const PhraseDetector<std::u16string>& functions_;
 };
 
 // Names and symbols of units. One that is an operator's name too ("in") is a unit where a number stands before
@@ -60,7 +51,7 @@ private:
     bool hasItsPlace(std::u16string_view text, TextRange range) const;
     void chooseHomonyms(std::vector<Extraction>& extractions) const;
     bool isKelvin(std::u16string_view text, std::size_t k, bool temperature) const;
-    static std::optional<std::u16string> arcUnit(std::u16string_view text, TextRange range);
+    bool displacesName(std::u16string_view text, TextRange range, const Context& context) const;
 
     const UnitManager& units_;
     const OperatorCollection& operators_;

@@ -21,6 +21,7 @@ public:
 
     // Calls the function with one array, of an object for each value.
     std::optional<Value> evaluate(const std::vector<Value>& values, Context& context) const override;
+    bool takesSeveral() const override { return true; }
 
 private:
     std::shared_ptr<ScriptContext> script_;

@@ -10,7 +10,14 @@ namespace {
 constexpr struct {
     std::u16string_view id;
     std::int16_t ratio;
-} scaleRows[] = {{u"million", 6},
+    std::int64_t factor = 1;
+} scaleRows[] = {{u"hundred", 2},
+                 {u"dozen", 0, 12},
+                 {u"score", 0, 20},
+                 {u"gross", 0, 144},
+                 {u"lakh", 5},
+                 {u"crore", 7},
+                 {u"million", 6},
                  {u"thousand", 3},
                  {u"billion", 9},
                  // A phrase of a later row wins: English "billion" is a German's trillion.
@@ -40,7 +47,7 @@ void registerScales(ScaleManager& scales, const Localizer& localizer) {
         const std::u16string id(row.id);
         std::vector<std::u16string> phrases = localizer.variants(id + u".variants", u"Scales");
         std::erase(phrases, id + u".variants");  // no language has it
-        if (!phrases.empty()) scales.add({id, row.ratio, std::move(phrases)});
+        if (!phrases.empty()) scales.add({id, row.ratio, std::move(phrases), {}, row.factor});
     }
 }
 

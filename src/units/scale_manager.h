@@ -6,17 +6,25 @@
 
 #include "scanning/words/completion_collector.h"
 #include "scanning/words/phrase_detector.h"
+#include "vemo/decimal_number.h"
 
 namespace vemo {
 
 class Localizer;
 
-// A word that multiplies the number before it by 10^ratio.
+// A word that multiplies the number before it by factor × 10^ratio.
 struct Scale {
     std::u16string id;
     std::int16_t ratio = 0;
     std::vector<std::u16string> phrases;
     std::u16string unit = {};  // of what it makes of a bare number, such as pence; usually none
+    std::int64_t factor = 1;   // other than 1, it counts things: "2 dozen", but not "$5,000 gross"
+
+    bool isCount() const { return factor != 1; }
+    DecimalNumber times(const DecimalNumber& number) const {
+        const DecimalNumber scaled = number.multiplyingByPowerOf10(ratio);
+        return isCount() ? scaled.multiplying(DecimalNumber::fromInt64(factor)) : scaled;
+    }
 };
 
 class ScaleManager {

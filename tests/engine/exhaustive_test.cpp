@@ -13,9 +13,10 @@
 namespace vemo::test {
 namespace {
 
-constexpr const char* tokens[] = {"2",   "0.5",  "1,200", "kg", "cm", "$",   "EUR", "%", "+",     "-",    "*",
-                                  "/",   "^",    "(",     ")",  "=",  "in",  "of",  "x", "a b",   "rent", ":",
-                                  "sum", "sqrt", "//",    "#",  "\"", "May", "now", "k", "10:30", "cafe"};
+constexpr const char* tokens[] = {"2",     "0.5",  "1,200", "kg",   "cm", "$",   "EUR", "%",   "+",   "-",
+                                  "*",     "/",    "^",     "(",    ")",  "=",   "in",  "of",  "x",   "a b",
+                                  "rent",  ":",    "sum",   "sqrt", "//", "#",   "\"",  "May", "now", "k",
+                                  "10:30", "cafe", "²",     "!",    ";",  "max", "two"};
 constexpr std::size_t tokenCount = std::size(tokens);
 constexpr std::size_t longest = 4;    // tokens of a line
 constexpr std::size_t sample = 3000;  // lines of each language

@@ -71,6 +71,9 @@ TEST_F(RemarksTest, notesTellTheirPlaceInTheUsersWords) {
     EXPECT_EQ(utf8(line("1 km / 500 m").notes().at(0).message), "divided as numbers, without converting; converted: 2");
     EXPECT_EQ(utf8(line("5 kilograms + 3 feet").reason()->message), "“kg” and “ft” do not convert into each other");
 
+    EXPECT_NE(utf8(line("log 100").reason()->message).find("log10 100"), std::string::npos);
+    EXPECT_EQ(utf8(line("2 + 1/2 pi").notes().at(0).message), "read as (1/2) × pi");
+
     for (const char* language : {"de", "fr", "es", "ja"}) {
         Environment environment = fixedEnvironment();
         environment.language = language;

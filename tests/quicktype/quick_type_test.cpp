@@ -138,29 +138,29 @@ TEST(QuickType, offersWhatIsTypedMostFirst) {
     for (char16_t letter = u'a'; letter <= u'z'; ++letter) list(std::u16string_view(&letter, 1));
     EXPECT_EQ(offered, R"(
 | as EUR in into JPY
-| as AUD abs AED AFN
-| BYN BAM BBD BDT BGN
-| CAD CHF CNY cbrt CDF
+| as AUD abs acos AED
+| BYN BAM bar BBD BDT
+| CAD CHF CNY cal cbrt
 | daB dabit dag dal dam
 | EUR EAC EB Ebit Eg
 | fact FCT fg FJD FKP
-| GBP GB Gbit GEL Gg
+| GBP GB Gbit GBq gcd
 | hB hbit hg HKD hl
 | in into IDR ILS INR
 | JPY JMD JOD jamaican japanese
-| kB kbit KES kg KGS
-| LAK last LBP LD LKR
-| MAD MB Mbit MDL mean
-| NZD NAD ng NGN NIO
-| of OMR of what is off off what is
-| PAB PB Pbit PEN Pg
+| kA kB kbit kBq kcal
+| LAK last LBP lcm LD
+| mA MAD mAh max maximum
+| NZD nA NAD nC nF
+| of OMR of what is off off of
+| Pa PAB PB Pbit PEN
 | QAR qatari qt qts quart
 | RUB RON root round RSD
 | SAR SBD SCR SDG SEK
 | to tan tanh TB Tbit
 | USD UAH UGX unixtime UYU
-| VEF VND VTC VUV vanuatu
-| WST week weeks west wk
+| VA VEF VND VTC VUV
+| Wh WST water watt watt-hour
 | XAF XCD XMR XOF XPF
 | YB Ybit YER yesterday Yg
 | ZAR ZB Zbit Zg zg)");

@@ -113,7 +113,9 @@ TEST(PhraseTables, claimNoWordTwiceInAnyLanguage) {
             if (operators.contains(phrase) || functions.contains(phrase)) shared.insert(utf8(phrase));
         for (const auto& [phrase, id] : operators)
             if (functions.contains(phrase)) shared.insert(utf8(phrase));
-        EXPECT_EQ(shared, (std::set<std::string>{"in"})) << language;  // the inch, read by its place
+        // The inch, the minute and, in Spanish, the millicandela are read by their place.
+        shared.erase("mcd");
+        EXPECT_EQ(shared, (std::set<std::string>{"in", "min"})) << language;
         // Within the units of time.
         const Localizer localizer(language);
         std::map<std::u16string, std::string> owners;

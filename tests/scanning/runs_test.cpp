@@ -78,10 +78,17 @@ TEST(Runs, nameUnitsScalesFunctionsAndVariables) {
     EXPECT_EQ(runs("10 m2"), "num:10| |unit:m2");
     EXPECT_EQ(runs("5 million"), "num:5| |unit:million");
     EXPECT_EQ(runs("2 x 3"), "num:2| |oprtr:x| |num:3");
-    EXPECT_EQ(runs("x = 1\n2 x 3"), "num:2| |var:x| |num:3");  // a name wins over the letter
-    EXPECT_EQ(runs("m = 1\n2 m"), "num:2| |var:m");            // and over a unit
+    EXPECT_EQ(runs("x = 1\n2 x 3"), "num:2| |var:x| |num:3");       // a name wins over the letter
+    EXPECT_EQ(runs("m = 1\n2 * m"), "num:2| |oprtrsmb:*| |var:m");  // and over a unit,
+    EXPECT_EQ(runs("m = 1\n2 m"), "num:2| |unit:m");                // but not behind a number
     EXPECT_EQ(runs("hourly rate = 5\nHourly Rate * 2"), "var:Hourly Rate| |oprtrsmb:*| |num:2");
     EXPECT_EQ(runs("rate"), "rate");
+    // What is put between for the calculation leaves no run, and marks of lists are text.
+    EXPECT_EQ(runs("5\u00b2"), "num:5|num:\u00b2");
+    EXPECT_EQ(runs("3pi"), "num:3|var:pi");
+    EXPECT_EQ(runs("5' 6\" \"note\""), "num:5|unit:'| |num:6|unit:\"| |cmnt:\"note\"");
+    EXPECT_EQ(runs("2) tea $3"), "2|)| tea |unit:$|num:3");
+    EXPECT_EQ(runs("Wow! 3!"), "Wow! |num:3|!");
 }
 
 TEST(Runs, colourTheNameThatIsAssigned) {

@@ -1,0 +1,23 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "evaluation/evaluator.h"
+#include "functions/function_manager.h"
+
+namespace vemo {
+
+// Applies a function to the several values in the brackets after its name: "max(3, 7)".
+class ArgumentsEvaluator : public Evaluator {
+public:
+    explicit ArgumentsEvaluator(const FunctionManager& functions) : functions_(functions) {}
+    std::u16string_view name() const override { return u"ArgumentsEvaluator"; }
+    std::optional<ElementList> evaluate(const ElementList&, Context&, const EvaluationContext&) const override;
+
+private:
+    Value valueOf(const ElementList& elements, std::size_t function, const std::vector<std::size_t>& cuts,
+                  Context& context, const EvaluationContext& evaluationContext) const;
+
+    const FunctionManager& functions_;
+};
+
+}  // namespace vemo

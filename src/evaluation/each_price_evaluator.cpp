@@ -1,0 +1,115 @@
+// SPDX-License-Identifier: MIT
+#include "evaluation/each_price_evaluator.h"
+
+#include "evaluation/element_replacement.h"
+#include "evaluation/element_tests.h"
+#include "scanning/words/localizer.h"
+
+namespace vemo {
+
+namespace {
+
+// Where one of the phrases ends the text, whole words only; npos without one.
+std::size_t startOfLast(std::u16string_view text, const std::vector<std::u16string>& phrases) {
+    while (!text.empty() && isWhitespace(text.back())) text.remove_suffix(1);
+    const std::u16string lower = lowercased(text);
+    for (const std::u16string& phrase : phrases) {
+        if (!lower.ends_with(phrase) || lower.size() != text.size()) continue;
+        const std::size_t start = lower.size() - phrase.size();
+        if (start == 0 || !isLetter(lower[start - 1]) || !isLetter(phrase.front())) return start;
+    }
+    return text.npos;
+}
+
+bool beginsWith(std::u16string_view text, const std::vector<std::u16string>& phrases) {
+    const std::u16string lower = lowercased(trimmed(text));
+    return std::any_of(phrases.begin(), phrases.end(), [&](const std::u16string& phrase) {
+        return lower.starts_with(phrase) && (lower.size() == phrase.size() || !isLetter(lower[phrase.size()]));
+    });
+}
+
+ElementPointer asText(std::u16string_view text) {
+    return makeElement({}, AttributedText(text));
+}
+
+ElementPointer asOperator(std::u16string_view id, std::u16string_view text) {
+    return makeElement(Value(Attribute::operation, id), AttributedText(text, RunType::operatorWord));
+}
+
+bool isNumber(const Element& element) {
+    return runTypeOf(element) == RunType::number && isNumberWithoutUnit(element);
+}
+
+}  // namespace
+
+EachPriceEvaluator::EachPriceEvaluator(const Localizer& localizer, const UnitConverter& unitConverter)
+    : unitConverter_(unitConverter),
+      at_(localizer.variants(u"each_at.variants", u"Operations")),
+      split_(localizer.variants(u"split.variants", u"Operations")),
+      ways_(localizer.variants(u"split_ways.variants", u"Operations")),
+      between_(localizer.variants(u"split_between.variants", u"Operations")) {}
+
+// A number that begins an operand, with words right behind it.
+bool EachPriceEvaluator::isCount(const ElementList& elements, std::size_t index) const {
+    if (!isNumber(elements[index]) || index + 1 == elements.size() || !isPlainWords(elements[index + 1])) return false;
+    const std::size_t before = neighbourOf(elements, index, -1);
+    if (before == elements.size()) return true;
+    const Value& value = elements[before].value;
+    return runTypeOf(elements[before]) == RunType::label || value.has(Attribute::operation) ||
+           value.has(Attribute::assignment) || value.is(Attribute::parenthesis, u"(");
+}
+
+bool EachPriceEvaluator::isMoney(const ElementList& elements, std::size_t index) const {
+    const auto isCurrency = [&](std::size_t i) {
+        const auto unit = i < elements.size() ? elements[i].value.string(Attribute::unit) : std::nullopt;
+        return unit && unitConverter_.isCurrency(*unit);
+    };
+    if (index >= elements.size()) return false;
+    const std::size_t next = neighbourOf(elements, index, 1);
+    if (elements[index].value.has(Attribute::decimal))
+        return isCurrency(index) || (next < elements.size() && !elements[next].value.has(Attribute::decimal) &&
+                                     isNumber(elements[index]) && isCurrency(next));
+    return isCurrency(index) && next < elements.size() && isNumber(elements[next]);
+}
+
+// The place in the text before a number from which it says that what stands before is split; npos where it does not.
+std::size_t EachPriceEvaluator::splitAt(const ElementList& elements, std::size_t index) const {
+    if (index == 0 || !isNumber(elements[index]) || !isPlainWords(elements[index - 1])) return std::u16string::npos;
+    const std::u16string& text = elements[index - 1].text();
+    const bool ways = index + 1 < elements.size() && beginsWith(elements[index + 1].text(), ways_);
+    return startOfLast(text, ways ? split_ : between_);
+}
+
+std::optional<ElementList> EachPriceEvaluator::evaluate(const ElementList& elements, Context&,
+                                                        const EvaluationContext&) const {
+    if (!elements.anyHas(Attribute::unit) && !hasPlainWords(elements)) return std::nullopt;
+    ElementReplacer replacer(elements);
+    bool value = false;
+    for (std::size_t i = 0; i < elements.size(); ++i) {
+        const std::size_t split = value ? splitAt(elements, i) : std::u16string::npos;
+        value = value || elements[i].value.has(Attribute::decimal);
+        if (split != std::u16string::npos) {
+            const std::u16string_view text = elements[i - 1].text();
+            ElementList& result = replacer.replace({i - 1, 1});
+            if (split > 0) result.append(asText(text.substr(0, split)));
+            result.append(asOperator(u"/", text.substr(split)));
+            continue;
+        }
+        if (!isCount(elements, i)) continue;
+        const std::u16string_view text = elements[i + 1].text();
+        const std::size_t behind = neighbourOf(elements, i + 1, 1);
+        const std::size_t at = startOfLast(text, at_);
+        if (at != text.npos && hasLetter(text.substr(0, at)) && isMoney(elements, behind)) {
+            ElementList& result = replacer.replace({i + 1, 1});
+            result.append(asText(text.substr(0, at)));
+            result.append(asOperator(u"*", text.substr(at)));
+        } else if (behind < elements.size() && elements[behind].value.has(Attribute::operation) &&
+                   startOfLast(elements[behind].text(), at_) == 0 &&
+                   isMoney(elements, neighbourOf(elements, behind, 1))) {
+            replacer.replace({behind, 1}).append(asOperator(u"*", elements[behind].text()));
+        }
+    }
+    return replacer.finished();
+}
+
+}  // namespace vemo

@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "evaluation/evaluator.h"
+#include "units/unit_converter.h"
+
+namespace vemo {
+
+class Localizer;
+
+// "5 items at $12.50": a count with words behind it, and what one of them costs. "$99.36 split 4 ways" divides.
+class EachPriceEvaluator : public Evaluator {
+public:
+    EachPriceEvaluator(const Localizer& localizer, const UnitConverter& unitConverter);
+    std::u16string_view name() const override { return u"EachPriceEvaluator"; }
+    std::optional<ElementList> evaluate(const ElementList&, Context&, const EvaluationContext&) const override;
+
+private:
+    bool isCount(const ElementList& elements, std::size_t index) const;
+    bool isMoney(const ElementList& elements, std::size_t index) const;
+    std::size_t splitAt(const ElementList& elements, std::size_t index) const;
+
+    const UnitConverter& unitConverter_;
+    const std::vector<std::u16string> at_, split_, ways_, between_;
+};
+
+}  // namespace vemo

@@ -1,0 +1,139 @@
+// SPDX-License-Identifier: MIT
+#include "evaluation/line_marks_evaluator.h"
+
+#include "evaluation/element_replacement.h"
+#include "evaluation/element_tests.h"
+#include "platform/locale_info.h"
+
+namespace vemo {
+
+namespace {
+
+constexpr std::size_t mostDigits = 3;    // of a list's number
+constexpr std::size_t mostElements = 8;  // of a list's mark and the word behind it
+constexpr std::u16string_view bullets = u"-*\u2022";
+constexpr std::u16string_view arrows[] = {u"->", u"\u2192"};
+
+struct Mark {
+    std::size_t end = 0;  // 0 for none
+    bool numbered = false;
+};
+
+std::size_t blanksEnd(std::u16string_view text, std::size_t i) {
+    while (i < text.size() && isWhitespace(text[i])) ++i;
+    return i;
+}
+
+// The end of "[ ]" or "[x]" and the blanks behind it; the place itself where there is none.
+std::size_t boxEnd(std::u16string_view text, std::size_t i) {
+    constexpr std::size_t length = 3;
+    if (i + length > text.size() || text[i] != u'[' || text[i + 2] != u']') return i;
+    const char16_t inside = text[i + 1];
+    if (inside != u' ' && inside != u'x' && inside != u'X') return i;
+    const std::size_t end = blanksEnd(text, i + length);
+    return end == i + length ? i : end;
+}
+
+Mark markOf(std::u16string_view text) {
+    const std::size_t start = blanksEnd(text, 0);
+    std::size_t i = start;
+    while (i < text.size() && i - start <= mostDigits && digitValue(text[i]) >= 0) ++i;
+    const bool numbered =
+        i > start && i - start <= mostDigits && i < text.size() && (text[i] == u'.' || text[i] == u')');
+    const bool bullet = i == start && i < text.size() && bullets.find(text[i]) != bullets.npos;
+    if (numbered || bullet) {
+        const std::size_t end = blanksEnd(text, i + 1);
+        return end == i + 1 ? Mark{} : Mark{boxEnd(text, end), numbered};
+    }
+    const std::size_t end = boxEnd(text, start);
+    return end == start ? Mark{} : Mark{end, false};
+}
+
+bool mayBeginMark(const ElementList& elements) {
+    const std::u16string_view first = trimmed(elements[0].text());
+    if (first.empty()) return elements.size() > 1;
+    if (digitValue(first.front()) < 0) return bullets.find(first.front()) != bullets.npos || first.front() == u'[';
+    const std::u16string& next = elements.size() > 1 ? elements[1].text() : elements[0].text();
+    return !next.empty() && (next.front() == u'.' || next.front() == u')');
+}
+
+bool isSign(const Element& element, std::u16string_view text) {
+    return element.value.has(Attribute::operation) && element.text() == text;
+}
+
+ElementPointer asText(std::u16string_view text) {
+    return makeElement({}, AttributedText(text));
+}
+
+// "lunch -- 5": the first of two dashes behind a word.
+bool isDash(const ElementList& elements, std::size_t i) {
+    if (i == 0 || i + 1 >= elements.size() || !isSign(elements[i], u"-") || !isSign(elements[i + 1], u"-"))
+        return false;
+    const std::size_t before = neighbourOf(elements, i, -1);
+    return before < elements.size() && isPlainWords(elements[before]) &&
+           isLetter(trimmed(elements[before].text()).back());
+}
+
+// An arrow points to a unit, a numeral system, a time zone or a word behind something to convert.
+bool isIdleArrow(const ElementList& elements, std::size_t i) {
+    if (!isSign(elements[i], arrows[0]) && !isSign(elements[i], arrows[1])) return false;
+    const std::size_t before = neighbourOf(elements, i, -1), behind = neighbourOf(elements, i, 1);
+    if (before >= elements.size() || behind >= elements.size() || elements[before].value.isEmpty()) return true;
+    const Value& target = elements[behind].value;
+    return target.has(Attribute::decimal) || target.has(Attribute::date) || target.has(Attribute::parenthesis) ||
+           target.has(Attribute::operation);
+}
+
+}  // namespace
+
+// "Total:" with nothing but comments beside it.
+std::optional<ElementList> LineMarksEvaluator::aggregateOf(const ElementList& elements) const {
+    if (runTypeOf(elements[0]) != RunType::label) return std::nullopt;
+    for (std::size_t i = 1; i < elements.size(); ++i)
+        if (runTypeOf(elements[i]) != RunType::comment && !trimmed(elements[i].text()).empty()) return std::nullopt;
+    std::u16string_view words = trimmed(elements[0].text());
+    words = trimmed(words.substr(0, words.size() - 1));
+    const std::u16string* id = functions_.phraseDetector().find(lowercased(words));
+    const Function* function = id ? functions_.function(*id) : nullptr;
+    if (!function || !function->takesSeveral() || function->takesSigns()) return std::nullopt;
+    ElementList result({makeElement(Value(Attribute::function, *id), elements[0].attributedText)});
+    for (std::size_t i = 1; i < elements.size(); ++i) result.append(elements.pointers()[i]);
+    return result;
+}
+
+// The number of elements that a list's mark begins in; 0 without one.
+std::size_t LineMarksEvaluator::listMark(const ElementList& elements) const {
+    if (!mayBeginMark(elements)) return 0;
+    const std::size_t most = std::min(elements.size(), mostElements);
+    const Mark mark = markOf(elements.slice(0, most).text());
+    std::size_t start = 0;
+    for (std::size_t i = 0; mark.end > 0 && i < most; start += elements[i++].text().size()) {
+        const Element& element = elements[i];
+        if (start + element.text().size() <= mark.end) continue;
+        if (isPlainWords(element)) return isLetter(element.text()[mark.end - start]) ? i : 0;
+        const auto unit = element.value.string(Attribute::unit);
+        const bool money = unit && !element.value.has(Attribute::decimal) && unitConverter_.isCurrency(*unit);
+        return mark.numbered && money && start == mark.end ? i : 0;
+    }
+    return 0;
+}
+
+std::optional<ElementList> LineMarksEvaluator::evaluate(const ElementList& elements, Context&,
+                                                        const EvaluationContext&) const {
+    if (elements.empty()) return std::nullopt;
+    if (auto aggregate = aggregateOf(elements)) return aggregate;
+    ElementReplacer replacer(elements);
+    const std::size_t marked = listMark(elements);
+    for (std::size_t i = 0; i < marked; ++i)
+        if (!elements[i].value.isEmpty()) replacer.replace({i, 1}).append(asText(elements[i].text()));
+    for (std::size_t i = marked; i < elements.size(); ++i) {
+        if (!elements[i].value.has(Attribute::operation)) continue;
+        const std::size_t length = isDash(elements, i) ? 2 : isIdleArrow(elements, i) ? 1 : 0;
+        if (length == 0) continue;
+        replacer.replace({i, length}).append(asText(elements.slice(i, i + length).text()));
+        i += length - 1;
+    }
+    return replacer.finished();
+}
+
+}  // namespace vemo

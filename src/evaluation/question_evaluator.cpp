@@ -1,0 +1,123 @@
+// SPDX-License-Identifier: MIT
+#include "evaluation/question_evaluator.h"
+
+#include <algorithm>
+
+#include "evaluation/element_replacement.h"
+#include "evaluation/element_tests.h"
+#include "scanning/words/localizer.h"
+
+namespace vemo {
+
+namespace {
+
+constexpr struct {
+    std::u16string_view beginnings, links, operation;
+} rows[] = {
+    {u"how_many.variants", u"how_many_link.variants", u"in"},
+    {u"what_percent_of.variants", u"what_percent_is.variants", u"percent_is"},
+    {u"percent_change.variants", u"percent_change_to.variants", u"percent_change"},
+};
+
+bool contains(const std::vector<std::u16string>& words, std::u16string_view word) {
+    return std::find(words.begin(), words.end(), lowercased(trimmed(word))) != words.end();
+}
+
+ElementPointer asText(const Element& element) {
+    return makeElement({}, AttributedText(element.text(), runTypeOf(element)));
+}
+
+// Where the words that the line begins with do: behind its label.
+std::size_t startOf(const ElementList& elements) {
+    std::size_t i = 0;
+    for (; i < elements.size(); ++i) {
+        const RunType type = runTypeOf(elements[i]);
+        const bool skipped = type == RunType::label || type == RunType::comment || trimmed(elements[i].text()).empty();
+        if (!elements[i].value.isEmpty() || !skipped) break;
+    }
+    return i;
+}
+
+bool isUnitAlone(const Element& element) {
+    return element.value.has(Attribute::unit) && !element.value.has(Attribute::decimal);
+}
+
+}  // namespace
+
+QuestionEvaluator::QuestionEvaluator(const Localizer& localizer) {
+    for (const auto& row : rows) {
+        Question question{localizer.variants(row.beginnings, u"Operations"),
+                          localizer.variants(row.links, u"Operations"), row.operation};
+        // The longest first.
+        std::stable_sort(question.beginnings.begin(), question.beginnings.end(),
+                         [](const auto& a, const auto& b) { return a.size() > b.size(); });
+        for (const std::u16string& beginning : question.beginnings) firstUnits_ += beginning.front();
+        questions_.push_back(std::move(question));
+    }
+}
+
+std::optional<ElementList> QuestionEvaluator::evaluate(const ElementList& elements, Context&,
+                                                       const EvaluationContext&) const {
+    const std::size_t start = startOf(elements);
+    if (elements.size() < start + 3) return std::nullopt;
+    const std::u16string_view text = trimmed(elements[start].text());
+    if (text.empty() || firstUnits_.find(lowercasedUnit(text.front())) == std::u16string::npos) return std::nullopt;
+    for (const Question& question : questions_) {
+        const std::size_t end = endOfBeginning(elements, start, question);
+        if (end == start) continue;
+        auto result = question.operation == u"in" ? asConversion(elements, start, end, question)
+                                                  : asOperation(elements, start, end, question);
+        if (result) return result;
+    }
+    return std::nullopt;
+}
+
+// The element behind the words that the question begins with; `start` where it does not.
+std::size_t QuestionEvaluator::endOfBeginning(const ElementList& elements, std::size_t start,
+                                              const Question& question) const {
+    const std::size_t longest = question.beginnings.front().size();
+    std::u16string text;
+    std::size_t end = start, best = start;
+    for (; end < elements.size() && text.size() <= longest + 1; ++end) {
+        text += elements[end].text();
+        if (contains(question.beginnings, text)) best = end + 1;
+    }
+    return best;
+}
+
+std::optional<ElementList> QuestionEvaluator::asConversion(const ElementList& elements, std::size_t start,
+                                                           std::size_t end, const Question& question) const {
+    const std::size_t unit = end < elements.size() ? neighbourOf(elements, end - 1, 1) : elements.size();
+    if (unit == elements.size() || !isUnitAlone(elements[unit])) return std::nullopt;
+    std::size_t value = unit + 1;
+    while (value < elements.size() && !beginsValue(elements, value)) ++value;
+    if (value >= elements.size() || !contains(question.links, elements.slice(unit + 1, value).text()))
+        return std::nullopt;
+    ElementList result = elements.slice(0, start);
+    for (std::size_t i = start; i < value; ++i) result.append(asText(elements[i]));
+    for (std::size_t i = value; i < elements.size(); ++i) result.append(elements.pointers()[i]);
+    result.append(makeElement(Value(Attribute::operation, u"in"), {}));
+    result.append(makeElement(elements[unit].value, {}));
+    return result;
+}
+
+std::optional<ElementList> QuestionEvaluator::asOperation(const ElementList& elements, std::size_t start,
+                                                          std::size_t end, const Question& question) const {
+    bool value = false;
+    for (std::size_t i = end; i + 1 < elements.size(); ++i) {
+        if (!value || !contains(question.links, elements[i].text())) {
+            value = value || elements[i].value.has(Attribute::decimal);
+            continue;
+        }
+        ElementList result = elements.slice(0, start);
+        for (std::size_t k = start; k < end; ++k) result.append(asText(elements[k]));
+        for (std::size_t k = end; k < elements.size(); ++k)
+            result.append(k == i
+                              ? makeElement(Value(Attribute::operation, question.operation), elements[i].attributedText)
+                              : elements.pointers()[k]);
+        return result;
+    }
+    return std::nullopt;
+}
+
+}  // namespace vemo

@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "evaluation/evaluator.h"
+
+namespace vemo {
+
+class Localizer;
+
+// Lines that begin with what is asked for: "how many cm in 5 inches", "what % of 80 is 20", "% change 80 to 100".
+// They are put as "5 inches in cm", and as two values with an operator between them.
+class QuestionEvaluator : public Evaluator {
+public:
+    explicit QuestionEvaluator(const Localizer& localizer);
+    std::u16string_view name() const override { return u"QuestionEvaluator"; }
+    std::optional<ElementList> evaluate(const ElementList&, Context&, const EvaluationContext&) const override;
+
+private:
+    struct Question {
+        std::vector<std::u16string> beginnings, links;
+        std::u16string_view operation;
+    };
+
+    std::size_t endOfBeginning(const ElementList& elements, std::size_t start, const Question& question) const;
+    std::optional<ElementList> asConversion(const ElementList& elements, std::size_t start, std::size_t end,
+                                            const Question& question) const;
+    std::optional<ElementList> asOperation(const ElementList& elements, std::size_t start, std::size_t end,
+                                           const Question& question) const;
+
+    std::vector<Question> questions_;
+    std::u16string firstUnits_;  // of all beginnings
+};
+
+}  // namespace vemo

@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <memory>
+#include <string_view>
+
+#include "functions/function_manager.h"
+#include "platform/locale_info.h"
+#include "scanning/extractor.h"
+
+namespace vemo {
+
+// Names of functions, and what separates several values in the brackets after one: ";", and a comma that is no
+// grouping. Where the locale writes decimals with a comma, only one with a blank behind it separates.
+class FunctionExtractor : public Extractor {
+public:
+    // `numbers` find the numbers between separators, which without them would be read as one.
+    FunctionExtractor(const FunctionManager& functions, LocaleInfo locale,
+                      std::vector<std::shared_ptr<const Extractor>> numbers)
+        : functions_(functions), locale_(std::move(locale)), numbers_(std::move(numbers)) {}
+    std::u16string_view name() const override { return u"FunctionExtractor"; }
+    void extract(const std::u16string& text, Context& context, std::vector<Extraction>& result) const override;
+
+private:
+    void separators(const std::u16string& text, std::size_t bracket, Context& context,
+                    std::vector<Extraction>& result) const;
+    void numbersIn(const std::u16string& text, TextRange range, Context& context,
+                   std::vector<Extraction>& result) const;
+    bool separates(std::u16string_view text, std::size_t comma) const;
+
+    const FunctionManager& functions_;
+    const LocaleInfo locale_;
+    const std::vector<std::shared_ptr<const Extractor>> numbers_;
+};
+
+}  // namespace vemo
