@@ -48,10 +48,6 @@ bool isAddend(const ElementList& elements, std::size_t i) {
     return i < elements.size() && elements[i].value.is(Attribute::type, number_word::addend);
 }
 
-bool isUnit(const ElementList& elements, std::size_t i) {
-    return i < elements.size() && elements[i].value.has(Attribute::unit) && !elements[i].value.has(Attribute::decimal);
-}
-
 }  // namespace
 
 NumberWordEvaluator::NumberWordEvaluator(const Localizer& localizer, const ScaleManager& scales)
@@ -169,16 +165,16 @@ std::optional<ElementList> NumberWordEvaluator::withWords(const ElementList& ele
         };
         const std::size_t next = neighbourOf(elements, i, 1);
         const std::size_t third = neighbourOf(elements, next, 1);
-        if (isNumerator(elements[i]) && isUnit(elements, next) && isAddend(elements, third)) {
+        if (isNumerator(elements[i]) && isUnitAlone(elements, next) && isAddend(elements, third)) {
             become(i + 1, value.decimal()->adding(*elements[third].value.decimal()));
             const std::u16string text = elements.slice(next, third + 1).text();
             replacer.replace({next, third + 1 - next})
                 .append(makeElement(elements[next].value, AttributedText(text, RunType::unit)));
             i = third;
-        } else if (isNumerator(elements[i]) && isAddend(elements, next) && isUnit(elements, third)) {
+        } else if (isNumerator(elements[i]) && isAddend(elements, next) && isUnitAlone(elements, third)) {
             become(next + 1, value.decimal()->adding(*elements[next].value.decimal()));
             i = next;
-        } else if (value.is(Attribute::type, number_word::mixed) && isUnit(elements, next)) {
+        } else if (value.is(Attribute::type, number_word::mixed) && isUnitAlone(elements, next)) {
             become(i + 1, *value.decimal());
         } else if (isNumerator(elements[i]) && isFraction(elements, next)) {
             become(next + 1, value.decimal()->multiplying(*elements[next].value.decimal()));
