@@ -3,8 +3,8 @@
 
 #include "evaluation/arguments_evaluator.h"
 #include "evaluation/compound_measure_evaluator.h"
-#include "evaluation/each_price_evaluator.h"
 #include "evaluation/duration_evaluator.h"
+#include "evaluation/each_price_evaluator.h"
 #include "evaluation/fraction_evaluator.h"
 #include "evaluation/function_expression_evaluator.h"
 #include "evaluation/geo_names_parser.h"

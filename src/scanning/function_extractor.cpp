@@ -30,6 +30,8 @@ std::size_t digitsFrom(std::u16string_view text, std::size_t start) {
 // "max" among words is one of them: the function stands right before a bracket, or has at most operators beside it.
 bool hasItsPlace(std::u16string_view text, TextRange range) {
     if (range.end() < text.size() && text[range.end()] == u'(') return true;
+    // "l/min"
+    if (range.location > 0 && text[range.location - 1] == u'/') return false;
     constexpr std::u16string_view signs = u"+-*/^=:;,\u00d7\u00f7\u2212";
     const std::u16string_view before = trimmed(text.substr(0, range.location));
     if (!before.empty() && before.back() != u'(' && signs.find(before.back()) == signs.npos) return false;
@@ -50,6 +52,7 @@ void FunctionExtractor::extract(const std::u16string& text, Context& context, st
         // A name that is a unit's or a multiplier's too ("min", a script's "gross") is that behind a number only.
         const std::size_t end = match.range.end();
         const std::u16string_view before = trimmed(std::u16string_view(text).substr(0, match.range.location));
+        if (name.find(u' ') != name.npos && units_.isRateWord(before.substr(before.find_last_of(u' ') + 1))) continue;
         const bool afterNumber = !before.empty() && digitValue(before.back()) >= 0;
         result.push_back(
             {match.range, endsInDigit ? priority::operatorSymbol : priority::usual,

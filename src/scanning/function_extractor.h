@@ -7,6 +7,7 @@
 #include "functions/function_manager.h"
 #include "platform/locale_info.h"
 #include "scanning/extractor.h"
+#include "units/unit_manager.h"
 
 namespace vemo {
 
@@ -14,10 +15,11 @@ namespace vemo {
 // grouping. Where the locale writes decimals with a comma, only one with a blank behind it separates.
 class FunctionExtractor : public Extractor {
 public:
-    // `numbers` find the numbers between separators, which without them would be read as one.
-    FunctionExtractor(const FunctionManager& functions, LocaleInfo locale,
+    // `numbers` find the numbers between separators, which without them would be read as one. A word of `units` for
+    // rates makes a unit of what follows it: "100 km por hora en m/s".
+    FunctionExtractor(const FunctionManager& functions, const UnitManager& units, LocaleInfo locale,
                       std::vector<std::shared_ptr<const Extractor>> numbers)
-        : functions_(functions), locale_(std::move(locale)), numbers_(std::move(numbers)) {}
+        : functions_(functions), units_(units), locale_(std::move(locale)), numbers_(std::move(numbers)) {}
     std::u16string_view name() const override { return u"FunctionExtractor"; }
     void extract(const std::u16string& text, Context& context, std::vector<Extraction>& result) const override;
 
@@ -29,6 +31,7 @@ private:
     bool separates(std::u16string_view text, std::size_t comma) const;
 
     const FunctionManager& functions_;
+    const UnitManager& units_;
     const LocaleInfo locale_;
     const std::vector<std::shared_ptr<const Extractor>> numbers_;
 };

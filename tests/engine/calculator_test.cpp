@@ -23,7 +23,7 @@ TEST(Calculator, measuresItsSetUpInOrder) {
     EXPECT_THAT(names, ElementsAre("operators", "operations", "initializeExtractors", "initializeEvaluators",
                                    "initializeFormatters", "initializeUnits", "initializeFunctions",
                                    "initializeCurrency", "initializeCrypto", "initializeDates", "initializeScales",
-                                   "initializeRegion", "initializeConstants", "initializeCss"));
+                                   "initializeConstants", "initializeCss"));
 }
 
 TEST(Calculator, definesConstantsWithTheirDigits) {

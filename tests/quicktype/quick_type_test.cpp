@@ -139,28 +139,28 @@ TEST(QuickType, offersWhatIsTypedMostFirst) {
     EXPECT_EQ(offered, R"(
 | as EUR in into JPY
 | as AUD abs acos AED
-| BYN BAM bar BBD BDT
-| CAD CHF CNY cal cbrt
+| BYN BAM BBD BDT BGN
+| CAD CHF CNY cbrt CDF
 | daB dabit dag dal dam
 | EUR EAC EB Ebit Eg
 | fact FCT fg FJD FKP
-| GBP GB Gbit GBq gcd
+| GBP GB Gbit gcd GEL
 | hB hbit hg HKD hl
 | in into IDR ILS INR
 | JPY JMD JOD jamaican japanese
-| kA kB kbit kBq kcal
+| kB kbit KES kg KGS
 | LAK last LBP lcm LD
-| mA MAD mAh max maximum
-| NZD nA NAD nC nF
+| MAD max maximum MB Mbit
+| NZD NAD ng NGN NIO
 | of OMR of what is off off of
-| Pa PAB PB Pbit PEN
+| PAB PB Pbit PEN Pg
 | QAR qatari qt qts quart
 | RUB RON root round RSD
 | SAR SBD SCR SDG SEK
 | to tan tanh TB Tbit
 | USD UAH UGX unixtime UYU
-| VA VEF VND VTC VUV
-| Wh WST water watt watt-hour
+| VEF VND VTC VUV vanuatu
+| WST week weeks west wk
 | XAF XCD XMR XOF XPF
 | YB Ybit YER yesterday Yg
 | ZAR ZB Zbit Zg zg)");
