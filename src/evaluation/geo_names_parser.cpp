@@ -95,6 +95,13 @@ bool mayBeOfPlace(const Element& element) {
            !isConversion(element);
 }
 
+// "7pm tokyo in london": words between a time and a conversion are a place, whatever their case.
+bool endsAtConversion(const ElementList& elements, std::size_t from) {
+    std::size_t to = from;
+    while (to < elements.size() && mayBeOfPlace(elements[to])) ++to;
+    return to < elements.size() && isConversion(elements[to]) && isText(elements, from, to);
+}
+
 }  // namespace
 
 std::optional<ElementList> GeoNamesParser::evaluate(const ElementList& elements, Context& context,
@@ -143,7 +150,8 @@ std::optional<ElementList> GeoNamesParser::withKnownPlaces(const ElementList& el
                                 (beginsWithCapital(elements, start, placeEnd) || isCjk(elements[start].text().front()));
             if (before && replace(start, placeEnd)) {
                 start = i + 1;
-            } else if (from < elements.size() && (placing || beginsWithCapital(elements, from, from + 1))) {
+            } else if (from < elements.size() &&
+                       (placing || beginsWithCapital(elements, from, from + 1) || endsAtConversion(elements, from))) {
                 const std::size_t to = placeAt(from);
                 timeBefore = true;
                 if (to > from) {

@@ -44,6 +44,20 @@ bool isDecided(const Value& value) {
     return !value.has(Attribute::type) || value.is(Attribute::type, number_word::separator);
 }
 
+// "twelve * 12", "two hundred plus fifty": beside an arithmetic operator whose other operand is a number.
+bool isCalculated(const ElementList& elements, std::size_t start, std::size_t end) {
+    constexpr std::u16string_view operators[] = {u"+", u"-", u"*", u"/", u"^"};
+    const auto isNumberBeyond = [&](std::size_t op, int step) {
+        if (op >= elements.size()) return false;
+        const auto id = elements[op].value.string(Attribute::operation);
+        if (!id || std::find(std::begin(operators), std::end(operators), *id) == std::end(operators)) return false;
+        const std::size_t other = neighbourOf(elements, op, step);
+        return other < elements.size() &&
+               (elements[other].value.has(Attribute::decimal) || elements[other].value.has(Attribute::scale));
+    };
+    return isNumberBeyond(neighbourOf(elements, end - 1, 1), 1) || isNumberBeyond(neighbourOf(elements, start, -1), -1);
+}
+
 bool isAddend(const ElementList& elements, std::size_t i) {
     return i < elements.size() && elements[i].value.is(Attribute::type, number_word::addend);
 }
@@ -98,7 +112,7 @@ NumberWordEvaluator::Count NumberWordEvaluator::countAt(const ElementList& eleme
         next = neighbourOf(elements, word, 1);
     }
     const std::size_t behind = neighbourOf(elements, end - 1, 1);
-    if (!anyScale && !isUnitAlone(elements, behind)) return {};
+    if (!anyScale && !isUnitAlone(elements, behind) && !isCalculated(elements, start, end)) return {};
     return {scaled.adding(DecimalNumber::fromInt64(group)), end};
 }
 

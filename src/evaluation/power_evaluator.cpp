@@ -20,6 +20,16 @@ std::size_t operandStart(const std::vector<ElementPointer>& elements) {
     return i > 0 && elements[i - 1]->value.has(Attribute::function) ? i - 1 : i;
 }
 
+// True when the last element but blanks is a number without a unit, a name's value or a closing bracket.
+bool endsOperand(const std::vector<ElementPointer>& elements) {
+    for (std::size_t i = elements.size(); i-- > 0;) {
+        if (elements[i]->value.isEmpty() && trimmed(elements[i]->text()).empty()) continue;
+        const Value& value = elements[i]->value;
+        return value.is(Attribute::parenthesis, u")") || (value.has(Attribute::decimal) && !value.has(Attribute::unit));
+    }
+    return false;
+}
+
 }  // namespace
 
 // The id of the area or volume that a power of a length is; empty where the element begins none.
@@ -42,7 +52,10 @@ std::optional<ElementList> PowerEvaluator::evaluate(const ElementList& elements,
     bool changed = false;
     for (std::size_t i = 0; i < elements.size(); ++i) {
         const Element& element = elements[i];
-        if (element.value.is(Attribute::type, number_word::power)) {
+        if (element.value.is(Attribute::type, number_word::power) && hasLetter(element.text()) &&
+            !endsOperand(result)) {
+            result.push_back(makeElement({}, AttributedText(element.text())));  // "squared paper"
+        } else if (element.value.is(Attribute::type, number_word::power)) {
             result.push_back(makeElement(Value(Attribute::operation, u"^"), {}));
             result.push_back(
                 makeElement(Value(*element.value.decimal()), AttributedText(element.text(), RunType::number)));

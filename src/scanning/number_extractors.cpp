@@ -68,7 +68,8 @@ constexpr struct {
     {u"half.variants", number_word::fraction, 1, 2},        {u"third.variants", number_word::fraction, 1, 3},
     {u"quarter.variants", number_word::fraction, 1, 4},     {u"and_a_half.variants", number_word::addend, 1, 2},
     {u"one_and_a_half.variants", number_word::mixed, 3, 2}, {u"twice.variants", number_word::multiple, 2, 1},
-    {u"thrice.variants", number_word::multiple, 3, 1}};
+    {u"thrice.variants", number_word::multiple, 3, 1},      {u"squared.variants", number_word::power, 2, 1},
+    {u"cubed.variants", number_word::power, 3, 1}};
 
 // Durations that need no number.
 constexpr struct {
