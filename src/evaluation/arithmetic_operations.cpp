@@ -41,28 +41,63 @@ std::optional<Value> keepingLeft(const Value& left, const Value& right, Compute 
     return left.with(*number);
 }
 
-// `compute` takes bits, or signs, which it combines alike.
-template <class Compute>
-std::optional<Value> bitwise(const Value& left, const Value& right, Compute compute) {
-    return keepingLeft(left, right, [&](const DecimalNumber& a, const DecimalNumber& b) {
-        const auto first = bitsOf(a), second = bitsOf(b);
-        if (!first || !second) return DecimalNumber::notANumberValue();
-        const std::uint64_t bits = compute(*first, *second);
-        const auto sign = [](const DecimalNumber& number) { return std::uint64_t{wholeNumber(number).isNegative()}; };
-        const bool negative = compute(sign(a), sign(b)) != 0;
-        return negative ? DecimalNumber::fromInt64(static_cast<std::int64_t>(bits)) : DecimalNumber::fromUInt64(bits);
-    });
-}
+// Takes bits, or signs, which it combines alike.
+using BitFormula = std::uint64_t (*)(std::uint64_t a, std::uint64_t b);
+using ShiftFormula = std::int64_t (*)(std::int64_t a, int count);
 
-template <class Compute>
-std::optional<Value> shifted(const Value& left, const Value& right, Compute compute) {
-    const auto count = right.decimal();
-    if (count && count->isNegative()) return std::nullopt;
-    return keepingLeft(left, right, [&](const DecimalNumber& a, const DecimalNumber& b) {
-        return DecimalNumber::fromInt64(
-            compute(a.toInt64(), static_cast<int>(std::min<std::int64_t>(b.toInt64(), 63))));
-    });
-}
+class BitwiseOperation : public Operation {
+public:
+    explicit BitwiseOperation(BitFormula formula) : formula_(formula) {}
+    std::optional<Value> calculate(const Value& left, const Value& right, Context&) const override {
+        return keepingLeft(left, right, [&](const DecimalNumber& a, const DecimalNumber& b) {
+            const auto first = bitsOf(a), second = bitsOf(b);
+            if (!first || !second) return DecimalNumber::notANumberValue();
+            const std::uint64_t bits = formula_(*first, *second);
+            const bool negative = formula_(signOf(a), signOf(b)) != 0;
+            return negative ? DecimalNumber::fromInt64(static_cast<std::int64_t>(bits))
+                            : DecimalNumber::fromUInt64(bits);
+        });
+    }
+
+private:
+    static std::uint64_t signOf(const DecimalNumber& number) { return wholeNumber(number).isNegative() ? 1 : 0; }
+
+    BitFormula formula_;
+};
+
+class ShiftOperation : public Operation {
+public:
+    explicit ShiftOperation(ShiftFormula formula) : formula_(formula) {}
+    std::optional<Value> calculate(const Value& left, const Value& right, Context&) const override {
+        const auto count = right.decimal();
+        if (count && count->isNegative()) return std::nullopt;
+        return keepingLeft(left, right, [&](const DecimalNumber& a, const DecimalNumber& b) {
+            constexpr std::int64_t widest = 63;
+            return DecimalNumber::fromInt64(formula_(a.toInt64(), static_cast<int>(std::min(b.toInt64(), widest))));
+        });
+    }
+
+private:
+    ShiftFormula formula_;
+};
+
+constexpr struct {
+    std::u16string_view operatorId;
+    BitFormula formula;
+} bitRows[] = {
+    {u"and", [](std::uint64_t a, std::uint64_t b) { return a & b; }},
+    {u"or", [](std::uint64_t a, std::uint64_t b) { return a | b; }},
+    {u"xor", [](std::uint64_t a, std::uint64_t b) { return a ^ b; }},
+};
+
+constexpr struct {
+    std::u16string_view operatorId;
+    ShiftFormula formula;
+} shiftRows[] = {
+    {u"left_shift",
+     [](std::int64_t a, int count) { return static_cast<std::int64_t>(static_cast<std::uint64_t>(a) << count); }},
+    {u"right_shift", [](std::int64_t a, int count) { return a >> count; }},
+};
 
 }  // namespace
 
@@ -102,26 +137,9 @@ std::optional<Value> ExponentOperation::calculate(const Value& left, const Value
     return keepingLeft(left, right, mxPower);
 }
 
-std::optional<Value> BitwiseAndOperation::calculate(const Value& left, const Value& right, Context&) const {
-    return bitwise(left, right, [](std::uint64_t a, std::uint64_t b) { return a & b; });
-}
-
-std::optional<Value> BitwiseOrOperation::calculate(const Value& left, const Value& right, Context&) const {
-    return bitwise(left, right, [](std::uint64_t a, std::uint64_t b) { return a | b; });
-}
-
-std::optional<Value> BitwiseXorOperation::calculate(const Value& left, const Value& right, Context&) const {
-    return bitwise(left, right, [](std::uint64_t a, std::uint64_t b) { return a ^ b; });
-}
-
-std::optional<Value> LeftShiftOperation::calculate(const Value& left, const Value& right, Context&) const {
-    return shifted(left, right, [](std::int64_t a, int count) {
-        return static_cast<std::int64_t>(static_cast<std::uint64_t>(a) << count);
-    });
-}
-
-std::optional<Value> RightShiftOperation::calculate(const Value& left, const Value& right, Context&) const {
-    return shifted(left, right, [](std::int64_t a, int count) { return a >> count; });
+void registerBitOperations(OperationCollection& operations) {
+    for (const auto& row : bitRows) operations.add(row.operatorId, std::make_shared<BitwiseOperation>(row.formula));
+    for (const auto& row : shiftRows) operations.add(row.operatorId, std::make_shared<ShiftOperation>(row.formula));
 }
 
 std::optional<Value> ConversionOperation::calculate(const Value& left, const Value& right, Context& context) const {

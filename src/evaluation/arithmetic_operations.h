@@ -59,34 +59,10 @@ public:
     std::optional<Value> calculate(const Value& left, const Value& right, Context& context) const override;
 };
 
-// Bitwise operations work on 64 bits in two's complement, and are not-a-number where a number has more. What is whole
-// but for rounding is whole; other fractions are dropped.
-class BitwiseAndOperation : public Operation {
-public:
-    std::optional<Value> calculate(const Value& left, const Value& right, Context& context) const override;
-};
-
-class BitwiseOrOperation : public Operation {
-public:
-    std::optional<Value> calculate(const Value& left, const Value& right, Context& context) const override;
-};
-
-class BitwiseXorOperation : public Operation {
-public:
-    std::optional<Value> calculate(const Value& left, const Value& right, Context& context) const override;
-};
-
-// Shifts work on signed 64-bit integers. A count above 63 counts as 63; a negative one is declined. The right shift
-// keeps the sign.
-class LeftShiftOperation : public Operation {
-public:
-    std::optional<Value> calculate(const Value& left, const Value& right, Context& context) const override;
-};
-
-class RightShiftOperation : public Operation {
-public:
-    std::optional<Value> calculate(const Value& left, const Value& right, Context& context) const override;
-};
+// Adds the bitwise operations and shifts. The former work on 64 bits in two's complement, and are not-a-number where a
+// number has more; what is whole but for rounding is whole, other fractions are dropped. Shifts work on signed 64-bit
+// integers: a count above 63 counts as 63, a negative one is declined, and the right shift keeps the sign.
+void registerBitOperations(OperationCollection& operations);
 
 // "in": the left operand in the right one's unit, declined when it can't be converted; without a unit there, the right
 // operand's marks (a numeral system) go to the left one.

@@ -90,11 +90,7 @@ void registerOperations(OperationCollection& operations, const UnitConverter& un
     operations.add(u"-", std::make_shared<DateSubtractionOperation>());
     operations.add(u"^", std::make_shared<ExponentOperation>());
     operations.add(u"mod", std::make_shared<ModuloOperation>());
-    operations.add(u"and", std::make_shared<BitwiseAndOperation>());
-    operations.add(u"or", std::make_shared<BitwiseOrOperation>());
-    operations.add(u"xor", std::make_shared<BitwiseXorOperation>());
-    operations.add(u"left_shift", std::make_shared<LeftShiftOperation>());
-    operations.add(u"right_shift", std::make_shared<RightShiftOperation>());
+    registerBitOperations(operations);
     registerPercentagePhrases(operations, unitConverter);
     registerDateRelations(operations, unitConverter);
 }
