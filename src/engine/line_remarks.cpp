@@ -80,6 +80,8 @@ bool isDayAndYear(std::u16string_view literal) {
 
 // What has the form of a date or a clock time, and was read as neither: how many elements of it begin there.
 std::size_t elementsOfNoDate(const ElementList& elements, std::size_t i, bool calculated) {
+    const std::u16string& begin = elements[i].text();
+    if (begin.empty() || !isDigit(begin.front())) return 0;
     const auto text = [&](std::size_t at) {
         return at < elements.size() ? std::u16string_view(elements[at].text()) : std::u16string_view();
     };

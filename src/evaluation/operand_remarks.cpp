@@ -30,16 +30,30 @@ void OperandRemarks::operand(std::size_t from, std::size_t to, const Value& valu
     operand.hasValue = number || value.has(Attribute::date);
     operand.isBareNumber = number && !value.has(Attribute::unit);
     operand.isZone = value.has(Attribute::timeZone) && !value.has(Attribute::date);
-    operand.isBlank = value.isEmpty();
+    operand.isEmpty = value.isEmpty();
     operand.isPercentage = value.is(Attribute::unit, u"percent");
-    operand.isWord = to == from + 1 && trimmed(elements_[from].text()).find(u' ') == std::u16string_view::npos;
-    for (std::size_t i = from; i < to; ++i) {
-        const std::u16string& text = elements_[i].text();
-        if (!trimmed(text).empty()) operand.isBlank = false;
-        if (isPlain(elements_[i]) && std::any_of(text.begin(), text.end(), [](char16_t c) { return isLetter(c); }))
-            operand.hasWords = true;
-    }
     operands_.push_back(operand);
+}
+
+bool OperandRemarks::hasWords(const Operand& operand) const {
+    for (std::size_t i = operand.from; i < operand.to; ++i) {
+        const std::u16string& text = elements_[i].text();
+        if (isPlain(elements_[i]) && std::any_of(text.begin(), text.end(), [](char16_t c) { return isLetter(c); }))
+            return true;
+    }
+    return false;
+}
+
+bool OperandRemarks::isBlank(const Operand& operand) const {
+    if (!operand.isEmpty) return false;
+    for (std::size_t i = operand.from; i < operand.to; ++i)
+        if (!trimmed(elements_[i].text()).empty()) return false;
+    return true;
+}
+
+bool OperandRemarks::isWord(const Operand& operand) const {
+    return operand.to == operand.from + 1 &&
+           trimmed(elements_[operand.from].text()).find(u' ') == std::u16string_view::npos;
 }
 
 void OperandRemarks::unusedValues(const ElementList& reduced) {
@@ -66,23 +80,23 @@ void OperandRemarks::atOperator(std::size_t index) {
     if (op.value.is(Attribute::operation, u"in")) return atConversion(left, right, last);
     if (isDateRelation(*op.value.string(Attribute::operation))) return;  // most have one operand
     if (!isSymbol(op)) return last ? atPhrase(left, right, op) : void();
-    if (isHyphen(left.to)) return;
+    if ((left.hasValue && right.hasValue) || isHyphen(left.to)) return;
     const bool signFollows = !last && isSign(elements_[right.to]);
-    const bool missing = (right.isBlank && !signFollows && left.hasValue) ||
-                         (index == 0 && left.isBlank && !isSign(op) && right.hasValue);
+    const bool missing = (isBlank(right) && !signFollows && left.hasValue) ||
+                         (index == 0 && isBlank(left) && !isSign(op) && right.hasValue);
     if (missing) remarksOf(context_).note(NoteKind::missingOperand, elements_.rangeOf(left.to, left.to + 1));
-    if (!left.hasValue && left.hasWords && right.hasValue) unknown(left, NoteKind::unknownWord);
-    if (!right.hasValue && right.hasWords && left.hasValue) unknown(right, NoteKind::unknownWord);
+    if (!left.hasValue && hasWords(left) && right.hasValue) unknown(left, NoteKind::unknownWord);
+    if (!right.hasValue && hasWords(right) && left.hasValue) unknown(right, NoteKind::unknownWord);
 }
 
 // "20% off" and "15 as % of", and nothing that it is off or of; "8% of subtotal", which has no value.
 void OperandRemarks::atPhrase(const Operand& left, const Operand& right, const Element& op) {
     const auto id = *op.value.string(Attribute::operation);
     const bool needsPercentage = id == u"percent_of" || id == u"percent_on" || id == u"percent_off";
-    if (left.hasWords || !left.hasValue || right.hasValue || (needsPercentage && !left.isPercentage)) return;
-    if (right.isBlank)
+    if (hasWords(left) || !left.hasValue || right.hasValue || (needsPercentage && !left.isPercentage)) return;
+    if (isBlank(right))
         remarksOf(context_).note(NoteKind::missingOperand, elements_.rangeOf(left.to, left.to + 1));
-    else if (right.isWord)
+    else if (isWord(right))
         unknown(right, NoteKind::unknownWord);
 }
 
@@ -103,16 +117,16 @@ void OperandRemarks::atConversion(const Operand& left, const Operand& right, boo
         if (word.size() > 1 && std::all_of(word.begin(), word.end(), [](char16_t c) { return c >= u'A' && c <= u'Z'; }))
             remarksOf(context_).note(NoteKind::unknownWord, elements_.trimmedRangeOf(left.to - 1, left.to), word);
     }
-    if (last && right.isBlank) {
+    if (last && isBlank(right)) {
         remarksOf(context_).note(NoteKind::missingOperand, elements_.rangeOf(left.to, left.to + 1));
-    } else if (right.hasWords) {
+    } else if (hasWords(right)) {
         // One word in small letters or capitals may be a unit misspelt; "5 km in Berlin" and "in the park" are prose.
         const std::u16string words = elements_.slice(right.from, right.to).text();
         const std::u16string_view word = trimmed(words);
         const std::u16string lower = lowercased(word);
         const bool oneCase = lower == word || lowercased(word.substr(1, 1)) != word.substr(1, 1);
         if (word.find(u' ') == word.npos && oneCase) unknown(right, NoteKind::notConverted);
-    } else if (left.isBareNumber && left.hasWords && !right.isBlank) {
+    } else if (left.isBareNumber && hasWords(left) && !isBlank(right)) {
         unknown(left, NoteKind::notConverted);
     }
 }

@@ -28,11 +28,14 @@ private:
         bool hasValue = false;      // a number or a date
         bool isBareNumber = false;  // a number without a unit
         bool isPercentage = false;
-        bool isZone = false;  // a zone alone
-        bool hasWords = false;
-        bool isBlank = true;
-        bool isWord = false;  // one
+        bool isZone = false;   // a zone alone
+        bool isEmpty = false;  // without any value
     };
+
+    // Looked at only where a remark depends on it: most operands are numbers.
+    bool hasWords(const Operand& operand) const;
+    bool isBlank(const Operand& operand) const;
+    bool isWord(const Operand& operand) const;  // one
 
     void atOperator(std::size_t index);
     void atPhrase(const Operand& left, const Operand& right, const Element& op);
