@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "evaluation/element_tests.h"
 #include "records/context_parts.h"
 #include "scanning/words/localizer.h"
 
@@ -14,18 +15,6 @@ constexpr std::u16string_view table = u"Remarks";
 
 bool isDigit(char16_t c) {
     return digitValue(c) >= 0;
-}
-
-bool hasLetter(std::u16string_view text) {
-    return std::any_of(text.begin(), text.end(), [](char16_t c) { return isLetter(c); });
-}
-
-RunType typeOf(const Element& element) {
-    return element.attributedText.elementsCount() > 0 ? element.attributedText.runs()[0].type : RunType::none;
-}
-
-bool isWords(const Element& element) {
-    return element.value.isEmpty() && typeOf(element) == RunType::none && hasLetter(element.text());
 }
 
 // The lengths of the runs of digits in a text.
@@ -118,14 +107,14 @@ bool asksForResult(const ElementList& written) {
         function = function || value.has(Attribute::function);
         beside = beside || value.has(Attribute::operation) || value.has(Attribute::unit) ||
                  value.has(Attribute::parenthesis) || value.has(Attribute::timeZone);
-        words = words || isWords(*element);
+        words = words || isPlainWords(*element);
     }
     return (amount && (beside || function)) || (function && (!words || beside));
 }
 
 bool hasWords(const ElementList& written) {
     return std::any_of(written.pointers().begin(), written.pointers().end(),
-                       [](const ElementPointer& element) { return isWords(*element); });
+                       [](const ElementPointer& element) { return isPlainWords(*element); });
 }
 
 }  // namespace
@@ -148,9 +137,9 @@ void remarkOnText(const ElementList& elements, const LocaleInfo& locale, const U
                 (i > 1 && trimmed(elements[i - 1].text()).empty() && elements[i - 2].value.has(Attribute::decimal));
             const auto* note = number ? units.note(element.text()) : nullptr;
             if (note) remarksOf(context).note(note->kind, elements.rangeOf(i, i + 1), note->first);
-        } else if (typeOf(element) == RunType::number && element.value.has(Attribute::decimal) &&
+        } else if (runTypeOf(element) == RunType::number && element.value.has(Attribute::decimal) &&
                    !element.value.has(Attribute::nsystem)) {
-            if (i > 0 && isWords(elements[i - 1]) && isDayAndYear(element.text())) {
+            if (i > 0 && isPlainWords(elements[i - 1]) && isDayAndYear(element.text())) {
                 remarksOf(context).note(NoteKind::noSuchDate, elements.rangeOf(i, i + 1));
                 continue;
             }
@@ -165,7 +154,7 @@ void remarkOnText(const ElementList& elements, const LocaleInfo& locale, const U
             if (isPart(i - 1) || isPart(i + 1) || !hasWords(elements))
                 remarksOf(context).note(NoteKind::joinedDigits, elements.rangeOf(i, i + 1),
                                         toUtf16(element.value.decimal()->toString()));
-        } else if (typeOf(element) == RunType::variable && (element.text() == u"e" || element.text() == u"r")) {
+        } else if (runTypeOf(element) == RunType::variable && (element.text() == u"e" || element.text() == u"r")) {
             const Value* constant = constants.getVariable(element.text());
             if (constant && *constant == element.value &&
                 std::any_of(all.begin(), all.end(), [&](const ElementPointer& other) { return isOperator(*other); }))

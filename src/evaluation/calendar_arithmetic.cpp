@@ -22,11 +22,6 @@ using std::chrono::year_month_day;
 constexpr double secondsPerDay = 86400;
 constexpr std::int64_t most = 1'000'000;  // months or days that are counted one by one
 
-constexpr struct {
-    std::u16string_view unit;
-    int months;
-} unitsOfMonths[] = {{u"month", 1}, {u"quarter", 3}, {u"year", 12}, {u"decade", 120}, {u"century", 1200}};
-
 year_month_day dayOf(const CivilTime& civil) {
     return std::chrono::year(civil.year) / std::chrono::month(civil.month) / std::chrono::day(civil.day);
 }
@@ -83,12 +78,6 @@ Value quantity(double count, std::u16string_view unit) {
     return Value(DecimalNumber::fromDouble(count)).with(unit, Attribute::unit);
 }
 
-int monthsOf(std::u16string_view unit) {
-    for (const auto& row : unitsOfMonths)
-        if (row.unit == unit) return row.months;
-    return 0;
-}
-
 }  // namespace
 
 std::optional<Value> presentTime(Context& context) {
@@ -111,7 +100,8 @@ std::optional<Value> shiftedByCalendar(const Value& date, const Value& duration,
     if (!zone || !unit || !date.date() || !isInCalendar(*date.date())) return std::nullopt;
     const sys_days day(dayOf(zone->civil(*date.date())));
     if (const auto count = wholeCount(duration)) {
-        if (const int months = monthsOf(*unit)) return onDay(date, monthsLater(day, sign * *count * months), *zone);
+        if (const int months = calendarMonths(*unit))
+            return onDay(date, monthsLater(day, sign * *count * months), *zone);
         if (*unit == u"workday") return onDay(date, workdaysLater(day, sign * *count), *zone);
         if (*unit == u"day") return onDay(date, day + days(sign * *count), *zone);
         if (*unit == u"week") return onDay(date, day + std::chrono::weeks(sign * *count), *zone);
@@ -157,7 +147,7 @@ std::optional<Value> calendarDifference(const Value& from, const Value& to, std:
             if (isWorkday(day += days(1))) ++count;
         return quantity(static_cast<double>(backwards ? -count : count), *unit);
     }
-    if (const int months = monthsOf(*unit); months != 0 && months <= monthsPerYear) {
+    if (const int months = calendarMonths(*unit); months != 0 && months <= monthsPerYear) {
         const int unitDays = months == monthsPerYear ? daysPerYear : months * daysPerMonth;
         const double rest = static_cast<double>(calendar.months % months * daysPerMonth + calendar.days) / unitDays;
         const double count = static_cast<double>(calendar.months / months) + rest;

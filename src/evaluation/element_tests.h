@@ -18,6 +18,14 @@ inline bool isNumberWithoutUnit(const Element& element) {
     return element.value.has(Attribute::decimal) && !element.value.has(Attribute::unit);
 }
 
+inline bool isUnitAlone(const Element& element) {
+    return element.value.has(Attribute::unit) && !element.value.has(Attribute::decimal);
+}
+
+inline bool isBlank(const Element& element) {
+    return element.value.isEmpty() && trimmed(element.text()).empty();
+}
+
 inline RunType runTypeOf(const Element& element) {
     return element.attributedText.elementsCount() > 0 ? element.attributedText.runs()[0].type : RunType::none;
 }
@@ -45,7 +53,7 @@ inline bool hasPlainWords(const ElementList& elements) {
 inline std::size_t neighbourOf(const ElementList& elements, std::size_t index, int step) {
     const auto offset = static_cast<std::size_t>(step);
     for (index += offset; index < elements.size(); index += offset)
-        if (!elements[index].value.isEmpty() || !trimmed(elements[index].text()).empty()) return index;
+        if (!isBlank(elements[index])) return index;
     return elements.size();
 }
 

@@ -16,8 +16,8 @@ bool isWord(const ElementList& elements, std::size_t i, std::u16string_view type
     return i < elements.size() && elements[i].value.is(Attribute::type, type);
 }
 
-bool isUnitAlone(const ElementList& elements, std::size_t i) {
-    return i < elements.size() && elements[i].value.has(Attribute::unit) && !elements[i].value.has(Attribute::decimal);
+bool isUnitAt(const ElementList& elements, std::size_t i) {
+    return i < elements.size() && isUnitAlone(elements[i]);
 }
 
 bool hasConversion(const ElementList& elements) {
@@ -112,7 +112,7 @@ NumberWordEvaluator::Count NumberWordEvaluator::countAt(const ElementList& eleme
         next = neighbourOf(elements, word, 1);
     }
     const std::size_t behind = neighbourOf(elements, end - 1, 1);
-    if (!anyScale && !isUnitAlone(elements, behind) && !isCalculated(elements, start, end)) return {};
+    if (!anyScale && !isUnitAt(elements, behind) && !isCalculated(elements, start, end)) return {};
     return {scaled.adding(DecimalNumber::fromInt64(group)), end};
 }
 
@@ -137,7 +137,7 @@ bool NumberWordEvaluator::isMeasured(const ElementList& elements, std::size_t i)
          elements[before].value.has(Attribute::date)))
         return elements[before].value.is(Attribute::type, number_word::fraction);
     const std::size_t behind = neighbourOf(elements, i, 1);
-    return scaleAt(elements, behind) || (isUnitAlone(elements, behind) && hasConversion(elements));
+    return scaleAt(elements, behind) || (isUnitAt(elements, behind) && hasConversion(elements));
 }
 
 std::optional<ElementList> NumberWordEvaluator::withArticles(const ElementList& elements) const {
@@ -179,16 +179,16 @@ std::optional<ElementList> NumberWordEvaluator::withWords(const ElementList& ele
         };
         const std::size_t next = neighbourOf(elements, i, 1);
         const std::size_t third = neighbourOf(elements, next, 1);
-        if (isNumerator(elements[i]) && isUnitAlone(elements, next) && isAddend(elements, third)) {
+        if (isNumerator(elements[i]) && isUnitAt(elements, next) && isAddend(elements, third)) {
             become(i + 1, value.decimal()->adding(*elements[third].value.decimal()));
             const std::u16string text = elements.slice(next, third + 1).text();
             replacer.replace({next, third + 1 - next})
                 .append(makeElement(elements[next].value, AttributedText(text, RunType::unit)));
             i = third;
-        } else if (isNumerator(elements[i]) && isAddend(elements, next) && isUnitAlone(elements, third)) {
+        } else if (isNumerator(elements[i]) && isAddend(elements, next) && isUnitAt(elements, third)) {
             become(next + 1, value.decimal()->adding(*elements[next].value.decimal()));
             i = next;
-        } else if (value.is(Attribute::type, number_word::mixed) && isUnitAlone(elements, next)) {
+        } else if (value.is(Attribute::type, number_word::mixed) && isUnitAt(elements, next)) {
             become(i + 1, *value.decimal());
         } else if (isNumerator(elements[i]) && isFraction(elements, next)) {
             become(next + 1, value.decimal()->multiplying(*elements[next].value.decimal()));

@@ -23,7 +23,7 @@ std::size_t operandStart(const std::vector<ElementPointer>& elements) {
 // True when the last element but blanks is a number without a unit, a name's value or a closing bracket.
 bool endsOperand(const std::vector<ElementPointer>& elements) {
     for (std::size_t i = elements.size(); i-- > 0;) {
-        if (elements[i]->value.isEmpty() && trimmed(elements[i]->text()).empty()) continue;
+        if (isBlank(*elements[i])) continue;
         const Value& value = elements[i]->value;
         return value.is(Attribute::parenthesis, u")") || (value.has(Attribute::decimal) && !value.has(Attribute::unit));
     }

@@ -5,6 +5,7 @@
 
 #include "base/text.h"
 #include "evaluation/element_replacement.h"
+#include "evaluation/element_tests.h"
 #include "records/remarks.h"
 
 namespace vemo {
@@ -15,21 +16,9 @@ bool isOperator(const Element& element) {
     return element.value.has(Attribute::operation);
 }
 
-bool isBlank(const Element& element) {
-    return element.value.isEmpty() && trimmed(element.text()).empty();
-}
-
-bool hasLetter(std::u16string_view text) {
-    return std::any_of(text.begin(), text.end(), [](char16_t c) { return isLetter(c); });
-}
-
 // What brackets with words hold, as in "$54 (order 88213)".
 bool isRemark(const Element& element) {
     return element.value.has(Attribute::decimal) && element.text().starts_with(u'(') && hasLetter(element.text());
-}
-
-bool isBareNumber(const Element& element) {
-    return element.value.has(Attribute::decimal) && !element.value.has(Attribute::unit);
 }
 
 bool isCurrency(const Element& element, const UnitConverter& converter) {
@@ -79,7 +68,7 @@ private:
         const Element& element = elements_[i];
         if (element.value.has(Attribute::decimal)) {
             if (isCurrency(element, converter_)) return i + 1;
-            if (!isBareNumber(element)) return i;
+            if (!isNumberWithoutUnit(element)) return i;
             std::size_t next = neighbour(i, 1);
             if (next < elements_.size() && elements_[next].value.has(Attribute::scale)) next = neighbour(next, 1);
             const bool follows =
@@ -88,7 +77,7 @@ private:
         }
         if (!isUnitAlone(i)) return i;
         const std::size_t next = neighbour(i, 1);
-        if (next >= elements_.size() || !isBareNumber(elements_[next])) return i;
+        if (next >= elements_.size() || !isNumberWithoutUnit(elements_[next])) return i;
         const std::size_t scale = neighbour(next, 1);
         return scale < elements_.size() && elements_[scale].value.has(Attribute::scale) ? scale + 1 : next + 1;
     }
@@ -160,7 +149,7 @@ private:
 
     bool touchesPercentage(std::size_t i) const {
         std::size_t after = neighbour(i, 1);
-        if (after < elements_.size() && isBareNumber(elements_[after])) after = neighbour(after, 1);
+        if (after < elements_.size() && isNumberWithoutUnit(elements_[after])) after = neighbour(after, 1);
         for (const std::size_t side : {neighbour(i, -1), after})
             if (side < elements_.size() && elements_[side].value.is(Attribute::unit, u"percent")) return true;
         return false;
@@ -188,8 +177,8 @@ bool isSignOfNextNumber(const ElementList& elements, std::size_t index, const Un
     if (sign.value.has(Attribute::decimal) || !isCurrency(sign, unitConverter) || sign.text().empty() ||
         isLetter(sign.text().back()))
         return false;
-    const bool touchesAfter = index + 1 < elements.size() && isBareNumber(elements[index + 1]);
-    const bool touchesBefore = index > 0 && isBareNumber(elements[index - 1]);
+    const bool touchesAfter = index + 1 < elements.size() && isNumberWithoutUnit(elements[index + 1]);
+    const bool touchesBefore = index > 0 && isNumberWithoutUnit(elements[index - 1]);
     return touchesAfter && !touchesBefore;
 }
 
@@ -199,10 +188,10 @@ std::size_t numberOfCode(const ElementList& elements, std::size_t index, const U
     if (code.value.has(Attribute::decimal) || !isCurrency(code, unitConverter) || code.text().empty() ||
         !isLetter(code.text().back()))
         return none;
-    if (index + 2 >= elements.size() || !isBlank(elements[index + 1]) || !isBareNumber(elements[index + 2]))
+    if (index + 2 >= elements.size() || !isBlank(elements[index + 1]) || !isNumberWithoutUnit(elements[index + 2]))
         return none;
     const std::size_t before = index > 0 && isBlank(elements[index - 1]) ? index - 2 : index - 1;
-    return before < elements.size() && isBareNumber(elements[before]) ? none : index + 2;
+    return before < elements.size() && isNumberWithoutUnit(elements[before]) ? none : index + 2;
 }
 
 std::optional<ElementList> PricedDescriptionEvaluator::evaluate(const ElementList& elements, Context& context,

@@ -38,10 +38,6 @@ std::size_t startOf(const ElementList& elements) {
     return i;
 }
 
-bool isUnitAlone(const Element& element) {
-    return element.value.has(Attribute::unit) && !element.value.has(Attribute::decimal);
-}
-
 }  // namespace
 
 QuestionEvaluator::QuestionEvaluator(const Localizer& localizer) {

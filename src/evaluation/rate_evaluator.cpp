@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "evaluation/element_tests.h"
 #include "evaluation/structure_evaluators.h"
 
 namespace vemo {
@@ -11,17 +12,9 @@ namespace {
 
 constexpr std::size_t none = static_cast<std::size_t>(-1);
 
-bool isBlank(const Element& element) {
-    return element.value.isEmpty() && trimmed(element.text()).empty();
-}
-
-bool isBareNumber(const Element& element) {
-    return element.value.has(Attribute::decimal) && !element.value.has(Attribute::unit);
-}
-
 bool isBareUnit(const Element& element) {
-    return element.value.has(Attribute::unit) && !element.value.has(Attribute::decimal) &&
-           !element.value.has(Attribute::date) && !element.value.is(Attribute::unit, u"percent");
+    return isUnitAlone(element) && !element.value.has(Attribute::date) &&
+           !element.value.is(Attribute::unit, u"percent");
 }
 
 bool isQuantity(const Element& element) {
@@ -92,7 +85,7 @@ private:
         const bool ownWord = hasOwnWord(list_[i]);
         std::size_t sign = ownWord ? i : before(i);
         DecimalNumber count = DecimalNumber::fromInt64(1);
-        const bool counted = !ownWord && sign != none && isBareNumber(list_[sign]);
+        const bool counted = !ownWord && sign != none && isNumberWithoutUnit(list_[sign]);
         if (counted) {
             count = *list_[sign].value.decimal();
             if (count.isNegative() || count.isZero()) return i;
@@ -107,7 +100,7 @@ private:
             if (!lot && !units_.isRateWord(word)) return i;
             if (counted && !lot && list_[sign].value.has(Attribute::operation)) return i;
             const std::size_t behind = after(i);
-            if (behind != none && isBareNumber(list_[behind])) return i;  // "im Jahr 2020"
+            if (behind != none && isNumberWithoutUnit(list_[behind])) return i;  // "im Jahr 2020"
         }
         if (counted && stroke && (isBlank(list_[sign - 1]) || !isRoundLot(count) || isTime(lower))) return i;
         std::size_t left = before(sign);
@@ -128,7 +121,7 @@ private:
         // A sign of money before the number gives its unit away: that of the rate stands after it.
         std::size_t number = left;
         if (list_[number].value.has(Attribute::scale)) number = before(number);
-        if (number == none || !isBareNumber(list_[number])) return i;
+        if (number == none || !isNumberWithoutUnit(list_[number])) return i;
         const std::size_t money = before(number);
         if (money == none || !isBareUnit(list_[money]) || !converter_.isCurrency(unitAt(money)) ||
             !mayBe(unitAt(money)))
@@ -149,10 +142,10 @@ private:
             const std::u16string lower(unitAt(left));
             DecimalNumber count = list_[left].value.decimal().value_or(DecimalNumber::fromInt64(1));
             const std::size_t counted = before(left);
-            if (isBareUnit(list_[left]) && counted != none && isBareNumber(list_[counted]))
+            if (isBareUnit(list_[left]) && counted != none && isNumberWithoutUnit(list_[counted]))
                 count = *list_[left = counted].value.decimal();
             std::size_t unit = number;
-            while (unit != none && (isBareNumber(list_[unit]) || list_[unit].value.has(Attribute::scale)))
+            while (unit != none && (isNumberWithoutUnit(list_[unit]) || list_[unit].value.has(Attribute::scale)))
                 unit = after(unit);
             if (unit == none || unit == number || !isBareUnit(list_[unit]) || count.isNegative() || count.isZero() ||
                 !converter_.baseUnit(lower) || !converter_.baseUnit(unitAt(unit)) || unitAt(unit) == lower)
@@ -168,7 +161,7 @@ private:
     void readPrefixes() {
         for (std::size_t i = 0; i + 1 < list_.size(); ++i) {
             if (!list_[i].value.isEmpty()) continue;
-            const std::size_t unit = isBareNumber(list_[i + 1]) ? i + 2 : i + 1;
+            const std::size_t unit = isNumberWithoutUnit(list_[i + 1]) ? i + 2 : i + 1;
             if (unit == list_.size() || !isBareUnit(list_[unit])) continue;
             const std::u16string_view words = trimmed(list_[i].text());
             for (const auto& [word, time] : units_.ratePrefixes()) {
@@ -193,7 +186,8 @@ private:
         for (int steps = 0; i != none && steps < 3; ++steps, i = after(i))
             if (list_[i].value.has(Attribute::unit))
                 return i;
-            else if (!isBareNumber(list_[i]) && !list_[i].value.has(Attribute::scale) && !list_[i].value.isEmpty())
+            else if (!isNumberWithoutUnit(list_[i]) && !list_[i].value.has(Attribute::scale) &&
+                     !list_[i].value.isEmpty())
                 break;
         return none;
     }

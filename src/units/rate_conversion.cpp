@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // How the unit converter deals with rates, each by its two parts.
 
+#include "units/time_units.h"
 #include "units/unit_converter.h"
 
 namespace vemo {
@@ -9,23 +10,12 @@ namespace {
 
 const DecimalNumber one = DecimalNumber::fromInt64(1);
 
-constexpr struct {
-    std::u16string_view unit;
-    std::int64_t months;
-} calendarUnits[] = {{u"month", 1},    {u"quarter", 3},    {u"year", 12},
-                     {u"decade", 120}, {u"century", 1200}, {u"millennium", 12000}};
-
-std::optional<DecimalNumber> monthsOf(std::u16string_view unit) {
-    for (const auto& row : calendarUnits)
-        if (row.unit == unit) return DecimalNumber::fromInt64(row.months);
-    return std::nullopt;
-}
-
 }  // namespace
 
 std::optional<DecimalNumber> UnitConverter::calendarRatio(std::u16string_view from, std::u16string_view to) {
-    const auto a = monthsOf(from), b = monthsOf(to);
-    return a && b ? std::optional(a->dividing(*b)) : std::nullopt;
+    const int a = calendarMonths(from), b = calendarMonths(to);
+    if (a == 0 || b == 0) return std::nullopt;
+    return DecimalNumber::fromInt64(a).dividing(DecimalNumber::fromInt64(b));
 }
 
 std::optional<RateUnit> UnitConverter::rate(std::u16string_view unitId) const {

@@ -21,4 +21,16 @@ inline constexpr std::array<TimeUnit, 7> timeUnits{{{u"second", 1},
                                                     {u"month", 2592000},
                                                     {u"year", 31536000}}};
 
+// The months of a unit that the calendar counts in months; 0 for others.
+constexpr int calendarMonths(std::u16string_view unit) {
+    constexpr struct {
+        std::u16string_view id;
+        int months;
+    } rows[] = {{u"month", 1},    {u"quarter", 3},    {u"year", 12},
+                {u"decade", 120}, {u"century", 1200}, {u"millennium", 12000}};
+    for (const auto& row : rows)
+        if (row.id == unit) return row.months;
+    return 0;
+}
+
 }  // namespace vemo
