@@ -27,7 +27,7 @@ enum class NoteKind : std::uint8_t {
     metricTon,         // a ton, which is the tonne of 1,000 kg wherever it is written
     noSuchDate,        // digits in the form of a date or a clock time that there is not
     noHolidays,        // workdays were counted from Monday to Friday: no holidays are known
-    implicitProduct,   // a product without a sign behind a division or a function
+    implicitProduct,   // a product without a sign after a division or a function
 };
 
 // The kind in texts for programs, such as "unused_value".

@@ -5,7 +5,7 @@
 
 namespace vemo {
 
-// "5 ft 11 in cm": a number behind feet, with nothing but an operator behind it, is inches, and so on.
+// "5 ft 11 in cm": a number after feet, with nothing but an operator after it, is inches, and so on.
 class CompoundMeasureEvaluator : public Evaluator {
 public:
     std::u16string_view name() const override { return u"CompoundMeasureEvaluator"; }

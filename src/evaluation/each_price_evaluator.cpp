@@ -49,7 +49,7 @@ EachPriceEvaluator::EachPriceEvaluator(const Localizer& localizer, const UnitCon
       ways_(localizer.variants(u"split_ways.variants", u"Operations")),
       between_(localizer.variants(u"split_between.variants", u"Operations")) {}
 
-// A number that begins an operand, with words right behind it.
+// A number that begins an operand, with words right after it.
 bool EachPriceEvaluator::isCount(const ElementList& elements, std::size_t index) const {
     if (!isNumber(elements[index]) || index + 1 == elements.size() || !isPlainWords(elements[index + 1])) return false;
     const std::size_t before = neighbourOf(elements, index, -1);

@@ -11,7 +11,7 @@ namespace vemo {
 
 class Localizer;
 
-// "5 items at $12.50": a count with words behind it, and what one of them costs. "$99.36 split 4 ways" divides.
+// "5 items at $12.50": a count with words after it, and what one of them costs. "$99.36 split 4 ways" divides.
 class EachPriceEvaluator : public Evaluator {
 public:
     EachPriceEvaluator(const Localizer& localizer, const UnitConverter& unitConverter);

@@ -10,7 +10,7 @@ namespace vemo {
 namespace {
 
 constexpr std::size_t mostDigits = 3;    // of a list's number
-constexpr std::size_t mostElements = 8;  // of a list's mark and the word behind it
+constexpr std::size_t mostElements = 8;  // of a list's mark and the word after it
 constexpr std::u16string_view bullets = u"-*\u2022";
 constexpr std::u16string_view arrows[] = {u"->", u"\u2192"};
 
@@ -24,7 +24,7 @@ std::size_t blanksEnd(std::u16string_view text, std::size_t i) {
     return i;
 }
 
-// The end of "[ ]" or "[x]" and the blanks behind it; the place itself where there is none.
+// The end of "[ ]" or "[x]" and the blanks after it; the place itself where there is none.
 std::size_t boxEnd(std::u16string_view text, std::size_t i) {
     constexpr std::size_t length = 3;
     if (i + length > text.size() || text[i] != u'[' || text[i + 2] != u']') return i;
@@ -65,7 +65,7 @@ ElementPointer asText(std::u16string_view text) {
     return makeElement({}, AttributedText(text));
 }
 
-// "lunch -- 5": the first of two dashes behind a word.
+// "lunch -- 5": the first of two dashes after a word.
 bool isDash(const ElementList& elements, std::size_t i) {
     if (i == 0 || i + 1 >= elements.size() || !isSign(elements[i], u"-") || !isSign(elements[i + 1], u"-"))
         return false;
@@ -74,7 +74,7 @@ bool isDash(const ElementList& elements, std::size_t i) {
            isLetter(trimmed(elements[before].text()).back());
 }
 
-// An arrow points to a unit, a numeral system, a time zone or a word behind something to convert.
+// An arrow points to a unit, a numeral system, a time zone or a word after something to convert.
 bool isIdleArrow(const ElementList& elements, std::size_t i) {
     if (!isSign(elements[i], arrows[0]) && !isSign(elements[i], arrows[1])) return false;
     const std::size_t before = neighbourOf(elements, i, -1), behind = neighbourOf(elements, i, 1);

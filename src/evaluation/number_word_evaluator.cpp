@@ -128,7 +128,7 @@ std::size_t NumberWordEvaluator::articleAt(const ElementList& elements, std::siz
     return std::find(articles_.begin(), articles_.end(), word) == articles_.end() ? text.npos : start;
 }
 
-// True for an article that counts: before a multiplier, or a unit that is converted, and behind nothing with a value,
+// True for an article that counts: before a multiplier, or a unit that is converted, and after nothing with a value,
 // as in "$5 a day".
 bool NumberWordEvaluator::isMeasured(const ElementList& elements, std::size_t i) const {
     const std::size_t before = neighbourOf(elements, i, -1);

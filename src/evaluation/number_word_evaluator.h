@@ -22,7 +22,7 @@ public:
 private:
     struct Count {
         DecimalNumber number;
-        std::size_t end = 0;  // behind its last element; 0 for none
+        std::size_t end = 0;  // after its last element; 0 for none
     };
 
     Count countAt(const ElementList& elements, std::size_t start) const;

@@ -27,7 +27,7 @@ ElementPointer asText(const Element& element) {
     return makeElement({}, AttributedText(element.text(), runTypeOf(element)));
 }
 
-// Where the words that the line begins with do: behind its label.
+// Where the words that the line begins with do: after its label.
 std::size_t startOf(const ElementList& elements) {
     std::size_t i = 0;
     for (; i < elements.size(); ++i) {
@@ -68,7 +68,7 @@ std::optional<ElementList> QuestionEvaluator::evaluate(const ElementList& elemen
     return std::nullopt;
 }
 
-// The element behind the words that the question begins with; `start` where it does not.
+// The element after the words that the question begins with; `start` where it does not.
 std::size_t QuestionEvaluator::endOfBeginning(const ElementList& elements, std::size_t start,
                                               const Question& question) const {
     const std::size_t longest = question.beginnings.front().size();

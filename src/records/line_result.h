@@ -70,7 +70,7 @@ private:
     std::uint32_t seenCount_;
     std::uint32_t unitsBehind_;
     Value value_;
-    // Behind: updates, entries seen, and in UTF-16 units the line, the absent keys, log, runs, results, tokens,
+    // After it: updates, entries seen, and in UTF-16 units the line, the absent keys, log, runs, results, tokens,
     // expressions and remarks.
 };
 

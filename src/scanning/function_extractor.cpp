@@ -49,7 +49,7 @@ void FunctionExtractor::extract(const std::u16string& text, Context& context, st
         if (word && !hasItsPlace(text, match.range)) continue;
         const std::u16string_view name = match.range.in(text);
         const bool endsInDigit = isDigitAt(text, match.range.end() - 1);
-        // A name that is a unit's or a multiplier's too ("min", a script's "gross") is that behind a number only.
+        // A name that is a unit's or a multiplier's too ("min", a script's "gross") is that after a number only.
         const std::size_t end = match.range.end();
         const std::u16string_view before = trimmed(std::u16string_view(text).substr(0, match.range.location));
         if (name.find(u' ') != name.npos && units_.isRateWord(before.substr(before.find_last_of(u' ') + 1))) continue;

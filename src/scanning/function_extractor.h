@@ -12,7 +12,7 @@
 namespace vemo {
 
 // Names of functions, and what separates several values in the brackets after one: ";", and a comma that is no
-// grouping. Where the locale writes decimals with a comma, only one with a blank behind it separates.
+// grouping. Where the locale writes decimals with a comma, only one with a blank after it separates.
 class FunctionExtractor : public Extractor {
 public:
     // `numbers` find the numbers between separators, which without them would be read as one. A word of `units` for

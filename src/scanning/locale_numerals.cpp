@@ -20,7 +20,7 @@ bool isDigit(std::u16string_view text, std::size_t at) {
     return at < text.size() && digitValue(text[at]) >= 0;
 }
 
-// True behind a digit, which may be followed by what is left of its second unit.
+// True after a digit, which may be followed by what is left of its second unit.
 bool isBehindDigit(std::u16string_view text, std::size_t at) {
     return at > 0 && (isDigit(text, at - 1) || text[at - 1] == filler);
 }
@@ -45,7 +45,7 @@ void foldPairs(std::u16string& text) {
     }
 }
 
-// The place behind the exponent's sign, where its digits begin; `at` when there are none. `negative` is what the sign
+// The place after the exponent's sign, where its digits begin; `at` when there are none. `negative` is what the sign
 // says.
 std::size_t exponentDigits(std::u16string_view text, std::size_t at, bool& negative) {
     const auto skipMarks = [&] {

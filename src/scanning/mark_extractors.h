@@ -8,7 +8,7 @@
 
 namespace vemo {
 
-// The quotation mark is an inch where it stands right behind a digit and before a blank, an operator, a bracket or the
+// The quotation mark is an inch where it stands right after a digit and before a blank, an operator, a bracket or the
 // end; elsewhere it begins or ends a comment.
 class QuotedCommentExtractor : public Extractor {
 public:
@@ -16,7 +16,7 @@ public:
     void extract(const std::u16string& text, Context& context, std::vector<Extraction>& result) const override;
 };
 
-// Quotation marks and apostrophes behind digits as inches and feet: 6'2". Three digits behind an apostrophe are a group
+// Quotation marks and apostrophes after digits as inches and feet: 6'2". Three digits after an apostrophe are a group
 // where the locale writes so.
 class FeetAndInchesExtractor : public Extractor {
 public:
@@ -30,7 +30,7 @@ private:
     const LocaleInfo locale_;
 };
 
-// The unit of arc that a mark of feet or inches stands for behind degrees: "30\u00b0 15\u2032 20\u2033".
+// The unit of arc that a mark of feet or inches stands for after degrees: "30\u00b0 15\u2032 20\u2033".
 std::optional<std::u16string> arcUnit(std::u16string_view text, std::size_t mark);
 
 }  // namespace vemo

@@ -14,7 +14,7 @@ constexpr std::u16string_view raisedDigits = u"\u2070\u00b9\u00b2\u00b3\u2074\u2
 constexpr char16_t raisedMinus = u'\u207b';
 constexpr std::size_t mostDigits = 6;
 
-// True behind a digit, a closing bracket or a name of an earlier line.
+// True after a digit, a closing bracket or a name of an earlier line.
 bool followsOperand(std::u16string_view text, std::size_t i, const Context& context) {
     if (i == 0) return false;
     const char16_t before = text[i - 1];

@@ -5,7 +5,7 @@
 
 namespace vemo {
 
-// Raised digits behind a number, a name or a bracket ("5\u00b2"), and the exclamation mark of a factorial right behind
+// Raised digits after a number, a name or a bracket ("5\u00b2"), and the exclamation mark of a factorial right after
 // one. Their elements carry "type" until the line is known.
 class PowerExtractor : public Extractor {
 public:

@@ -135,7 +135,7 @@ void UnitExtractor::chooseHomonyms(std::vector<Extraction>& extractions) const {
     }
 }
 
-// True for a K behind a number and a blank, on a line with a temperature or with nothing else, and for one that a
+// True for a K after a number and a blank, on a line with a temperature or with nothing else, and for one that a
 // temperature is converted from or to: elsewhere it is a thousand.
 bool UnitExtractor::isKelvin(std::u16string_view text, std::size_t k, bool temperature) const {
     if (k + 1 < text.size() && (isLetter(text[k + 1]) || digitValue(text[k + 1]) >= 0)) return false;
@@ -191,7 +191,7 @@ bool UnitExtractor::hasItsPlace(std::u16string_view text, TextRange range) const
     return isLast(scales_.detect(before)) || units_.isRateWord(before.substr(before.find_last_of(u' ') + 1));
 }
 
-// Behind a number a unit's name is that, even where an earlier line gave it a value.
+// After a number a unit's name is that, even where an earlier line gave it a value.
 bool UnitExtractor::displacesName(std::u16string_view text, TextRange range, const Context& context) const {
     return context.longestVariableName() > 0 && endsWithNumber(trimmed(text.substr(0, range.location))) &&
            context.getVariable(lowercased(range.in(text)));

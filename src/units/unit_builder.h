@@ -43,7 +43,7 @@ private:
     bool isShown(const Unit& unit) const;
 
     const std::vector<std::u16string> omittedSymbols_;
-    const std::vector<std::u16string> unshownSymbols_;  // those that mean something else behind some numbers
+    const std::vector<std::u16string> unshownSymbols_;  // those that mean something else after some numbers
     const Offered offered_;
 };
 

@@ -48,14 +48,14 @@ public:
     // Those that tell a rate per 100 or 1000 of its lower unit, though they are other words first: "6 l auf 100 km".
     void addRateLotWord(std::u16string word) { rateLotWords_.insert(std::move(word)); }
     bool isRateLotWord(std::u16string_view word) const;
-    // Those behind what a rate is told of: "1時間につき1000円".
+    // Those after what a rate is told of: "1時間につき1000円".
     void addRateAfterWord(std::u16string word) { rateAfterWords_.insert(std::move(word)); }
     bool isRateAfterWord(std::u16string_view word) const;
     bool hasRateAfterWords() const { return !rateAfterWords_.empty(); }
     void addArticle(std::u16string word) { articles_.insert(std::move(word)); }
     bool isArticle(std::u16string_view word) const;
 
-    // A phrase that is worth a note behind a number, with what the message names.
+    // A phrase that is worth a note after a number, with what the message names.
     struct PhraseNote {
         std::u16string phrase;
         NoteKind kind;

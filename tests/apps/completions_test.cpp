@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What the shells complete behind "vemo", and that no option is forgotten anywhere.
+// What the shells complete after "vemo", and that no option is forgotten anywhere.
 
 #include <gtest/gtest.h>
 

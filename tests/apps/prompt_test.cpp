@@ -56,7 +56,7 @@ public:
         ASSERT_EQ(write(terminal_, keys.data(), keys.size()), static_cast<ssize_t>(keys.size()));
     }
 
-    // True once the text came, behind what was seen before.
+    // True once the text came, after what was seen before.
     bool shows(std::string_view text) {
         const auto deadline = Clock::now() + patience;
         for (;;) {
@@ -125,7 +125,7 @@ TEST_F(PromptTest, calculatesLinesAsOneDocument) {
     prompt.type("sum\r");
     ASSERT_SHOWN(prompt,
                  "= 41 \xc2\xb0"
-                 "F\r\n");  // of the lines behind the empty one
+                 "F\r\n");  // of the lines after the empty one
     prompt.type(":save notes.txt\r");
     ASSERT_SHOWN(prompt, "saved notes.txt\r\n");
     prompt.type(":save no/such/folder\r");

@@ -19,7 +19,7 @@ Date at(double seconds) {
     return Date(std::chrono::duration<double>(seconds));
 }
 
-// A date as written in a locale and zone, on 24 November 2026, 13:00 UTC: the text, and the short one behind "|".
+// A date as written in a locale and zone, on 24 November 2026, 13:00 UTC: the text, and the short one after "|".
 std::string shown(double seconds, const std::string& locale, const std::string& zone, Context&& context = {}) {
     const VemoDateFormatter formatter(locale, utf16(zone), TimeZoneRules::find(utf16(zone)),
                                       [] { return at(1795525200); });

@@ -80,7 +80,7 @@ TEST(Runs, nameUnitsScalesFunctionsAndVariables) {
     EXPECT_EQ(runs("2 x 3"), "num:2| |oprtr:x| |num:3");
     EXPECT_EQ(runs("x = 1\n2 x 3"), "num:2| |var:x| |num:3");       // a name wins over the letter
     EXPECT_EQ(runs("m = 1\n2 * m"), "num:2| |oprtrsmb:*| |var:m");  // and over a unit,
-    EXPECT_EQ(runs("m = 1\n2 m"), "num:2| |unit:m");                // but not behind a number
+    EXPECT_EQ(runs("m = 1\n2 m"), "num:2| |unit:m");                // but not after a number
     EXPECT_EQ(runs("hourly rate = 5\nHourly Rate * 2"), "var:Hourly Rate| |oprtrsmb:*| |num:2");
     EXPECT_EQ(runs("rate"), "rate");
     // What is put between for the calculation leaves no run, and marks of lists are text.
