@@ -50,15 +50,18 @@ public:
     bool has(Attribute key) const { return (mask_ & bit(key)) != 0; }
     // One bit per attribute present, in the order of `Attribute`.
     std::uint16_t mask() const { return mask_; }
+    static constexpr std::uint16_t bit(Attribute key) {
+        return static_cast<std::uint16_t>(1u << static_cast<unsigned>(key));
+    }
 
     // Nothing when the key is absent or of another type. A text stays valid as long as this value.
-    std::optional<std::u16string_view> string(Attribute key) const;
+    std::optional<std::u16string_view> string(Attribute key) const { return has(key) ? heldText(key) : std::nullopt; }
     std::optional<DecimalNumber> decimal(Attribute key = Attribute::decimal) const;
     std::optional<Date> date() const;
     const TimeZone* timeZone() const;
     bool isNotANumber() const { return has(Attribute::decimal) && decimal_.notANumber(); }
     // True when the key holds exactly this text.
-    bool is(Attribute key, std::u16string_view text) const;
+    bool is(Attribute key, std::u16string_view text) const { return has(key) && heldText(key) == text; }
 
     Value with(const DecimalNumber& number, Attribute key = Attribute::decimal) const;
     Value with(std::u16string_view text, Attribute key) const;
@@ -77,9 +80,7 @@ public:
 private:
     struct Marks;  // every attribute but the number
 
-    static constexpr std::uint16_t bit(Attribute key) {
-        return static_cast<std::uint16_t>(1u << static_cast<unsigned>(key));
-    }
+    std::optional<std::u16string_view> heldText(Attribute key) const;
     Marks& ownMarks();
 
     [[no_unique_address]] DecimalNumber decimal_;

@@ -206,9 +206,11 @@ ElementList Calculator::evaluate(const ElementList& elements, Context& context, 
     for (std::size_t i = startEvaluatorIndex; i < evaluators_.size(); ++i) {
         const Evaluator& evaluator = *evaluators_[i];
         const ElementList& current = latest ? *latest : elements;
-        if (auto reduced = evaluator.evaluate(current, context, {*this, i, debug})) {
-            latest = std::move(reduced);
-            latest->setLocation(elements.location());
+        if (evaluator.concerns(current)) {
+            if (auto reduced = evaluator.evaluate(current, context, {*this, i, debug})) {
+                latest = std::move(reduced);
+                latest->setLocation(elements.location());
+            }
         }
         if (debug)
             trace(u"Evaluate " + std::u16string(evaluator.name()) + u": " +

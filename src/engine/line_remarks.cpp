@@ -17,6 +17,13 @@ bool isDigit(char16_t c) {
     return digitValue(c) >= 0;
 }
 
+// Digits around one decimal separator at most.
+bool isPlainNumber(std::u16string_view literal, std::u16string_view decimalSeparator) {
+    const auto other = std::find_if_not(literal.begin(), literal.end(), isDigit);
+    return other == literal.end() ||
+           (decimalSeparator == std::u16string_view(&*other, 1) && std::all_of(other + 1, literal.end(), isDigit));
+}
+
 // The lengths of the runs of digits in a text.
 std::vector<std::size_t> groupsOf(std::u16string_view text) {
     std::vector<std::size_t> groups;
@@ -33,8 +40,7 @@ std::vector<std::size_t> groupsOf(std::u16string_view text) {
 
 // True for digits that the locale would not group so: "1 10", "2,50" in English, "4, 120".
 bool isOddlyJoined(std::u16string_view literal, const LocaleInfo& locale) {
-    if (std::all_of(literal.begin(), literal.end(), isDigit) || literal.find_first_of(u"_/") != literal.npos)
-        return false;
+    if (isPlainNumber(literal, locale.decimalSeparator) || literal.find_first_of(u"_/") != literal.npos) return false;
     const std::size_t point = literal.find(locale.decimalSeparator);
     const std::u16string_view whole = literal.substr(0, point);
     if (point != literal.npos && groupsOf(literal.substr(point + 1)).size() > 1) return true;

@@ -58,7 +58,6 @@ Value ArgumentsEvaluator::valueOf(const ElementList& elements, std::size_t name,
 
 std::optional<ElementList> ArgumentsEvaluator::evaluate(const ElementList& elements, Context& context,
                                                         const EvaluationContext& evaluationContext) const {
-    if (!elements.anyHas(Attribute::type)) return std::nullopt;
     ElementReplacer replacer(elements);
     for (std::size_t i = 0; i < elements.size(); ++i) {
         if (!elements[i].value.has(Attribute::function)) continue;

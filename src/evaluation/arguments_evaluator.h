@@ -9,7 +9,8 @@ namespace vemo {
 // Applies a function to the several values in the brackets after its name: "max(3, 7)".
 class ArgumentsEvaluator : public Evaluator {
 public:
-    explicit ArgumentsEvaluator(const FunctionManager& functions) : functions_(functions) {}
+    explicit ArgumentsEvaluator(const FunctionManager& functions)
+        : Evaluator({Attribute::type}), functions_(functions) {}
     std::u16string_view name() const override { return u"ArgumentsEvaluator"; }
     std::optional<ElementList> evaluate(const ElementList&, Context&, const EvaluationContext&) const override;
 

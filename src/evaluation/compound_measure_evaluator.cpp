@@ -34,7 +34,6 @@ bool endsThere(const ElementList& elements, std::size_t i) {
 
 std::optional<ElementList> CompoundMeasureEvaluator::evaluate(const ElementList& elements, Context&,
                                                               const EvaluationContext&) const {
-    if (!elements.anyHas(Attribute::unit)) return std::nullopt;
     ElementReplacer replacer(elements);
     for (std::size_t i = 1; i + 1 < elements.size(); ++i) {
         const auto unit = elements[i].value.string(Attribute::unit);

@@ -109,7 +109,6 @@ bool calculatesWithLetteredClocks(const ElementList& elements) {
 std::optional<ElementList> DurationEvaluator::evaluate(const ElementList& elements, Context&,
                                                        const EvaluationContext&) const {
     const bool dates = elements.anyHas(Attribute::date);
-    if (!dates && !elements.anyHas(Attribute::unit)) return std::nullopt;
     const bool lettered = dates && calculatesWithLetteredClocks(elements);
     ElementReplacer replacer(elements);
     const auto put = [&](std::size_t from, std::size_t to, Value value, RunType type) {

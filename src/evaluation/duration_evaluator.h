@@ -9,6 +9,7 @@ namespace vemo {
 // times as "1h30" also that one, where it is calculated with or converted.
 class DurationEvaluator : public Evaluator {
 public:
+    DurationEvaluator() : Evaluator({Attribute::date, Attribute::unit}) {}
     std::u16string_view name() const override { return u"DurationEvaluator"; }
     std::optional<ElementList> evaluate(const ElementList&, Context&, const EvaluationContext&) const override;
 };

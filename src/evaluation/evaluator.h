@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <initializer_list>
 #include <optional>
 #include <string_view>
 
@@ -31,11 +32,22 @@ struct EvaluationContext {
 // One step that reduces a list of elements. Keeps nothing from line to line.
 class Evaluator {
 public:
+    // One that names attributes leaves lists alone in which no element has any of them, and is not asked about them.
+    explicit Evaluator(std::initializer_list<Attribute> triggers = {}) {
+        for (const Attribute trigger : triggers)
+            triggers_ = static_cast<std::uint16_t>(triggers_ | Value::bit(trigger));
+    }
     virtual ~Evaluator() = default;
+    bool concerns(const ElementList& elements) const {
+        return triggers_ == 0 || (triggers_ & elements.attributes()) != 0;
+    }
     virtual std::u16string_view name() const = 0;  // for the trace
     // The reduced list; nothing when there is nothing to change.
     virtual std::optional<ElementList> evaluate(const ElementList& elements, Context& context,
                                                 const EvaluationContext& evaluationContext) const = 0;
+
+private:
+    std::uint16_t triggers_ = 0;
 };
 
 // What a part of a line that makes no sense, such as unbalanced brackets, stands for.

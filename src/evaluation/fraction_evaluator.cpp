@@ -25,7 +25,7 @@ bool isStroke(const Element& element) {
 
 // Two whole numbers around a stroke, without blanks, in no longer chain.
 bool isStrokeFraction(const ElementList& elements, std::size_t i) {
-    if (i + strokeLength > elements.size() || !isWholeNumber(elements[i]) || !isStroke(elements[i + 1]) ||
+    if (i + strokeLength > elements.size() || !isStroke(elements[i + 1]) || !isWholeNumber(elements[i]) ||
         !isWholeNumber(elements[i + 2]) || elements[i + 2].value.decimal()->isZero())
         return false;
     if (i > 0 && (isStroke(elements[i - 1]) || isOperator(elements[i - 1], u"^"))) return false;
@@ -46,7 +46,6 @@ bool isFractionNumber(const Element& element) {
 
 std::optional<ElementList> FractionEvaluator::evaluate(const ElementList& elements, Context&,
                                                        const EvaluationContext&) const {
-    if (!elements.anyHas(Attribute::operation)) return std::nullopt;
     ElementReplacer replacer(elements);
     for (std::size_t i = 0; i + 1 < elements.size(); ++i) {
         const bool stroke = isStrokeFraction(elements, i);

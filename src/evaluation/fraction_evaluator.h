@@ -9,7 +9,8 @@ namespace vemo {
 // "1/2 cup" is one amount, and a fraction before "of" multiplies: "2/3 of 90".
 class FractionEvaluator : public Evaluator {
 public:
-    explicit FractionEvaluator(const UnitConverter& unitConverter) : unitConverter_(unitConverter) {}
+    explicit FractionEvaluator(const UnitConverter& unitConverter)
+        : Evaluator({Attribute::operation}), unitConverter_(unitConverter) {}
     std::u16string_view name() const override { return u"FractionEvaluator"; }
     std::optional<ElementList> evaluate(const ElementList&, Context&, const EvaluationContext&) const override;
 

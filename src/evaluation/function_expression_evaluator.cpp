@@ -42,7 +42,6 @@ std::optional<Value> FunctionExpressionEvaluator::valueOf(const ElementList& ele
 
 std::optional<ElementList> FunctionExpressionEvaluator::evaluate(const ElementList& elements, Context& context,
                                                                  const EvaluationContext&) const {
-    if (!elements.anyHas(Attribute::function)) return std::nullopt;
     const std::vector<Match> matches = functionExpressionMatcher_.occurrences(elements);
     // From the last to the first, since one may be the argument of the one before.
     std::vector<std::optional<Value>> results(matches.size());

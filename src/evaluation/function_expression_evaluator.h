@@ -11,7 +11,9 @@ namespace vemo {
 class FunctionExpressionEvaluator : public Evaluator {
 public:
     explicit FunctionExpressionEvaluator(const FunctionManager& functionManager)
-        : functionManager_(functionManager), functionExpressionMatcher_(functionExpressionMatcher()) {}
+        : Evaluator({Attribute::function}),
+          functionManager_(functionManager),
+          functionExpressionMatcher_(functionExpressionMatcher()) {}
     std::u16string_view name() const override { return u"FunctionExpressionEvaluator"; }
     std::optional<ElementList> evaluate(const ElementList&, Context&, const EvaluationContext&) const override;
 

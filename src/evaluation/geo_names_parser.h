@@ -13,7 +13,10 @@ namespace vemo {
 class GeoNamesParser : public Evaluator {
 public:
     // Null to ask a server.
-    explicit GeoNamesParser(const Places* places) : places_(places), matcher_(geoNameSequenceMatcher()) {}
+    explicit GeoNamesParser(const Places* places)
+        : Evaluator({Attribute::operation, Attribute::function, Attribute::date}),
+          places_(places),
+          matcher_(geoNameSequenceMatcher()) {}
     std::u16string_view name() const override { return u"GeoNamesParser"; }
     std::optional<ElementList> evaluate(const ElementList&, Context&, const EvaluationContext&) const override;
 

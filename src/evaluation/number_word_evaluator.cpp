@@ -65,7 +65,8 @@ bool isAddend(const ElementList& elements, std::size_t i) {
 }  // namespace
 
 NumberWordEvaluator::NumberWordEvaluator(const Localizer& localizer, const ScaleManager& scales)
-    : scales_(scales),
+    : Evaluator({Attribute::scale, Attribute::unit, Attribute::type}),
+      scales_(scales),
       links_(localizer.variants(u"counts_link.variants", u"Numbers")),
       articles_(localizer.variants(u"article.variants", u"Numbers")) {}
 

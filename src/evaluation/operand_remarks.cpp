@@ -24,17 +24,6 @@ bool isPlain(const Element& element) {
 
 }  // namespace
 
-void OperandRemarks::operand(std::size_t from, std::size_t to, const Value& value) {
-    const bool number = value.has(Attribute::decimal);
-    Operand operand{from, to};
-    operand.hasValue = number || value.has(Attribute::date);
-    operand.isBareNumber = number && !value.has(Attribute::unit);
-    operand.isZone = value.has(Attribute::timeZone) && !value.has(Attribute::date);
-    operand.isEmpty = value.isEmpty();
-    operand.isPercentage = value.is(Attribute::unit, u"percent");
-    operands_.push_back(operand);
-}
-
 bool OperandRemarks::hasWords(const Operand& operand) const {
     for (std::size_t i = operand.from; i < operand.to; ++i) {
         const std::u16string& text = elements_[i].text();
@@ -45,7 +34,7 @@ bool OperandRemarks::hasWords(const Operand& operand) const {
 }
 
 bool OperandRemarks::isBlank(const Operand& operand) const {
-    if (!operand.isEmpty) return false;
+    if (!operand.value.isEmpty()) return false;
     for (std::size_t i = operand.from; i < operand.to; ++i)
         if (!trimmed(elements_[i].text()).empty()) return false;
     return true;
@@ -80,20 +69,22 @@ void OperandRemarks::atOperator(std::size_t index) {
     if (op.value.is(Attribute::operation, u"in")) return atConversion(left, right, last);
     if (isDateRelation(*op.value.string(Attribute::operation))) return;  // most have one operand
     if (!isSymbol(op)) return last ? atPhrase(left, right, op) : void();
-    if ((left.hasValue && right.hasValue) || isHyphen(left.to)) return;
+    if ((left.hasValue() && right.hasValue()) || isHyphen(left.to)) return;
     const bool signFollows = !last && isSign(elements_[right.to]);
-    const bool missing = (isBlank(right) && !signFollows && left.hasValue) ||
-                         (index == 0 && isBlank(left) && !isSign(op) && right.hasValue);
+    const bool missing = (isBlank(right) && !signFollows && left.hasValue()) ||
+                         (index == 0 && isBlank(left) && !isSign(op) && right.hasValue());
     if (missing) remarksOf(context_).note(NoteKind::missingOperand, elements_.rangeOf(left.to, left.to + 1));
-    if (!left.hasValue && hasWords(left) && right.hasValue) unknown(left, NoteKind::unknownWord);
-    if (!right.hasValue && hasWords(right) && left.hasValue) unknown(right, NoteKind::unknownWord);
+    if (!left.hasValue() && hasWords(left) && right.hasValue()) unknown(left, NoteKind::unknownWord);
+    if (!right.hasValue() && hasWords(right) && left.hasValue()) unknown(right, NoteKind::unknownWord);
 }
 
 // "20% off" and "15 as % of", and nothing that it is off or of; "8% of subtotal", which has no value.
 void OperandRemarks::atPhrase(const Operand& left, const Operand& right, const Element& op) {
     const auto id = *op.value.string(Attribute::operation);
     const bool needsPercentage = id == u"percent_of" || id == u"percent_on" || id == u"percent_off";
-    if (hasWords(left) || !left.hasValue || right.hasValue || (needsPercentage && !left.isPercentage)) return;
+    if (hasWords(left) || !left.hasValue() || right.hasValue() ||
+        (needsPercentage && !left.value.is(Attribute::unit, u"percent")))
+        return;
     if (isBlank(right))
         remarksOf(context_).note(NoteKind::missingOperand, elements_.rangeOf(left.to, left.to + 1));
     else if (isWord(right))
@@ -110,9 +101,9 @@ bool OperandRemarks::isHyphen(std::size_t index) const {
 }
 
 void OperandRemarks::atConversion(const Operand& left, const Operand& right, bool last) {
-    if (!left.hasValue) return;
+    if (!left.hasValue()) return;
     // "14:00 XQT in London": no known zone.
-    if (right.isZone && left.to > left.from + 1 && isPlain(elements_[left.to - 1])) {
+    if (right.isZone() && left.to > left.from + 1 && isPlain(elements_[left.to - 1])) {
         const std::u16string_view word = trimmed(elements_[left.to - 1].text());
         if (word.size() > 1 && std::all_of(word.begin(), word.end(), [](char16_t c) { return c >= u'A' && c <= u'Z'; }))
             remarksOf(context_).note(NoteKind::unknownWord, elements_.trimmedRangeOf(left.to - 1, left.to), word);
@@ -126,7 +117,7 @@ void OperandRemarks::atConversion(const Operand& left, const Operand& right, boo
         const std::u16string lower = lowercased(word);
         const bool oneCase = lower == word || lowercased(word.substr(1, 1)) != word.substr(1, 1);
         if (word.find(u' ') == word.npos && oneCase) unknown(right, NoteKind::notConverted);
-    } else if (left.isBareNumber && hasWords(left) && !isBlank(right)) {
+    } else if (left.isBareNumber() && hasWords(left) && !isBlank(right)) {
         unknown(left, NoteKind::notConverted);
     }
 }

@@ -14,10 +14,14 @@ namespace vemo {
 // expected, on operators that lack a side, and on values that take no part.
 class OperandRemarks {
 public:
-    OperandRemarks(const ElementList& elements, Context& context) : elements_(elements), context_(context) {}
+    OperandRemarks(const ElementList& elements, std::size_t operands, Context& context)
+        : elements_(elements), context_(context) {
+        operands_.reserve(operands);
+    }
 
-    // The operand between two operators, or an end of the line: those elements, and the value they gave.
-    void operand(std::size_t from, std::size_t to, const Value& value);
+    // The operand between two operators, or an end of the line: those elements, and the value they gave, which has to
+    // stay where it is.
+    void operand(std::size_t from, std::size_t to, const Value& value) { operands_.push_back({from, to, value}); }
     // What an operand was reduced to: its first value is used.
     void unusedValues(const ElementList& reduced);
     void finish();
@@ -25,11 +29,11 @@ public:
 private:
     struct Operand {
         std::size_t from, to;
-        bool hasValue = false;      // a number or a date
-        bool isBareNumber = false;  // a number without a unit
-        bool isPercentage = false;
-        bool isZone = false;   // a zone alone
-        bool isEmpty = false;  // without any value
+        const Value& value;
+
+        bool hasValue() const { return value.has(Attribute::decimal) || value.has(Attribute::date); }
+        bool isBareNumber() const { return value.has(Attribute::decimal) && !value.has(Attribute::unit); }
+        bool isZone() const { return value.has(Attribute::timeZone) && !value.has(Attribute::date); }
     };
 
     // Looked at only where a remark depends on it: most operands are numbers.

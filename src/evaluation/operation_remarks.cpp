@@ -71,12 +71,11 @@ Value OperationRemarks::convertedQuotient(const Value& left, const Value& right,
 void OperationRemarks::applied(std::u16string_view id, const Value& left, const Value& right, TextRange range,
                                Context& context) const {
     if (range.length == 0) return;
-    if (isDateRelation(id)) {
-        if (left.is(Attribute::unit, workday) || right.is(Attribute::unit, workday))
-            remarksOf(context).note(NoteKind::noHolidays, range);
+    const auto from = left.string(Attribute::unit), to = right.string(Attribute::unit);
+    if ((from || to) && isDateRelation(id)) {
+        if (from == workday || to == workday) remarksOf(context).note(NoteKind::noHolidays, range);
         return;
     }
-    const auto from = left.string(Attribute::unit), to = right.string(Attribute::unit);
     if (!to) {
         const auto count = right.decimal();
         if ((id == u"left_shift" || id == u"right_shift") && count && count->toInt64() > widestShift)

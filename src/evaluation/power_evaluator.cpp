@@ -47,7 +47,6 @@ std::u16string PowerEvaluator::poweredUnit(const ElementList& elements, std::siz
 
 std::optional<ElementList> PowerEvaluator::evaluate(const ElementList& elements, Context&,
                                                     const EvaluationContext&) const {
-    if (!elements.anyHas(Attribute::type) && !elements.anyHas(Attribute::unit)) return std::nullopt;
     std::vector<ElementPointer> result;
     bool changed = false;
     for (std::size_t i = 0; i < elements.size(); ++i) {

@@ -196,7 +196,6 @@ std::size_t numberOfCode(const ElementList& elements, std::size_t index, const U
 
 std::optional<ElementList> PricedDescriptionEvaluator::evaluate(const ElementList& elements, Context& context,
                                                                 const EvaluationContext&) const {
-    if (!elements.anyHas(Attribute::unit)) return std::nullopt;
     const auto& all = elements.pointers();
     const bool remarks = std::any_of(all.begin(), all.end(), [](const ElementPointer& e) { return isRemark(*e); });
     if (!remarks && !elements.anyHas(Attribute::operation) && !elements.anyHas(Attribute::function))
@@ -232,7 +231,6 @@ std::optional<ElementList> PricedDescriptionEvaluator::evaluate(const ElementLis
 
 std::optional<ElementList> PriceEvaluator::evaluate(const ElementList& elements, Context& context,
                                                     const EvaluationContext&) const {
-    if (!elements.anyHas(Attribute::unit)) return std::nullopt;
     std::size_t values = 0;
     std::optional<Value> total;
     const Element* before = nullptr;  // the element before, blanks aside

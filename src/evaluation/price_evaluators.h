@@ -17,7 +17,7 @@ public:
     // `takesNoValues` tells functions such as "today", which stand for themselves.
     PricedDescriptionEvaluator(const UnitConverter& unitConverter,
                                std::function<bool(std::u16string_view function)> takesNoValues)
-        : unitConverter_(unitConverter), takesNoValues_(std::move(takesNoValues)) {}
+        : Evaluator({Attribute::unit}), unitConverter_(unitConverter), takesNoValues_(std::move(takesNoValues)) {}
     std::u16string_view name() const override { return u"PricedDescriptionEvaluator"; }
     std::optional<ElementList> evaluate(const ElementList&, Context&, const EvaluationContext&) const override;
 
@@ -30,7 +30,7 @@ private:
 class PriceEvaluator : public Evaluator {
 public:
     PriceEvaluator(const UnitConverter& unitConverter, const OperationCalculator& operationCalculator)
-        : unitConverter_(unitConverter), operationCalculator_(operationCalculator) {}
+        : Evaluator({Attribute::unit}), unitConverter_(unitConverter), operationCalculator_(operationCalculator) {}
     std::u16string_view name() const override { return u"PriceEvaluator"; }
     std::optional<ElementList> evaluate(const ElementList&, Context&, const EvaluationContext&) const override;
 

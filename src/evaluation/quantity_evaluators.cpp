@@ -30,7 +30,6 @@ bool isValidName(std::u16string_view name) {
 
 std::optional<ElementList> AssignmentEvaluator::evaluate(const ElementList& elements, Context& context,
                                                          const EvaluationContext& evaluationContext) const {
-    if (!elements.anyHas(Attribute::assignment)) return std::nullopt;
     const auto matches = matcher_.occurrences(elements);
     if (matches.empty()) return std::nullopt;
     const Match& match = matches.front();
@@ -86,7 +85,6 @@ bool isMoreThanAHundred(const DecimalNumber& number) {
 
 std::optional<ElementList> ScaleEvaluator::evaluate(const ElementList& elements, Context&,
                                                     const EvaluationContext&) const {
-    if (!elements.anyHas(Attribute::scale)) return std::nullopt;
     const auto scaled = [&](const ElementList& list) {
         return replacingMatches(list, matcher_, [&](const Match& match) -> std::optional<Value> {
             const std::size_t place = match.group(u"value")->location;
@@ -108,7 +106,6 @@ std::optional<ElementList> ScaleEvaluator::evaluate(const ElementList& elements,
 
 std::optional<ElementList> DecimalSurroundByCurrencyEvaluator::evaluate(const ElementList& elements, Context&,
                                                                         const EvaluationContext&) const {
-    if (!elements.anyHas(Attribute::unit)) return std::nullopt;
     return replacingMatches(elements, matcher_, [&](const Match& match) -> std::optional<Value> {
         if (isSignOfNextNumber(elements, match.group(u"unit2")->location, unitConverter_)) return std::nullopt;
         const Value& behind = elements[match.group(u"unit2")->location].value;
@@ -136,7 +133,6 @@ std::optional<ElementList> DecimalUnitEvaluator::withSigns(const ElementList& el
 
 std::optional<ElementList> DecimalUnitEvaluator::evaluate(const ElementList& given, Context&,
                                                           const EvaluationContext&) const {
-    if (!given.anyHas(Attribute::unit) && !given.anyHas(Attribute::nsystem)) return std::nullopt;
     const std::optional<ElementList> withSigned = withSigns(given);
     const ElementList& elements = withSigned ? *withSigned : given;
     const auto attach = [](const ElementList& list, const FinderMatcher& matcher) {
@@ -152,7 +148,6 @@ std::optional<ElementList> DecimalUnitEvaluator::evaluate(const ElementList& giv
 
 std::optional<ElementList> ConvertableValueSequenceEvaluator::evaluate(const ElementList& elements, Context& context,
                                                                        const EvaluationContext&) const {
-    if (!elements.anyHas(Attribute::unit)) return std::nullopt;
     return replacingMatches(elements, matcher_, [&](const Match& match) -> std::optional<Value> {
         const std::vector<ElementRange> values = match.groups(u"value");
         if (values.size() == 1) return std::nullopt;

@@ -13,7 +13,9 @@ namespace vemo {
 class AssignmentEvaluator : public Evaluator {
 public:
     explicit AssignmentEvaluator(const OperationCalculator& operationCalculator)
-        : operationCalculator_(operationCalculator), matcher_(assignmentSequenceMatcher()) {}
+        : Evaluator({Attribute::assignment}),
+          operationCalculator_(operationCalculator),
+          matcher_(assignmentSequenceMatcher()) {}
     std::u16string_view name() const override { return u"AssignmentEvaluator"; }
     std::optional<ElementList> evaluate(const ElementList&, Context&, const EvaluationContext&) const override;
 
@@ -26,7 +28,7 @@ private:
 class ScaleEvaluator : public Evaluator {
 public:
     explicit ScaleEvaluator(const ScaleManager& scaleManager)
-        : scaleManager_(scaleManager), matcher_(scaledExpressionMatcher()) {}
+        : Evaluator({Attribute::scale}), scaleManager_(scaleManager), matcher_(scaledExpressionMatcher()) {}
     std::u16string_view name() const override { return u"ScaleEvaluator"; }
     std::optional<ElementList> evaluate(const ElementList&, Context&, const EvaluationContext&) const override;
 
@@ -39,7 +41,7 @@ private:
 class DecimalSurroundByCurrencyEvaluator : public Evaluator {
 public:
     explicit DecimalSurroundByCurrencyEvaluator(const UnitConverter& unitConverter)
-        : unitConverter_(unitConverter), matcher_(unitAroundDecimalMatcher()) {}
+        : Evaluator({Attribute::unit}), unitConverter_(unitConverter), matcher_(unitAroundDecimalMatcher()) {}
     std::u16string_view name() const override { return u"DecimalSurroundByCurrencyEvaluator"; }
     std::optional<ElementList> evaluate(const ElementList&, Context&, const EvaluationContext&) const override;
 
@@ -52,7 +54,8 @@ private:
 class DecimalUnitEvaluator : public Evaluator {
 public:
     explicit DecimalUnitEvaluator(const UnitConverter& unitConverter)
-        : unitConverter_(unitConverter),
+        : Evaluator({Attribute::unit, Attribute::nsystem}),
+          unitConverter_(unitConverter),
           decimalUnitMatcher_(decimalFollowedByUnitMatcher()),
           unitDecimalMatcher_(unitFollowedByDecimalMatcher()) {}
     std::u16string_view name() const override { return u"DecimalUnitEvaluator"; }
@@ -71,7 +74,8 @@ class ConvertableValueSequenceEvaluator : public Evaluator {
 public:
     ConvertableValueSequenceEvaluator(const OperationCalculator& operationCalculator,
                                       const UnitConverter& unitConverter)
-        : operationCalculator_(operationCalculator),
+        : Evaluator({Attribute::unit}),
+          operationCalculator_(operationCalculator),
           unitConverter_(unitConverter),
           matcher_(convertableValueSequenceMatcher()) {}
     std::u16string_view name() const override { return u"ConvertableValueSequenceEvaluator"; }

@@ -5,7 +5,7 @@ namespace vemo {
 
 std::optional<ElementList> QuickTypeExpressionEvaluator::evaluate(const ElementList& elements, Context& context,
                                                                   const EvaluationContext&) const {
-    if (!elements.anyHas(Attribute::operation) || !elements.anyHas(Attribute::unit)) return std::nullopt;
+    if (!elements.anyHas(Attribute::operation)) return std::nullopt;
     for (const Match& match : matcher_.occurrences(elements))
         context.addQuickTypeExpression(elements.slice(match.range.location, match.range.end()).text());
     return std::nullopt;

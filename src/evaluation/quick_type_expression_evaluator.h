@@ -9,7 +9,7 @@ namespace vemo {
 // Collects the explicit conversions of a line ("inch in cm") as completion material. Changes nothing.
 class QuickTypeExpressionEvaluator : public Evaluator {
 public:
-    QuickTypeExpressionEvaluator() : matcher_(explicitUnitConversionMatcher()) {}
+    QuickTypeExpressionEvaluator() : Evaluator({Attribute::unit}), matcher_(explicitUnitConversionMatcher()) {}
     std::u16string_view name() const override { return u"QuickTypeExpressionEvaluator"; }
     std::optional<ElementList> evaluate(const ElementList&, Context&, const EvaluationContext&) const override;
 

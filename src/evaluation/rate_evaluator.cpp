@@ -228,7 +228,6 @@ private:
 
 std::optional<ElementList> RateEvaluator::evaluate(const ElementList& elements, Context&,
                                                    const EvaluationContext&) const {
-    if (!elements.anyHas(Attribute::unit)) return std::nullopt;
     return RateReader(elements, units_, converter_).read();
 }
 

@@ -11,7 +11,8 @@ namespace vemo {
 // stands after "at", or before "for", what it is told of: "100 hours at $65/hour", "$5 a day for a year" are products.
 class RateEvaluator : public Evaluator {
 public:
-    RateEvaluator(const UnitManager& units, const UnitConverter& converter) : units_(units), converter_(converter) {}
+    RateEvaluator(const UnitManager& units, const UnitConverter& converter)
+        : Evaluator({Attribute::unit}), units_(units), converter_(converter) {}
     std::u16string_view name() const override { return u"RateEvaluator"; }
     std::optional<ElementList> evaluate(const ElementList&, Context&, const EvaluationContext&) const override;
 

@@ -44,12 +44,41 @@ ElementList unbalanced(const ElementList& elements, Context& context) {
     return reducedTo(errorValue(), elements);
 }
 
-// Of a word that begins with no letter: digits begin no name, nor do the commonest signs, which are always operators or
-// brackets.
-bool mayBeginName(std::u16string_view word) {
-    const char16_t first = word.front();
-    const bool always = word.size() == 1 && std::u16string_view(u"+-*/()").find(first) != std::u16string_view::npos;
-    return !always && (first < u'0' || first > u'9');
+bool isDigit(char16_t c) {
+    return c >= u'0' && c <= u'9';
+}
+
+// Of a word that begins with no letter: digits begin no name, nor does the point of a number, nor do the commonest
+// signs, which are always operators or brackets.
+bool mayBeginName(std::u16string_view text, TextRange word) {
+    const char16_t first = text[word.location];
+    if (isDigit(first)) return false;
+    if (word.length > 1) return true;
+    const bool inNumber = (first == u'.' || first == u',') && word.location > 0 && isDigit(text[word.location - 1]) &&
+                          word.end() < text.size() && isDigit(text[word.end()]);
+    return !inNumber && std::u16string_view(u"+-*/()").find(first) == std::u16string_view::npos;
+}
+
+// The value of an operand that has no other, which no later step changes; nothing for those with several and for
+// functions, some of which have a result without a value beside them.
+std::optional<Value> onlyValue(const ElementList& elements, std::size_t from, std::size_t to) {
+    const Value* only = nullptr;
+    for (std::size_t i = from; i < to; ++i) {
+        const Value& value = elements[i].value;
+        if (value.isEmpty()) continue;
+        if (only || value.has(Attribute::function)) return std::nullopt;
+        only = &value;
+    }
+    return only ? *only : Value();
+}
+
+void reserveFor(const ElementList& elements, AttributedText& text) {
+    std::size_t length = 0, runs = 0;
+    for (const ElementPointer& element : elements.pointers()) {
+        length += element->text().size();
+        runs += element->attributedText.elementsCount();
+    }
+    text.reserve(length, runs);
 }
 
 }  // namespace
@@ -68,7 +97,7 @@ std::optional<ElementList> EmptyDependenciesEvaluator::evaluate(const ElementLis
         const std::size_t start = words[i].location, end = words[i + most - 1].end();
         const std::u16string_view head = nameHead(std::u16string_view(text).substr(start, end + 1 - start));
         if (head.empty()) {
-            signs = signs || mayBeginName(words[i].in(text));
+            signs = signs || mayBeginName(text, words[i]);
             continue;
         }
         // Names are stored in lower case. Those that go on after their head are told by it; the others are a word, or
@@ -84,7 +113,6 @@ std::optional<ElementList> EmptyDependenciesEvaluator::evaluate(const ElementLis
 
 std::optional<ElementList> ParenthesesEvaluator::evaluate(const ElementList& elements, Context& context,
                                                           const EvaluationContext& evaluationContext) const {
-    if (!elements.anyHas(Attribute::parenthesis)) return std::nullopt;
     ElementList result;
     result.reserve(elements.size());
     std::size_t depth = 0;
@@ -128,7 +156,6 @@ std::optional<ElementList> OperationEvaluator::withSignedNumbers(const ElementLi
 
 std::optional<ElementList> OperationEvaluator::evaluate(const ElementList& given, Context& context,
                                                         const EvaluationContext& evaluationContext) const {
-    if (!given.anyHas(Attribute::operation)) return std::nullopt;
     const std::optional<ElementList> withSigned = withSignedNumbers(given);
     const ElementList& elements = withSigned ? *withSigned : given;
     if (!elements.anyHas(Attribute::operation)) return withSigned;
@@ -142,7 +169,10 @@ std::optional<ElementList> OperationEvaluator::evaluate(const ElementList& given
     operators.reserve(operatorCount);
     ranges.reserve(operatorCount + 1);
     AttributedText text;
-    OperandRemarks remarks(elements, context);
+    reserveFor(elements, text);
+    OperandRemarks remarks(elements, operatorCount + 1, context);
+    // The trace tells of every operand's steps.
+    const bool debug = evaluationContext.debug;
     std::size_t start = 0;
     std::size_t location = elements.location();  // of the element at `start`
     for (std::size_t i = 0, end = location; i <= elements.size(); ++i) {
@@ -152,7 +182,10 @@ std::optional<ElementList> OperationEvaluator::evaluate(const ElementList& given
         }
         operands.emplace_back();
         ranges.push_back({location, end - location});
-        if (start < i) {
+        if (const auto value = debug ? std::nullopt : onlyValue(elements, start, i)) {
+            operands.back() = *value;
+            for (std::size_t k = start; k < i; ++k) text.append(elements[k].attributedText);
+        } else if (start < i) {
             ElementList group = elements.slice(start, i);
             const ElementList evaluated = evaluationContext.evaluate(group, context);
             const ElementList& reduced = evaluated.empty() ? group : evaluated;
@@ -172,10 +205,9 @@ std::optional<ElementList> OperationEvaluator::evaluate(const ElementList& given
     // "3 cups of milk in ml": such a word before one without a value is text like that.
     constexpr std::u16string_view percentages[] = {u"percent_of", u"percent_on", u"percent_off"};
     for (std::size_t i = operators.size(); i-- > 0;) {
+        if (!operands[i + 1].isEmpty()) continue;
         const auto id = operators[i].string(Attribute::operation);
-        if (!operands[i + 1].isEmpty() ||
-            std::find(std::begin(percentages), std::end(percentages), id) == std::end(percentages))
-            continue;
+        if (std::find(std::begin(percentages), std::end(percentages), id) == std::end(percentages)) continue;
         operators.erase(operators.begin() + static_cast<std::ptrdiff_t>(i));
         operands.erase(operands.begin() + static_cast<std::ptrdiff_t>(i) + 1);
         ranges.erase(ranges.begin() + static_cast<std::ptrdiff_t>(i) + 1);

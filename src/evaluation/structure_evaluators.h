@@ -30,6 +30,7 @@ private:
 // list one element with the error value.
 class ParenthesesEvaluator : public Evaluator {
 public:
+    ParenthesesEvaluator() : Evaluator({Attribute::parenthesis}) {}
     std::u16string_view name() const override { return u"ParenthesesEvaluator"; }
     std::optional<ElementList> evaluate(const ElementList&, Context&, const EvaluationContext&) const override;
 };
@@ -40,7 +41,8 @@ public:
     // `takesSigns` tells by a function's id whether a sign between its name and a number is the number's.
     OperationEvaluator(const OperationCalculator& operationCalculator, const UnitConverter& unitConverter,
                        std::function<bool(std::u16string_view)> takesSigns)
-        : operationCalculator_(operationCalculator),
+        : Evaluator({Attribute::operation}),
+          operationCalculator_(operationCalculator),
           reach_(operationCalculator, unitConverter),
           takesSigns_(std::move(takesSigns)) {}
     std::u16string_view name() const override { return u"OperationEvaluator"; }
@@ -58,7 +60,9 @@ private:
 class ParenthesesSequenceMultiplicator : public Evaluator {
 public:
     explicit ParenthesesSequenceMultiplicator(const OperationCalculator& operationCalculator)
-        : operationCalculator_(operationCalculator), matcher_(valueWithParenthesesSequenceMatcher()) {}
+        : Evaluator({Attribute::decimal}),
+          operationCalculator_(operationCalculator),
+          matcher_(valueWithParenthesesSequenceMatcher()) {}
     std::u16string_view name() const override { return u"ParenthesesSequenceMultiplicator"; }
     std::optional<ElementList> evaluate(const ElementList&, Context&, const EvaluationContext&) const override;
 

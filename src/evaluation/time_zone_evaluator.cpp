@@ -11,7 +11,6 @@ namespace vemo {
 
 std::optional<ElementList> TimePrefixedByTimeZoneEvaluator::evaluate(const ElementList& elements, Context& context,
                                                                      const EvaluationContext&) const {
-    if (!elements.anyHas(Attribute::timeZone)) return std::nullopt;
     return replacingMatches(elements, matcher_, [&](const Match& match) {
         const Value& zone = elements[match.group(u"timezone")->location].value;
         const Value& time = elements[match.group(u"time")->location].value;
@@ -47,7 +46,6 @@ std::size_t behindParticle(const ElementList& elements, std::size_t i) {
 
 std::optional<ElementList> TimePlacingEvaluator::evaluate(const ElementList& elements, Context& context,
                                                           const EvaluationContext&) const {
-    if (!elements.anyHas(Attribute::timeZone)) return std::nullopt;
     ElementReplacer replacer(elements);
     const auto place = [&](std::size_t from, std::size_t to, std::size_t time, std::size_t zone) {
         const auto placed = placedInTimeZone(elements[time].value, *elements[zone].value.timeZone(), context);

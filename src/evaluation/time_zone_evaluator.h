@@ -8,7 +8,7 @@ namespace vemo {
 // "EST time": a date-time that knows its zone, told in the zone written before it.
 class TimePrefixedByTimeZoneEvaluator : public Evaluator {
 public:
-    TimePrefixedByTimeZoneEvaluator() : matcher_(timePrefixedByTimeZoneMatcher()) {}
+    TimePrefixedByTimeZoneEvaluator() : Evaluator({Attribute::timeZone}), matcher_(timePrefixedByTimeZoneMatcher()) {}
     std::u16string_view name() const override { return u"TimePrefixedByTimeZoneEvaluator"; }
     std::optional<ElementList> evaluate(const ElementList&, Context&, const EvaluationContext&) const override;
 
@@ -20,6 +20,7 @@ private:
 // "time", a place is one that the time is told in.
 class TimePlacingEvaluator : public Evaluator {
 public:
+    TimePlacingEvaluator() : Evaluator({Attribute::timeZone}) {}
     std::u16string_view name() const override { return u"TimePlacingEvaluator"; }
     std::optional<ElementList> evaluate(const ElementList&, Context&, const EvaluationContext&) const override;
 };

@@ -26,8 +26,7 @@ LocaleInfo LocaleInfo::forIdentifier(std::string_view identifier) {
             symbol(symbols, icu::DecimalFormatSymbols::kExponentialSymbol)};
 }
 
-int digitValue(char16_t character) {
-    if (character < 0x80) return character >= u'0' && character <= u'9' ? character - u'0' : -1;
+int digitValueBeyondAscii(char16_t character) {
     return u_charDigitValue(character);
 }
 

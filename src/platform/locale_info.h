@@ -17,7 +17,11 @@ struct LocaleInfo {
     static LocaleInfo forIdentifier(std::string_view identifier);
 };
 
-// Value 0 to 9 of a decimal digit of any script, -1 for other characters.
-int digitValue(char16_t character);
+// Value 0 to 9 of a decimal digit of any script, -1 for other characters. Asked for every character of a line.
+int digitValueBeyondAscii(char16_t character);
+inline int digitValue(char16_t character) {
+    if (character >= 0x80) return digitValueBeyondAscii(character);
+    return character >= u'0' && character <= u'9' ? character - u'0' : -1;
+}
 
 }  // namespace vemo

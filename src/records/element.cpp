@@ -47,8 +47,10 @@ TextRange ElementList::rangeOf(std::size_t from, std::size_t to) const {
     return range;
 }
 
-bool ElementList::anyHas(Attribute key) const {
-    return std::any_of(elements_.begin(), elements_.end(), [&](const auto& e) { return e->value.has(key); });
+void ElementList::collectMasks() {
+    attributes_ = 0;
+    anyIsEmpty_ = false;
+    for (const ElementPointer& element : elements_) addMask(*element);
 }
 
 AttributedText ElementList::attributedText(std::size_t from, std::size_t to) const {
@@ -66,7 +68,10 @@ AttributedText ElementList::attributedText(std::size_t from, std::size_t to) con
 }
 
 std::u16string ElementList::text() const {
+    std::size_t length = 0;
+    for (const ElementPointer& element : elements_) length += element->text().size();
     std::u16string result;
+    result.reserve(length);
     for (const ElementPointer& element : elements_) result += element->text();
     return result;
 }
@@ -85,10 +90,11 @@ void ElementList::replace(std::size_t location, std::size_t length, ElementPoint
     const auto start = elements_.begin() + static_cast<std::ptrdiff_t>(location);
     if (length == 0) {
         elements_.insert(start, std::move(element));
-        return;
+    } else {
+        *start = std::move(element);
+        elements_.erase(start + 1, start + static_cast<std::ptrdiff_t>(length));
     }
-    *start = std::move(element);
-    elements_.erase(start + 1, start + static_cast<std::ptrdiff_t>(length));
+    collectMasks();
 }
 
 std::u16string ElementList::description() const {

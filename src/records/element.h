@@ -36,7 +36,7 @@ inline ElementPointer makeElement(Value value, AttributedText text) {
 class ElementList {
 public:
     ElementList() = default;
-    explicit ElementList(std::vector<ElementPointer> elements) : elements_(std::move(elements)) {}
+    explicit ElementList(std::vector<ElementPointer> elements) : elements_(std::move(elements)) { collectMasks(); }
 
     bool empty() const { return elements_.empty(); }
     std::size_t size() const { return elements_.size(); }
@@ -51,8 +51,11 @@ public:
     // The same without white space at either end.
     TextRange trimmedRangeOf(std::size_t from, std::size_t to) const;
 
-    // True when an element carries the attribute. A cheap test before searching for a pattern.
-    bool anyHas(Attribute key) const;
+    // The attributes that an element or another carries, as in `Value::mask`: cheap tests before searching for
+    // patterns.
+    std::uint16_t attributes() const { return attributes_; }
+    bool anyHas(Attribute key) const { return (attributes_ & Value::bit(key)) != 0; }
+    bool anyIsEmpty() const { return anyIsEmpty_; }
 
     AttributedText attributedText() const { return attributedText(0, size()); }
     AttributedText attributedText(std::size_t from, std::size_t to) const;
@@ -60,7 +63,10 @@ public:
     std::u16string text() const;
 
     void reserve(std::size_t elements) { elements_.reserve(elements); }
-    void append(ElementPointer element) { elements_.push_back(std::move(element)); }
+    void append(ElementPointer element) {
+        addMask(*element);
+        elements_.push_back(std::move(element));
+    }
     // Puts one element in place of `length` elements; a length of 0 inserts.
     void replace(std::size_t location, std::size_t length, ElementPointer element);
 
@@ -69,9 +75,16 @@ public:
     friend bool operator==(const ElementList& a, const ElementList& b);
 
 private:
+    void addMask(const Element& element) {
+        attributes_ = static_cast<std::uint16_t>(attributes_ | element.value.mask());
+        anyIsEmpty_ = anyIsEmpty_ || element.value.isEmpty();
+    }
+    void collectMasks();
     std::size_t unitsBefore(std::size_t index) const;
 
     std::vector<ElementPointer> elements_;
+    std::uint16_t attributes_ = 0;
+    bool anyIsEmpty_ = false;
     std::size_t location_ = 0;
     // Where an element begins, from the latest question: most ask for one after the other.
     mutable std::size_t seenIndex_ = 0;

@@ -81,8 +81,8 @@ Value::Value(TimeZone zone) {
     *this = Value().with(std::move(zone));
 }
 
-std::optional<std::u16string_view> Value::string(Attribute key) const {
-    if (!has(key) || !marks_) return std::nullopt;
+std::optional<std::u16string_view> Value::heldText(Attribute key) const {
+    if (!marks_) return std::nullopt;
     const Mark* mark = marks_->find(key);
     const auto* text = mark ? std::get_if<std::u16string>(mark) : nullptr;
     return text ? std::optional<std::u16string_view>(*text) : std::nullopt;
@@ -102,11 +102,6 @@ std::optional<Date> Value::date() const {
 
 const TimeZone* Value::timeZone() const {
     return has(Attribute::timeZone) ? std::get_if<TimeZone>(marks_->find(Attribute::timeZone)) : nullptr;
-}
-
-bool Value::is(Attribute key, std::u16string_view text) const {
-    const auto held = string(key);
-    return held && *held == text;
 }
 
 Value::Marks& Value::ownMarks() {
