@@ -52,7 +52,7 @@ public:
         friend void intrusive_ptr_add_ref(const Entry* entry) { entry->retain(); }
         friend void intrusive_ptr_release(const Entry* entry) { entry->release(); }
 
-        Entry(std::u16string_view key, std::size_t hash, Mapped value)
+        Entry(std::u16string_view key, std::size_t hash, Mapped&& value)
             : keyLength_(static_cast<std::uint32_t>(key.size())), hash_(hash), value_(std::move(value)) {
             std::copy(key.begin(), key.end(), reinterpret_cast<char16_t*>(this + 1));
         }
@@ -101,8 +101,8 @@ public:
     }
 
     // True when the key is new.
-    bool set(std::u16string_view key, Mapped value) {
-        const std::size_t hash = TextHash{}(key);
+    bool set(std::u16string_view key, Mapped&& value) { return set(key, TextHash{}(key), std::move(value)); }
+    bool set(std::u16string_view key, std::size_t hash, Mapped&& value) {
         if (top_ && !top_->isShared()) {
             const Item* own = top_->find(key, hash);
             if (own && !isRemoved(*own) && !entryOf(*own)->isShared()) {
@@ -156,6 +156,7 @@ private:
     static constexpr Item removed = 1;
 
     static constexpr std::size_t mostWithoutIndex = 8;
+    static constexpr std::size_t usualCapacity = 4;
 
     // Followed in memory by its items, each with a key of its own.
     struct Layer : Counted {
@@ -194,7 +195,7 @@ private:
         }
     }
 
-    static Entry* newEntry(std::u16string_view key, std::size_t hash, Mapped value) {
+    static Entry* newEntry(std::u16string_view key, std::size_t hash, Mapped&& value) {
         return new (::operator new(sizeof(Entry) + key.size() * sizeof(char16_t))) Entry(key, hash, std::move(value));
     }
     static Layer* newLayer(std::size_t capacity, Layer* below) {
@@ -233,7 +234,7 @@ private:
             above += layer->count;
         }
         retain(rest);
-        Layer* fresh = newLayer(1, rest);
+        Layer* fresh = newLayer(usualCapacity, rest);
         for (Layer* layer = top_; layer != rest; layer = layer->below) {
             for (std::size_t i = 0; i < layer->count; ++i) {
                 const Item item = layer->items()[i];

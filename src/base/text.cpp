@@ -59,9 +59,7 @@ std::u16string lowercased(std::u16string_view text) {
     return result;
 }
 
-char16_t lowercasedUnit(char16_t character) {
-    if (character < 0x80)
-        return character >= u'A' && character <= u'Z' ? static_cast<char16_t>(character + 0x20) : character;
+char16_t beyond_ascii::lowercasedUnit(char16_t character) {
     const UChar32 lower = u_tolower(character);
     return U_IS_BMP(lower) ? static_cast<char16_t>(lower) : character;
 }
@@ -77,9 +75,17 @@ std::u16string foldedWidth(std::u16string_view text) {
     return result;
 }
 
-bool isLetter(char16_t character) {
-    if (character < 0x80) return (character >= u'a' && character <= u'z') || (character >= u'A' && character <= u'Z');
+bool beyond_ascii::isLetter(char16_t character) {
     return u_isalpha(character) != 0;
+}
+
+bool hasLetter(std::u16string_view text) {
+    for (std::size_t i = 0; i < text.size();) {
+        UChar32 character;
+        U16_NEXT(text.data(), i, text.size(), character);
+        if (u_isalpha(character)) return true;
+    }
+    return false;
 }
 
 bool isCjk(char16_t character) {
@@ -87,8 +93,7 @@ bool isCjk(char16_t character) {
            (character >= 0xf900 && character < 0xfb00);
 }
 
-bool isWhitespace(char16_t character) {
-    if (character < 0x80) return character == u' ' || (character >= 9 && character <= 13);
+bool beyond_ascii::isWhitespace(char16_t character) {
     return u_isUWhiteSpace(character) != 0;
 }
 

@@ -25,11 +25,33 @@ std::string toUtf8(std::u16string_view text);
 // Language-independent lower case.
 std::u16string lowercased(std::u16string_view text);
 
-// Lower case of one unit, so that positions stay the same.
+// What follows is asked for every character of a line, most of which are of ASCII.
+namespace beyond_ascii {
 char16_t lowercasedUnit(char16_t character);
 bool isLetter(char16_t character);
-bool isCjk(char16_t character);         // of a script that puts no blanks between words
-bool isWhitespace(char16_t character);  // white space and line breaks, as Unicode has them
+bool isWhitespace(char16_t character);
+}  // namespace beyond_ascii
+
+// "0" to "9" alone.
+constexpr bool isAsciiDigit(char16_t character) {
+    return character >= u'0' && character <= u'9';
+}
+// Lower case of one unit, so that positions stay the same.
+inline char16_t lowercasedUnit(char16_t character) {
+    if (character >= 0x80) return beyond_ascii::lowercasedUnit(character);
+    return character >= u'A' && character <= u'Z' ? static_cast<char16_t>(character + 0x20) : character;
+}
+inline bool isLetter(char16_t character) {
+    if (character >= 0x80) return beyond_ascii::isLetter(character);
+    return (character >= u'a' && character <= u'z') || (character >= u'A' && character <= u'Z');
+}
+// White space and line breaks, as Unicode has them.
+inline bool isWhitespace(char16_t character) {
+    if (character >= 0x80) return beyond_ascii::isWhitespace(character);
+    return character == u' ' || (character >= 9 && character <= 13);
+}
+bool hasLetter(std::u16string_view text);
+bool isCjk(char16_t character);  // of a script that puts no blanks between words
 std::u16string_view trimmed(std::u16string_view text);
 std::u16string joined(const std::vector<std::u16string>& parts, std::u16string_view separator);
 

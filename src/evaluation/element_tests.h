@@ -35,10 +35,6 @@ inline bool isWrittenTime(const Element& element) {
     return element.value.is(Attribute::precision, u"time") && runTypeOf(element) == RunType::number;
 }
 
-inline bool hasLetter(std::u16string_view text) {
-    return std::any_of(text.begin(), text.end(), [](char16_t c) { return isLetter(c); });
-}
-
 // Words that mean nothing to the calculation; labels, comments and headers are none.
 inline bool isPlainWords(const Element& element) {
     return element.value.isEmpty() && runTypeOf(element) == RunType::none && hasLetter(element.text());

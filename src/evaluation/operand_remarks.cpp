@@ -27,8 +27,7 @@ bool isPlain(const Element& element) {
 bool OperandRemarks::hasWords(const Operand& operand) const {
     for (std::size_t i = operand.from; i < operand.to; ++i) {
         const std::u16string& text = elements_[i].text();
-        if (isPlain(elements_[i]) && std::any_of(text.begin(), text.end(), [](char16_t c) { return isLetter(c); }))
-            return true;
+        if (isPlain(elements_[i]) && hasLetter(text)) return true;
     }
     return false;
 }

@@ -47,6 +47,10 @@ std::u16string PowerEvaluator::poweredUnit(const ElementList& elements, std::siz
 
 std::optional<ElementList> PowerEvaluator::evaluate(const ElementList& elements, Context&,
                                                     const EvaluationContext&) const {
+    const auto& all = elements.pointers();
+    if (!elements.anyHas(Attribute::type) &&
+        std::none_of(all.begin(), all.end(), [](const ElementPointer& e) { return isOperator(*e, u"^"); }))
+        return std::nullopt;
     std::vector<ElementPointer> result;
     bool changed = false;
     for (std::size_t i = 0; i < elements.size(); ++i) {

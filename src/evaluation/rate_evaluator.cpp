@@ -32,40 +32,42 @@ bool isRoundLot(const DecimalNumber& count) {
 class RateReader {
 public:
     RateReader(const ElementList& elements, const UnitManager& units, const UnitConverter& converter)
-        : list_(elements), units_(units), converter_(converter) {}
+        : given_(elements), units_(units), converter_(converter) {}
 
     std::optional<ElementList> read() {
         if (units_.hasRateAfterWords()) readAfterWords();
-        for (std::size_t i = list_.size(); i-- > 1;)
-            if (isBareUnit(list_[i])) i = std::min(i, readRateEndingAt(i));
+        for (std::size_t i = list().size(); i-- > 1;)
+            if (isBareUnit(list()[i])) i = std::min(i, readRateEndingAt(i));
         if (!units_.ratePrefixes().empty()) readPrefixes();
-        for (std::size_t i = 1; i + 1 < list_.size(); ++i) readProductAt(i);
-        return changed_ ? std::optional(std::move(list_)) : std::nullopt;
+        for (std::size_t i = 1; i + 1 < list().size(); ++i) readProductAt(i);
+        return std::move(changed_);
     }
 
 private:
+    const ElementList& list() const { return changed_ ? *changed_ : given_; }
+
     std::size_t before(std::size_t i) const {
         while (i-- > 0)
-            if (!isBlank(list_[i])) return i;
+            if (!isBlank(list()[i])) return i;
         return none;
     }
 
     std::size_t after(std::size_t i) const {
-        while (++i < list_.size())
-            if (!isBlank(list_[i])) return i;
+        while (++i < list().size())
+            if (!isBlank(list()[i])) return i;
         return none;
     }
 
-    std::u16string_view unitAt(std::size_t i) const { return *list_[i].value.string(Attribute::unit); }
+    std::u16string_view unitAt(std::size_t i) const { return *list()[i].value.string(Attribute::unit); }
     bool isTime(std::u16string_view unit) const {
         const std::u16string* base = converter_.baseUnit(unit);
         return base && *base == u"second";
     }
 
     void put(std::size_t from, std::size_t to, Value value) {
-        const AttributedText text = list_.attributedText(from, to);
-        list_.replace(from, to - from, makeElement(std::move(value), text));
-        changed_ = true;
+        const AttributedText text = list().attributedText(from, to);
+        if (!changed_) changed_ = given_;
+        changed_->replace(from, to - from, makeElement(std::move(value), text));
     }
 
     // A unit that is written with the word of a rate: "15 € de l'heure".
@@ -82,48 +84,48 @@ private:
     std::size_t readRateEndingAt(std::size_t i) {
         const std::u16string_view lower = unitAt(i);
         if (!converter_.baseUnit(lower)) return i;
-        const bool ownWord = hasOwnWord(list_[i]);
+        const bool ownWord = hasOwnWord(list()[i]);
         std::size_t sign = ownWord ? i : before(i);
         DecimalNumber count = DecimalNumber::fromInt64(1);
-        const bool counted = !ownWord && sign != none && isNumberWithoutUnit(list_[sign]);
+        const bool counted = !ownWord && sign != none && isNumberWithoutUnit(list()[sign]);
         if (counted) {
-            count = *list_[sign].value.decimal();
+            count = *list()[sign].value.decimal();
             if (count.isNegative() || count.isZero()) return i;
             sign = before(sign);
         }
         if (sign == none || sign == 0) return i;
-        const bool stroke = list_[sign].text() == u"/" && list_[sign].value.is(Attribute::operation, u"/");
-        const std::u16string_view word = trimmed(list_[sign].text());
+        const bool stroke = list()[sign].text() == u"/" && list()[sign].value.is(Attribute::operation, u"/");
+        const std::u16string_view word = trimmed(list()[sign].text());
         // "6 l auf 100 km": the word is another one, but for a round number of another kind.
         const bool lot = counted && !stroke && units_.isRateLotWord(word) && isRoundLot(count) && !isTime(lower);
         if (!stroke && !ownWord) {
             if (!lot && !units_.isRateWord(word)) return i;
-            if (counted && !lot && list_[sign].value.has(Attribute::operation)) return i;
+            if (counted && !lot && list()[sign].value.has(Attribute::operation)) return i;
             const std::size_t behind = after(i);
-            if (behind != none && isNumberWithoutUnit(list_[behind])) return i;  // "im Jahr 2020"
+            if (behind != none && isNumberWithoutUnit(list()[behind])) return i;  // "im Jahr 2020"
         }
-        if (counted && stroke && (isBlank(list_[sign - 1]) || !isRoundLot(count) || isTime(lower))) return i;
+        if (counted && stroke && (isBlank(list()[sign - 1]) || !isRoundLot(count) || isTime(lower))) return i;
         std::size_t left = before(sign);
-        if (lot && left != none && list_[left].value.is(Attribute::operation, u"in")) left = before(left);
+        if (lot && left != none && list()[left].value.is(Attribute::operation, u"in")) left = before(left);
         if (left == none) return i;
         // "5 € a la semana", "10 km a millas": a conversion word is that, but where time is money.
         const auto mayBe = [&](std::u16string_view upper) {
             if (upper == lower || !converter_.baseUnit(upper)) return false;
             if (lot) return !areOfOneKind(upper, lower);
-            return !list_[sign].value.is(Attribute::operation, u"in") ||
+            return !list()[sign].value.is(Attribute::operation, u"in") ||
                    (converter_.isCurrency(upper) && isTime(lower));
         };
-        if (isBareUnit(list_[left]) || isQuantity(list_[left])) {
+        if (isBareUnit(list()[left]) || isQuantity(list()[left])) {
             if (!mayBe(unitAt(left))) return i;
-            put(left, i + 1, list_[left].value.with(RateUnit::id(unitAt(left), lower, count), Attribute::unit));
+            put(left, i + 1, list()[left].value.with(RateUnit::id(unitAt(left), lower, count), Attribute::unit));
             return left;
         }
         // A sign of money before the number gives its unit away: that of the rate stands after it.
         std::size_t number = left;
-        if (list_[number].value.has(Attribute::scale)) number = before(number);
-        if (number == none || !isNumberWithoutUnit(list_[number])) return i;
+        if (list()[number].value.has(Attribute::scale)) number = before(number);
+        if (number == none || !isNumberWithoutUnit(list()[number])) return i;
         const std::size_t money = before(number);
-        if (money == none || !isBareUnit(list_[money]) || !converter_.isCurrency(unitAt(money)) ||
+        if (money == none || !isBareUnit(list()[money]) || !converter_.isCurrency(unitAt(money)) ||
             !mayBe(unitAt(money)))
             return i;
         const std::u16string id = RateUnit::id(unitAt(money), lower, count);
@@ -134,20 +136,20 @@ private:
 
     // "1時間につき1000円", "100gあたり350円": what the rate is told of stands first.
     void readAfterWords() {
-        for (std::size_t i = 1; i + 1 < list_.size(); ++i) {
-            if (!units_.isRateAfterWord(trimmed(list_[i].text()))) continue;
+        for (std::size_t i = 1; i + 1 < list().size(); ++i) {
+            if (!units_.isRateAfterWord(trimmed(list()[i].text()))) continue;
             std::size_t left = before(i);
             const std::size_t number = after(i);
-            if (left == none || number == none || !list_[left].value.has(Attribute::unit)) continue;
+            if (left == none || number == none || !list()[left].value.has(Attribute::unit)) continue;
             const std::u16string lower(unitAt(left));
-            DecimalNumber count = list_[left].value.decimal().value_or(DecimalNumber::fromInt64(1));
+            DecimalNumber count = list()[left].value.decimal().value_or(DecimalNumber::fromInt64(1));
             const std::size_t counted = before(left);
-            if (isBareUnit(list_[left]) && counted != none && isNumberWithoutUnit(list_[counted]))
-                count = *list_[left = counted].value.decimal();
+            if (isBareUnit(list()[left]) && counted != none && isNumberWithoutUnit(list()[counted]))
+                count = *list()[left = counted].value.decimal();
             std::size_t unit = number;
-            while (unit != none && (isNumberWithoutUnit(list_[unit]) || list_[unit].value.has(Attribute::scale)))
+            while (unit != none && (isNumberWithoutUnit(list()[unit]) || list()[unit].value.has(Attribute::scale)))
                 unit = after(unit);
-            if (unit == none || unit == number || !isBareUnit(list_[unit]) || count.isNegative() || count.isZero() ||
+            if (unit == none || unit == number || !isBareUnit(list()[unit]) || count.isNegative() || count.isZero() ||
                 !converter_.baseUnit(lower) || !converter_.baseUnit(unitAt(unit)) || unitAt(unit) == lower)
                 continue;
             const std::u16string id = RateUnit::id(unitAt(unit), lower, count);
@@ -159,11 +161,11 @@ private:
 
     // "時速60キロ": kilos of speed are kilometres. And "秒速メートル", to convert into.
     void readPrefixes() {
-        for (std::size_t i = 0; i + 1 < list_.size(); ++i) {
-            if (!list_[i].value.isEmpty()) continue;
-            const std::size_t unit = isNumberWithoutUnit(list_[i + 1]) ? i + 2 : i + 1;
-            if (unit == list_.size() || !isBareUnit(list_[unit])) continue;
-            const std::u16string_view words = trimmed(list_[i].text());
+        for (std::size_t i = 0; i + 1 < list().size(); ++i) {
+            if (!list()[i].value.isEmpty()) continue;
+            const std::size_t unit = isNumberWithoutUnit(list()[i + 1]) ? i + 2 : i + 1;
+            if (unit == list().size() || !isBareUnit(list()[unit])) continue;
+            const std::u16string_view words = trimmed(list()[i].text());
             for (const auto& [word, time] : units_.ratePrefixes()) {
                 if (!words.ends_with(word)) continue;
                 const std::u16string_view own = unitAt(unit);
@@ -178,16 +180,17 @@ private:
     }
 
     bool isAmountOf(std::size_t i, std::u16string_view unit) const {
-        return i != none && (isQuantity(list_[i]) || isBareUnit(list_[i])) && converter_.isConvertible(unitAt(i), unit);
+        return i != none && (isQuantity(list()[i]) || isBareUnit(list()[i])) &&
+               converter_.isConvertible(unitAt(i), unit);
     }
 
     // The unit of the amount that begins there, be it a number or a sign of money.
     std::size_t unitOfAmount(std::size_t i) const {
         for (int steps = 0; i != none && steps < 3; ++steps, i = after(i))
-            if (list_[i].value.has(Attribute::unit))
+            if (list()[i].value.has(Attribute::unit))
                 return i;
-            else if (!isNumberWithoutUnit(list_[i]) && !list_[i].value.has(Attribute::scale) &&
-                     !list_[i].value.isEmpty())
+            else if (!isNumberWithoutUnit(list()[i]) && !list()[i].value.has(Attribute::scale) &&
+                     !list()[i].value.isEmpty())
                 break;
         return none;
     }
@@ -195,33 +198,33 @@ private:
     // Text between a quantity and a rate of it, either way round, multiplies.
     void readProductAt(std::size_t i) {
         // A conversion word, too: nobody converts into an amount ("100 horas a 65 €/hora").
-        const bool converts = list_[i].value.is(Attribute::operation, u"in");
-        if (!list_[i].value.isEmpty() && !converts) return;
-        std::u16string_view words = trimmed(list_[i].text());
+        const bool converts = list()[i].value.is(Attribute::operation, u"in");
+        if (!list()[i].value.isEmpty() && !converts) return;
+        std::u16string_view words = trimmed(list()[i].text());
         const bool article = words.find(u' ') != words.npos && units_.isArticle(words.substr(words.rfind(u' ') + 1));
         if (article) words = trimmed(words.substr(0, words.rfind(u' ')));
         if (!units_.isRateProductWord(words)) return;
         const std::size_t left = before(i);
         const std::size_t right = article ? after(i) : unitOfAmount(after(i));
-        if (left == none || right == none || !list_[left].value.has(Attribute::unit) ||
-            !list_[right].value.has(Attribute::unit))
+        if (left == none || right == none || !list()[left].value.has(Attribute::unit) ||
+            !list()[right].value.has(Attribute::unit))
             return;
         const auto leftRate = converter_.rate(unitAt(left)), rightRate = converter_.rate(unitAt(right));
         if (leftRate.has_value() == rightRate.has_value()) return;
-        if (converts && (leftRate || (after(i) == right && !isQuantity(list_[right])))) return;
+        if (converts && (leftRate || (after(i) == right && !isQuantity(list()[right])))) return;
         const bool fits = leftRate ? isAmountOf(right, leftRate->lower) : isAmountOf(left, rightRate->lower);
         if (!fits) return;
         if (article) {
-            if (!isBareUnit(list_[right])) return;
-            put(right, right + 1, list_[right].value.with(DecimalNumber::fromInt64(1)));
+            if (!isBareUnit(list()[right])) return;
+            put(right, right + 1, list()[right].value.with(DecimalNumber::fromInt64(1)));
         }
         put(i, i + 1, Value(Attribute::operation, u"*"));
     }
 
-    ElementList list_;
+    const ElementList& given_;
     const UnitManager& units_;
     const UnitConverter& converter_;
-    bool changed_ = false;
+    std::optional<ElementList> changed_;
 };
 
 }  // namespace

@@ -44,19 +44,16 @@ ElementList unbalanced(const ElementList& elements, Context& context) {
     return reducedTo(errorValue(), elements);
 }
 
-bool isDigit(char16_t c) {
-    return c >= u'0' && c <= u'9';
-}
-
 // Of a word that begins with no letter: digits begin no name, nor does the point of a number, nor do the commonest
 // signs, which are always operators or brackets.
 bool mayBeginName(std::u16string_view text, TextRange word) {
     const char16_t first = text[word.location];
-    if (isDigit(first)) return false;
+    if (isAsciiDigit(first)) return false;
     if (word.length > 1) return true;
-    const bool inNumber = (first == u'.' || first == u',') && word.location > 0 && isDigit(text[word.location - 1]) &&
-                          word.end() < text.size() && isDigit(text[word.end()]);
-    return !inNumber && std::u16string_view(u"+-*/()").find(first) == std::u16string_view::npos;
+    const bool inNumber = (first == u'.' || first == u',') && word.location > 0 &&
+                          isAsciiDigit(text[word.location - 1]) && word.end() < text.size() &&
+                          isAsciiDigit(text[word.end()]);
+    return !inNumber && std::u16string_view(u"+-*/()=").find(first) == std::u16string_view::npos;
 }
 
 // The value of an operand that has no other, which no later step changes; nothing for those with several and for
@@ -87,7 +84,10 @@ std::optional<ElementList> EmptyDependenciesEvaluator::evaluate(const ElementLis
                                                                 const EvaluationContext&) const {
     const std::u16string text = elements.text();
     const std::vector<TextRange>& words = stringRangeDetector_.wordRanges(text);
-    const auto depend = [&](const std::u16string& key) {
+    std::u16string key;
+    const auto depend = [&](std::u16string_view kind, std::u16string_view written) {
+        // Names are stored in lower case.
+        key.assign(kind).append(lowercased(written));
         if (!context.hasDependencyOn(key)) context.addDependencyOn(key, std::nullopt, Value());
     };
     bool signs = false;
@@ -100,14 +100,14 @@ std::optional<ElementList> EmptyDependenciesEvaluator::evaluate(const ElementLis
             signs = signs || mayBeginName(text, words[i]);
             continue;
         }
-        // Names are stored in lower case. Those that go on after their head are told by it; the others are a word, or
-        // some of the words that the head is cut into.
-        if (start + head.size() <= end) depend(namesKey(lowercased(head)));
-        depend(variableKey(lowercased(words[i].in(text))));
+        // Names that go on after their head are told by it; the others are a word, or some of the words that the head
+        // is cut into.
+        if (start + head.size() <= end) depend(context_keys::names, head);
+        depend(context_keys::variable, words[i].in(text));
         for (std::size_t last = i + 1; last < i + most && words[last].end() <= start + head.size(); ++last)
-            depend(variableKey(lowercased(head.substr(0, words[last].end() - start))));
+            depend(context_keys::variable, head.substr(0, words[last].end() - start));
     }
-    if (signs) depend(namesKey(u""));
+    if (signs) depend(context_keys::names, u"");
     return std::nullopt;
 }
 

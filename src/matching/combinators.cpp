@@ -49,11 +49,17 @@ void RepeatMatcher::matchFrom(std::size_t count, const ElementList& elements, st
 void GroupMatcher::match(const ElementList& elements, std::size_t from, std::vector<Capture>& captures,
                          Next next) const {
     const std::size_t place = captures.size();
-    captures.push_back({name_, {from, 0}});
-    match_->match(elements, from, captures, [&](std::size_t end) {
-        captures[place].range.length = end - from;
-        next(end);
-    });
+    if (single_) {
+        if (from >= elements.size() || !single_->test(elements[from])) return;
+        captures.push_back({name_, {from, 1}});
+        next(from + 1);
+    } else {
+        captures.push_back({name_, {from, 0}});
+        match_->match(elements, from, captures, [&](std::size_t end) {
+            captures[place].range.length = end - from;
+            next(end);
+        });
+    }
     captures.resize(place);
 }
 

@@ -49,11 +49,13 @@ private:
 // Records under a name what the inner pattern covers, before the groups inside it.
 class GroupMatcher : public Matcher {
 public:
-    GroupMatcher(MatcherPointer match, std::u16string_view name) : match_(std::move(match)), name_(name) {}
+    GroupMatcher(MatcherPointer match, std::u16string_view name)
+        : match_(std::move(match)), single_(dynamic_cast<const SingleElementMatcher*>(match_.get())), name_(name) {}
     void match(const ElementList&, std::size_t from, std::vector<Capture>&, Next) const override;
 
 private:
     MatcherPointer match_;
+    const SingleElementMatcher* single_;  // most groups are one element, at which most lists fail
     std::u16string_view name_;
 };
 

@@ -23,5 +23,8 @@ inline int digitValue(char16_t character) {
     if (character >= 0x80) return digitValueBeyondAscii(character);
     return character >= u'0' && character <= u'9' ? character - u'0' : -1;
 }
+inline bool isDigitAt(std::u16string_view text, std::size_t place) {
+    return place < text.size() && digitValue(text[place]) >= 0;
+}
 
 }  // namespace vemo

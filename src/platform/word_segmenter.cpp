@@ -14,11 +14,8 @@ namespace {
 bool isLetter(char16_t c) {
     return (c >= u'a' && c <= u'z') || (c >= u'A' && c <= u'Z') || c == u'@';
 }
-bool isDigit(char16_t c) {
-    return c >= u'0' && c <= u'9';
-}
 bool isWordCharacter(char16_t c) {
-    return isLetter(c) || isDigit(c) || c == u'_';
+    return isLetter(c) || isAsciiDigit(c) || c == u'_';
 }
 
 // The word boundary rules (Unicode Standard Annex 29) for ASCII, which most lines are: several times faster
@@ -34,7 +31,7 @@ std::vector<TextRange> asciiWords(std::u16string_view text) {
             if (isWordCharacter(next)) {
                 ++i;
             } else if ((isLetter(text[i]) && isLetter(at(i + 2)) && (next == u'.' || next == u'\'')) ||
-                       (isDigit(text[i]) && isDigit(at(i + 2)) &&
+                       (isAsciiDigit(text[i]) && isAsciiDigit(at(i + 2)) &&
                         (next == u'.' || next == u'\'' || next == u',' || next == u';'))) {
                 i += 2;
             } else {

@@ -67,7 +67,7 @@ struct Context::State {
     bool pauseDelegateUpdates = false;
     mutable std::recursive_mutex mutex;
 
-    void set(std::u16string_view key, IsEquatable value) { noteVariable(key, data.set(key, std::move(value))); }
+    void set(std::u16string_view key, IsEquatable&& value) { noteVariable(key, data.set(key, std::move(value))); }
     void share(const ContextMap::Entry& entry) { noteVariable(entry.key(), data.setShared(entry)); }
 
     // Several threads may read a context.
@@ -138,7 +138,7 @@ Context Context::sharing(ContextMap data) const {
 
 void Context::set(std::u16string_view key, std::optional<IsEquatable> value, bool registerUpdate) {
     if (value) {
-        if (registerUpdate) state_->updates.set(key, *value);
+        if (registerUpdate) state_->updates.set(key, IsEquatable(*value));
         state_->set(key, *std::move(value));
     } else {
         if (registerUpdate) state_->updates.erase(key);
@@ -221,7 +221,7 @@ void ContextParts::addUpdatesOf(Context& context, const LineResult& line) {
 }
 
 void Context::addDependencies(const ContextEntries& dependencies) {
-    for (const auto& [key, value] : dependencies) state_->dependencies().set(key, value);
+    for (const auto& [key, value] : dependencies) state_->dependencies().set(key, IsEquatable(value));
 }
 
 void ContextParts::addDependencies(Context& context, const ContextMap& dependencies) {
@@ -243,14 +243,15 @@ void ContextParts::addDependenciesOf(Context& context, LineResultPointer line) {
 
 void Context::addDependencyOn(std::u16string_view name, std::optional<IsEquatable> value,
                               std::optional<IsEquatable> defaultValue) {
+    const std::size_t hash = TextHash{}(name);
     if (!value) {
-        if (const IsEquatable* present = find(name))
+        if (const IsEquatable* present = state_->data.find(name, hash))
             value = *present;
         else
             value = std::move(defaultValue);
     }
     if (value)
-        state_->dependencies().set(name, *std::move(value));
+        state_->dependencies().set(name, hash, *std::move(value));
     else
         state_->dependencies().erase(name);
 }

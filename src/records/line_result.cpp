@@ -16,6 +16,7 @@ enum class Presence : char16_t { absent, present, sameAsRegular };
 // Numbers take two units, texts their length and their units.
 class Writer {
 public:
+    Writer() { block_.reserve(usual); }
     std::u16string_view block() const { return block_; }
 
     void units(std::u16string_view text) { block_ += text; }
@@ -24,8 +25,8 @@ public:
         number(hash >> 32);
     }
     void number(std::size_t number) {
-        block_ += static_cast<char16_t>(number & 0xffff);
-        block_ += static_cast<char16_t>(number >> 16);
+        const char16_t units[] = {static_cast<char16_t>(number & 0xffff), static_cast<char16_t>(number >> 16)};
+        block_.append(units, std::size(units));
     }
     void text(std::u16string_view text) {
         number(text.size());
@@ -66,6 +67,8 @@ public:
     }
 
 private:
+    static constexpr std::size_t usual = 256;  // units
+
     void presence(Presence presence) { block_ += static_cast<char16_t>(presence); }
 
     std::u16string block_;

@@ -20,10 +20,6 @@ constexpr struct {
 
 constexpr std::size_t longestPart = 2;  // digits of a numerator or denominator
 
-bool isDigitAt(std::u16string_view text, std::size_t i) {
-    return i < text.size() && digitValue(text[i]) >= 0;
-}
-
 // Where the whole number that ends there begins, with what groups its digits; its end without one.
 std::size_t wholeStart(std::u16string_view text, std::size_t end) {
     std::size_t start = end;

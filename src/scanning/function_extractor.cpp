@@ -11,10 +11,6 @@ namespace {
 
 constexpr std::size_t groupLength = 3;  // digits
 
-bool isDigitAt(std::u16string_view text, std::size_t i) {
-    return i < text.size() && digitValue(text[i]) >= 0;
-}
-
 std::size_t digitsBefore(std::u16string_view text, std::size_t end) {
     std::size_t count = 0;
     while (count < end && isDigitAt(text, end - count - 1)) ++count;

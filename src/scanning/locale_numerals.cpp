@@ -16,13 +16,9 @@ constexpr char16_t filler = u'_';  // is skipped between the digits of a literal
 constexpr char16_t apostrophe = u'\u2019';
 constexpr std::size_t digitsOfAGroup = 3;
 
-bool isDigit(std::u16string_view text, std::size_t at) {
-    return at < text.size() && digitValue(text[at]) >= 0;
-}
-
 // True after a digit, which may be followed by what is left of its second unit.
 bool isBehindDigit(std::u16string_view text, std::size_t at) {
-    return at > 0 && (isDigit(text, at - 1) || text[at - 1] == filler);
+    return at > 0 && (isDigitAt(text, at - 1) || text[at - 1] == filler);
 }
 
 // The sign that literals may hold already need not be folded.
@@ -56,7 +52,7 @@ std::size_t exponentDigits(std::u16string_view text, std::size_t at, bool& negat
     negative = at < text.size() && (text[at] == u'-' || text[at] == u'\u2212');
     if (negative || (at < text.size() && text[at] == u'+')) ++at;
     skipMarks();
-    return isDigit(text, at) ? at : start;
+    return isDigitAt(text, at) ? at : start;
 }
 
 }  // namespace
@@ -85,13 +81,13 @@ bool LocaleNumerals::isGrouping(std::u16string_view text, std::size_t at) const 
     if (text[at] != apostrophe && text[at] != u'\'') return false;
     // Otherwise it is a sign of feet or minutes.
     std::size_t end = at + 1;
-    while (isDigit(text, end)) ++end;
+    while (isDigitAt(text, end)) ++end;
     return end - at - 1 == digitsOfAGroup;
 }
 
 void LocaleNumerals::foldSeparators(std::u16string& text) const {
     for (std::size_t i = 1; i + 1 < text.size(); ++i) {
-        if (!isBehindDigit(text, i) || !isDigit(text, i + 1)) continue;
+        if (!isBehindDigit(text, i) || !isDigitAt(text, i + 1)) continue;
         if (decimal_ != 0 && text[i] == decimal_)
             text[i] = u'.';
         else if (isGrouping(text, i))
@@ -105,7 +101,7 @@ bool LocaleNumerals::isExponent(std::u16string_view text, std::size_t at, std::u
     if (mark.back() != u'^') return true;
     std::size_t start = at, digits = 0;
     for (; start > 0 && (isBehindDigit(text, start) || text[start - 1] == u'.' || text[start - 1] == u','); --start) {
-        if (isDigit(text, start - 1)) ++digits;
+        if (isDigitAt(text, start - 1)) ++digits;
         if (text[start - 1] == u'.' || text[start - 1] == u',') digits = 0;
     }
     const std::u16string_view before = trimmed(text.substr(0, start));
@@ -121,7 +117,7 @@ void LocaleNumerals::foldExponents(std::u16string& text) const {
         bool negative = false;
         const std::size_t signs = i + (own ? locale_.exponentSign.size() : 1);
         const std::size_t end = exponentDigits(text, signs, negative);
-        if (end == signs && !isDigit(text, end)) continue;
+        if (end == signs && !isDigitAt(text, end)) continue;
         std::fill(text.begin() + static_cast<std::ptrdiff_t>(i), text.begin() + static_cast<std::ptrdiff_t>(end),
                   filler);
         text[end - (negative ? 2 : 1)] = u'e';

@@ -14,10 +14,6 @@ constexpr std::u16string_view quoteOpenings = u"\u201c\u201e", apostropheOpening
 constexpr std::u16string_view signs = u"+-*/^()=;,\u00d7\u00f7\u2212";
 constexpr std::size_t groupLength = 3;  // digits
 
-bool isDigitAt(std::u16string_view text, std::size_t i) {
-    return i < text.size() && digitValue(text[i]) >= 0;
-}
-
 bool followsNumber(std::u16string_view text, std::size_t i) {
     return i > 0 && (isDigitAt(text, i - 1) || isFractionSign(text[i - 1]));
 }

@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include <unicode/locid.h>
+#include <unicode/plurrule.h>
 #include <unicode/uchar.h>
 #include <unicode/ucurr.h>
 
 #include <algorithm>
+#include <memory>
 #include <string>
 #include <unordered_set>
 
@@ -63,20 +65,37 @@ void appendUnique(std::vector<std::u16string>& phrases, std::u16string phrase) {
         phrases.push_back(std::move(phrase));
 }
 
+// A language in which currencies have names, with the plural forms that it has.
+struct NamingLanguage {
+    explicit NamingLanguage(std::string_view name) : identifier(name) {
+        UErrorCode status = U_ZERO_ERROR;
+        const std::unique_ptr<icu::PluralRules> rules(
+            icu::PluralRules::forLocale(icu::Locale(identifier.c_str()), status));
+        const std::unique_ptr<icu::StringEnumeration> keywords(rules ? rules->getKeywords(status) : nullptr);
+        while (const char* keyword = keywords ? keywords->next(nullptr, status) : nullptr)
+            plurals.emplace_back(keyword);
+    }
+
+    std::string identifier;
+    std::vector<std::string> plurals;
+};
+
 // The names and the symbol of a currency in a language, in lower case.
-void appendCldrNames(const std::u16string& code, const std::string& language, std::vector<std::u16string>& phrases) {
+void appendCldrNames(const std::u16string& code, const NamingLanguage& language, std::vector<std::u16string>& phrases) {
     const auto append = [&](const char16_t* text, std::int32_t length) {
         const std::u16string_view name(text, static_cast<std::size_t>(length));
         if (name != code) appendUnique(phrases, lowercased(name));
     };
     UErrorCode status = U_ZERO_ERROR;
     std::int32_t length = 0;
-    for (const char* plural : {"one", "other", "few", "many"}) {
-        const char16_t* name = ucurr_getPluralName(code.c_str(), language.c_str(), nullptr, plural, &length, &status);
+    for (const std::string& plural : language.plurals) {
+        const char16_t* name =
+            ucurr_getPluralName(code.c_str(), language.identifier.c_str(), nullptr, plural.c_str(), &length, &status);
         if (U_SUCCESS(status)) append(name, length);
     }
     for (const UCurrNameStyle style : {UCURR_LONG_NAME, UCURR_SYMBOL_NAME}) {
-        const char16_t* name = ucurr_getName(code.c_str(), language.c_str(), style, nullptr, &length, &status);
+        const char16_t* name =
+            ucurr_getName(code.c_str(), language.identifier.c_str(), style, nullptr, &length, &status);
         if (U_SUCCESS(status)) append(name, length);
     }
 }
@@ -96,13 +115,6 @@ bool hasTableEntry(const Localizer& localizer, const std::u16string& key) {
 // Stands for the unit of a date.
 constexpr std::u16string_view dateMarker = u"date";
 
-bool hasLetter(std::u16string_view text) {
-    const icu::UnicodeString characters(false, text.data(), static_cast<std::int32_t>(text.size()));
-    for (std::int32_t i = 0; i < characters.length(); i = characters.moveIndex32(i, 1))
-        if (u_isalpha(characters.char32At(i))) return true;
-    return false;
-}
-
 std::u16string uppercased(const std::u16string& text) {
     const icu::UnicodeString upper = icu::UnicodeString(text.c_str()).toUpper(icu::Locale::getRoot());
     return {upper.getBuffer(), static_cast<std::size_t>(upper.length())};
@@ -111,7 +123,8 @@ std::u16string uppercased(const std::u16string& text) {
 }  // namespace
 
 void registerCurrencies(UnitRegistry& registry, const Localizer& localizer, std::string_view language) {
-    const std::string name(language);
+    std::vector<NamingLanguage> languages{NamingLanguage(language)};
+    if (language != "en") languages.emplace_back("en");
     if (registry.hints()) offerMajorCodes(*registry.hints());
     for (std::u16string_view rest = codes; !rest.empty();) {
         const std::size_t end = std::min(rest.find(u' '), rest.size());
@@ -125,8 +138,7 @@ void registerCurrencies(UnitRegistry& registry, const Localizer& localizer, std:
             for (std::u16string& phrase : localizer.variants(code + u".variants", table, true, true))
                 appendUnique(unit.phrases, std::move(phrase));
         } else {
-            appendCldrNames(code, name, unit.phrases);
-            appendCldrNames(code, "en", unit.phrases);
+            for (const NamingLanguage& each : languages) appendCldrNames(code, each, unit.phrases);
         }
         // Single words among these names ("sum" in Spanish) mean other things, too.
         if (exact)

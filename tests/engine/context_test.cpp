@@ -173,13 +173,13 @@ RC_GTEST_PROP(LayeredMapLaws, isAMapWhoseCopiesStay, ()) {
                 break;
             case 6: {
                 LayeredMap<int> other;
-                other.set(key, step);
+                other.set(key, int{step});
                 other.all([&](const auto& entry) { return map.setShared(entry) || true; });
                 model[key] = step;
                 break;
             }
             default:
-                RC_ASSERT(map.set(key, step) == model.insert_or_assign(key, step).second);
+                RC_ASSERT(map.set(key, int{step}) == model.insert_or_assign(key, step).second);
         }
     }
     for (const auto& [map, expected] : maps) {
@@ -201,7 +201,7 @@ TEST(LayeredMap, staysFlatOverManyCopies) {
     };
     for (int i = 0; i < 20000; ++i) {
         history.push_back(map);
-        map.set(key(i), i);
+        map.set(key(i), int{i});
         map.erase(key(i / 2));
     }
     for (const std::size_t at : {3u, 999u, 19999u}) {

@@ -3,6 +3,8 @@
 
 #include <algorithm>
 #include <array>
+#include <bitset>
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <unordered_set>
@@ -35,8 +37,7 @@ public:
     void add(std::u16string_view phrase, Object object, bool normalize) {
         std::u16string key = normalize ? stringRangeDetector_.normalized(phrase) : std::u16string(phrase);
         if (key.empty()) return;
-        noteStart(key.front());
-        mostWords_ = std::max(mostWords_, std::min(mostWordsIn(key), maxWordsLookup));
+        noteStart(key, std::min(mostWordsIn(key), maxWordsLookup));
         dict_.insert_or_assign(std::move(key), std::move(object));
     }
 
@@ -53,29 +54,58 @@ public:
         const std::vector<TextRange>& words = stringRangeDetector_.wordRanges(text);
         std::u16string run;
         for (std::size_t i = 0; i < words.size();) {
-            const std::size_t length = longestAt(text, words, i, run, matches);
+            const std::size_t most = std::min(words.size() - i, mostWordsFrom(words[i].in(text)));
+            const std::size_t length = most == 0 ? 0 : longestAt(text, words, i, most, run, matches);
             i += std::max<std::size_t>(length, 1);
         }
         return matches;
     }
 
 private:
+    static constexpr std::size_t asciiCharacters = 128;
+    static constexpr char16_t noLetter = 0;  // as the second character of a phrase, or none
+
     const Object* findAnyCase(std::u16string_view phrase) const {
         const Object* object = find(phrase);
-        return object ? object : find(lowercased(phrase));
+        const bool otherCase = !object && std::any_of(phrase.begin(), phrase.end(), [](char16_t c) {
+            return c >= asciiCharacters || (c >= u'A' && c <= u'Z');
+        });
+        return otherCase ? find(lowercased(phrase)) : object;
     }
 
-    bool mayStart(char16_t first) const {
-        if (first < asciiStarts_.size()) return asciiStarts_[first];
-        if (firstCharQuickLookup_.contains(first)) return true;
-        return firstCharQuickLookup_.contains(lowercased(std::u16string_view(&first, 1)).front());
+    // The words of the longest phrase that may begin with this word; 0 for none.
+    std::size_t mostWordsFrom(std::u16string_view word) const {
+        const char16_t first = word.front();
+        if (first >= asciiCharacters) {
+            const bool known =
+                firstCharQuickLookup_.contains(first) || firstCharQuickLookup_.contains(lowercasedUnit(first));
+            return known ? mostWords_ : 0;
+        }
+        const std::size_t most = asciiStarts_[first];
+        if (most == 0) return 0;
+        // The second character is the word's own in a word of several; in a word of one letter it is no letter.
+        if (word.size() == 1) return !isLetter(first) || asciiPairs_[pairIndex(first, noLetter)] ? most : 0;
+        return word[1] >= asciiCharacters || asciiPairs_[pairIndex(first, word[1])] ? most : 0;
     }
 
-    void noteStart(char16_t first) {
+    static std::size_t pairIndex(char16_t first, char16_t second) {
+        const auto lower = [](char16_t c) -> std::size_t { return c >= u'A' && c <= u'Z' ? c + 0x20u : c; };
+        return lower(first) * asciiCharacters + lower(second);
+    }
+
+    void noteStart(std::u16string_view phrase, std::size_t words) {
+        const char16_t first = phrase.front();
         firstCharQuickLookup_.insert(first);
-        if (first >= asciiStarts_.size()) return;
-        asciiStarts_[first] = true;
-        if (first >= u'a' && first <= u'z') asciiStarts_[static_cast<std::size_t>(first) - u'a' + u'A'] = true;
+        mostWords_ = std::max(mostWords_, words);
+        if (first >= asciiCharacters) return;
+        const auto note = [&](char16_t c) {
+            asciiStarts_[c] = std::max(asciiStarts_[c], static_cast<std::uint8_t>(words));
+        };
+        note(first);
+        if (first >= u'a' && first <= u'z') note(static_cast<char16_t>(first - u'a' + u'A'));
+        const char16_t second = phrase.size() > 1 ? phrase[1] : noLetter;
+        if (second >= asciiCharacters || !isLetter(second)) asciiPairs_.set(pairIndex(first, noLetter));
+        if (second < asciiCharacters) asciiPairs_.set(pairIndex(first, second));
     }
 
     // An upper bound of the words that a phrase is cut into: they end where the kind of character changes, and at
@@ -96,11 +126,9 @@ private:
         return place < text.size() && text[place - 1] >= u'0' && text[place - 1] <= u'9' && isLetter(text[place]);
     }
 
-    // Adds the longest match that starts at word i and gives its number of words, 0 without one.
+    // Adds the longest match that starts at word i, of at most so many words, and gives their number, 0 without one.
     std::size_t longestAt(std::u16string_view text, const std::vector<TextRange>& words, std::size_t i,
-                          std::u16string& run, std::vector<PhraseMatch<Object>>& matches) const {
-        if (!mayStart(text[words[i].location])) return 0;
-        const std::size_t most = std::min(words.size() - i, mostWords_);
+                          std::size_t most, std::u16string& run, std::vector<PhraseMatch<Object>>& matches) const {
         std::array<std::size_t, maxWordsLookup + 1> ends{};
         run.clear();
         for (std::size_t k = 0; k < most; ++k) {
@@ -125,8 +153,11 @@ private:
     StringRangeDetector& stringRangeDetector_;
     TextMap<Object> dict_;
     std::unordered_set<char16_t> firstCharQuickLookup_;
-    std::array<bool, 128> asciiStarts_{};  // the same for most words there are, in either case
-    std::size_t mostWords_ = 0;            // of a phrase
+    std::size_t mostWords_ = 0;  // of a phrase
+    // The same for those that begin with a character of ASCII, in either case, and the first two characters of phrases
+    // that have them: most words of a line begin none, and are told by this alone.
+    std::array<std::uint8_t, asciiCharacters> asciiStarts_{};
+    std::bitset<asciiCharacters * asciiCharacters> asciiPairs_;
 };
 
 }  // namespace vemo

@@ -20,9 +20,6 @@ constexpr std::size_t bitsPerUnit = 16;
 
 using Predicate = bool (*)(char16_t);
 
-bool isDigit(char16_t c) {
-    return c >= u'0' && c <= u'9';
-}
 // In "(€40)" the sign stands between a bracket and a number.
 bool isCurrencySign(char16_t c) {
     return c == u'$' || (c >= 0x80 && u_charType(c) == U_CURRENCY_SYMBOL);
@@ -30,7 +27,7 @@ bool isCurrencySign(char16_t c) {
 
 // Characters that mean something whatever they touch: operators, brackets, "=".
 bool isSign(char16_t c) {
-    if (c < 0x80) return c > u' ' && !(isDigit(c) || (c >= u'A' && c <= u'Z') || (c >= u'a' && c <= u'z'));
+    if (c < 0x80) return c > u' ' && !(isAsciiDigit(c) || (c >= u'A' && c <= u'Z') || (c >= u'a' && c <= u'z'));
     return (U_GET_GC_MASK(c) & (U_GC_SM_MASK | U_GC_P_MASK)) != 0;
 }
 
@@ -58,7 +55,7 @@ bool isNumberKanji(char16_t c) {
 void splitNumberKanji(std::u16string_view text, std::vector<TextRange>& ranges) {
     for (std::size_t i = 1; i < ranges.size(); ++i) {
         const TextRange word = ranges[i];
-        if (!isNumberKanji(text[word.location]) || !isDigit(text[word.location - 1])) continue;
+        if (!isNumberKanji(text[word.location]) || !isAsciiDigit(text[word.location - 1])) continue;
         std::size_t signs = 1;
         while (signs < word.length && isNumberKanji(text[word.location + signs])) ++signs;
         if (signs == word.length) continue;
@@ -152,7 +149,7 @@ void StringRangeDetector::cut(std::u16string_view text) {
     splitAtBlanks(text, latest_);
     if (simplified_ || latest_.empty()) return;
     splitWords(text, latest_, segmenter_.words(text), between_);
-    splitRuns(text, between_, isDigit, latest_);
+    splitRuns(text, between_, isAsciiDigit, latest_);
     splitNumberKanji(text, latest_);
     splitRuns(text, latest_, isCurrencySign, between_);
     latest_.swap(between_);
