@@ -115,7 +115,7 @@ Calculator::EvaluatedLine Calculator::evaluateLine(std::u16string_view line, Con
     if (!calculated.empty()) {
         result.written = extractElements(std::u16string(calculated), context, debug);
         if (debug) trace(u"Elements extraction: " + result.written.shortDescription());
-        remarkOnText(result.written, numerals_.locale(), unitManager_, context_, context);
+        remarkOnText(result.written, unitManager_, context_, context);
         tooDeep_ = false;
         result.elements = evaluate(result.written, context, 0, debug);
         // Operators around it may have made a number of the error.

@@ -61,10 +61,10 @@ void Calculator::initialize() {
          }},
         {"initializeEvaluators",
          [&] {
-             registerEvaluators(
-                 evaluators_,
-                 {localizer_, stringRangeDetector_, online_ && online_->geoNames() ? nullptr : &placeNames_,
-                  operationCalculator_, functionManager_, scaleManager_, unitManager_, unitConverter_});
+             registerEvaluators(evaluators_,
+                                {numerals_.locale(), localizer_, stringRangeDetector_,
+                                 online_ && online_->geoNames() ? nullptr : &placeNames_, operationCalculator_,
+                                 functionManager_, scaleManager_, unitManager_, unitConverter_});
          }},
         {"initializeFormatters",
          [&] {
@@ -79,7 +79,7 @@ void Calculator::initialize() {
         {"initializeDates", [&] { registerDates(); }},
         {"initializeScales",
          [&] {
-             registerScales(scaleManager_, localizer_);
+             registerScales(scaleManager_, localizer_, environment_.locale);
              if (hasImperialMeasures(environment_.locale))
                  registerImperialMeasures(unitRegistry_, scaleManager_, localizer_);
              else if (environment_.locale.starts_with("en_US"))

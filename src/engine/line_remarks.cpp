@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "evaluation/element_tests.h"
+#include "evaluation/written_numbers.h"
 #include "records/context_parts.h"
 #include "scanning/words/localizer.h"
 
@@ -13,70 +14,10 @@ namespace {
 
 constexpr std::u16string_view table = u"Remarks";
 
-bool isDigit(char16_t c) {
-    return digitValue(c) >= 0;
-}
-
-// Digits around one decimal separator at most.
-bool isPlainNumber(std::u16string_view literal, std::u16string_view decimalSeparator) {
-    const auto other = std::find_if_not(literal.begin(), literal.end(), isDigit);
-    return other == literal.end() ||
-           (decimalSeparator == std::u16string_view(&*other, 1) && std::all_of(other + 1, literal.end(), isDigit));
-}
-
-// The lengths of the runs of digits in a text.
-std::vector<std::size_t> groupsOf(std::u16string_view text) {
-    std::vector<std::size_t> groups;
-    bool inside = false;
-    for (const char16_t c : text) {
-        if (isDigit(c)) {
-            if (!inside) groups.push_back(0);
-            ++groups.back();
-        }
-        inside = isDigit(c);
-    }
-    return groups;
-}
-
-// True for digits that the locale would not group so: "1 10", "2,50" in English, "4, 120".
-bool isOddlyJoined(std::u16string_view literal, const LocaleInfo& locale) {
-    if (isPlainNumber(literal, locale.decimalSeparator) || literal.find_first_of(u"_/") != literal.npos) return false;
-    const std::size_t point = literal.find(locale.decimalSeparator);
-    const std::u16string_view whole = literal.substr(0, point);
-    if (point != literal.npos && groupsOf(literal.substr(point + 1)).size() > 1) return true;
-    for (std::size_t i = 1; i < whole.size(); ++i)
-        if (!isDigit(whole[i]) && !isDigit(whole[i - 1]) && i + 1 < whole.size()) return true;  // a comma and a blank
-    const std::vector<std::size_t> groups = groupsOf(whole);
-    if (groups.size() < 2) return false;
-    const auto inside = groups.begin() + 1;
-    const bool threes = std::all_of(inside, groups.end(), [](std::size_t size) { return size == 3; });
-    // Lakhs and crores are grouped in twos.
-    const bool twos = groups.back() == 3 && std::all_of(inside, groups.end() - 1, [](std::size_t s) { return s == 2; });
-    return groups.front() > 3 || !(threes || twos);
-}
-
-bool isDigits(std::u16string_view text, std::size_t shortest, std::size_t longest) {
-    return text.size() >= shortest && text.size() <= longest && std::all_of(text.begin(), text.end(), isDigit);
-}
-
-bool isYear(std::u16string_view text) {
-    return isDigits(text, 4, 4) && (text.starts_with(u"19") || text.starts_with(u"20") || text.starts_with(u"21"));
-}
-
-bool isMonthOrDay(std::u16string_view text) {
-    return isDigits(text, 1, 2) && text <= (text.size() == 1 ? u"9" : u"31");
-}
-
-// "31, 2026" after the name of a month.
-bool isDayAndYear(std::u16string_view literal) {
-    const std::size_t comma = literal.find(u", ");
-    return comma != literal.npos && isMonthOrDay(literal.substr(0, comma)) && isYear(literal.substr(comma + 2));
-}
-
 // What has the form of a date or a clock time, and was read as neither: how many elements of it begin there.
 std::size_t elementsOfNoDate(const ElementList& elements, std::size_t i, bool calculated) {
     const std::u16string& begin = elements[i].text();
-    if (begin.empty() || !isDigit(begin.front())) return 0;
+    if (!isDigitAt(begin, 0)) return 0;
     const auto text = [&](std::size_t at) {
         return at < elements.size() ? std::u16string_view(elements[at].text()) : std::u16string_view();
     };
@@ -125,8 +66,7 @@ bool hasWords(const ElementList& written) {
 
 }  // namespace
 
-void remarkOnText(const ElementList& elements, const LocaleInfo& locale, const UnitManager& units,
-                  const Context& constants, Context& context) {
+void remarkOnText(const ElementList& elements, const UnitManager& units, const Context& constants, Context& context) {
     const auto& all = elements.pointers();
     const auto isOperator = [](const Element& element) { return element.value.has(Attribute::operation); };
     const bool calculated = elements.anyHas(Attribute::operation);
@@ -145,21 +85,8 @@ void remarkOnText(const ElementList& elements, const LocaleInfo& locale, const U
             if (note) remarksOf(context).note(note->kind, elements.rangeOf(i, i + 1), note->first);
         } else if (runTypeOf(element) == RunType::number && element.value.has(Attribute::decimal) &&
                    !element.value.has(Attribute::nsystem)) {
-            if (i > 0 && isPlainWords(elements[i - 1]) && isDayAndYear(element.text())) {
+            if (i > 0 && isPlainWords(elements[i - 1]) && isDayAndYear(element.text()))
                 remarksOf(context).note(NoteKind::noSuchDate, elements.rangeOf(i, i + 1));
-                continue;
-            }
-            if (!isOddlyJoined(element.text(), locale)) continue;
-            const auto isPart = [&](std::size_t side) {
-                while (side < elements.size() && elements[side].value.isEmpty() &&
-                       trimmed(elements[side].text()).empty())
-                    side += side > i ? 1 : static_cast<std::size_t>(-1);
-                return side < elements.size() &&
-                       (isOperator(elements[side]) || elements[side].value.has(Attribute::unit));
-            };
-            if (isPart(i - 1) || isPart(i + 1) || !hasWords(elements))
-                remarksOf(context).note(NoteKind::joinedDigits, elements.rangeOf(i, i + 1),
-                                        toUtf16(element.value.decimal()->toString()));
         } else if (runTypeOf(element) == RunType::variable && (element.text() == u"e" || element.text() == u"r")) {
             const Value* constant = constants.getVariable(element.text());
             if (constant && *constant == element.value &&

@@ -19,10 +19,9 @@ struct RemarkWords {
     FunctionRef<std::u16string(const Value&)> valueText;
 };
 
-// Remarks on what was written, before it is evaluated: digits joined as no number of the locale is, and constants that
-// nobody assigned, and units that may be meant otherwise. `constants` holds the built-in ones.
-void remarkOnText(const ElementList& elements, const LocaleInfo& locale, const UnitManager& units,
-                  const Context& constants, Context& context);
+// Remarks on what was written, before it is evaluated: dates that there are not, constants that nobody assigned, and
+// units that may be meant otherwise. `constants` holds the built-in ones.
+void remarkOnText(const ElementList& elements, const UnitManager& units, const Context& constants, Context& context);
 
 // `written` are the elements before evaluation; a line that shows a result, or that asks for none, has no reason.
 LineRemarks spokenRemarks(const Context& context, const ElementList& written, bool hasResult, const RemarkWords& words);

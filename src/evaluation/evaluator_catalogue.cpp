@@ -9,6 +9,7 @@
 #include "evaluation/function_expression_evaluator.h"
 #include "evaluation/geo_names_parser.h"
 #include "evaluation/implicit_product_evaluator.h"
+#include "evaluation/joined_digits_evaluator.h"
 #include "evaluation/line_marks_evaluator.h"
 #include "evaluation/number_word_evaluator.h"
 #include "evaluation/power_evaluator.h"
@@ -26,6 +27,7 @@ void registerEvaluators(EvaluatorList& evaluators, const EvaluatorParts& parts) 
     evaluators.add(std::make_shared<QuickTypeExpressionEvaluator>());
     evaluators.add(std::make_shared<EmptyDependenciesEvaluator>(parts.stringRangeDetector));
     // What is decided on the whole line, before it is taken apart.
+    evaluators.add(std::make_shared<JoinedDigitsEvaluator>(parts.locale, parts.unitConverter));
     evaluators.add(std::make_shared<LineMarksEvaluator>(parts.functions, parts.unitConverter));
     evaluators.add(std::make_shared<PowerEvaluator>(parts.unitConverter));
     evaluators.add(std::make_shared<NumberWordEvaluator>(parts.localizer, parts.scales));

@@ -10,6 +10,7 @@ namespace vemo {
 
 class FunctionManager;
 class Localizer;
+struct LocaleInfo;
 class OperationCalculator;
 class Places;
 class ScaleManager;
@@ -21,6 +22,7 @@ using EvaluatorList = SortedList<std::shared_ptr<const Evaluator>>;
 
 // What evaluators use; all of it must outlive them.
 struct EvaluatorParts {
+    const LocaleInfo& locale;
     const Localizer& localizer;
     StringRangeDetector& stringRangeDetector;
     const Places* places;  // null to ask a server

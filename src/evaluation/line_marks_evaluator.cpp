@@ -118,6 +118,27 @@ std::size_t LineMarksEvaluator::listMark(const ElementList& elements) const {
     return 0;
 }
 
+// "gift (turning 9) – $25", "6 bananas — $1.74": longer than a hyphen and between blanks, after words without money.
+bool LineMarksEvaluator::isDashBeforePrice(const ElementList& elements, std::size_t i) const {
+    if (!isSign(elements[i], u"\u2013") && !isSign(elements[i], u"\u2014")) return false;
+    const auto isCurrencyAt = [&](std::size_t k) {
+        const auto unit = k < elements.size() ? elements[k].value.string(Attribute::unit) : std::nullopt;
+        return unit && unitConverter_.isCurrency(*unit);
+    };
+    const std::size_t first = neighbourOf(elements, i, 1);
+    if (i == 0 || first != i + 2 || !isWhitespace(elements[i - 1].text().back())) return false;
+    const std::size_t second = neighbourOf(elements, first, 1);
+    const bool price = (isCurrencyAt(first) && second < elements.size() && isNumberWithoutUnit(elements[second])) ||
+                       (isNumberWithoutUnit(elements[first]) && isCurrencyAt(second));
+    if (!price) return false;
+    bool words = false;
+    for (std::size_t k = 0; k < i; ++k) {
+        if (isCurrencyAt(k) || elements[k].value.has(Attribute::assignment)) return false;
+        words = words || isPlainWords(elements[k]);
+    }
+    return words;
+}
+
 std::optional<ElementList> LineMarksEvaluator::evaluate(const ElementList& elements, Context&,
                                                         const EvaluationContext&) const {
     if (elements.empty()) return std::nullopt;
@@ -128,7 +149,8 @@ std::optional<ElementList> LineMarksEvaluator::evaluate(const ElementList& eleme
         if (!elements[i].value.isEmpty()) replacer.replace({i, 1}).append(asText(elements[i].text()));
     for (std::size_t i = marked; i < elements.size(); ++i) {
         if (!elements[i].value.has(Attribute::operation)) continue;
-        const std::size_t length = isDash(elements, i) ? 2 : isIdleArrow(elements, i) ? 1 : 0;
+        const bool single = isIdleArrow(elements, i) || isDashBeforePrice(elements, i);
+        const std::size_t length = isDash(elements, i) ? 2 : single ? 1 : 0;
         if (length == 0) continue;
         replacer.replace({i, length}).append(asText(elements.slice(i, i + length).text()));
         i += length - 1;

@@ -8,7 +8,8 @@
 namespace vemo {
 
 // Marks that belong to the page and not to the calculation become text: those of lists ("1. food $400", "- milk $3",
-// "[x] paint"), a dash between words and a number, an arrow that converts nothing. "Total:" alone is the aggregate.
+// "[x] paint"), a dash between words and a number or an amount of money, an arrow that converts nothing. "Total:" alone
+// is the aggregate.
 class LineMarksEvaluator : public Evaluator {
 public:
     LineMarksEvaluator(const FunctionManager& functions, const UnitConverter& unitConverter)
@@ -19,6 +20,7 @@ public:
 private:
     std::optional<ElementList> aggregateOf(const ElementList& elements) const;
     std::size_t listMark(const ElementList& elements) const;
+    bool isDashBeforePrice(const ElementList& elements, std::size_t index) const;
 
     const FunctionManager& functions_;
     const UnitConverter& unitConverter_;

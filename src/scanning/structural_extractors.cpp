@@ -11,8 +11,9 @@
 
 namespace vemo {
 
-constexpr StructuralPattern headerPattern{u"HeaderExtractor", u"\\s*\\#.*",     u"#", false,
-                                          RunType::header,    priority::comment};
+// A sign before digits after something else is a number's: "bus #38".
+constexpr StructuralPattern headerPattern{
+    u"HeaderExtractor", u"^\\s*\\#.*|\\s*\\#(?!\\d).*", u"#", false, RunType::header, priority::comment};
 constexpr StructuralPattern labelPattern{u"LabelExtractor", u".*:", u":", true, RunType::label, priority::label};
 constexpr StructuralPattern slashCommentPattern{u"SlashCommentExtractor", u"//.*",          u"//", false,
                                                 RunType::comment,         priority::comment};
@@ -46,6 +47,7 @@ void StructuralExtractor::extract(const std::u16string& text, Context&, std::vec
         end = text.rfind(pattern_.needed) + pattern_.needed.size();
     } else {
         while (begin > 0 && isWhitespace(text[begin - 1])) --begin;
+        if (begin > 0) --begin;  // so that the start of the line is not taken to be here
     }
     for (TextRange range : regex_.ranges(std::u16string_view(text).substr(begin, end - begin))) {
         range.location += begin;

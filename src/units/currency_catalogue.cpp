@@ -140,6 +140,10 @@ void registerCurrencies(UnitRegistry& registry, const Localizer& localizer, std:
         } else {
             for (const NamingLanguage& each : languages) appendCldrNames(code, each, unit.phrases);
         }
+        if (hasTableEntry(localizer, code + u".aliases")) {
+            for (std::u16string& phrase : localizer.variants(code + u".aliases", table, true, true))
+                appendUnique(unit.phrases, std::move(phrase));
+        }
         // Single words among these names ("sum" in Spanish) mean other things, too.
         if (exact)
             std::erase_if(unit.phrases,

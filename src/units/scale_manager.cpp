@@ -1,6 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "units/scale_manager.h"
 
+#include <unicode/ucurr.h>
+
+#include <algorithm>
+
 #include "scanning/words/localizer.h"
 
 namespace vemo {
@@ -26,6 +30,20 @@ constexpr struct {
                  {u"ten_million", 7},
                  {u"hundred_million", 8}};
 
+// The currency of the locale's region where it has cents, else the one that most speakers of the language count in
+// them.
+std::u16string currencyOfCents(const std::string& locale) {
+    constexpr std::u16string_view withCents[] = {u"USD", u"EUR", u"CAD", u"AUD", u"NZD", u"SGD", u"HKD",
+                                                 u"ZAR", u"CHF", u"MXN", u"BRL", u"ARS", u"COP"};
+    UErrorCode status = U_ZERO_ERROR;
+    char16_t code[4] = {};
+    ucurr_forLocale(locale.c_str(), code, 4, &status);
+    if (U_SUCCESS(status) && std::ranges::find(withCents, std::u16string_view(code)) != std::end(withCents))
+        return code;
+    const bool euro = locale.starts_with("de") || locale.starts_with("fr") || locale.starts_with("es");
+    return euro ? u"EUR" : u"USD";
+}
+
 }  // namespace
 
 void ScaleManager::add(Scale scale) {
@@ -42,13 +60,14 @@ const Scale* ScaleManager::scale(std::u16string_view id) const {
     return found == scales_.end() ? nullptr : &found->second;
 }
 
-void registerScales(ScaleManager& scales, const Localizer& localizer) {
+void registerScales(ScaleManager& scales, const Localizer& localizer, const std::string& locale) {
     for (const auto& row : scaleRows) {
         const std::u16string id(row.id);
         std::vector<std::u16string> phrases = localizer.variants(id + u".variants", u"Scales");
         std::erase(phrases, id + u".variants");  // no language has it
         if (!phrases.empty()) scales.add({id, row.ratio, std::move(phrases), {}, row.factor});
     }
+    scales.add({u"cent", -2, localizer.variants(u"cent.variants", u"Scales"), currencyOfCents(locale)});
 }
 
 }  // namespace vemo

@@ -44,6 +44,7 @@ private:
     TextMap<Scale> scales_;
 };
 
-void registerScales(ScaleManager& scales, const Localizer& localizer);
+// The locale's currency is that of cents.
+void registerScales(ScaleManager& scales, const Localizer& localizer, const std::string& locale);
 
 }  // namespace vemo
