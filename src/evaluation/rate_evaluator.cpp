@@ -106,7 +106,13 @@ private:
         }
         if (counted && stroke && (isBlank(list()[sign - 1]) || !isRoundLot(count) || isTime(lower))) return i;
         std::size_t left = before(sign);
-        if (lot && left != none && list()[left].value.is(Attribute::operation, u"in")) left = before(left);
+        // "65 € a la hora": of the two words, the first is a conversion word.
+        if (left != none && list()[left].value.is(Attribute::operation, u"in")) {
+            const std::size_t upper = before(left);
+            const bool money = upper != none && list()[upper].value.has(Attribute::unit) &&
+                               converter_.isCurrency(unitAt(upper)) && isTime(lower);
+            if (lot || (money && !stroke)) left = upper;
+        }
         if (left == none) return i;
         // "5 € a la semana", "10 km a millas": a conversion word is that, but where time is money.
         const auto mayBe = [&](std::u16string_view upper) {

@@ -119,5 +119,17 @@ TEST(ReadBack, numbersInEveryLocale) {
     }
 }
 
+TEST(ReadBack, unitsInEveryLanguage) {
+    const std::pair<const char*, const char*> languages[] = {{"en_US", "en"}, {"en_GB", "en"}, {"de_DE", "de"},
+                                                             {"fr_FR", "fr"}, {"es_ES", "es"}, {"ja_JP", "ja"}};
+    for (const auto& [locale, language] : languages) {
+        Reader reader(locale, language);
+        for (const auto& [unit, base] : reader.calculator().unitConverter().baseUnits()) {
+            if (unit == u"date") continue;
+            for (const char* text : plainNumbers) reader.check(quantity(DecimalNumber::parse(text), unit));
+        }
+    }
+}
+
 }  // namespace
 }  // namespace vemo::test
