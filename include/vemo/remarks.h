@@ -28,6 +28,9 @@ enum class NoteKind : std::uint8_t {
     noSuchDate,        // digits in the form of a date or a clock time that there is not
     noHolidays,        // workdays were counted from Monday to Friday: no holidays are known
     implicitProduct,   // a product without a sign after a division or a function
+    earlierEnd,        // a difference of two times that is negative, as that of the ends of a span
+    malformedNumber,   // digits beside signs or letters that no number has
+    unknownCurrency,   // a word for money of several countries, none of which is the locale's
 };
 
 // The kind in texts for programs, such as "unused_value".

@@ -3,7 +3,9 @@
 
 #include <chrono>
 #include <cmath>
+#include <string>
 
+#include "base/text.h"
 #include "functions/date_values.h"
 #include "platform/time_zones.h"
 #include "records/context_map.h"
@@ -53,6 +55,53 @@ std::optional<std::int64_t> wholeCount(const Value& duration) {
     return whole;
 }
 
+// A duration as it was written.
+struct DurationParts {
+    std::int64_t months = 0, days = 0, seconds = 0;
+};
+
+std::int64_t averageSeconds(const DurationParts& parts) {
+    constexpr std::int64_t perDay = 86400;
+    const std::int64_t years = parts.months / 12, months = parts.months % 12;
+    return ((years * 365 + months * 30 + parts.days) * perDay) + parts.seconds;
+}
+
+std::optional<std::int64_t> wholeSeconds(const Value& duration, const UnitConverter& converter, Context& context) {
+    const auto converted = converter.convert(duration, timeUnits.front().id, context);
+    const auto seconds = converted ? converted->decimal() : std::nullopt;
+    if (!seconds || seconds->notANumber()) return std::nullopt;
+    constexpr int fractionDigits = 6;  // the amount of another unit may have been rounded
+    return seconds->round(fractionDigits).integer().toInt64();
+}
+
+// The parts of a sum, or those of an amount of one unit; nothing for a fraction of a month.
+std::optional<DurationParts> partsOf(const Value& duration, const UnitConverter& converter, Context& context) {
+    if (const auto written = duration.string(Attribute::precision)) {
+        DurationParts parts;
+        std::int64_t* const fields[] = {&parts.months, &parts.days, &parts.seconds};
+        std::size_t field = 0;
+        for (const char16_t c : *written) {
+            if (c != u' ')
+                *fields[field] = *fields[field] * 10 + (c - u'0');
+            else if (++field >= std::size(fields))
+                return std::nullopt;
+        }
+        // What was calculated with the sum since then has other parts.
+        if (wholeSeconds(duration, converter, context) == averageSeconds(parts)) return parts;
+        return std::nullopt;
+    }
+    const auto unit = duration.string(Attribute::unit);
+    if (!unit) return std::nullopt;
+    if (const int months = calendarMonths(*unit)) {
+        const auto count = wholeCount(duration);
+        return count && *count >= 0 ? std::optional(DurationParts{*count * months}) : std::nullopt;
+    }
+    const auto seconds = wholeSeconds(duration, converter, context);
+    constexpr std::int64_t perDay = 86400;
+    return seconds && *seconds >= 0 ? std::optional(DurationParts{0, *seconds / perDay, *seconds % perDay})
+                                    : std::nullopt;
+}
+
 // The same time of day on another day.
 std::optional<Value> onDay(const Value& date, year_month_day day, const TimeZoneRules& zone) {
     CivilTime civil = zone.civil(*date.date());
@@ -80,6 +129,29 @@ Value quantity(double count, std::u16string_view unit) {
 
 }  // namespace
 
+Value withParts(const Value& sum, const Value& left, const Value& right, const UnitConverter& converter,
+                Context& context) {
+    const auto unitOf = [](const Value& value) { return value.string(Attribute::unit).value_or(u""); };
+    if (!calendarMonths(unitOf(left)) && !calendarMonths(unitOf(right))) return sum;
+    const auto first = partsOf(left, converter, context), second = partsOf(right, converter, context);
+    if (!first || !second) return sum;
+    std::u16string text;
+    for (const std::int64_t field :
+         {first->months + second->months, first->days + second->days, first->seconds + second->seconds}) {
+        if (!text.empty()) text += u' ';
+        text += toUtf16(std::to_string(field));
+    }
+    return sum.with(text, Attribute::precision);
+}
+
+bool isOfWholeDays(const Value& duration, const UnitConverter& converter, Context& context) {
+    const auto unit = duration.string(Attribute::unit);
+    if (unit == u"workday") return wholeCount(duration).has_value();
+    const bool ofDays = unit && (unit == u"day" || unit == u"week" || calendarMonths(*unit));
+    const auto parts = ofDays ? partsOf(duration, converter, context) : std::nullopt;
+    return parts && parts->seconds == 0;
+}
+
 std::optional<Value> presentTime(Context& context) {
     context.addDependencyOn(context_keys::currentTime, std::nullopt, Value());
     const Date* now = context.get<Date>(context_keys::currentTime);
@@ -106,10 +178,17 @@ std::optional<Value> shiftedByCalendar(const Value& date, const Value& duration,
         if (*unit == u"day") return onDay(date, day + days(sign * *count), *zone);
         if (*unit == u"week") return onDay(date, day + std::chrono::weeks(sign * *count), *zone);
     }
-    const auto converted = converter.convert(duration, timeUnits.front().id, context);
-    const auto seconds = converted ? converted->decimal() : std::nullopt;
-    if (!seconds || seconds->notANumber()) return std::nullopt;
-    const double shift = sign * seconds->integer().toDouble();
+    if (const auto parts = duration.has(Attribute::precision) ? partsOf(duration, converter, context) : std::nullopt;
+        parts && parts->months <= most && parts->days <= most) {
+        const sys_days later = sys_days(monthsLater(day, sign * parts->months)) + days(sign * parts->days);
+        const auto moved = onDay(date, later, *zone);
+        if (!moved || parts->seconds == 0) return moved;
+        const Date to = secondsLater(*moved, static_cast<double>(sign * parts->seconds), zone.get());
+        return isDay(date) ? timeValue(to, context.get<TimeZone>(context_keys::currentTimeZone)) : moved->with(to);
+    }
+    const auto seconds = wholeSeconds(duration, converter, context);
+    if (!seconds) return std::nullopt;
+    const auto shift = static_cast<double>(sign * *seconds);
     if (!isInCalendar(*date.date() + std::chrono::duration<double>(shift))) return std::nullopt;
     const Date to = secondsLater(date, shift, zone.get());
     if (isDay(date) && std::fmod(shift, secondsPerDay) == 0)

@@ -17,6 +17,13 @@ class UnitConverter;
 std::optional<Value> shiftedByCalendar(const Value& date, const Value& duration, int sign,
                                        const UnitConverter& converter, Context& context);
 
+// The sum of two durations, with the months, days and seconds that were written in it, where calendars count some of
+// them.
+Value withParts(const Value& sum, const Value& left, const Value& right, const UnitConverter& converter,
+                Context& context);
+// True for a duration that leads from a day to a day.
+bool isOfWholeDays(const Value& duration, const UnitConverter& converter, Context& context);
+
 // The time from one date to another in a unit of time; without one, in weeks or what is shorter, and from a year on in
 // years. Two days are whole days apart; months and years are those of the calendar, and what is left over counts as
 // days of 30 a month and 365 a year. Nothing for what is no unit of time.

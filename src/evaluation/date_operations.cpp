@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "evaluation/calendar_arithmetic.h"
 #include "functions/date_values.h"
 #include "platform/time_zones.h"
 #include "records/context_map.h"
@@ -109,7 +110,8 @@ std::optional<Value> DurationAdditionOperation::calculate(const Value& left, con
     const DecimalNumber sum =
         a->decimal()->adding(subtracts_ ? b->decimal()->negative() : *b->decimal()).round(fractionDigits);
     if (!(sum.integer() == sum)) return std::nullopt;  // larger units show whole seconds only
-    return unitConverter_.convert(a->with(sum), larger->id, context);
+    const auto result = unitConverter_.convert(a->without(Attribute::precision).with(sum), larger->id, context);
+    return result && !subtracts_ ? withParts(*result, left, right, unitConverter_, context) : result;
 }
 
 std::optional<Value> TimeZoneConversionOperation::calculate(const Value& left, const Value& right,

@@ -28,13 +28,8 @@ bool isDate(const Value& value) {
 }
 
 // Today for durations of whole days, weeks and longer ones, else the present moment.
-std::optional<Value> presentFor(const Value& duration, Context& context) {
-    constexpr std::u16string_view dayUnits[] = {u"day",  u"week",   u"month",   u"quarter",
-                                                u"year", u"decade", u"century", u"workday"};
-    const auto count = duration.decimal();
-    const bool ofDays =
-        std::find(std::begin(dayUnits), std::end(dayUnits), duration.string(Attribute::unit)) != std::end(dayUnits);
-    return ofDays && count && *count == count->integer() ? presentDay(context) : presentTime(context);
+std::optional<Value> presentFor(const Value& duration, const UnitConverter& converter, Context& context) {
+    return isOfWholeDays(duration, converter, context) ? presentDay(context) : presentTime(context);
 }
 
 // What is told of a date in a unit: from it to the present moment, or the other way.
@@ -49,7 +44,7 @@ struct Relations {
         if (!left.isEmpty() && !right.isEmpty()) return std::nullopt;
         const Value& duration = left.isEmpty() ? right : left;
         if (!isDuration(duration)) return std::nullopt;
-        const auto present = presentFor(duration, context);
+        const auto present = presentFor(duration, converter, context);
         return present ? shiftedByCalendar(*present, duration, sign, converter, context) : std::nullopt;
     }
     std::optional<Value> fromDate(const Value& left, const Value& right, int sign, Context& context) const {

@@ -20,6 +20,16 @@ bool isAverageUnit(std::u16string_view unit) {
     return unit == u"month" || unit == u"year";
 }
 
+// The time from one clock time to a later one on the same day; empty for anything else.
+Value differenceOfTimes(const Value& later, const Value& earlier) {
+    constexpr double secondsPerHour = 3600, secondsPerDay = 86400;
+    const double seconds = std::chrono::duration<double>(*later.date() - *earlier.date()).count();
+    if (!later.is(Attribute::precision, u"time") || !earlier.is(Attribute::precision, u"time") || seconds <= 0 ||
+        seconds >= secondsPerDay)
+        return {};
+    return Value(DecimalNumber::fromDouble(seconds / secondsPerHour)).with(u"hour", Attribute::unit);
+}
+
 // True when the currency rates of the context are older than a week.
 bool areRatesOld(const Context& context) {
     const double* taken = context.get<double>(context_keys::currencyRatesTime);
@@ -74,6 +84,12 @@ void OperationRemarks::applied(std::u16string_view id, const Value& left, const 
     const auto from = left.string(Attribute::unit), to = right.string(Attribute::unit);
     if ((from || to) && isDateRelation(id)) {
         if (from == workday || to == workday) remarksOf(context).note(NoteKind::noHolidays, range);
+        return;
+    }
+    if (id == u"-" && left.has(Attribute::date) && right.has(Attribute::date)) {
+        // "9am - 5pm"
+        const Value span = differenceOfTimes(right, left);
+        if (!span.isEmpty()) remarksOf(context).note(NoteKind::earlierEnd, range, {}, span);
         return;
     }
     if (!to) {

@@ -3,6 +3,7 @@
 
 #include "scanning/dates/date_relations.h"
 #include "scanning/dates/date_shapes.h"
+#include "scanning/dates/range_dashes.h"
 
 namespace vemo {
 
@@ -19,6 +20,7 @@ public:
         for (std::size_t i = 0; i < lexemes_.size();) {
             const bool ends = i > 0 && isTimeToWord(i - 1, result);
             auto moment = momentAt(i, ends);
+            if (!moment) moment = dayOfSpan(i, result);
             if (!moment) {
                 ++i;
                 continue;
@@ -71,6 +73,38 @@ private:
         return Parsed<DateReading>{std::move(reading), end, true, certain};
     }
 
+    // The day of a span whose month stands at the other end: the 3 of "3 to 5 December", the 5 of "December 3 to 5".
+    Attempt<DateReading> dayOfSpan(std::size_t i, const std::vector<PlacedReading>& before) const {
+        const DateLexeme* written = count(i, 2);
+        if (!written || written->value < 1) return std::nullopt;
+        const auto day = static_cast<unsigned>(written->value);
+        std::size_t end = i + 1;
+        if (touches(end) && (isSign(end, u'.') || isAny(end, DateWord::ordinal, DateWord::dayMark))) ++end;
+        if (isAny(end, DateWord::rangeTo) || (isFrom(i) && is(end, DateWord::rangeAnd))) {
+            const std::size_t next = skipping(end + 1, DateWord::article, DateWord::on);
+            const auto last = days_.dayAt(next);
+            const auto* named = last && number(next) ? std::get_if<NamedDay>(&last->reading) : nullptr;
+            if (!named || number(next)->digits > 2 || named->day <= day) return std::nullopt;
+            return moment(NamedDay{named->year, named->month, day}, {}, end, true);
+        }
+        if (before.empty() || before.back().reading.time || !before.back().reading.day) return std::nullopt;
+        const std::size_t to = before.back().end;
+        const auto* first = std::get_if<NamedDay>(&*before.back().reading.day);
+        const bool joined = isAny(to, DateWord::rangeTo) || is(to, DateWord::rangeAnd);
+        if (!first || first->day == 0 || first->day >= day || !joined ||
+            skipping(to + 1, DateWord::article, DateWord::on) != i)
+            return std::nullopt;
+        NamedDay last{first->year, first->month, day};
+        if (const DateLexeme* year = number(behindComma(end)); year && year->digits == 4 && !year->openRight) {
+            last.year = year->value;
+            end = behindComma(end) + 1;
+        }
+        const DateLexeme* after = at(end);
+        const bool ended = !after || (after->kind == DateLexeme::Kind::sign && after->sign != u':') ||
+                           isAny(end, DateWord::ahead, DateWord::until, DateWord::dayCount);
+        return ended ? moment(last, {}, end, true) : std::nullopt;
+    }
+
     // `ends`: a span that begins with a time leads here.
     Attempt<DateReading> momentAt(std::size_t i, bool ends) const {
         Attempt<DateReading> best;
@@ -106,10 +140,13 @@ private:
             return skipping(behindComma(from), DateWord::at, DateWord::atHour, DateWord::joint, DateWord::on);
         };
         const bool isoT = isIsoT(day.end);
-        const std::size_t next = isoT ? day.end + 1 : joined(day.end);
+        std::size_t next = isoT ? day.end + 1 : joined(day.end);
+        const bool opened = !isoT && is(next, DateWord::rangeFrom) && beginsSpanOfTimes(next + 1);
+        if (opened) next = skipping(next + 1, DateWord::article, DateWord::at, DateWord::atHour);
         const bool isoDay = number(i) && number(i)->digits == 4 && isDash(i + 1);
         const auto beside = isoDay ? TimeShapes::Beside::isoDay : TimeShapes::Beside::day;
         Attempt<TimeReading> time = times_.timeAt(next, beside);
+        if (!time && beginsSpan(next)) time = times_.bareHour(next);
         const bool led = next > day.end && isAny(next - 1, DateWord::at, DateWord::atHour);
         if (!time && led) time = hourBesideDay(next);
         if (time) {
@@ -120,6 +157,14 @@ private:
         if (is(next, DateWord::dayPart))
             keepLonger(best, partMoment(day.reading, value(next, DateWord::dayPart), next + 1));
         return best;
+    }
+
+    // The beginning of a span of times is there: tomorrow "from" 3pm to 5pm.
+    bool beginsSpanOfTimes(std::size_t i) const {
+        const std::size_t next = skipping(i, DateWord::article, DateWord::at, DateWord::atHour);
+        if (beginsSpan(next)) return true;
+        const auto time = times_.timeAt(next, TimeShapes::Beside::day);
+        return time && isAny(time->end, DateWord::rangeTo, DateWord::rangeAnd);
     }
 
     // A part of a day, with an hour where one follows: tonight at 8, 今夜8時.
@@ -175,19 +220,28 @@ private:
         if (time) return time;
         if (i > 0 && is(i - 1, DateWord::atHour) && !followsNumber(i - 1)) return times_.bareHour(i);
         if (ends) return times_.bareHour(i);
-        if (spans && count(i, 2) && (isFrom(i) || saysHalf(i + 2)) && endsSpan(i + 2)) return times_.bareHour(i);
-        return std::nullopt;
+        return spans && beginsSpan(i) ? times_.bareHour(i) : std::nullopt;
     }
-    std::size_t endOfHour(std::size_t i) const { return is(i + 1, DateWord::hourLetter) ? i + 2 : i + 1; }
+    // The number of an hour, with the end of a span after it: the 3 of "3 to 5pm", of "from 3 to 5 h".
+    bool beginsSpan(std::size_t i) const {
+        if (!count(i, 2) || !isAny(i + 1, DateWord::rangeTo, DateWord::rangeAnd)) return false;
+        return isFrom(i) ? endsSpan(i + 2) : saysTime(i + 2);
+    }
+    std::size_t endOfHour(std::size_t i) const {
+        // "3.15 to 5.30pm"
+        const bool stopped = isSign(i + 1, u'.') && touches(i + 1) && touches(i + 2) && number(i + 2);
+        if (stopped) return number(i + 2)->digits == 2 && saysTime(i + 4) ? i + 3 : i + 1;
+        return is(i + 1, DateWord::hourLetter) ? i + 2 : i + 1;
+    }
     bool isFrom(std::size_t i) const { return i > 0 && is(i - 1, DateWord::rangeFrom); }
     // A time is there, or another hour with its letter.
     bool endsSpan(std::size_t i) const {
         const std::size_t next = skipping(i, DateWord::article, DateWord::at, DateWord::atHour);
         return times_.timeAt(next, TimeShapes::Beside::nothing) || times_.letteredHour(next);
     }
-    bool saysHalf(std::size_t i) const {
-        const auto time = times_.timeAt(i, TimeShapes::Beside::nothing);
-        return time && time->reading.inHalf;
+    bool saysTime(std::size_t i) const {
+        const std::size_t next = skipping(i, DateWord::article, DateWord::at, DateWord::atHour);
+        return times_.timeAt(next, TimeShapes::Beside::nothing).has_value();
     }
 
     // 5pm tomorrow, 10:30 on Friday, 8 tonight
@@ -201,6 +255,7 @@ private:
         if (const auto day = days_.dayAt(next); day && !is(next, DateWord::ahead)) {
             auto with = moment(day->reading, time.reading, day->end, time.certain || day->certain);
             with->reading.offset = best->reading.offset;
+            with->reading.dayBehind = true;
             keepLonger(best, with);
         }
         return best;
@@ -216,8 +271,9 @@ DateReadings readDates(std::u16string_view text, std::u16string_view written, co
                        DateOrder order, DateNames isDateName) {
     std::u16string lower(text);
     for (char16_t& c : lower) c = lowercasedUnit(c);
-    const std::vector<DateLexeme> lexemes = dateLexemes(lower, vocabulary);
+    std::vector<DateLexeme> lexemes = dateLexemes(lower, vocabulary);
     const DateText dates{text, written, lexemes, order, vocabulary.language(), isDateName};
+    readRangeDashes(dates, lexemes);
     std::vector<PlacedReading> placed = DateGrammar(dates).readings();
     DateReadings result;
     result.relations = relationsOf(dates, placed);

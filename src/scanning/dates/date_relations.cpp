@@ -68,7 +68,7 @@ private:
         while (i < end && isAny(i, DateWord::rangeAnd)) ++i;
         if (number(i) && number(i)->openLeft) return std::nullopt;  // "x5 days"
         const bool complete =
-            end > 0 && (isPartOfDuration(end - 1) || isAny(end - 1, DateWord::minutesBehind, DateWord::halfPast) ||
+            end > 0 && (isOfDuration(end - 1) || isAny(end - 1, DateWord::minutesBehind, DateWord::halfPast) ||
                         isMinutes(end - 1));
         return counted && complete ? std::optional(i) : std::nullopt;
     }
@@ -77,14 +77,18 @@ private:
         if (!number(i) && !isAny(i, DateWord::count, DateWord::duration)) return std::nullopt;
         std::size_t end = start;
         for (; i < lexemes_.size() && isInDuration(i); ++i)
-            if (isPartOfDuration(i) || is(i, DateWord::minutesBehind) || isMinutes(i)) end = i + 1;
+            if (isOfDuration(i) || is(i, DateWord::minutesBehind) || isMinutes(i)) end = i + 1;
         return end > start ? std::optional(end) : std::nullopt;
     }
     bool isInDuration(std::size_t i) const {
-        return (number(i) && !isOperatorBefore(i)) || isPartOfDuration(i) ||
+        return (number(i) && !isOperatorBefore(i)) || isOfDuration(i) ||
                isAny(i, DateWord::count, DateWord::rangeAnd, DateWord::minutesBehind, DateWord::halfPast,
                      DateWord::hourLetter) ||
                ((isSign(i, u'.') || isSign(i, u',')) && touches(i) && touches(i + 1) && number(i + 1));
+    }
+    // "2週間3日後": the sign of a day of the month counts days too.
+    bool isOfDuration(std::size_t i) const {
+        return isPartOfDuration(i) || (is(i, DateWord::dayMark) && i > 0 && number(i - 1));
     }
     bool isOperatorBefore(std::size_t i) const { return lexemes_[i].afterOperator; }
     // The 30 of "2 h 30".
@@ -105,7 +109,7 @@ private:
         for (std::size_t i = from; i < to; ++i)
             if (is(i, DateWord::businessDay))
                 add(i, Kind::workdays);
-            else if (is(i, DateWord::count) && isPartOfDuration(i + 1))
+            else if (is(i, DateWord::count) && isOfDuration(i + 1))
                 add(i, Kind::number, value(i, DateWord::count));
     }
 
@@ -180,6 +184,8 @@ private:
     // "between" stands before the first end.
     bool isOpened(const Anchor& start, std::size_t i) const {
         std::size_t first = start.reading ? start.reading->start : i - 1;
+        for (std::size_t k = first; k < i; ++k)
+            if (is(k, DateWord::rangeFrom)) return true;  // "tomorrow between 3 and 5pm"
         while (first > 0 && isAny(first - 1, DateWord::article, DateWord::on, DateWord::at, DateWord::atHour)) --first;
         return first > 0 && is(first - 1, DateWord::rangeFrom);
     }

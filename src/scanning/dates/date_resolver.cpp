@@ -220,10 +220,54 @@ void shareYears(std::vector<DateReading>& readings) {
     }
 }
 
+int minutesOf(const TimeReading& time) {
+    constexpr int minutesPerHour = 60;
+    return time.hour * minutesPerHour + time.minute;
+}
+
+bool canBeInEitherHalf(const TimeReading& time) {
+    return !time.inHalf && time.hour > 0 && time.hour <= noon;
+}
+
+TimeReading inHalfOfDay(TimeReading time, bool second) {
+    time.hour = time.hour % noon + (second ? noon : 0);
+    time.inHalf = true;
+    return time;
+}
+
+// What one end of a span of times says counts for the other: "3 to 5pm", "9am to 5", "9am to 5pm EST", "3pm to 5pm
+// tomorrow".
+void shareTimes(DateReading& start, DateReading& end) {
+    TimeReading& from = *start.time;
+    TimeReading& to = *end.time;
+    if (from.zone.empty())
+        from.zone = to.zone;
+    else if (to.zone.empty())
+        to.zone = from.zone;
+    if (to.inHalf && canBeInEitherHalf(from)) {
+        const bool second = to.hour >= noon;
+        const TimeReading same = inHalfOfDay(from, second);
+        from = minutesOf(same) < minutesOf(to) ? same : inHalfOfDay(from, !second);
+    } else if (from.inHalf && canBeInEitherHalf(to)) {
+        const TimeReading first = inHalfOfDay(to, false), second = inHalfOfDay(to, true);
+        const bool ahead = minutesOf(first) <= minutesOf(from) && minutesOf(second) > minutesOf(from);
+        to = ahead ? second : first;
+    }
+    if (start.day || !end.day || !end.dayBehind) return;
+    start.day = end.day;
+    if (minutesOf(from) > minutesOf(to)) start.further = ShiftedDay{DateUnit::day, -1};
+}
+
+void shareTimes(std::vector<DateReading>& readings) {
+    for (std::size_t i = 1; i < readings.size(); ++i)
+        if (readings[i].ending && readings[i].time && readings[i - 1].time) shareTimes(readings[i - 1], readings[i]);
+}
+
 }  // namespace
 
 std::vector<DetectedDate> resolvedDates(std::vector<DateReading> readings, Date now, const TimeZoneRules& localZone) {
     shareYears(readings);
+    shareTimes(readings);
     Resolver resolver(now, localZone);
     std::vector<DetectedDate> result;
     for (DateReading& reading : readings) {

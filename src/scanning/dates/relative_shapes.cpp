@@ -153,7 +153,9 @@ Attempt<DayReading> DayShapes::countedBehind(std::size_t i) const {
         if (unit >= DateUnit::day) return Parsed<DayReading>{ShiftedDay{unit, many->value}, i + 3};
     }
     auto shift = counted(i, 1);
-    if (!shift || (i > 0 && lexemes_[i].spaced && number(i - 1)) || (i > 0 && isPartOfDuration(i - 1)))
+    // "2 weeks and 3 days ago" is one duration.
+    const std::size_t before = i > 1 && is(i - 1, DateWord::rangeAnd) ? i - 1 : i;
+    if (!shift || (i > 0 && lexemes_[i].spaced && number(i - 1)) || (before > 0 && isPartOfDuration(before - 1)))
         return std::nullopt;
     if (is(shift->end, DateWord::agoBehind)) {
         auto& many = std::get<ShiftedDay>(shift->reading).count;

@@ -70,7 +70,7 @@ Attempt<TimeReading> TimeShapes::stopped(std::size_t i, Beside beside) const {
     // "3 apples at 12.30" tells a price.
     if (beside == Beside::nothing || (beside == Beside::preposition && followsAnyNumber(i)) || !endsBareHour(i + 3))
         return std::nullopt;
-    return Parsed<TimeReading>{time, i + 3};
+    return Parsed<TimeReading>{time, i + 3, true, true};  // over the number
 }
 
 // 5pm, 5 p.m., 6 in the morning
@@ -93,6 +93,7 @@ bool TimeShapes::halved(TimeReading& time, int half) {
 
 TimeReading TimeShapes::inPart(TimeReading time, int hourOfPart) {
     if (!time.inHalf && hourOfPart >= noon && time.hour > 0 && time.hour < noon) time.hour += noon;
+    time.inHalf = true;
     return time;
 }
 
@@ -154,7 +155,7 @@ Attempt<TimeReading> TimeShapes::named(std::size_t i) const {
     const DateLexeme* joined = at(i + 2);
     if (isDash(i + 1) && touches(i + 1) && joined && touches(i + 2) && joined->kind == DateLexeme::Kind::word)
         return std::nullopt;  // a word of its own
-    return Parsed<TimeReading>{TimeReading{value(i, DateWord::timeOfDay), 0}, i + 1};
+    return Parsed<TimeReading>{TimeReading{value(i, DateWord::timeOfDay), 0, 0, true}, i + 1};
 }
 
 Attempt<TimeReading> TimeShapes::bareHour(std::size_t i) const {
