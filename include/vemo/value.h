@@ -29,7 +29,7 @@ enum class Attribute : std::uint8_t {
     assignment,   // number: 1 on an assignment sign
     error,        // text: present, and empty, on what could not be reduced
     precision,    // text: "day", "time" or "weekday", what a date stands for; absent where that is not known. Of a sum
-                  // of durations: its months, days and seconds
+                  // of durations: its months, days and seconds. Of a quantity in several units: the smaller ones
 };
 inline constexpr std::size_t attributeCount = 14;
 

@@ -29,10 +29,36 @@ std::vector<std::size_t> cutsFrom(const ElementList& elements, std::size_t openi
     return {};
 }
 
+// The same for a list without brackets, which an operator after its last value ends: the name, the separators, the end.
+std::vector<std::size_t> cutsOfList(const ElementList& elements, std::size_t name) {
+    std::vector<std::size_t> cuts{name};
+    std::size_t depth = 0, last = name;
+    bool value = false, ended = false;
+    for (std::size_t i = name + 1; i < elements.size(); ++i) {
+        const Value& element = elements[i].value;
+        if (element.is(Attribute::parenthesis, u"(")) ++depth;
+        if (element.is(Attribute::parenthesis, u")") && depth-- == 0) break;
+        if (runTypeOf(elements[i]) == RunType::comment || element.has(Attribute::function)) break;
+        if (depth > 0 || isBlank(elements[i])) continue;
+        if (isSeparator(elements[i])) {
+            cuts.push_back(i);
+            value = ended = false;
+        }
+        ended = ended || (value && element.has(Attribute::operation));
+        value = value || beginsValue(elements, i);
+        if (!ended) last = i;
+    }
+    if (cuts.size() == 1) return {};
+    cuts.push_back(last + 1);
+    return cuts;
+}
+
 }  // namespace
 
-Value ArgumentsEvaluator::valueOf(const ElementList& elements, std::size_t name, const std::vector<std::size_t>& cuts,
-                                  Context& context, const EvaluationContext& evaluationContext) const {
+std::optional<Value> ArgumentsEvaluator::valueOf(const ElementList& elements, std::size_t name,
+                                                 const std::vector<std::size_t>& cuts, std::size_t end,
+                                                 Context& context, const EvaluationContext& evaluationContext) const {
+    const bool brackets = end > cuts.back();
     const std::u16string& written = elements[name].text();
     const Function* function = functions_.function(*elements[name].value.string(Attribute::function));
     std::vector<Value> values;
@@ -46,12 +72,13 @@ Value ArgumentsEvaluator::valueOf(const ElementList& elements, std::size_t name,
                                     written);
     }
     const bool missing = std::any_of(values.begin(), values.end(), [](const Value& value) { return value.isEmpty(); });
+    if (missing && !brackets) return std::nullopt;  // words
     const auto result = function && !missing ? function->evaluateSeveral(values, context) : std::nullopt;
     if (!result) remarksOf(context).reason(ReasonCode::missingArgument, written, written + u"(2, 8)");
     if (result && result->decimal() && result->decimal()->notANumber())
         remarksOf(context).reason(ReasonCode::outOfRange, written);
     keepStep(context, [&] {
-        return ReadingStep{written, operands, result.value_or(Value()), elements.rangeOf(name, cuts.back() + 1), true};
+        return ReadingStep{written, operands, result.value_or(Value()), elements.rangeOf(name, end), true};
     });
     return result.value_or(Value(DecimalNumber::notANumberValue()));
 }
@@ -62,12 +89,15 @@ std::optional<ElementList> ArgumentsEvaluator::evaluate(const ElementList& eleme
     for (std::size_t i = 0; i < elements.size(); ++i) {
         if (!elements[i].value.has(Attribute::function)) continue;
         const std::size_t opening = neighbourOf(elements, i, 1);
-        if (opening == elements.size() || !elements[opening].value.is(Attribute::parenthesis, u"(")) continue;
-        const std::vector<std::size_t> cuts = cutsFrom(elements, opening);
+        const bool brackets = opening < elements.size() && elements[opening].value.is(Attribute::parenthesis, u"(");
+        std::vector<std::size_t> cuts = brackets ? cutsFrom(elements, opening) : std::vector<std::size_t>();
+        const bool list = cuts.empty();
+        if (list) cuts = cutsOfList(elements, i);
         if (cuts.empty()) continue;
-        const Value value = valueOf(elements, i, cuts, context, evaluationContext);
-        const std::size_t end = cuts.back() + 1;
-        replacer.replace({i, end - i}).append(makeElement(value, elements.attributedText(i, end)));
+        const std::size_t end = list ? cuts.back() : cuts.back() + 1;
+        const auto value = valueOf(elements, i, cuts, end, context, evaluationContext);
+        if (!value) continue;
+        replacer.replace({i, end - i}).append(makeElement(*value, elements.attributedText(i, end)));
         i = end - 1;
     }
     return replacer.finished();

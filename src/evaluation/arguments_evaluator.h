@@ -6,7 +6,8 @@
 
 namespace vemo {
 
-// Applies a function to the several values in the brackets after its name: "max(3, 7)".
+// Applies a function to the several values in the brackets after its name: "max(3, 7)", and
+// to those of a list after it: "sum of 12, 15 and 20".
 class ArgumentsEvaluator : public Evaluator {
 public:
     explicit ArgumentsEvaluator(const FunctionManager& functions)
@@ -15,8 +16,10 @@ public:
     std::optional<ElementList> evaluate(const ElementList&, Context&, const EvaluationContext&) const override;
 
 private:
-    Value valueOf(const ElementList& elements, std::size_t function, const std::vector<std::size_t>& cuts,
-                  Context& context, const EvaluationContext& evaluationContext) const;
+    // Nothing for a list without brackets whose parts are no values.
+    std::optional<Value> valueOf(const ElementList& elements, std::size_t function,
+                                 const std::vector<std::size_t>& cuts, std::size_t end, Context& context,
+                                 const EvaluationContext& evaluationContext) const;
 
     const FunctionManager& functions_;
 };

@@ -3,8 +3,10 @@
 
 #include <algorithm>
 
+#include "base/text.h"
 #include "decimal/decimal_math.h"
 #include "decimal/whole_numbers.h"
+#include "units/time_units.h"
 #include "units/unit_converter.h"
 
 namespace vemo {
@@ -142,11 +144,40 @@ void registerBitOperations(OperationCollection& operations) {
     for (const auto& row : shiftRows) operations.add(row.operatorId, std::make_shared<ShiftOperation>(row.formula));
 }
 
+// How what is left over of a unit is told: each part and how many of it the one before has, as in "inch 12". Empty for
+// durations, which are broken down anyway, and where a part is none.
+std::u16string ConversionOperation::partsOf(std::u16string_view unit, std::u16string_view parts,
+                                            Context& context) const {
+    std::u16string told;
+    std::u16string before(unit);
+    while (!parts.empty()) {
+        const std::u16string part(parts.substr(0, parts.find(u' ')));
+        parts.remove_prefix(std::min(parts.size(), part.size() + 1));
+        const auto one = Value(DecimalNumber::fromInt64(1)).with(before, Attribute::unit);
+        const auto converted = unitConverter_.convert(one, part, context);
+        constexpr int fractionDigits = 9;  // what is beyond comes of rounding
+        const auto amount = converted ? converted->decimal() : std::nullopt;
+        const auto count = amount ? std::optional(amount->round(fractionDigits)) : std::nullopt;
+        const auto isTime = [&](const TimeUnit& time) { return time.id == part; };
+        const bool whole = count && count->toInt64() > 1 && DecimalNumber::fromInt64(count->toInt64()) == *count;
+        if (!whole || std::any_of(timeUnits.begin(), timeUnits.end(), isTime)) return {};
+        if (!told.empty()) told += u' ';
+        told += part + u' ' + toUtf16(count->toString());
+        before = part;
+    }
+    return told;
+}
+
 std::optional<Value> ConversionOperation::calculate(const Value& left, const Value& right, Context& context) const {
     // An operand that is missing is for the fall-back of the calculator.
     if (left.isEmpty() || right.isEmpty()) return std::nullopt;
     if (const auto unit = right.string(Attribute::unit)) {
-        auto converted = unitConverter_.convert(left, *unit, context);
+        auto converted = unitConverter_.convert(left.without(Attribute::precision), *unit, context);
+        const auto parts = right.string(Attribute::precision);
+        if (converted && parts) {
+            const std::u16string told = partsOf(*unit, *parts, context);
+            return told.empty() ? converted : converted->with(told, Attribute::precision);
+        }
         // A quantity that can't be converted must not just change its unit.
         if (converted || left.has(Attribute::unit)) return converted;
     }

@@ -72,6 +72,8 @@ public:
     std::optional<Value> calculate(const Value& left, const Value& right, Context& context) const override;
 
 private:
+    std::u16string partsOf(std::u16string_view unit, std::u16string_view parts, Context& context) const;
+
     const UnitConverter& unitConverter_;
 };
 

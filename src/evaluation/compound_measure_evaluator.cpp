@@ -30,11 +30,46 @@ bool endsThere(const ElementList& elements, std::size_t i) {
            runTypeOf(next) == RunType::comment || runTypeOf(next) == RunType::header;
 }
 
+// "and", in any language, "&" or a comma.
+bool joinsUnits(const Element& element) {
+    constexpr std::size_t longest = 3;
+    const std::u16string_view text = trimmed(element.text());
+    return (element.value.isEmpty() || isOperator(element, u"and")) && !text.empty() && text.size() <= longest;
+}
+
+// The targets of a conversion as one: "feet and inches" is feet, the rest of which is told in inches.
+void joinTargets(const ElementList& elements, ElementReplacer& replacer) {
+    for (std::size_t i = 0; i + 3 < elements.size(); ++i) {
+        if (!isOperator(elements[i], u"in")) continue;
+        const std::size_t first = neighbourOf(elements, i, 1);
+        if (first == elements.size() || !isUnitAlone(elements[first])) continue;
+        std::u16string parts;
+        std::size_t end = first + 1;
+        for (std::size_t word = neighbourOf(elements, first, 1); word < elements.size();) {
+            const std::size_t unit = neighbourOf(elements, word, 1);
+            if (!joinsUnits(elements[word]) || unit == elements.size() || !isUnitAlone(elements[unit])) break;
+            if (!parts.empty()) parts += u' ';
+            parts += *elements[unit].value.string(Attribute::unit);
+            end = unit + 1;
+            word = neighbourOf(elements, unit, 1);
+        }
+        // "in EUR and $5" has a sign of the next number.
+        const std::size_t next = neighbourOf(elements, end - 1, 1);
+        if (parts.empty() || (next < elements.size() && elements[next].value.has(Attribute::decimal))) continue;
+        replacer.replace({first, end - first})
+            .append(makeElement(elements[first].value.with(parts, Attribute::precision),
+                                AttributedText(elements.slice(first, end).text(), RunType::unit)));
+        i = end - 1;
+    }
+}
+
 }  // namespace
 
 std::optional<ElementList> CompoundMeasureEvaluator::evaluate(const ElementList& elements, Context&,
                                                               const EvaluationContext&) const {
     ElementReplacer replacer(elements);
+    if (elements.anyHas(Attribute::operation)) joinTargets(elements, replacer);
+    if (replacer.changed()) return replacer.finished();
     for (std::size_t i = 1; i + 1 < elements.size(); ++i) {
         const auto unit = elements[i].value.string(Attribute::unit);
         if (!unit || elements[i].value.has(Attribute::decimal)) continue;

@@ -87,6 +87,11 @@ std::optional<Value> ConversionReach::percentage(const std::vector<Value>& opera
     if (conversion == 1 && operators[0].is(Attribute::operation, u"/") && isQuantity(operands[0]) &&
         isQuantity(operands[1]))
         return operationCalculator_.apply(u"as_a_percent_of", operands[0], operands[1], context);
+    // "9 of 12 in %", "9 out of 12 as %"
+    if (conversion == 1 && operators[0].is(Attribute::operation, u"percent_of") &&
+        operands[0].has(Attribute::decimal) && operands[1].has(Attribute::decimal) &&
+        !operands[0].is(Attribute::unit, percent))
+        return operationCalculator_.apply(u"as_a_percent_of", operands[0], operands[1], context);
     const auto isPercentage = [](const Value& operand) { return operand.is(Attribute::unit, percent); };
     if (std::any_of(operands.begin(), operands.begin() + static_cast<std::ptrdiff_t>(conversion) + 1, isPercentage))
         return std::nullopt;

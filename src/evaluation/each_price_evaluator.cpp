@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "evaluation/each_price_evaluator.h"
 
+#include <algorithm>
+
 #include "evaluation/element_replacement.h"
 #include "evaluation/element_tests.h"
 #include "scanning/words/localizer.h"
@@ -47,7 +49,27 @@ EachPriceEvaluator::EachPriceEvaluator(const Localizer& localizer, const UnitCon
       at_(localizer.variants(u"each_at.variants", u"Operations")),
       split_(localizer.variants(u"split.variants", u"Operations")),
       ways_(localizer.variants(u"split_ways.variants", u"Operations")),
-      between_(localizer.variants(u"split_between.variants", u"Operations")) {}
+      between_(localizer.variants(u"split_between.variants", u"Operations")),
+      by_(localizer.variants(u"measured_by.variants", u"Operations")) {}
+
+// "10 ft by 12 ft", "3 by 4 m": the word between measures of length, or a number and one.
+bool EachPriceEvaluator::isBy(const ElementList& elements, std::size_t word) const {
+    if (!isPlainWords(elements[word]) || by_.empty()) return false;
+    const std::u16string text = lowercased(trimmed(elements[word].text()));
+    if (std::find(by_.begin(), by_.end(), text) == by_.end()) return false;
+    const auto isLength = [&](std::size_t unit) {
+        return unit < elements.size() && isUnitAlone(elements[unit]) &&
+               unitConverter_.isConvertible(*elements[unit].value.string(Attribute::unit), u"m");
+    };
+    const std::size_t before = neighbourOf(elements, word, -1), behind = neighbourOf(elements, word, 1);
+    if (before >= elements.size() || behind >= elements.size() || !isNumber(elements[behind])) return false;
+    const std::size_t unit = neighbourOf(elements, behind, 1);
+    const bool measured = isLength(unit) || (unit < elements.size() && isBy(elements, unit));
+    const bool counted = isNumber(elements[before]) ||
+                         (isLength(before) && before > 0 && neighbourOf(elements, before, -1) < elements.size() &&
+                          isNumber(elements[neighbourOf(elements, before, -1)]));
+    return measured && counted;
+}
 
 // A number that begins an operand, with words right after it.
 bool EachPriceEvaluator::isCount(const ElementList& elements, std::size_t index) const {
@@ -93,6 +115,18 @@ std::optional<ElementList> EachPriceEvaluator::evaluate(const ElementList& eleme
             ElementList& result = replacer.replace({i - 1, 1});
             if (split > 0) result.append(asText(text.substr(0, split)));
             result.append(asOperator(u"/", text.substr(split)));
+            continue;
+        }
+        if (value && isBy(elements, i)) {
+            // A number without a unit has that of the last one: "10 by 12 ft".
+            const std::size_t before = neighbourOf(elements, i, -1);
+            std::size_t unit = i;
+            while (unit + 1 < elements.size() && !isUnitAlone(elements[unit])) ++unit;
+            ElementList& result = replacer.replace({before, i + 1 - before});
+            result.append(isNumber(elements[before]) ? makeElement(elements[before].value.merging(elements[unit].value),
+                                                                   elements[before].attributedText)
+                                                     : elements.pointers()[before]);
+            result.append(asOperator(u"*", elements.slice(before + 1, i + 1).text()));
             continue;
         }
         if (!isCount(elements, i)) continue;

@@ -11,7 +11,8 @@ namespace vemo {
 
 class Localizer;
 
-// "5 items at $12.50": a count with words after it, and what one of them costs. "$99.36 split 4 ways" divides.
+// "5 items at $12.50": a count with words after it, and what one of them costs. "$99.36 split 4 ways" divides,
+// "10 ft by 12 ft" multiplies.
 class EachPriceEvaluator : public Evaluator {
 public:
     EachPriceEvaluator(const Localizer& localizer, const UnitConverter& unitConverter);
@@ -21,10 +22,11 @@ public:
 private:
     bool isCount(const ElementList& elements, std::size_t index) const;
     bool isMoney(const ElementList& elements, std::size_t index) const;
+    bool isBy(const ElementList& elements, std::size_t word) const;
     std::size_t splitAt(const ElementList& elements, std::size_t index) const;
 
     const UnitConverter& unitConverter_;
-    const std::vector<std::u16string> at_, split_, ways_, between_;
+    const std::vector<std::u16string> at_, split_, ways_, between_, by_;
 };
 
 }  // namespace vemo

@@ -48,6 +48,10 @@ constexpr OperatorRow operatorRows[] = {
     // Put where a question has its link: "what % of 80 is 20", "% change 80 to 100".
     {u"percent_is", u"", u"", u"", 100},
     {u"percent_change", u"", u"", u"", 100},
+    // "$64 is 20% off what"
+    {u"is_percent_of", u"", u"", u"", 100},
+    {u"is_percent_on", u"", u"", u"", 100},
+    {u"is_percent_off", u"", u"", u"", 100},
 };
 
 constexpr struct { std::u16string_view id, symbol; } longSymbols[] = {{u"in", u"->"}, {u"^", u"**"}};

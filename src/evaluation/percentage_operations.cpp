@@ -58,6 +58,23 @@ private:
     bool needsUnit_;  // of the amount
 };
 
+// An amount on the left that is so much of, or so much more or less than, what is asked for: the percent-of-what
+// formulas the other way round.
+class WholeOperation : public Operation {
+public:
+    explicit WholeOperation(Formula formula) : formula_(formula) {}
+
+    std::optional<Value> calculate(const Value& left, const Value& right, Context&) const override {
+        const auto l = left.decimal();
+        const auto r = right.decimal();
+        if (!l || !r || !isPercent(right)) return std::nullopt;
+        return left.with(formula_(*r, *l));
+    }
+
+private:
+    Formula formula_;
+};
+
 // One amount as a percentage of another, in the other's unit.
 class AsAPercentOperation : public Operation {
 public:
@@ -136,6 +153,12 @@ bool isPercentagePhrase(std::u16string_view operatorId) {
 }
 
 void registerPercentagePhrases(OperationCollection& operations, const UnitConverter& unitConverter) {
+    constexpr std::u16string_view whatIs = u"_what_is";
+    for (const auto& row : phraseRows) {
+        if (!row.operatorId.ends_with(whatIs)) continue;
+        const auto relation = row.operatorId.substr(0, row.operatorId.size() - whatIs.size());
+        operations.add(std::u16string(u"is_").append(relation), std::make_shared<WholeOperation>(row.formula));
+    }
     for (const auto& row : phraseRows) operations.add(row.operatorId, std::make_shared<PhraseOperation>(row.formula));
     for (const auto& row : asAPercentRows)
         operations.add(row.operatorId, std::make_shared<AsAPercentOperation>(row.formula, unitConverter));

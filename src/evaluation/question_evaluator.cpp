@@ -50,10 +50,13 @@ QuestionEvaluator::QuestionEvaluator(const Localizer& localizer) {
         for (const std::u16string& beginning : question.beginnings) firstUnits_ += beginning.front();
         questions_.push_back(std::move(question));
     }
+    wholeIs_ = localizer.variants(u"whole_is.variants", u"Operations");
+    wholeAsked_ = localizer.variants(u"whole_asked.variants", u"Operations");
 }
 
 std::optional<ElementList> QuestionEvaluator::evaluate(const ElementList& elements, Context&,
                                                        const EvaluationContext&) const {
+    if (auto whole = askedWhole(elements)) return whole;
     const std::size_t start = startOf(elements);
     if (elements.size() < start + 3) return std::nullopt;
     const std::u16string_view text = trimmed(elements[start].text());
@@ -66,6 +69,34 @@ std::optional<ElementList> QuestionEvaluator::evaluate(const ElementList& elemen
         if (result) return result;
     }
     return std::nullopt;
+}
+
+// "$64 is 20% off what": the amount is told, and what it is a part of is asked for. Nothing for other lines.
+std::optional<ElementList> QuestionEvaluator::askedWhole(const ElementList& elements) const {
+    constexpr std::size_t fewest = 5;
+    if (elements.size() < fewest) return std::nullopt;
+    std::size_t last = neighbourOf(elements, elements.size(), -1);
+    if (last < elements.size() && runTypeOf(elements[last]) == RunType::comment) last = neighbourOf(elements, last, -1);
+    if (last >= elements.size() || !isPlainWords(elements[last])) return std::nullopt;
+    std::u16string_view asked = trimmed(elements[last].text());
+    while (!asked.empty() && (asked.back() == u'?' || isWhitespace(asked.back()))) asked.remove_suffix(1);
+    if (!contains(wholeAsked_, asked)) return std::nullopt;
+    const std::size_t relation = neighbourOf(elements, last, -1);
+    const auto id = relation < elements.size() ? elements[relation].value.string(Attribute::operation) : std::nullopt;
+    if (!id || (*id != u"percent_of" && *id != u"percent_on" && *id != u"percent_off")) return std::nullopt;
+    const std::size_t percent = neighbourOf(elements, relation, -1);
+    if (percent >= elements.size() || !elements[percent].value.is(Attribute::unit, u"percent")) return std::nullopt;
+    const std::size_t number = isUnitAlone(elements[percent]) ? neighbourOf(elements, percent, -1) : percent;
+    const std::size_t link = number < elements.size() ? neighbourOf(elements, number, -1) : elements.size();
+    if (link >= elements.size() || link == 0 || !elements[number].value.has(Attribute::decimal) ||
+        !contains(wholeIs_, elements[link].text()))
+        return std::nullopt;
+    ElementList result = elements.slice(0, link);
+    result.append(
+        makeElement(Value(Attribute::operation, u"is_" + std::u16string(*id)), elements[link].attributedText));
+    for (std::size_t i = link + 1; i < elements.size(); ++i)
+        result.append(i < relation ? elements.pointers()[i] : asText(elements[i]));
+    return result;
 }
 
 // The element after the words that the question begins with; `start` where it does not.

@@ -11,7 +11,7 @@ namespace vemo {
 class Localizer;
 
 // Lines that begin with what is asked for: "how many cm in 5 inches", "what % of 80 is 20", "% change 80 to 100".
-// They are put as "5 inches in cm", and as two values with an operator between them.
+// They are put as "5 inches in cm", and as two values with an operator between them; so is "$64 is 20% off what".
 class QuestionEvaluator : public Evaluator {
 public:
     explicit QuestionEvaluator(const Localizer& localizer);
@@ -24,6 +24,7 @@ private:
         std::u16string_view operation;
     };
 
+    std::optional<ElementList> askedWhole(const ElementList& elements) const;
     std::size_t endOfBeginning(const ElementList& elements, std::size_t start, const Question& question) const;
     std::optional<ElementList> asConversion(const ElementList& elements, std::size_t start, std::size_t end,
                                             const Question& question) const;
@@ -31,6 +32,7 @@ private:
                                            const Question& question) const;
 
     std::vector<Question> questions_;
+    std::vector<std::u16string> wholeIs_, wholeAsked_;
     std::u16string firstUnits_;  // of all beginnings
 };
 

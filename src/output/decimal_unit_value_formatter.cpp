@@ -100,9 +100,45 @@ std::u16string DecimalUnitValueFormatter::unitName(std::u16string_view unit) con
     return name.empty() ? std::u16string(unit) : name;
 }
 
+// "4 ft 11.06 in", where a conversion asked for feet and inches: see `Attribute::precision`.
+std::optional<FormattedValue> DecimalUnitValueFormatter::inParts(const Value& value, Context& context) const {
+    struct Part {
+        std::u16string unit;
+        DecimalNumber count;  // so many are one of the unit before
+    };
+    std::vector<Part> parts{{std::u16string(*value.string(Attribute::unit)), DecimalNumber::fromInt64(1)}};
+    std::u16string_view told = *value.string(Attribute::precision);
+    while (!told.empty()) {
+        const std::size_t blank = told.find(u' ');
+        if (blank == told.npos) return std::nullopt;
+        const std::u16string_view count = told.substr(blank + 1, told.find(u' ', blank + 1) - blank - 1);
+        parts.push_back({std::u16string(told.substr(0, blank)), DecimalNumber::parse(toUtf8(count))});
+        if (parts.back().count.notANumber()) return std::nullopt;
+        told.remove_prefix(std::min(told.size(), blank + 1 + count.size() + 1));
+    }
+    DecimalNumber rest = value.decimal()->abs();
+    for (const Part& part : parts) rest = rest.multiplying(part.count);
+    rest = rest.round(static_cast<std::int16_t>(context.precision().value_or(defaultPrecision)));
+    std::u16string text;
+    for (std::size_t i = parts.size(); i-- > 0;) {
+        const DecimalNumber larger = i == 0 ? DecimalNumber() : rest.dividing(parts[i].count).integer();
+        const DecimalNumber amount = rest.subtracting(larger.multiplying(parts[i].count));
+        rest = larger;
+        if (amount.isZero() && !(text.empty() && larger.isZero())) continue;
+        const auto component = format(Value(amount).with(parts[i].unit, Attribute::unit), context);
+        if (!component || !component->regular) return std::nullopt;
+        text = text.empty() ? *component->regular : *component->regular + u' ' + text;
+    }
+    auto result = format(value.without(Attribute::precision), context);
+    if (result) result->regular = (value.decimal()->isNegative() ? u"-" : u"") + text;
+    return result;
+}
+
 std::optional<FormattedValue> DecimalUnitValueFormatter::format(const Value& value, Context& context) const {
     const auto number = value.decimal();
     if (!number || number->notANumber()) return std::nullopt;
+    if (value.has(Attribute::precision) && value.has(Attribute::unit))
+        if (auto parts = inParts(value, context)) return parts;
     const auto precision = context.precision();
     const auto maxFraction = static_cast<int>(std::clamp<std::int64_t>(precision.value_or(defaultPrecision), 0, 999));
     // Recording its absence too lets a later setting recalculate the line.

@@ -42,7 +42,7 @@ void registerExtractors(ExtractorList& extractors, const ExtractorParts& parts) 
     structural(slashCommentPattern);
     extractors.add(std::move(operators));
     extractors.add(std::make_shared<UnitExtractor>(parts.units, parts.operators, parts.scales));
-    extractors.add(std::make_shared<FunctionExtractor>(parts.functions, parts.units,
+    extractors.add(std::make_shared<FunctionExtractor>(parts.functions, parts.units, parts.localizer,
                                                        LocaleInfo::forIdentifier(parts.locale), numbers));
     extractors.add(std::make_shared<AssignmentExtractor>(parts.localizer, parts.stringRangeDetector));
     extractors.add(std::make_shared<VariablesExtractor>(parts.stringRangeDetector));

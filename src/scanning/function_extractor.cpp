@@ -3,6 +3,7 @@
 
 #include "records/number_words.h"
 #include "scanning/extraction_priorities.h"
+#include "scanning/words/localizer.h"
 #include "vemo/context.h"
 
 namespace vemo {
@@ -36,13 +37,42 @@ bool hasItsPlace(std::u16string_view text, TextRange range) {
            (behind.front() != u'=' && behind.front() != u':' && signs.find(behind.front()) != signs.npos);
 }
 
+// The length of the word at `start`, whole words only, or of a sign; 0 without one.
+std::size_t wordAt(std::u16string_view text, std::size_t start, const std::vector<std::u16string>& words) {
+    for (const std::u16string& word : words) {
+        const std::size_t end = start + word.size();
+        if (end <= text.size() && lowercased(text.substr(start, word.size())) == word &&
+            (end == text.size() || !isLetter(text[end]) || !isLetter(word.back())))
+            return word.size();
+    }
+    return 0;
+}
+
+std::size_t behindBlanks(std::u16string_view text, std::size_t i) {
+    while (i < text.size() && isWhitespace(text[i])) ++i;
+    return i;
+}
+
 }  // namespace
+
+FunctionExtractor::FunctionExtractor(const FunctionManager& functions, const UnitManager& units,
+                                     const Localizer& localizer, LocaleInfo locale,
+                                     std::vector<std::shared_ptr<const Extractor>> numbers)
+    : functions_(functions),
+      units_(units),
+      locale_(std::move(locale)),
+      ofWords_(localizer.variants(u"list_of.variants", u"Operations")),
+      andWords_(localizer.variants(u"list_and.variants", u"Operations")),
+      numbers_(std::move(numbers)) {}
 
 void FunctionExtractor::extract(const std::u16string& text, Context& context, std::vector<Extraction>& result) const {
     for (const auto& match : functions_.phraseDetector().detect(text)) {
         const Function* function = functions_.function(match.object);
         const bool word = function && function->isWord();
-        if (word && !hasItsPlace(text, match.range)) continue;
+        std::vector<TextRange> list;
+        const bool hasList =
+            function && function->takesSeveral() && listAfter(text, match.range.end(), word, context, list);
+        if (word && !hasList && !hasItsPlace(text, match.range)) continue;
         const std::u16string_view name = match.range.in(text);
         const bool endsInDigit = isDigitAt(text, match.range.end() - 1);
         // A name that is a unit's or a multiplier's too ("min", a script's "gross") is that after a number only.
@@ -57,10 +87,65 @@ void FunctionExtractor::extract(const std::u16string& text, Context& context, st
         context.addQuickTypeToken(name);
         if (endsInDigit) numbersIn(text, {end, text.size() - end}, context, result);
         if (!function || !function->takesSeveral()) continue;
+        if (hasList) addList(text, end, list, context, result);
         std::size_t opening = end;
         while (function->takesSigns() && opening < text.size() && isWhitespace(text[opening])) ++opening;
         if (opening < text.size() && text[opening] == u'(') separators(text, opening, context, result);
     }
+}
+
+// A number, with a sign of money or a bracket before it, or the name of a value.
+bool FunctionExtractor::beginsItem(std::u16string_view text, std::size_t start, const Context& context) const {
+    std::size_t i = behindBlanks(text, start);
+    while (i < text.size() && i < start + groupLength && digitValue(text[i]) < 0 && !isLetter(text[i])) ++i;
+    if (i >= text.size() || text[i] == u',') return false;
+    if (digitValue(text[i]) >= 0) return true;
+    std::size_t end = i;
+    while (end < text.size() && isLetter(text[end])) ++end;
+    return end > i && context.getVariable(std::u16string(text.substr(i, end - i))) != nullptr;
+}
+
+// "of 12, 15 and 20"; "12, 15, 20" right after a name that is no word first.
+bool FunctionExtractor::listAfter(const std::u16string& text, std::size_t end, bool isWord, const Context& context,
+                                  std::vector<TextRange>& found) const {
+    const std::size_t blank = text.rfind(u' ', end - 1);
+    bool led = blank != text.npos && wordAt(text, blank + 1, ofWords_) == end - blank - 1;
+    std::size_t i = behindBlanks(text, end);
+    if (!led && i > end) {
+        const std::size_t length = wordAt(text, i, ofWords_);
+        led = length > 0;
+        i = behindBlanks(text, i + length);
+    }
+    if ((!led && (isWord || (i < text.size() && text[i] == u'('))) || !beginsItem(text, i, context)) return false;
+    for (std::size_t depth = 0; i < text.size(); ++i) {
+        if (text[i] == u'(') ++depth;
+        if (text[i] == u')' && depth-- == 0) break;
+        const bool mark = text[i] == u';' || (text[i] == u',' && separates(text, i));
+        if (depth > 0 || (!mark && !(i > 0 && isWhitespace(text[i])))) continue;
+        // ", and 20", " and 20"
+        const std::size_t start = i;
+        std::size_t next = behindBlanks(text, i + 1);
+        const std::size_t length = wordAt(text, next, andWords_);
+        next += length;
+        if (!mark && length == 0) continue;
+        if (!beginsItem(text, next, context)) return false;
+        found.push_back({start, next - start});
+        i = next - 1;
+    }
+    return !found.empty();
+}
+
+void FunctionExtractor::addList(const std::u16string& text, std::size_t end, const std::vector<TextRange>& separators,
+                                Context& context, std::vector<Extraction>& result) const {
+    static const Value separator(Attribute::type, number_word::separator);
+    std::size_t start = end;
+    for (const TextRange& range : separators) {
+        numbersIn(text, {start, range.location - start}, context, result);
+        result.push_back(
+            {range, priority::argumentSeparator, 0, makeElement(separator, AttributedText(range.in(text)))});
+        start = range.end();
+    }
+    numbersIn(text, {start, text.size() - start}, context, result);
 }
 
 bool FunctionExtractor::separates(std::u16string_view text, std::size_t comma) const {
