@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "evaluation/compound_measure_evaluator.h"
 
+#include <algorithm>
+
 #include "evaluation/element_replacement.h"
 #include "evaluation/element_tests.h"
+#include "scanning/words/localizer.h"
 
 namespace vemo {
 
@@ -30,15 +33,19 @@ bool endsThere(const ElementList& elements, std::size_t i) {
            runTypeOf(next) == RunType::comment || runTypeOf(next) == RunType::header;
 }
 
-// "and", in any language, "&" or a comma.
-bool joinsUnits(const Element& element) {
-    constexpr std::size_t longest = 3;
-    const std::u16string_view text = trimmed(element.text());
-    return (element.value.isEmpty() || isOperator(element, u"and")) && !text.empty() && text.size() <= longest;
+}  // namespace
+
+CompoundMeasureEvaluator::CompoundMeasureEvaluator(const Localizer& localizer)
+    : Evaluator({Attribute::unit}), andWords_(localizer.variants(u"list_and.variants", u"Operations")) {}
+
+bool CompoundMeasureEvaluator::joinsUnits(const Element& element) const {
+    const std::u16string text = lowercased(trimmed(element.text()));
+    return text == u"," || isOperator(element, u"and") ||
+           (element.value.isEmpty() && std::find(andWords_.begin(), andWords_.end(), text) != andWords_.end());
 }
 
 // The targets of a conversion as one: "feet and inches" is feet, the rest of which is told in inches.
-void joinTargets(const ElementList& elements, ElementReplacer& replacer) {
+void CompoundMeasureEvaluator::joinTargets(const ElementList& elements, ElementReplacer& replacer) const {
     for (std::size_t i = 0; i + 3 < elements.size(); ++i) {
         if (!isOperator(elements[i], u"in")) continue;
         const std::size_t first = neighbourOf(elements, i, 1);
@@ -62,8 +69,6 @@ void joinTargets(const ElementList& elements, ElementReplacer& replacer) {
         i = end - 1;
     }
 }
-
-}  // namespace
 
 std::optional<ElementList> CompoundMeasureEvaluator::evaluate(const ElementList& elements, Context&,
                                                               const EvaluationContext&) const {

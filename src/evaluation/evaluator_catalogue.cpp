@@ -33,7 +33,7 @@ void registerEvaluators(EvaluatorList& evaluators, const EvaluatorParts& parts) 
     evaluators.add(std::make_shared<NumberWordEvaluator>(parts.localizer, parts.scales));
     evaluators.add(std::make_shared<DurationEvaluator>());
     evaluators.add(std::make_shared<FractionEvaluator>(parts.unitConverter));
-    evaluators.add(std::make_shared<CompoundMeasureEvaluator>());
+    evaluators.add(std::make_shared<CompoundMeasureEvaluator>(parts.localizer));
     evaluators.add(std::make_shared<QuestionEvaluator>(parts.localizer));
     evaluators.add(std::make_shared<EachPriceEvaluator>(parts.localizer, parts.unitConverter));
     evaluators.add(std::make_shared<ImplicitProductEvaluator>(parts.functions));
