@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "engine/mistake_notes.h"
 #include "evaluation/element_tests.h"
 #include "evaluation/written_numbers.h"
 #include "records/context_parts.h"
@@ -110,6 +111,16 @@ LineRemarks spokenRemarks(const Context& context, const ElementList& written, bo
                                     static_cast<std::uint32_t>(note.range.length),
                                     message(words.localizer, u"note.", name, note.first, other)});
         }
+    }
+    for (const MistakeNote& note : mistakeNotes(written, words.localizer)) {
+        const auto isThere = [&](const Note& other) {
+            return other.kind == note.kind && other.start < note.range.end() &&
+                   note.range.location < other.start + other.length;
+        };
+        if (std::any_of(spoken.notes.begin(), spoken.notes.end(), isThere)) continue;
+        spoken.notes.push_back({note.kind, static_cast<std::uint32_t>(note.range.location),
+                                static_cast<std::uint32_t>(note.range.length),
+                                message(words.localizer, u"note.", noteKindName(note.kind), note.first, {})});
     }
     const bool tooLong = remarks && remarks->reason() && remarks->reason()->code == ReasonCode::tooLong;
     if (hasResult || (!tooLong && !asksForResult(written))) return spoken;

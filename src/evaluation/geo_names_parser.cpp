@@ -89,6 +89,15 @@ ElementList unknownPlace(const ElementList& elements, std::size_t from, std::siz
     return reducedTo(errorValue(), elements);
 }
 
+// "9am Narnia in London": a name between a time and a conversion is a place, which here nobody knows.
+void wordsAfterTime(const ElementList& elements, std::size_t from, std::size_t conversion, Context& context) {
+    if (from == 0 || from >= conversion || !isWrittenTime(elements[from - 1]) || !isText(elements, from, conversion) ||
+        !beginsWithCapital(elements, from, conversion))
+        return;
+    const std::u16string words = elements.slice(from, conversion).text();
+    remarksOf(context).note(NoteKind::unknownWord, elements.trimmedRangeOf(from, conversion), trimmed(words));
+}
+
 bool mayBeOfPlace(const Element& element) {
     const Value& value = element.value;
     return !value.has(Attribute::decimal) && !value.has(Attribute::parenthesis) && !isOfTime(element) &&
@@ -196,6 +205,7 @@ std::optional<ElementList> GeoNamesParser::withKnownPlaces(const ElementList& el
             if (to == i + 1 && text && !elements.anyHas(Attribute::decimal))
                 return unknownPlace(elements, i + 1, wordsEnd, context);
             if (to > i + 1) {
+                wordsAfterTime(elements, start, i, context);
                 start = to;
                 i = to - 1;
             }

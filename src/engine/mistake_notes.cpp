@@ -1,0 +1,214 @@
+// SPDX-License-Identifier: MIT
+#include "engine/mistake_notes.h"
+
+#include <algorithm>
+
+#include "evaluation/element_tests.h"
+#include "platform/locale_info.h"
+#include "scanning/words/localizer.h"
+#include "units/time_units.h"
+
+namespace vemo {
+
+namespace {
+
+class MistakeFinder {
+public:
+    MistakeFinder(const ElementList& elements, const Localizer& localizer)
+        : elements_(elements), localizer_(localizer) {}
+
+    std::vector<MistakeNote> find() {
+        const std::size_t first = firstWritten();
+        if (first == elements_.size()) return {};
+        if (isUnitAlone(elements_[first])) {
+            timeToNothing(first);
+        } else if (elements_[first].value.has(Attribute::operation)) {
+            nothingBefore(first);
+        }
+        if (elements_.anyHas(Attribute::decimal) &&
+            (elements_.anyHas(Attribute::operation) || elements_.anyHas(Attribute::unit)))
+            malformedNumbers();
+        if (elements_.anyHas(Attribute::operation)) {
+            unknownFactors(first);
+            conversionsOfWords(first);
+        }
+        return std::move(notes_);
+    }
+
+private:
+    void note(NoteKind kind, std::size_t from, std::size_t to) {
+        const std::u16string words = elements_.slice(from, to).text();
+        notes_.push_back({kind, elements_.trimmedRangeOf(from, to), std::u16string(trimmed(words))});
+    }
+    bool isComment(std::size_t i) const { return runTypeOf(elements_[i]) == RunType::comment; }
+    // After a label and a name that is assigned to.
+    std::size_t firstWritten() const {
+        std::size_t first = 0;
+        for (std::size_t i = 0; i < elements_.size(); ++i)
+            if (runTypeOf(elements_[i]) == RunType::label || elements_[i].value.has(Attribute::assignment))
+                first = i + 1;
+        while (first < elements_.size() && isBlank(elements_[first])) ++first;
+        return first;
+    }
+
+    // "days until", "days until Smarch 5", "days between March 1 and": no day was found where one is asked for.
+    void timeToNothing(std::size_t unit) {
+        const auto isThis = [&](const TimeUnit& time) { return elements_[unit].value.is(Attribute::unit, time.id); };
+        if (unit + 1 >= elements_.size() || std::none_of(timeUnits.begin(), timeUnits.end(), isThis)) return;
+        const Element& next = elements_[unit + 1];
+        if (!isPlainWords(next)) return;
+        const std::u16string words = lowercased(trimmed(next.text()));
+        const std::size_t relation = relationOf(words);
+        if (relation == 0) return;
+        const std::size_t last = neighbourOf(elements_, elements_.size(), -1);
+        const std::u16string_view after = trimmed(std::u16string_view(words).substr(relation));
+        if (last == unit + 1 && after.empty()) return note(NoteKind::missingOperand, unit + 1, unit + 2);
+        // Words alone may be prose.
+        const bool endsOpen = last > unit + 1 && isAnd(elements_[last]);
+        if (endsOpen) return note(NoteKind::missingOperand, last, last + 1);
+        const bool numbers =
+            std::any_of(elements_.pointers().begin() + static_cast<std::ptrdiff_t>(unit) + 2,
+                        elements_.pointers().end(), [](const auto& e) { return e->value.has(Attribute::decimal); });
+        const bool oneWord =
+            last == unit + 1 && withoutArticle(after).find(u' ') == after.npos && isUntil(words.substr(0, relation));
+        if (after.empty() || !(numbers || oneWord)) return;
+        const TextRange range = elements_.trimmedRangeOf(unit + 1, unit + 2);
+        notes_.push_back({NoteKind::unknownWord, {range.end() - after.size(), after.size()}, std::u16string(after)});
+    }
+    std::u16string_view withoutArticle(std::u16string_view words) const {
+        const std::size_t blank = words.find(u' ');
+        const auto articles = localizer_.variants(u"article.variants", u"Dates");
+        const bool led = blank != words.npos &&
+                         std::find(articles.begin(), articles.end(), words.substr(0, blank)) != articles.end();
+        return led ? words.substr(blank + 1) : words;
+    }
+    bool isAnd(const Element& element) const {
+        const auto words = localizer_.variants(u"range_and.variants", u"Dates");
+        return element.value.isEmpty() &&
+               std::find(words.begin(), words.end(), lowercased(trimmed(element.text()))) != words.end();
+    }
+    bool isUntil(std::u16string_view relation) const {
+        for (const char16_t* key : {u"until.variants", u"since.variants"}) {
+            const auto words = localizer_.variants(key, u"Dates");
+            if (std::find(words.begin(), words.end(), relation) != words.end()) return true;
+        }
+        return false;
+    }
+    // The length of the word that a day or time must follow.
+    std::size_t relationOf(const std::u16string& words) const {
+        std::size_t longest = 0;
+        for (const char16_t* key : {u"until.variants", u"since.variants", u"range_from.variants"})
+            for (const std::u16string& phrase : localizer_.variants(key, u"Dates"))
+                if (words.starts_with(phrase) && (words.size() == phrase.size() || isWhitespace(words[phrase.size()])))
+                    longest = std::max(longest, phrase.size());
+        return longest;
+    }
+
+    // "of 250", "in cm": an operator's word with nothing before it, and no other words.
+    void nothingBefore(std::size_t op) {
+        const Element& element = elements_[op];
+        if (!hasLetter(element.text()) || hasPlainWords(elements_)) return;
+        const std::size_t next = neighbourOf(elements_, op, 1);
+        if (next == elements_.size()) return;
+        const bool conversion = isOperator(element, u"in") && isUnitAlone(elements_[next]) &&
+                                neighbourOf(elements_, next, 1) == elements_.size();
+        const auto id = *element.value.string(Attribute::operation);
+        const bool percentage = id == u"percent_of" || id == u"percent_on" || id == u"percent_off";
+        if (conversion || (percentage && beginsValue(elements_, next))) note(NoteKind::missingOperand, op, op + 1);
+    }
+
+    // "$12..50", "0xZZ": digits, and more that no number has.
+    void malformedNumbers() {
+        for (std::size_t i = 0; i < elements_.size(); ++i) {
+            if (runTypeOf(elements_[i]) != RunType::number || !elements_[i].value.has(Attribute::decimal)) continue;
+            const std::u16string& text = elements_[i].text();
+            const bool doubled = text.find(u"..") != text.npos || text.find(u",,") != text.npos;
+            if (doubled && isCalculated(i, i + 1)) {
+                note(NoteKind::malformedNumber, i, i + 1);
+            } else if (i + 1 < elements_.size() && digitValue(text.back()) >= 0 &&
+                       goesOn(elements_[i], elements_[i + 1]) &&
+                       (i == 0 || !isLetter(elements_[i - 1].text().back())) && isCalculated(i, i + 2)) {
+                note(NoteKind::malformedNumber, i, i + 2);
+            }
+        }
+    }
+    // A word without a meaning right after a number; after a hexadecimal one and the like any letter or digit.
+    static bool goesOn(const Element& number, const Element& next) {
+        const std::u16string& text = next.text();
+        if (text.empty() || isCjk(text.front())) return false;
+        if (number.value.has(Attribute::nsystem) && !number.value.is(Attribute::nsystem, u"sci"))
+            return isLetter(text.front()) || digitValue(text.front()) >= 0;
+        return isPlainWords(next) && isLetter(text.front()) && trimmed(text).find(u' ') == std::u16string_view::npos;
+    }
+    // A sign of arithmetic or of money is beside it.
+    bool isCalculated(std::size_t from, std::size_t to) const {
+        const std::size_t before = neighbourOf(elements_, from, -1), behind = neighbourOf(elements_, to - 1, 1);
+        const auto isSign = [&](std::size_t i) {
+            return i < elements_.size() && elements_[i].value.has(Attribute::operation) &&
+                   !hasLetter(elements_[i].text());
+        };
+        const bool money = from > 0 && to == from + 1 && before + 1 == from && isUnitAlone(elements_[before]);
+        return isSign(before) || isSign(behind) || money;
+    }
+
+    // "price * quantity", "total = price + tax": words that are calculated with, and none has a value.
+    void unknownFactors(std::size_t first) {
+        if (elements_.anyHas(Attribute::decimal) || elements_.anyHas(Attribute::date) ||
+            elements_.anyHas(Attribute::unit))
+            return;
+        const bool assigned = elements_.anyHas(Attribute::assignment);
+        bool expectsWord = true, calculated = false;
+        std::vector<std::size_t> words;
+        for (std::size_t i = first; i < elements_.size() && !isComment(i); ++i) {
+            const Element& element = elements_[i];
+            if (isBlank(element)) continue;
+            if (expectsWord) {
+                if (!isPlainWords(element) || trimmed(element.text()).find(u' ') != std::u16string::npos) return;
+                words.push_back(i);
+            } else {
+                constexpr std::u16string_view always = u"*\u00d7\u00f7^", whereAssigned = u"+-/";
+                const std::u16string_view sign = element.text();
+                if (!element.value.has(Attribute::operation) || sign.size() != 1) return;
+                if (always.find(sign) == always.npos && !(assigned && whereAssigned.find(sign) != always.npos)) return;
+                calculated = true;
+            }
+            expectsWord = !expectsWord;
+        }
+        if (expectsWord || !calculated) return;
+        for (const std::size_t word : words) note(NoteKind::unknownWord, word, word + 1);
+    }
+
+    // "7 flurbs * 3 in kg": what is converted has no unit but a word after a number.
+    void conversionsOfWords(std::size_t first) {
+        bool units = false, calculated = false;
+        std::size_t word = elements_.size();
+        for (std::size_t i = first; i < elements_.size(); ++i) {
+            const Value& value = elements_[i].value;
+            if (isOperator(elements_[i], u"in")) {
+                const std::size_t target = neighbourOf(elements_, i, 1);
+                const bool unit = target < elements_.size() && isUnitAlone(elements_[target]) &&
+                                  !elements_[target].value.is(Attribute::unit, u"percent");
+                if (unit && !units && calculated && word < elements_.size())
+                    note(NoteKind::notConverted, word, word + 1);
+                return;
+            }
+            units = units || value.has(Attribute::unit) || value.has(Attribute::date) ||
+                    value.has(Attribute::function) || runTypeOf(elements_[i]) == RunType::variable;
+            calculated = calculated || value.has(Attribute::operation);
+            const bool afterNumber = i > 0 && isNumberWithoutUnit(elements_[i - 1]);
+            if (afterNumber && !calculated && isPlainWords(elements_[i])) word = i;
+        }
+    }
+
+    const ElementList& elements_;
+    const Localizer& localizer_;
+    std::vector<MistakeNote> notes_;
+};
+
+}  // namespace
+
+std::vector<MistakeNote> mistakeNotes(const ElementList& written, const Localizer& localizer) {
+    return MistakeFinder(written, localizer).find();
+}
+
+}  // namespace vemo

@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "records/element.h"
+#include "vemo/remarks.h"
+
+namespace vemo {
+
+class Localizer;
+
+struct MistakeNote {
+    NoteKind kind;
+    TextRange range;
+    std::u16string first = {};  // what the message names
+};
+
+// What is missing or unknown in a line as it was written, where no step of its evaluation would notice: "days until",
+// "of 250", "price * quantity", "7 flurbs * 3 in kg", "$12..50 * 2", "0xZZ + 1".
+std::vector<MistakeNote> mistakeNotes(const ElementList& written, const Localizer& localizer);
+
+}  // namespace vemo
