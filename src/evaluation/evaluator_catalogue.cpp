@@ -58,7 +58,7 @@ void registerEvaluators(EvaluatorList& evaluators, const EvaluatorParts& parts) 
     evaluators.add(std::make_shared<DecimalUnitEvaluator>(parts.unitConverter));
     evaluators.add(std::make_shared<ConvertableValueSequenceEvaluator>(parts.operationCalculator, parts.unitConverter));
     evaluators.add(std::make_shared<FunctionExpressionEvaluator>(parts.functions));
-    evaluators.add(std::make_shared<ParenthesesSequenceMultiplicator>(parts.operationCalculator));
+    evaluators.add(std::make_shared<ParenthesesSequenceMultiplicator>(parts.operationCalculator, parts.unitConverter));
     evaluators.add(std::make_shared<TimePrefixedByTimeZoneEvaluator>());
     evaluators.add(std::make_shared<PriceEvaluator>(parts.unitConverter, parts.operationCalculator));
     evaluators.add(std::make_shared<EmptyValueSanitizer>());

@@ -74,16 +74,6 @@ bool isDash(const ElementList& elements, std::size_t i) {
            isLetter(trimmed(elements[before].text()).back());
 }
 
-// An arrow points to a unit, a numeral system, a time zone or a word after something to convert.
-bool isIdleArrow(const ElementList& elements, std::size_t i) {
-    if (!isSign(elements[i], arrows[0]) && !isSign(elements[i], arrows[1])) return false;
-    const std::size_t before = neighbourOf(elements, i, -1), behind = neighbourOf(elements, i, 1);
-    if (before >= elements.size() || behind >= elements.size() || elements[before].value.isEmpty()) return true;
-    const Value& target = elements[behind].value;
-    return target.has(Attribute::decimal) || target.has(Attribute::date) || target.has(Attribute::parenthesis) ||
-           target.has(Attribute::operation);
-}
-
 }  // namespace
 
 // "Total:" with nothing but comments beside it.
@@ -118,25 +108,42 @@ std::size_t LineMarksEvaluator::listMark(const ElementList& elements) const {
     return 0;
 }
 
-// "gift (turning 9) – $25", "6 bananas — $1.74": longer than a hyphen and between blanks, after words without money.
-bool LineMarksEvaluator::isDashBeforePrice(const ElementList& elements, std::size_t i) const {
-    if (!isSign(elements[i], u"\u2013") && !isSign(elements[i], u"\u2014")) return false;
-    const auto isCurrencyAt = [&](std::size_t k) {
-        const auto unit = k < elements.size() ? elements[k].value.string(Attribute::unit) : std::nullopt;
-        return unit && unitConverter_.isCurrency(*unit);
-    };
-    const std::size_t first = neighbourOf(elements, i, 1);
-    if (i == 0 || first != i + 2 || !isWhitespace(elements[i - 1].text().back())) return false;
+bool LineMarksEvaluator::isCurrencyAt(const ElementList& elements, std::size_t i) const {
+    const auto unit = i < elements.size() ? elements[i].value.string(Attribute::unit) : std::nullopt;
+    return unit && unitConverter_.isCurrency(*unit);
+}
+
+// A number and its currency, in either order.
+bool LineMarksEvaluator::isPriceAt(const ElementList& elements, std::size_t first) const {
     const std::size_t second = neighbourOf(elements, first, 1);
-    const bool price = (isCurrencyAt(first) && second < elements.size() && isNumberWithoutUnit(elements[second])) ||
-                       (isNumberWithoutUnit(elements[first]) && isCurrencyAt(second));
-    if (!price) return false;
+    if (second >= elements.size()) return false;
+    return (isCurrencyAt(elements, first) && isNumberWithoutUnit(elements[second])) ||
+           (isNumberWithoutUnit(elements[first]) && isCurrencyAt(elements, second));
+}
+
+// "gift (turning 9) – $25", "2 pack - $11.89": between blanks, after words without money; a hyphen right after them.
+bool LineMarksEvaluator::isDashBeforePrice(const ElementList& elements, std::size_t i) const {
+    const bool hyphen = isSign(elements[i], u"-");
+    if (!hyphen && !isSign(elements[i], u"\u2013") && !isSign(elements[i], u"\u2014")) return false;
+    if (i == 0 || !isWhitespace(elements[i - 1].text().back()) || neighbourOf(elements, i, 1) != i + 2 ||
+        !isPriceAt(elements, i + 2))
+        return false;
     bool words = false;
     for (std::size_t k = 0; k < i; ++k) {
-        if (isCurrencyAt(k) || elements[k].value.has(Attribute::assignment)) return false;
+        if (isCurrencyAt(elements, k) || elements[k].value.has(Attribute::assignment)) return false;
         words = words || isPlainWords(elements[k]);
     }
-    return words;
+    return words && (!hyphen || isPlainWords(elements[neighbourOf(elements, i, -1)]));
+}
+
+// An arrow points to a unit, a numeral system, a time zone or a word after something to convert.
+bool LineMarksEvaluator::isIdleArrow(const ElementList& elements, std::size_t i) const {
+    if (!isSign(elements[i], arrows[0]) && !isSign(elements[i], arrows[1])) return false;
+    const std::size_t before = neighbourOf(elements, i, -1), after = neighbourOf(elements, i, 1);
+    if (before >= elements.size() || after >= elements.size() || elements[before].value.isEmpty()) return true;
+    const Value& target = elements[after].value;
+    return target.has(Attribute::decimal) || target.has(Attribute::date) || target.has(Attribute::parenthesis) ||
+           target.has(Attribute::operation) || isPriceAt(elements, after);
 }
 
 std::optional<ElementList> LineMarksEvaluator::evaluate(const ElementList& elements, Context&,

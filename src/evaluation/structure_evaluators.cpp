@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "evaluation/element_tests.h"
 #include "evaluation/operand_remarks.h"
 #include "records/context_map.h"
 #include "records/remarks.h"
@@ -226,6 +227,16 @@ std::optional<ElementList> OperationEvaluator::evaluate(const ElementList& given
     return ElementList({makeElement(result.value_or(Value()), std::move(text))});
 }
 
+// "cake for the 60th ($48)"
+bool ParenthesesSequenceMultiplicator::isPriceAfterWords(const ElementList& elements, std::size_t from,
+                                                         std::size_t bracket) const {
+    const auto unit = elements[bracket].value.string(Attribute::unit);
+    if (!unit || !unitConverter_.isCurrency(*unit)) return false;
+    for (std::size_t i = from; i < bracket; ++i)
+        if (isPlainWords(elements[i])) return true;
+    return false;
+}
+
 std::optional<ElementList> ParenthesesSequenceMultiplicator::evaluate(const ElementList& elements, Context& context,
                                                                       const EvaluationContext&) const {
     const auto& all = elements.pointers();
@@ -233,6 +244,9 @@ std::optional<ElementList> ParenthesesSequenceMultiplicator::evaluate(const Elem
         return std::nullopt;
     return replacingMatches(elements, matcher_, [&](const Match& match) -> std::optional<Value> {
         if (match.range.length == 1) return std::nullopt;
+        const std::vector<ElementRange> values = match.groups(u"value");
+        for (std::size_t i = 1; i < values.size(); ++i)
+            if (isPriceAfterWords(elements, values[i - 1].end(), values[i].location)) return std::nullopt;
         return foldGroup(elements, match, u"value", u"*", operationCalculator_, context);
     });
 }

@@ -59,15 +59,19 @@ private:
 // Implicit multiplication: 2 (3 + 4).
 class ParenthesesSequenceMultiplicator : public Evaluator {
 public:
-    explicit ParenthesesSequenceMultiplicator(const OperationCalculator& operationCalculator)
+    ParenthesesSequenceMultiplicator(const OperationCalculator& operationCalculator, const UnitConverter& unitConverter)
         : Evaluator({Attribute::decimal}),
           operationCalculator_(operationCalculator),
+          unitConverter_(unitConverter),
           matcher_(valueWithParenthesesSequenceMatcher()) {}
     std::u16string_view name() const override { return u"ParenthesesSequenceMultiplicator"; }
     std::optional<ElementList> evaluate(const ElementList&, Context&, const EvaluationContext&) const override;
 
 private:
+    bool isPriceAfterWords(const ElementList& elements, std::size_t from, std::size_t bracket) const;
+
     const OperationCalculator& operationCalculator_;
+    const UnitConverter& unitConverter_;
     FinderMatcher matcher_;
 };
 

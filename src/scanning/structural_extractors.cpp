@@ -11,9 +11,9 @@
 
 namespace vemo {
 
-// A sign before digits after something else is a number's: "bus #38".
+// A sign before digits after something else is a number's: "bus #38", "#B118".
 constexpr StructuralPattern headerPattern{
-    u"HeaderExtractor", u"^\\s*\\#.*|\\s*\\#(?!\\d).*", u"#", false, RunType::header, priority::comment};
+    u"HeaderExtractor", u"^\\s*\\#.*|\\s*\\#(?![A-Za-z]?\\d).*", u"#", false, RunType::header, priority::comment};
 constexpr StructuralPattern labelPattern{u"LabelExtractor", u".*:", u":", true, RunType::label, priority::label};
 constexpr StructuralPattern slashCommentPattern{u"SlashCommentExtractor", u"//.*",          u"//", false,
                                                 RunType::comment,         priority::comment};
