@@ -30,7 +30,8 @@ std::size_t elementsOfNoDate(const ElementList& elements, std::size_t i, bool ca
     const std::u16string_view sign = text(i + 1);
     if (sign != text(i + 3)) return 0;
     const bool numeric = sign == u"-" && isYear(text(i)) && isDigits(text(i + 2), 2, 2) && isDigits(text(i + 4), 2, 2);
-    const bool withStrokes = sign == u"/" && isMonthOrDay(text(i)) && isMonthOrDay(text(i + 2)) && isYear(text(i + 4));
+    const bool withStrokes =
+        sign == u"/" && isDigits(text(i), 1, 2) && isDigits(text(i + 2), 1, 2) && isYear(text(i + 4));
     return numeric || withStrokes ? 5 : 0;
 }
 
@@ -84,10 +85,6 @@ void remarkOnText(const ElementList& elements, const UnitManager& units, const C
                 (i > 1 && trimmed(elements[i - 1].text()).empty() && elements[i - 2].value.has(Attribute::decimal));
             const auto* note = number ? units.note(element.text()) : nullptr;
             if (note) remarksOf(context).note(note->kind, elements.rangeOf(i, i + 1), note->first);
-        } else if (runTypeOf(element) == RunType::number && element.value.has(Attribute::decimal) &&
-                   !element.value.has(Attribute::nsystem)) {
-            if (i > 0 && isPlainWords(elements[i - 1]) && isDayAndYear(element.text()))
-                remarksOf(context).note(NoteKind::noSuchDate, elements.rangeOf(i, i + 1));
         } else if (runTypeOf(element) == RunType::variable && (element.text() == u"e" || element.text() == u"r")) {
             const Value* constant = constants.getVariable(element.text());
             if (constant && *constant == element.value &&

@@ -76,7 +76,6 @@ std::optional<ElementList> JoinedDigitsEvaluator::evaluate(const ElementList& el
         if (!element.value.has(Attribute::decimal) || element.value.has(Attribute::nsystem) ||
             runTypeOf(element) != RunType::number || !isOddlyJoined(element.text(), locale_))
             continue;
-        if (i > 0 && isPlainWords(elements[i - 1]) && isDayAndYear(element.text())) continue;  // has a note of its own
         if (const auto meant = asMeant(elements, i)) {
             ElementList& result = replacer.replace({i, 1});
             for (const ElementPointer& part : meant->pointers()) result.append(part);

@@ -121,19 +121,24 @@ bool LineMarksEvaluator::isPriceAt(const ElementList& elements, std::size_t firs
            (isNumberWithoutUnit(elements[first]) && isCurrencyAt(elements, second));
 }
 
-// "gift (turning 9) – $25", "2 pack - $11.89": between blanks, after words without money; a hyphen right after them.
-bool LineMarksEvaluator::isDashBeforePrice(const ElementList& elements, std::size_t i) const {
-    const bool hyphen = isSign(elements[i], u"-");
-    if (!hyphen && !isSign(elements[i], u"\u2013") && !isSign(elements[i], u"\u2014")) return false;
-    if (i == 0 || !isWhitespace(elements[i - 1].text().back()) || neighbourOf(elements, i, 1) != i + 2 ||
-        !isPriceAt(elements, i + 2))
+// "gift (turning 9) – $25", "unit 228 - $95": a dash between blanks, after words without money and before an amount.
+// And before words of a description: "$612 - new tires, 2014 Civic".
+bool LineMarksEvaluator::isDashBesidePrice(const ElementList& elements, std::size_t i) const {
+    if (std::u16string_view(u"-\u2013\u2014").find(elements[i].text()) == std::u16string_view::npos || i == 0 ||
+        !elements[i].value.is(Attribute::operation, u"-") || !isWhitespace(elements[i - 1].text().back()) ||
+        i + 1 >= elements.size() || !isWhitespace(elements[i + 1].text().front()))
         return false;
-    bool words = false;
+    bool words = false, money = false;
     for (std::size_t k = 0; k < i; ++k) {
-        if (isCurrencyAt(elements, k) || elements[k].value.has(Attribute::assignment)) return false;
+        if (elements[k].value.has(Attribute::assignment)) return false;
+        money = money || isCurrencyAt(elements, k);
         words = words || isPlainWords(elements[k]);
     }
-    return words && (!hyphen || isPlainWords(elements[neighbourOf(elements, i, -1)]));
+    if (!money) return words && isPriceAt(elements, neighbourOf(elements, i, 1));
+    const std::size_t last = neighbourOf(elements, i, -1);
+    const bool price = isCurrencyAt(elements, last) || (last > 0 && isPriceAt(elements, last - 1));
+    return price && isPlainWords(elements[i + 1]) &&
+           trimmed(elements[i + 1].text()).find(u' ') != std::u16string_view::npos;
 }
 
 // An arrow points to a unit, a numeral system, a time zone or a word after something to convert.
@@ -156,7 +161,7 @@ std::optional<ElementList> LineMarksEvaluator::evaluate(const ElementList& eleme
         if (!elements[i].value.isEmpty()) replacer.replace({i, 1}).append(asText(elements[i].text()));
     for (std::size_t i = marked; i < elements.size(); ++i) {
         if (!elements[i].value.has(Attribute::operation)) continue;
-        const bool single = isIdleArrow(elements, i) || isDashBeforePrice(elements, i);
+        const bool single = isIdleArrow(elements, i) || isDashBesidePrice(elements, i);
         const std::size_t length = isDash(elements, i) ? 2 : single ? 1 : 0;
         if (length == 0) continue;
         replacer.replace({i, length}).append(asText(elements.slice(i, i + length).text()));

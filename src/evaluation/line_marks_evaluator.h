@@ -23,7 +23,7 @@ private:
     bool isCurrencyAt(const ElementList& elements, std::size_t index) const;
     bool isPriceAt(const ElementList& elements, std::size_t index) const;
     bool isIdleArrow(const ElementList& elements, std::size_t index) const;
-    bool isDashBeforePrice(const ElementList& elements, std::size_t index) const;
+    bool isDashBesidePrice(const ElementList& elements, std::size_t index) const;
 
     const FunctionManager& functions_;
     const UnitConverter& unitConverter_;

@@ -128,6 +128,9 @@ std::optional<ElementList> ParenthesesEvaluator::evaluate(const ElementList& ele
         } else if (bracket == u")") {
             if (depth == 0) return unbalanced(elements, context);
             if (--depth > 0) continue;
+            if (neighbourOf(elements, start, 1) == i &&
+                !(start > 0 && elements[start - 1].value.has(Attribute::function)))
+                remarksOf(context).note(NoteKind::missingOperand, elements.rangeOf(start, i + 1));
             const ElementList inside = evaluationContext.evaluate(elements.slice(start + 1, i), context);
             const ElementList group = bracketed(inside, elements[start], elements[i]);
             for (const ElementPointer& element : group.pointers()) result.append(element);
@@ -227,12 +230,25 @@ std::optional<ElementList> OperationEvaluator::evaluate(const ElementList& given
     return ElementList({makeElement(result.value_or(Value()), std::move(text))});
 }
 
-// "cake for the 60th ($48)"
-bool ParenthesesSequenceMultiplicator::isPriceAfterWords(const ElementList& elements, std::size_t from,
-                                                         std::size_t bracket) const {
-    const auto unit = elements[bracket].value.string(Attribute::unit);
-    if (!unit || !unitConverter_.isCurrency(*unit)) return false;
-    for (std::size_t i = from; i < bracket; ++i)
+// "cake for the 60th ($48)", "came to $129 (iphone 13)": words between a value and a price in brackets, or in the
+// brackets after a price.
+bool ParenthesesSequenceMultiplicator::isPriceBesideWords(const ElementList& elements, std::size_t value,
+                                                          std::size_t bracket) const {
+    const auto isMoney = [&](std::size_t i) {
+        const auto unit = elements[i].value.string(Attribute::unit);
+        return unit && unitConverter_.isCurrency(*unit);
+    };
+    if (isMoney(value)) {
+        const AttributedText& inside = elements[bracket].attributedText;
+        std::size_t place = 0;
+        for (const AttributedText::Run& run : inside.runs()) {
+            const TextRange range{place, run.length};
+            if (run.type == RunType::none && hasLetter(range.in(inside.compoundString()))) return true;
+            place = range.end();
+        }
+    }
+    if (!isMoney(bracket)) return false;
+    for (std::size_t i = value + 1; i < bracket; ++i)
         if (isPlainWords(elements[i])) return true;
     return false;
 }
@@ -246,7 +262,7 @@ std::optional<ElementList> ParenthesesSequenceMultiplicator::evaluate(const Elem
         if (match.range.length == 1) return std::nullopt;
         const std::vector<ElementRange> values = match.groups(u"value");
         for (std::size_t i = 1; i < values.size(); ++i)
-            if (isPriceAfterWords(elements, values[i - 1].end(), values[i].location)) return std::nullopt;
+            if (isPriceBesideWords(elements, values[i - 1].location, values[i].location)) return std::nullopt;
         return foldGroup(elements, match, u"value", u"*", operationCalculator_, context);
     });
 }

@@ -68,7 +68,7 @@ public:
     std::optional<ElementList> evaluate(const ElementList&, Context&, const EvaluationContext&) const override;
 
 private:
-    bool isPriceAfterWords(const ElementList& elements, std::size_t from, std::size_t bracket) const;
+    bool isPriceBesideWords(const ElementList& elements, std::size_t from, std::size_t bracket) const;
 
     const OperationCalculator& operationCalculator_;
     const UnitConverter& unitConverter_;

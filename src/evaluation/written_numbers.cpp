@@ -59,15 +59,6 @@ bool isYear(std::u16string_view text) {
     return isDigits(text, 4, 4) && (text.starts_with(u"19") || text.starts_with(u"20") || text.starts_with(u"21"));
 }
 
-bool isMonthOrDay(std::u16string_view text) {
-    return isDigits(text, 1, 2) && text <= (text.size() == 1 ? u"9" : u"31");
-}
-
-bool isDayAndYear(std::u16string_view text) {
-    const std::size_t comma = text.find(u", ");
-    return comma != text.npos && isMonthOrDay(text.substr(0, comma)) && isYear(text.substr(comma + 2));
-}
-
 bool isOddlyJoined(std::u16string_view literal, const LocaleInfo& locale) {
     if (isPlainNumber(literal, locale.decimalSeparator) || literal.find_first_of(u"_/") != literal.npos) return false;
     const std::size_t point = literal.find(locale.decimalSeparator);

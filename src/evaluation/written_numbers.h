@@ -12,9 +12,7 @@ namespace vemo {
 // What the digits of a literal look like, whatever number they were read as.
 
 bool isDigits(std::u16string_view text, std::size_t shortest, std::size_t longest);
-bool isYear(std::u16string_view text);        // 1900 to 2199
-bool isMonthOrDay(std::u16string_view text);  // at most 31
-bool isDayAndYear(std::u16string_view text);  // "31, 2026", after the name of a month
+bool isYear(std::u16string_view text);  // 1900 to 2199
 
 // True for digits that the locale would not group so: "1 10", "2,50" in English, "4, 120".
 bool isOddlyJoined(std::u16string_view literal, const LocaleInfo& locale);

@@ -7,6 +7,7 @@
 #include "functions/date_values.h"
 #include "platform/locale_info.h"
 #include "records/context_map.h"
+#include "records/remarks.h"
 #include "scanning/extraction_priorities.h"
 #include "scanning/words/localizer.h"
 
@@ -62,6 +63,7 @@ void DateExtractor::extract(const std::u16string& text, Context& context, std::v
         const Value* value = context.getVariable(name);
         return value && value->has(Attribute::date);
     });
+    for (const TextRange& range : detected.nonexistent) remarksOf(context).note(NoteKind::noSuchDate, range);
     const std::size_t before = result.size();
     // "they march 5 miles": a word in small letters, and a number that has a unit.
     const auto isOfUnit = [&](const DetectedDate& date) {

@@ -45,7 +45,8 @@ DetectedDates DateDetector::read(std::u16string_view text, std::u16string_view w
                                  const TimeZoneRules& zone, DateNames isDateName) const {
     if (!mayDetect(text)) return {};
     DateReadings readings = readDates(text, written, vocabulary_, order_, isDateName);
-    return {resolvedDates(std::move(readings.dates), now, zone), std::move(readings.relations)};
+    ResolvedDates resolved = resolvedDates(std::move(readings.dates), now, zone);
+    return {std::move(resolved.dates), std::move(readings.relations), std::move(resolved.nonexistent)};
 }
 
 }  // namespace vemo

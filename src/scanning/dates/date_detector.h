@@ -29,6 +29,7 @@ struct DetectedDate {
 struct DetectedDates {
     std::vector<DetectedDate> dates;      // in text order, not overlapping
     std::vector<DateRelation> relations;  // the words between dates and durations
+    std::vector<TextRange> nonexistent;   // what has the form of a date that there is not: "Feb 30"
 };
 
 // Finds dates and clock times in free text, in any case: "March 4, 2027", "next friday at 5pm", "10:30 EST".

@@ -265,15 +265,18 @@ void shareTimes(std::vector<DateReading>& readings) {
 
 }  // namespace
 
-std::vector<DetectedDate> resolvedDates(std::vector<DateReading> readings, Date now, const TimeZoneRules& localZone) {
+ResolvedDates resolvedDates(std::vector<DateReading> readings, Date now, const TimeZoneRules& localZone) {
     shareYears(readings);
     shareTimes(readings);
     Resolver resolver(now, localZone);
-    std::vector<DetectedDate> result;
+    ResolvedDates result;
     for (DateReading& reading : readings) {
         if (NamedDay* named = yearlessDay(reading); named && reading.direction != 0)
             named->direction = reading.direction;
-        if (auto date = resolver.resolved(reading)) result.push_back(*date);
+        if (auto date = resolver.resolved(reading))
+            result.dates.push_back(*date);
+        else
+            result.nonexistent.push_back(reading.range);
     }
     return result;
 }

@@ -10,8 +10,11 @@
 
 namespace vemo {
 
-// Turns what a text says of days and times into instants, seen from a moment in a zone. A reading without an instant,
-// such as February 30, is left out.
-std::vector<DetectedDate> resolvedDates(std::vector<DateReading> readings, Date now, const TimeZoneRules& localZone);
+// Turns what a text says of days and times into instants, seen from a moment in a zone.
+struct ResolvedDates {
+    std::vector<DetectedDate> dates;
+    std::vector<TextRange> nonexistent;  // readings without an instant, such as February 30
+};
+ResolvedDates resolvedDates(std::vector<DateReading> readings, Date now, const TimeZoneRules& localZone);
 
 }  // namespace vemo
