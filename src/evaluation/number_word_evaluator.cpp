@@ -4,6 +4,7 @@
 #include "evaluation/element_replacement.h"
 #include "evaluation/element_tests.h"
 #include "records/number_words.h"
+#include "records/remarks.h"
 #include "scanning/words/localizer.h"
 
 namespace vemo {
@@ -170,7 +171,7 @@ std::optional<ElementList> NumberWordEvaluator::withArticles(const ElementList& 
     return replacer.finished();
 }
 
-std::optional<ElementList> NumberWordEvaluator::withWords(const ElementList& elements) const {
+std::optional<ElementList> NumberWordEvaluator::withWords(const ElementList& elements, Context& context) const {
     ElementReplacer replacer(elements);
     for (std::size_t i = 0; i < elements.size(); ++i) {
         const Value& value = elements[i].value;
@@ -209,18 +210,23 @@ std::optional<ElementList> NumberWordEvaluator::withWords(const ElementList& ele
                 replacer.replace({i, 1}).append(makeElement({}, AttributedText(elements[i].text())));
             }
         } else if (!isDecided(value)) {
+            const std::u16string_view type = *value.string(Attribute::type);
+            // Another amount of money on the line is told by its sign or code: "2 Kronen 800 €".
+            if (type.starts_with(number_word::currency) && !elements.anyHas(Attribute::unit))
+                remarksOf(context).note(NoteKind::unknownCurrency, elements.rangeOf(i, i + 1),
+                                        trimmed(type.substr(number_word::currency.size())));
             replacer.replace({i, 1}).append(makeElement({}, AttributedText(elements[i].text())));
         }
     }
     return replacer.finished();
 }
 
-std::optional<ElementList> NumberWordEvaluator::evaluate(const ElementList& elements, Context&,
+std::optional<ElementList> NumberWordEvaluator::evaluate(const ElementList& elements, Context& context,
                                                          const EvaluationContext&) const {
     auto articles = withArticles(elements);
     const ElementList& list = articles ? *articles : elements;
     if (!list.anyHas(Attribute::type)) return articles;
-    auto words = withWords(list);
+    auto words = withWords(list, context);
     return words ? words : articles;
 }
 

@@ -31,7 +31,7 @@ private:
     bool isMeasured(const ElementList& elements, std::size_t index) const;
     const Scale* scaleAt(const ElementList& elements, std::size_t index) const;
     std::optional<ElementList> withArticles(const ElementList& elements) const;
-    std::optional<ElementList> withWords(const ElementList& elements) const;
+    std::optional<ElementList> withWords(const ElementList& elements, Context& context) const;
 
     const ScaleManager& scales_;
     const std::vector<std::u16string> links_, articles_;

@@ -13,6 +13,7 @@ inline constexpr std::u16string_view separator = u"separator";     // between th
 inline constexpr std::u16string_view power = u"power";             // raised digits: "5\u00b2"
 inline constexpr std::u16string_view factorial = u"factorial";     // "10!"
 inline constexpr std::u16string_view count = u"count_word";        // "two cups"
+inline constexpr std::u16string_view currency = u"currency_word";  // "45 kr": the codes that it may mean follow
 inline constexpr std::u16string_view multiple = u"multiple_word";  // "twice 15"
 
 }  // namespace vemo::number_word

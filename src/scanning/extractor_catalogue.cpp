@@ -29,7 +29,8 @@ void registerExtractors(ExtractorList& extractors, const ExtractorParts& parts) 
     extractors.add(std::make_shared<BinaryNumberExtractor>());
     extractors.add(numbers[1]);
     extractors.add(std::make_shared<ScalesExtractor>(parts.scales));
-    extractors.add(std::make_shared<NumeralRepresentationExtractor>(parts.localizer, parts.stringRangeDetector));
+    extractors.add(
+        std::make_shared<NumeralRepresentationExtractor>(parts.localizer, parts.locale, parts.stringRangeDetector));
     extractors.add(std::make_shared<ParenthesesExtractor>());
     extractors.add(std::make_shared<KanjiNumberExtractor>());
     extractors.add(std::make_shared<PercentageSymbolExtractor>());

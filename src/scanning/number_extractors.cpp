@@ -8,6 +8,7 @@
 #include "scanning/extraction_priorities.h"
 #include "scanning/string_extractor.h"
 #include "scanning/words/localizer.h"
+#include "units/shared_currency_names.h"
 
 namespace vemo {
 
@@ -88,6 +89,13 @@ void DecimalNumberExtractor::extract(const std::u16string& text, Context&, std::
         result.push_back({range, priority::usual, 0, numberElement(parser_.decimalNumber(literal), {}, literal)});
     };
     for (const DecimalLiteral& literal : decimalLiterals(text)) {
+        if (const std::size_t end = endInWord(text, literal); end < literal.whole.end()) {
+            add({literal.digits.location, end - literal.digits.location});
+            std::size_t rest = end;
+            while (digitValue(text[rest]) < 0) ++rest;
+            add({rest, literal.whole.end() - rest});
+            continue;
+        }
         if (literal.whole != literal.digits) add(literal.whole);
         add(literal.digits);
         // What is left where a date takes the beginning: "14:30 25 €".
@@ -125,7 +133,7 @@ void OctalNumberExtractor::extract(const std::u16string& text, Context&, std::ve
     octal.extract(text, result);
 }
 
-NumeralRepresentationExtractor::NumeralRepresentationExtractor(const Localizer& localizer,
+NumeralRepresentationExtractor::NumeralRepresentationExtractor(const Localizer& localizer, std::string_view locale,
                                                                StringRangeDetector& stringRangeDetector)
     : phrases_(stringRangeDetector),
       ofWords_(localizer.variants(u"percent_of.variants", u"Percent")),
@@ -144,6 +152,11 @@ NumeralRepresentationExtractor::NumeralRepresentationExtractor(const Localizer& 
         const auto number = DecimalNumber::fromInt64(row.numerator).dividing(DecimalNumber::fromInt64(row.denominator));
         for (const std::u16string& phrase : localizer.variants(row.key, u"Dates"))
             if (phrase != row.key) phrases_.add(phrase, Value(number).with(row.unit, Attribute::unit), true);
+    }
+    for (const SharedCurrencyNames& names : sharedCurrencyNames(localizer, locale)) {
+        if (!names.currency.empty()) continue;
+        const Value value(Attribute::type, std::u16string(number_word::currency) + u' ' + names.codes);
+        for (const std::u16string& word : names.words) phrases_.add(word, value, true);
     }
     // "twenty 20"
     for (const std::u16string& row : localizer.variants(u"counts.variants", u"Numbers")) {
@@ -168,11 +181,17 @@ bool NumeralRepresentationExtractor::isFraction(std::u16string_view text, TextRa
            std::any_of(articles_.begin(), articles_.end(), begins);
 }
 
+bool NumeralRepresentationExtractor::isBesideDigits(std::u16string_view text, TextRange range) {
+    const std::u16string_view before = trimmed(text.substr(0, range.location));
+    return !before.empty() && digitValue(before.back()) >= 0;
+}
+
 void NumeralRepresentationExtractor::extract(const std::u16string& text, Context&,
                                              std::vector<Extraction>& result) const {
     for (const auto& match : phrases_.detect(text)) {
         const bool word = match.object.has(Attribute::type);
         if (word && match.object.is(Attribute::type, number_word::fraction) && !isFraction(text, match.range)) continue;
+        if (word && !match.object.has(Attribute::decimal) && !isBesideDigits(text, match.range)) continue;
         result.push_back(
             {match.range, priority::usual, 0,
              makeElement(match.object, AttributedText(match.range.in(text), word ? RunType::none : RunType::unit))});

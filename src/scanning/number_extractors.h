@@ -54,12 +54,14 @@ public:
 // decided by what is beside them.
 class NumeralRepresentationExtractor : public Extractor {
 public:
-    NumeralRepresentationExtractor(const Localizer& localizer, StringRangeDetector& stringRangeDetector);
+    NumeralRepresentationExtractor(const Localizer& localizer, std::string_view locale,
+                                   StringRangeDetector& stringRangeDetector);
     std::u16string_view name() const override { return u"NumeralRepresentationExtractor"; }
     void extract(const std::u16string& text, Context& context, std::vector<Extraction>& result) const override;
 
 private:
     bool isFraction(std::u16string_view text, TextRange range) const;
+    static bool isBesideDigits(std::u16string_view text, TextRange range);
 
     PhraseDetector<Value> phrases_;
     const std::vector<std::u16string> ofWords_, articles_;

@@ -11,6 +11,7 @@
 
 #include "scanning/words/localizer.h"
 #include "units/formula_converters.h"
+#include "units/shared_currency_names.h"
 #include "units/unit_catalogue.h"
 
 namespace vemo {
@@ -122,7 +123,9 @@ std::u16string uppercased(const std::u16string& text) {
 
 }  // namespace
 
-void registerCurrencies(UnitRegistry& registry, const Localizer& localizer, std::string_view language) {
+void registerCurrencies(UnitRegistry& registry, const Localizer& localizer, std::string_view language,
+                        std::string_view locale) {
+    const std::vector<SharedCurrencyNames> shared = sharedCurrencyNames(localizer, locale);
     std::vector<NamingLanguage> languages{NamingLanguage(language)};
     if (language != "en") languages.emplace_back("en");
     if (registry.hints()) offerMajorCodes(*registry.hints());
@@ -144,6 +147,9 @@ void registerCurrencies(UnitRegistry& registry, const Localizer& localizer, std:
             for (std::u16string& phrase : localizer.variants(code + u".aliases", table, true, true))
                 appendUnique(unit.phrases, std::move(phrase));
         }
+        for (const SharedCurrencyNames& names : shared)
+            if (names.currency == code)
+                for (const std::u16string& word : names.words) appendUnique(unit.phrases, lowercased(word));
         // Single words among these names ("sum" in Spanish) mean other things, too.
         if (exact)
             std::erase_if(unit.phrases,

@@ -41,8 +41,9 @@ void registerUnits(UnitRegistry& registry, const Localizer& localizer, const Log
 void registerScreenUnits(UnitRegistry& registry, const Localizer& localizer, Context& context);
 
 // Registers the currencies, converted by the rates under "currency_rates". Names and symbols that the tables
-// lack come from CLDR, in the given language and in English.
-void registerCurrencies(UnitRegistry& registry, const Localizer& localizer, std::string_view language);
+// lack come from CLDR, in the given language and in English. Names that several have are that of the locale.
+void registerCurrencies(UnitRegistry& registry, const Localizer& localizer, std::string_view language,
+                        std::string_view locale);
 
 // Registers the codes of a rates file that are no currencies of the catalogue, converted by the rates under
 // "crypto_rates".

@@ -265,7 +265,7 @@ TEST_P(LanguageTables, giveNoPhraseToTwoUnits) {
     Claims claims(calculator->unitManager(), calculator->unitConverter());
     const Localizer localizer(environment.language);
     registerUnits(claims, localizer, {});
-    registerCurrencies(claims, localizer, environment.language);
+    registerCurrencies(claims, localizer, environment.language, environment.locale);
     Context context;
     registerScreenUnits(claims, localizer, context);
     // Lines like "phrase: one other" go in here when two units share a phrase on purpose.
