@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <iterator>
 
+#include "evaluation/calendar_arithmetic.h"
 #include "records/remarks.h"
 
 namespace vemo {
@@ -46,6 +47,10 @@ std::optional<Value> ConversionReach::reached(const std::vector<Value>& operands
     const Value& target = operands[conversion + 1];
     if (target.isEmpty() || target.has(Attribute::decimal) || last.isEmpty()) return std::nullopt;
     const auto unit = target.string(Attribute::unit);
+    // "Dec 11 - Nov 30 in workdays" counts them: their length of eight hours is not meant.
+    if (unit == u"workday" && conversion > 0 && operands[conversion - 1].has(Attribute::date) &&
+        last.has(Attribute::date) && operators[conversion - 1].is(Attribute::operation, u"-"))
+        return calendarDifference(last, operands[conversion - 1], unit, converter_, context);
     if (unit == percent) return percentage(operands, operators, ranges, conversion, context);
     if (conversion == 0) return std::nullopt;
     if (!unit) {

@@ -28,6 +28,11 @@ std::optional<DecimalNumber> wholeSeconds(const Value& duration, const UnitConve
 bool isCountOfDays(const Value& duration) {
     return duration.is(Attribute::unit, u"day") || duration.is(Attribute::unit, u"week");
 }
+// They are counted on the calendar; as a length a workday has eight hours.
+bool isCountOfWorkdays(const Value& duration) {
+    const auto count = duration.decimal();
+    return duration.is(Attribute::unit, u"workday") && count && count->integer() == *count;
+}
 bool isLonger(const Value& duration) {
     return duration.is(Attribute::unit, u"month") || duration.is(Attribute::unit, u"year");
 }
@@ -62,15 +67,18 @@ std::optional<Value> DateAndDecimalAdditionOperation::calculate(const Value& lef
     const bool rightIsDate = right.has(Attribute::date);
     if (leftIsDate && rightIsDate) return Value(DecimalNumber::notANumberValue());
     if (!leftIsDate && !rightIsDate) return std::nullopt;
-    const auto seconds = wholeSeconds(leftIsDate ? right : left, unitConverter_, context);
+    const Value &date = leftIsDate ? left : right, &duration = leftIsDate ? right : left;
+    if (isCountOfWorkdays(duration)) return shiftedByCalendar(date, duration, 1, unitConverter_, context);
+    const auto seconds = wholeSeconds(duration, unitConverter_, context);
     if (!seconds) return std::nullopt;
-    return shifted(leftIsDate ? left : right, *seconds, leftIsDate ? right : left, context);
+    return shifted(date, *seconds, duration, context);
 }
 
 std::optional<Value> DateAndDecimalSubtractionOperation::calculate(const Value& left, const Value& right,
                                                                    Context& context) const {
     const auto date = left.date();
     if (!date || right.has(Attribute::date)) return std::nullopt;
+    if (isCountOfWorkdays(right)) return shiftedByCalendar(left, right, -1, unitConverter_, context);
     const auto seconds = wholeSeconds(right, unitConverter_, context);
     if (!seconds) return std::nullopt;
     return shifted(left, seconds->negative(), right, context);

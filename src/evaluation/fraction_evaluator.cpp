@@ -60,11 +60,16 @@ std::optional<ElementList> FractionEvaluator::evaluate(const ElementList& elemen
         const bool unit = stroke && touches && isShort && elements[next].value.has(Attribute::unit) &&
                           !elements[next].value.has(Attribute::decimal) &&
                           !isSignOfNextNumber(elements, next, unitConverter_);
-        if (!of && !unit) continue;
+        const bool off =
+            isOperator(elements[next], u"percent_off") && beginsValue(elements, neighbourOf(elements, next, 1));
+        if (!of && !off && !unit) continue;
         ElementList& result = replacer.replace({i, (of ? next + 1 : end) - i});
-        if (stroke) {
-            const auto number = elements[i].value.decimal()->dividing(*elements[i + 2].value.decimal());
-            result.append(makeElement(Value(number), elements.attributedText(i, end)));
+        if (stroke || off) {
+            DecimalNumber number = *elements[i].value.decimal();
+            if (stroke) number = number.dividing(*elements[i + 2].value.decimal());
+            const Value value =
+                off ? Value(number.multiplyingByPowerOf10(2)).with(u"percent", Attribute::unit) : Value(number);
+            result.append(makeElement(value, elements.attributedText(i, end)));
         } else {
             result.append(elements.pointers()[i]);
         }

@@ -37,7 +37,8 @@ bool isFraction(const ElementList& elements, std::size_t i) {
     const std::size_t before = neighbourOf(elements, i, -1);
     if (before < elements.size() && isOperator(elements[before], u"*")) return true;
     const std::size_t of = neighbourOf(elements, i, 1);
-    return of < elements.size() && isOperator(elements[of], u"percent_of") &&
+    return of < elements.size() &&
+           (isOperator(elements[of], u"percent_of") || isOperator(elements[of], u"percent_off")) &&
            beginsValue(elements, neighbourOf(elements, of, 1));
 }
 

@@ -62,7 +62,9 @@ Date secondsLater(const Value& dateTime, double seconds, const TimeZoneRules* lo
     const TimeZone* zone = dateTime.timeZone();
     const auto own = zone && local ? TimeZoneRules::find(zone->identifier) : nullptr;
     if (!own || !isInCalendar(shown + shift)) return shown + shift;
-    const Date real = instantOf(civilSeconds(shown, *local), *own) + shift;
+    // An hour that the clocks show twice is told apart where both zones agree.
+    const bool agree = own->offsetAt(shown) == local->offsetAt(shown);
+    const Date real = (agree ? shown : instantOf(civilSeconds(shown, *local), *own)) + shift;
     const Date plain = shown + shift;
     // Where both zones kept their clocks this is the plain shift, exactly.
     const double civil = civilSeconds(real, *own);

@@ -138,6 +138,8 @@ NumeralRepresentationExtractor::NumeralRepresentationExtractor(const Localizer& 
     : phrases_(stringRangeDetector),
       ofWords_(localizer.variants(u"percent_of.variants", u"Percent")),
       articles_(localizer.variants(u"article.variants", u"Numbers")) {
+    const auto off = localizer.variants(u"percent_off.variants", u"Percent");
+    ofWords_.insert(ofWords_.end(), off.begin(), off.end());
     for (const auto& row : numeralSystems) {
         for (const std::u16string& phrase : localizer.variants(row.key, u"Numbers")) {
             if (!phrases_.find(phrase)) phrases_.add(phrase, Value(Attribute::nsystem, row.system), true);
@@ -167,7 +169,7 @@ NumeralRepresentationExtractor::NumeralRepresentationExtractor(const Localizer& 
     }
 }
 
-// A fraction's word is one only before "of" or an article; "3 quarters" are units of time.
+// A fraction's word is one only before "of", "off" or an article; "3 quarters" are units of time.
 bool NumeralRepresentationExtractor::isFraction(std::u16string_view text, TextRange range) const {
     constexpr char16_t japaneseOf = u'\u306e';
     const std::u16string_view before = trimmed(text.substr(0, range.location));

@@ -64,7 +64,8 @@ private:
     static bool isBesideDigits(std::u16string_view text, TextRange range);
 
     PhraseDetector<Value> phrases_;
-    const std::vector<std::u16string> ofWords_, articles_;
+    std::vector<std::u16string> ofWords_;  // after which a fraction counts
+    const std::vector<std::u16string> articles_;
 };
 
 // Numbers in kanji, which may be words as well: they carry "type", too.

@@ -76,6 +76,12 @@ RC_GTEST_PROP(CalendarArithmetic, daysKeepTheTimeOfDayAndComeBack, ()) {
     RC_ASSERT(calendar.between(day, monthsLater, u"month") == DecimalNumber::fromInt64(count));
 }
 
+TEST(CalendarArithmetic, comesBackFromTheHourThatIsShownTwice) {
+    Calendar calendar("Australia/Sydney");
+    const Value from = calendar.time({2025, 5, 4, 5, 0});
+    EXPECT_EQ(calendar.later(calendar.later(from, -675, u"hour"), -675, u"hour", -1), from);
+}
+
 RC_GTEST_PROP(CalendarArithmetic, workdaysAreCountedAsTheyWereAdded, ()) {
     static Calendar calendar(zones[0]);
     const Value day = calendar.day(arbitraryTime());
