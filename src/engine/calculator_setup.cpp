@@ -74,7 +74,8 @@ void Calculator::initialize() {
         {"initializeUnits", [&] { registerUnits(unitRegistry_, localizer_, environment_.log); }},
         {"initializeFunctions",
          [&] { registerFunctions(functionManager_, localizer_, operationCalculator_, unitConverter_); }},
-        {"initializeCurrency", [&] { registerCurrencies(unitRegistry_, localizer_, environment_.language, environment_.locale); }},
+        {"initializeCurrency",
+         [&] { registerCurrencies(unitRegistry_, localizer_, environment_.language, environment_.locale); }},
         {"initializeCrypto", [] {}},  // crypto-currencies come with their first rates
         {"initializeDates", [&] { registerDates(); }},
         {"initializeScales",

@@ -17,6 +17,14 @@ TextRange numberIn(std::u16string_view text, TextRange part) {
     return part;
 }
 
+constexpr std::size_t digitsOfAGroup = 3;
+
+std::size_t digitsFrom(std::u16string_view text) {
+    std::size_t count = 0;
+    while (count < text.size() && digitValue(text[count]) >= 0) ++count;
+    return count;
+}
+
 std::vector<TextRange> numbersIn(std::u16string_view text) {
     std::vector<TextRange> numbers;
     for (std::size_t i = 0; i < text.size();) {
@@ -24,6 +32,17 @@ std::vector<TextRange> numbersIn(std::u16string_view text) {
         while (end < text.size() && !isWhitespace(text[end])) ++end;
         if (const TextRange number = numberIn(text, {i, end - i}); number.length > 0) numbers.push_back(number);
         i = end + 1;
+    }
+    // Groups of three after a shorter one are one number: the 5 000 of "A4 5 000 €".
+    for (std::size_t i = numbers.size(); i-- > 1;) {
+        const TextRange& group = numbers[i];
+        TextRange& before = numbers[i - 1];
+        const bool touches = trimmed(text.substr(before.end(), group.location - before.end())).empty();
+        if (!touches || before.length > digitsOfAGroup || digitsFrom(group.in(text)) != digitsOfAGroup ||
+            digitsFrom(before.in(text)) != before.length)
+            continue;
+        before.length = group.end() - before.location;
+        numbers.erase(numbers.begin() + static_cast<std::ptrdiff_t>(i));
     }
     return numbers;
 }

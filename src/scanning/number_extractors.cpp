@@ -89,13 +89,6 @@ void DecimalNumberExtractor::extract(const std::u16string& text, Context&, std::
         result.push_back({range, priority::usual, 0, numberElement(parser_.decimalNumber(literal), {}, literal)});
     };
     for (const DecimalLiteral& literal : decimalLiterals(text)) {
-        if (const std::size_t end = endInWord(text, literal); end < literal.whole.end()) {
-            add({literal.digits.location, end - literal.digits.location});
-            std::size_t rest = end;
-            while (digitValue(text[rest]) < 0) ++rest;
-            add({rest, literal.whole.end() - rest});
-            continue;
-        }
         if (literal.whole != literal.digits) add(literal.whole);
         add(literal.digits);
         // What is left where a date takes the beginning: "14:30 25 €".

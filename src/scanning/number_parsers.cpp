@@ -23,25 +23,6 @@ DecimalNumber parse(std::u16string_view text, std::u16string_view separator) {
     return DecimalNumber::parse(digits, separator);
 }
 
-// True for digits with blanks between that are grouped in threes: "5 000".
-bool isGroupedByBlanks(std::u16string_view literal) {
-    constexpr std::size_t groupLength = 3;
-    std::size_t group = 0;
-    bool first = true;
-    for (const char16_t c : literal) {
-        if (digitValue(c) >= 0) {
-            ++group;
-        } else if (isWhitespace(c)) {
-            if (group == 0 || group > groupLength || (!first && group != groupLength)) return false;
-            group = 0;
-            first = false;
-        } else {
-            break;
-        }
-    }
-    return group == groupLength;
-}
-
 }  // namespace
 
 // Nearly every line is searched for these, several times faster by hand than by the expression.
@@ -70,20 +51,6 @@ std::vector<DecimalLiteral> decimalLiterals(std::u16string_view text) {
         start = last;
     }
     return result;
-}
-
-std::size_t endInWord(std::u16string_view text, const DecimalLiteral& literal) {
-    const std::size_t first = literal.digits.location, last = literal.digits.end();
-    if (first == 0 || !isLetter(text[first - 1]) || isCjk(text[first - 1])) return last;
-    std::size_t blank = first;
-    while (blank < last && !isWhitespace(text[blank])) ++blank;
-    if (blank == last) return last;
-    std::size_t word = first;
-    while (word > 0 && isLetter(text[word - 1])) --word;
-    constexpr std::size_t longestSymbol = 3;
-    if (first - word <= longestSymbol && isGroupedByBlanks(text.substr(first, last - first))) return last;
-    while (blank > first && digitValue(text[blank - 1]) < 0) --blank;
-    return blank;
 }
 
 DecimalParser::DecimalParser(std::string_view locale) {
