@@ -18,8 +18,9 @@ public:
         : elements_(elements), localizer_(localizer) {}
 
     std::vector<MistakeNote> find() {
+        nothingAssigned();
         const std::size_t first = firstWritten();
-        if (first == elements_.size()) return {};
+        if (first == elements_.size()) return std::move(notes_);
         if (isUnitAlone(elements_[first])) {
             timeToNothing(first);
         } else if (elements_[first].value.has(Attribute::operation)) {
@@ -28,6 +29,7 @@ public:
         if (elements_.anyHas(Attribute::decimal) &&
             (elements_.anyHas(Attribute::operation) || elements_.anyHas(Attribute::unit)))
             malformedNumbers();
+        numbersWithoutOperator(first);
         if (elements_.anyHas(Attribute::operation)) {
             unknownFactors(first);
             conversionsOfWords(first);
@@ -125,7 +127,8 @@ private:
             const bool doubled = text.find(u"..") != text.npos || text.find(u",,") != text.npos;
             if (doubled && isCalculated(i, i + 1)) {
                 note(NoteKind::malformedNumber, i, i + 1);
-            } else if (i + 1 < elements_.size() && digitValue(text.back()) >= 0 &&
+            } else if (i + 1 < elements_.size() &&
+                       (digitValue(text.back()) >= 0 || elements_[i].value.has(Attribute::nsystem)) &&
                        goesOn(elements_[i], elements_[i + 1]) &&
                        (i == 0 || !isLetter(elements_[i - 1].text().back())) && isCalculated(i, i + 2)) {
                 note(NoteKind::malformedNumber, i, i + 2);
@@ -147,8 +150,29 @@ private:
             return i < elements_.size() && elements_[i].value.has(Attribute::operation) &&
                    !hasLetter(elements_[i].text());
         };
-        const bool money = from > 0 && to == from + 1 && before + 1 == from && isUnitAlone(elements_[before]);
+        const bool money = from > 0 && before + 1 == from && isUnitAlone(elements_[before]) &&
+                           (to == from + 1 || behind == to);  // "$1O.50"
         return isSign(before) || isSign(behind) || money;
+    }
+
+    // "8 divded by 2": two numbers, and between them words that are no operator.
+    void numbersWithoutOperator(std::size_t first) {
+        const std::size_t words = neighbourOf(elements_, first, 1), second = neighbourOf(elements_, words, 1);
+        if (second >= elements_.size() || neighbourOf(elements_, second, 1) < elements_.size() ||
+            !isBareNumber(first) || !isPlainWords(elements_[words]) || !isBareNumber(second))
+            return;
+        note(NoteKind::unusedValue, second, second + 1);
+    }
+    bool isBareNumber(std::size_t i) const {
+        return isNumberWithoutUnit(elements_[i]) && runTypeOf(elements_[i]) == RunType::number;
+    }
+
+    // "rent =": a name, and no value for it.
+    void nothingAssigned() {
+        const std::size_t last = neighbourOf(elements_, elements_.size(), -1);
+        if (last == 0 || last >= elements_.size() || !elements_[last].value.has(Attribute::assignment)) return;
+        if (elements_.anyHas(Attribute::decimal) || elements_.anyHas(Attribute::operation)) return;
+        note(NoteKind::missingOperand, last, last + 1);
     }
 
     // "price * quantity", "total = price + tax": words that are calculated with, and none has a value.

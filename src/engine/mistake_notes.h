@@ -18,7 +18,8 @@ struct MistakeNote {
 };
 
 // What is missing or unknown in a line as it was written, where no step of its evaluation would notice: "days until",
-// "of 250", "price * quantity", "7 flurbs * 3 in kg", "$12..50 * 2", "0xZZ + 1".
+// "of 250", "price * quantity", "7 flurbs * 3 in kg", "$12..50 * 2", "0xZZ + 1",
+// "8 divded by 2", "rent =".
 std::vector<MistakeNote> mistakeNotes(const ElementList& written, const Localizer& localizer);
 
 }  // namespace vemo
