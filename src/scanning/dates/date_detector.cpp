@@ -7,7 +7,12 @@
 namespace vemo {
 
 DateDetector::DateDetector(const Localizer& localizer, std::string_view language, std::string_view locale)
-    : vocabulary_(localizer, language, locale), order_(dateOrder(locale)) {}
+    : vocabulary_(localizer, language, locale), locale_(locale) {}
+
+DateOrder DateDetector::order() const {
+    std::call_once(orderIsKnown_, [&] { order_ = dateOrder(locale_); });
+    return order_;
+}
 
 bool DateDetector::mayDetect(std::u16string_view text) const {
     std::u16string lower;
@@ -44,7 +49,7 @@ bool DateDetector::mayDetect(std::u16string_view text) const {
 DetectedDates DateDetector::read(std::u16string_view text, std::u16string_view written, Date now,
                                  const TimeZoneRules& zone, DateNames isDateName) const {
     if (!mayDetect(text)) return {};
-    DateReadings readings = readDates(text, written, vocabulary_, order_, isDateName);
+    DateReadings readings = readDates(text, written, vocabulary_, order(), isDateName);
     ResolvedDates resolved = resolvedDates(std::move(readings.dates), now, zone);
     return {std::move(resolved.dates), std::move(readings.relations), std::move(resolved.nonexistent)};
 }

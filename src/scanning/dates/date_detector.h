@@ -2,6 +2,8 @@
 #pragma once
 
 #include <memory>
+#include <mutex>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -57,8 +59,13 @@ public:
     }
 
 private:
+    DateOrder order() const;
+
     DateVocabulary vocabulary_;
-    DateOrder order_;
+    const std::string locale_;
+    // A tenth of the time that a calculator takes to start, and only numeric dates need it.
+    mutable std::once_flag orderIsKnown_;
+    mutable DateOrder order_ = DateOrder::dayMonthYear;
 };
 
 }  // namespace vemo

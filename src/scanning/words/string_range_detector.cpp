@@ -163,7 +163,8 @@ const std::vector<TextRange>& StringRangeDetector::wordRanges(std::u16string_vie
         return latest_;
     latestKey_.assign(1, mode).append(text);
     RangesCache& cache = text.size() > longText ? longTextsCache_ : wordRangesCache_;
-    const bool cached = latestKey_.size() <= longestCached;
+    // Phrases are cut once, while they are registered.
+    const bool cached = !simplified_ && latestKey_.size() <= longestCached;
     if (const PackedRanges* known = cached ? cache.find(latestKey_) : nullptr) {
         known->unpack(text, latest_);
         return latest_;
