@@ -7,7 +7,7 @@ namespace vemo {
 
 namespace {
 
-// How an operation reads: %l and %r are its operands, %n the left one's number without its unit. Each occurs once, so
+// How an operation reads: %l and %r are its operands, %n and %m their numbers without a unit. Each occurs once, so
 // that a reading is never much longer than its line.
 struct Template {
     std::u16string_view id, text;
@@ -29,6 +29,9 @@ constexpr Template templates[] = {
     {u"percent_of_what_is", u"(%r ÷ %n) × 100"},
     {u"percent_off_what_is", u"%r × (100 ÷ (100 - %n))"},
     {u"percent_on_what_is", u"%r × (100 ÷ (100 + %n))"},
+    {u"is_percent_of", u"(%l ÷ %m) × 100"},
+    {u"is_percent_off", u"%l × (100 ÷ (100 - %m))"},
+    {u"is_percent_on", u"%l × (100 ÷ (100 + %m))"},
 };
 // Of a sum or difference whose right operand is a percentage of the left one.
 constexpr Template ofLeft[] = {{u"+", u"%l × (1 + %r)"}, {u"-", u"%l × (1 - %r)"}};
@@ -105,7 +108,8 @@ private:
                 continue;
             }
             const char16_t part = form[++i];
-            result += part == u'l' ? l : part == u'r' ? r : write_(left.value.without(Attribute::unit));
+            const Value& number = part == u'm' ? right.value : left.value;
+            result += part == u'l' ? l : part == u'r' ? r : write_(number.without(Attribute::unit));
         }
         return result.empty() ? l + u" " + signOf(step) + u" " + r : result;
     }

@@ -46,12 +46,13 @@ sys_days workdaysLater(sys_days day, std::int64_t count) {
     return day;
 }
 
-// The whole number of a duration, where it counts whole ones.
-std::optional<std::int64_t> wholeCount(const Value& duration) {
-    const auto count = duration.decimal();
-    if (!count || count->notANumber()) return std::nullopt;
-    const std::int64_t whole = count->toInt64();
-    if (std::abs(whole) > most || !(DecimalNumber::fromInt64(whole) == *count)) return std::nullopt;
+// The whole number of a duration, or of the parts of its unit, where it counts whole ones: 1.5 years are 18 months.
+std::optional<std::int64_t> wholeCount(const Value& duration, int parts = 1) {
+    const auto amount = duration.decimal();
+    if (!amount || amount->notANumber()) return std::nullopt;
+    const DecimalNumber count = parts == 1 ? *amount : amount->multiplying(DecimalNumber::fromInt64(parts));
+    const std::int64_t whole = count.toInt64();
+    if (std::abs(whole) > most || !(DecimalNumber::fromInt64(whole) == count)) return std::nullopt;
     return whole;
 }
 
@@ -81,9 +82,9 @@ std::optional<DurationParts> partsOf(const Value& duration, const UnitConverter&
         std::int64_t* const fields[] = {&parts.months, &parts.days, &parts.seconds};
         std::size_t field = 0;
         for (const char16_t c : *written) {
-            if (c != u' ')
+            if (c >= u'0' && c <= u'9')
                 *fields[field] = *fields[field] * 10 + (c - u'0');
-            else if (++field >= std::size(fields))
+            else if (c != u' ' || ++field >= std::size(fields))
                 return std::nullopt;
         }
         // What was calculated with the sum since then has other parts.
@@ -93,8 +94,8 @@ std::optional<DurationParts> partsOf(const Value& duration, const UnitConverter&
     const auto unit = duration.string(Attribute::unit);
     if (!unit) return std::nullopt;
     if (const int months = calendarMonths(*unit)) {
-        const auto count = wholeCount(duration);
-        return count && *count >= 0 ? std::optional(DurationParts{*count * months}) : std::nullopt;
+        const auto count = wholeCount(duration, months);
+        return count && *count >= 0 ? std::optional(DurationParts{*count}) : std::nullopt;
     }
     const auto seconds = wholeSeconds(duration, converter, context);
     constexpr std::int64_t perDay = 86400;
@@ -134,7 +135,7 @@ Value withParts(const Value& sum, const Value& left, const Value& right, const U
     const auto unitOf = [](const Value& value) { return value.string(Attribute::unit).value_or(u""); };
     if (!calendarMonths(unitOf(left)) && !calendarMonths(unitOf(right))) return sum;
     const auto first = partsOf(left, converter, context), second = partsOf(right, converter, context);
-    if (!first || !second) return sum;
+    if (!first || !second || first->days > most || second->days > most) return sum;
     std::u16string text;
     for (const std::int64_t field :
          {first->months + second->months, first->days + second->days, first->seconds + second->seconds}) {
@@ -171,13 +172,6 @@ std::optional<Value> shiftedByCalendar(const Value& date, const Value& duration,
     const auto unit = duration.string(Attribute::unit);
     if (!zone || !unit || !date.date() || !isInCalendar(*date.date())) return std::nullopt;
     const sys_days day(dayOf(zone->civil(*date.date())));
-    if (const auto count = wholeCount(duration)) {
-        if (const int months = calendarMonths(*unit))
-            return onDay(date, monthsLater(day, sign * *count * months), *zone);
-        if (*unit == u"workday") return onDay(date, workdaysLater(day, sign * *count), *zone);
-        if (*unit == u"day") return onDay(date, day + days(sign * *count), *zone);
-        if (*unit == u"week") return onDay(date, day + std::chrono::weeks(sign * *count), *zone);
-    }
     if (const auto parts = duration.has(Attribute::precision) ? partsOf(duration, converter, context) : std::nullopt;
         parts && parts->months <= most && parts->days <= most) {
         const sys_days later = sys_days(monthsLater(day, sign * parts->months)) + days(sign * parts->days);
@@ -185,6 +179,13 @@ std::optional<Value> shiftedByCalendar(const Value& date, const Value& duration,
         if (!moved || parts->seconds == 0) return moved;
         const Date to = secondsLater(*moved, static_cast<double>(sign * parts->seconds), zone.get());
         return isDay(date) ? timeValue(to, context.get<TimeZone>(context_keys::currentTimeZone)) : moved->with(to);
+    }
+    if (const int months = calendarMonths(*unit))
+        if (const auto count = wholeCount(duration, months)) return onDay(date, monthsLater(day, sign * *count), *zone);
+    if (const auto count = wholeCount(duration)) {
+        if (*unit == u"workday") return onDay(date, workdaysLater(day, sign * *count), *zone);
+        if (*unit == u"day") return onDay(date, day + days(sign * *count), *zone);
+        if (*unit == u"week") return onDay(date, day + std::chrono::weeks(sign * *count), *zone);
     }
     const auto seconds = wholeSeconds(duration, converter, context);
     if (!seconds) return std::nullopt;
