@@ -78,6 +78,17 @@ Value OperationRemarks::convertedQuotient(const Value& left, const Value& right,
     return Value(converted->decimal()->dividing(*divisor));
 }
 
+// Of two lengths, in the square of the first one's unit; empty for other quantities.
+Value OperationRemarks::area(const Value& left, const Value& right, Context& context) const {
+    const auto unit = *left.string(Attribute::unit);
+    const std::u16string* base = unitConverter_.baseUnit(unit);
+    const std::u16string square = std::u16string(unit) + u"2";
+    if (!base || *base != u"m" || !unitConverter_.baseUnit(square)) return {};
+    const auto width = unitConverter_.convert(right, unit, context);
+    if (!width || !width->decimal() || !left.decimal()) return {};
+    return Value(left.decimal()->multiplying(*width->decimal())).with(square, Attribute::unit);
+}
+
 void OperationRemarks::applied(std::u16string_view id, const Value& left, const Value& right, TextRange range,
                                Context& context) const {
     if (range.length == 0) return;
@@ -111,7 +122,7 @@ void OperationRemarks::applied(std::u16string_view id, const Value& left, const 
     if (id == u"/" && differ) {
         remarksOf(context).note(NoteKind::droppedUnit, range, {}, convertedQuotient(left, right, context));
     } else if (id == u"*" && unitConverter_.isCurrency(*from) == unitConverter_.isCurrency(*to)) {
-        remarksOf(context).note(NoteKind::keptUnit, range);
+        remarksOf(context).note(NoteKind::keptUnit, range, {}, area(left, right, context));
     } else if (differ && (id == u"in" || id == u"+" || id == u"-")) {
         if (isAverageUnit(*from) || isAverageUnit(*to))
             remarksOf(context).note(NoteKind::averageLength, range);

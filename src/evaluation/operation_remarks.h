@@ -26,6 +26,7 @@ public:
 private:
     // The quotient with the left quantity in the right one's unit; empty where they do not convert.
     Value convertedQuotient(const Value& left, const Value& right, Context& context) const;
+    Value area(const Value& left, const Value& right, Context& context) const;
 
     const UnitConverter& unitConverter_;
 };

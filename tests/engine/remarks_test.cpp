@@ -56,6 +56,13 @@ TEST_F(RemarksTest, mistakesAreTold) {
     }
 }
 
+TEST_F(RemarksTest, productsOfLengthsTellTheArea) {
+    const auto notes = line("12 ft x 96 in").notes();
+    ASSERT_EQ(notes.size(), 1u);
+    EXPECT_EQ(utf8(notes[0].message),
+              "a product of two lengths: only the unit of one is kept; as an area: 96 ft\u00b2");
+}
+
 TEST_F(RemarksTest, notesTellTheirPlaceInTheUsersWords) {
     const auto notes = line("total: 3 + Rent * 12").notes();
     ASSERT_EQ(notes.size(), 1u);
