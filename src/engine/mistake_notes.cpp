@@ -202,6 +202,14 @@ private:
         for (const std::size_t word : words) note(NoteKind::unknownWord, word, word + 1);
     }
 
+    // A written number without a unit is beside an operator, and nothing else on that side.
+    bool isNumberAlone(std::size_t op, int step) const {
+        const std::size_t number = neighbourOf(elements_, op, step);
+        return number < elements_.size() && runTypeOf(elements_[number]) == RunType::number &&
+               isNumberWithoutUnit(elements_[number]) && !elements_[number].value.has(Attribute::nsystem) &&
+               neighbourOf(elements_, number, step) == elements_.size();
+    }
+
     // "7 flurbs * 3 in kg": what is converted has no unit but a word after a number.
     void conversionsOfWords(std::size_t first) {
         bool units = false, calculated = false;
@@ -214,6 +222,9 @@ private:
                                   !elements_[target].value.is(Attribute::unit, u"percent");
                 if (unit && !units && calculated && word < elements_.size())
                     note(NoteKind::notConverted, word, word + 1);
+                // "9 to 5"
+                if (target < elements_.size() && isNumberAlone(i, -1) && isNumberAlone(i, 1))
+                    note(NoteKind::notConverted, target, target + 1);
                 return;
             }
             units = units || value.has(Attribute::unit) || value.has(Attribute::date) ||
