@@ -128,12 +128,15 @@ private:
             if (doubled && isCalculated(i, i + 1)) {
                 note(NoteKind::malformedNumber, i, i + 1);
             } else if (i + 1 < elements_.size() &&
-                       (digitValue(text.back()) >= 0 || elements_[i].value.has(Attribute::nsystem)) &&
-                       goesOn(elements_[i], elements_[i + 1]) &&
-                       (i == 0 || !isLetter(elements_[i - 1].text().back())) && isCalculated(i, i + 2)) {
+                       (elements_[i].value.has(Attribute::nsystem) || isDigitAt(text, text.size() - 1)) &&
+                       goesOn(elements_[i], elements_[i + 1]) && (i == 0 || !endsWithLetter(elements_[i - 1])) &&
+                       isCalculated(i, i + 2)) {
                 note(NoteKind::malformedNumber, i, i + 2);
             }
         }
+    }
+    static bool endsWithLetter(const Element& element) {
+        return !element.text().empty() && isLetter(element.text().back());
     }
     // A word without a meaning right after a number; after a hexadecimal one and the like any letter or digit.
     static bool goesOn(const Element& number, const Element& next) {
@@ -145,14 +148,14 @@ private:
     }
     // A sign of arithmetic or of money is beside it.
     bool isCalculated(std::size_t from, std::size_t to) const {
-        const std::size_t before = neighbourOf(elements_, from, -1), behind = neighbourOf(elements_, to - 1, 1);
+        const std::size_t before = neighbourOf(elements_, from, -1), after = neighbourOf(elements_, to - 1, 1);
         const auto isSign = [&](std::size_t i) {
             return i < elements_.size() && elements_[i].value.has(Attribute::operation) &&
                    !hasLetter(elements_[i].text());
         };
         const bool money = from > 0 && before + 1 == from && isUnitAlone(elements_[before]) &&
-                           (to == from + 1 || behind == to);  // "$1O.50"
-        return isSign(before) || isSign(behind) || money;
+                           (to == from + 1 || after == to);  // "$1O.50"
+        return isSign(before) || isSign(after) || money;
     }
 
     // "8 divded by 2": two numbers, and between them words that are no operator.

@@ -26,6 +26,14 @@ inline bool isBlank(const Element& element) {
     return element.value.isEmpty() && trimmed(element.text()).empty();
 }
 
+// An element may have no text: a sign that nobody wrote.
+inline bool endsWithBlank(const Element& element) {
+    return !element.text().empty() && isWhitespace(element.text().back());
+}
+inline bool beginsWithBlank(const Element& element) {
+    return !element.text().empty() && isWhitespace(element.text().front());
+}
+
 inline RunType runTypeOf(const Element& element) {
     return element.attributedText.elementsCount() > 0 ? element.attributedText.runs()[0].type : RunType::none;
 }

@@ -63,8 +63,8 @@ std::optional<ElementList> JoinedDigitsEvaluator::asMeant(const ElementList& ele
     const bool before = i > 0 && isCurrencyAt(elements, i - 1);
     if (!before && !isCurrencyAt(elements, neighbourOf(elements, i, 1))) return std::nullopt;
     const std::u16string_view literal = elements[i].text();
-    std::vector<TextRange> numbers = numbersIn(literal);
-    if (numbers.size() > 1 && !hasPlainWords(elements)) return std::nullopt;
+    const std::vector<TextRange> numbers = numbersIn(literal);
+    if (numbers.empty() || (numbers.size() > 1 && !hasPlainWords(elements))) return std::nullopt;
     const TextRange amount = before ? numbers.front() : numbers.back();
     const auto valueOf = [&](const TextRange& number) {
         const std::u16string_view digits = number.in(literal);

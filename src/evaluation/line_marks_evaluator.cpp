@@ -125,8 +125,8 @@ bool LineMarksEvaluator::isPriceAt(const ElementList& elements, std::size_t firs
 // And before words of a description: "$612 - new tires, 2014 Civic".
 bool LineMarksEvaluator::isDashBesidePrice(const ElementList& elements, std::size_t i) const {
     if (std::u16string_view(u"-\u2013\u2014").find(elements[i].text()) == std::u16string_view::npos || i == 0 ||
-        !elements[i].value.is(Attribute::operation, u"-") || !isWhitespace(elements[i - 1].text().back()) ||
-        i + 1 >= elements.size() || !isWhitespace(elements[i + 1].text().front()))
+        !elements[i].value.is(Attribute::operation, u"-") || i + 1 >= elements.size() ||
+        !endsWithBlank(elements[i - 1]) || !beginsWithBlank(elements[i + 1]))
         return false;
     bool words = false, money = false;
     for (std::size_t k = 0; k < i; ++k) {
