@@ -205,12 +205,20 @@ private:
         for (const std::size_t word : words) note(NoteKind::unknownWord, word, word + 1);
     }
 
-    // A written number without a unit is beside an operator, and nothing else on that side.
+    // A written number is beside an operator, with or without a unit, and nothing else on that side.
     bool isNumberAlone(std::size_t op, int step) const {
-        const std::size_t number = neighbourOf(elements_, op, step);
-        return number < elements_.size() && runTypeOf(elements_[number]) == RunType::number &&
-               isNumberWithoutUnit(elements_[number]) && !elements_[number].value.has(Attribute::nsystem) &&
-               neighbourOf(elements_, number, step) == elements_.size();
+        const auto isNumber = [&](std::size_t i) {
+            return i < elements_.size() && runTypeOf(elements_[i]) == RunType::number &&
+                   isNumberWithoutUnit(elements_[i]) && !elements_[i].value.has(Attribute::nsystem);
+        };
+        std::size_t number = neighbourOf(elements_, op, step);
+        if (step < 0 && number < elements_.size() && isUnitAlone(elements_[number]))
+            number = neighbourOf(elements_, number, step);
+        if (!isNumber(number)) return false;
+        std::size_t next = neighbourOf(elements_, number, step);
+        if (step > 0 && next < elements_.size() && isUnitAlone(elements_[next]))
+            next = neighbourOf(elements_, next, step);
+        return next == elements_.size();
     }
 
     // "7 flurbs * 3 in kg": what is converted has no unit but a word after a number.
@@ -225,7 +233,7 @@ private:
                                   !elements_[target].value.is(Attribute::unit, u"percent");
                 if (unit && !units && calculated && word < elements_.size())
                     note(NoteKind::notConverted, word, word + 1);
-                // "9 to 5"
+                // "9 to 5", "5 km to 10 km"
                 if (target < elements_.size() && isNumberAlone(i, -1) && isNumberAlone(i, 1))
                     note(NoteKind::notConverted, target, target + 1);
                 return;
