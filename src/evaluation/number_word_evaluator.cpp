@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "evaluation/number_word_evaluator.h"
 
+#include <algorithm>
+
 #include "evaluation/element_replacement.h"
 #include "evaluation/element_tests.h"
 #include "records/number_words.h"
@@ -123,8 +125,8 @@ NumberWordEvaluator::Count NumberWordEvaluator::countAt(const ElementList& eleme
 std::size_t NumberWordEvaluator::articleAt(const ElementList& elements, std::size_t i) const {
     const std::u16string& text = elements[i].text();
     if (!isPlainWords(elements[i]) || !isWhitespace(text.back())) return text.npos;
-    const std::u16string_view words =
-        std::u16string_view(text).substr(0, trimmed(text).data() + trimmed(text).size() - text.data());
+    const auto end = std::find_if_not(text.rbegin(), text.rend(), isWhitespace).base();
+    const std::u16string_view words(text.begin(), end);
     const std::size_t blank = words.find_last_of(u" \t\u00a0");
     const std::size_t start = blank == words.npos ? 0 : blank + 1;
     const std::u16string word = lowercased(words.substr(start));
