@@ -166,7 +166,7 @@ TEST_F(Answers, showsAFileAnewWhenItIsSaved) {
     const Outcome outcome = shell(
         "'" + vemoCommand() +
         "' --watch -q -r a.vemo >out & pid=$!\n"
-        "until_there() { for i in $(seq 300); do grep -q \"$1\" out && return; sleep 0.1; done; echo \"no $1\"; }\n"
+        "until_there() { for i in $(seq 300); do grep -qs \"$1\" out && return; sleep 0.1; done; echo \"no $1\"; }\n"
         "until_there 2; echo '10/0' >a.vemo; sleep 0.3; echo '3 + 4' >new; mv new a.vemo; until_there 7; kill $pid; "
         "cat out");
     EXPECT_EQ(outcome.output.substr(0, 3), "2\n\n") << outcome.output;
