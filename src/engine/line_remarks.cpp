@@ -61,11 +61,6 @@ bool asksForResult(const ElementList& written) {
     return (amount && (beside || function)) || (function && (!words || beside));
 }
 
-bool hasWords(const ElementList& written) {
-    return std::any_of(written.pointers().begin(), written.pointers().end(),
-                       [](const ElementPointer& element) { return isPlainWords(*element); });
-}
-
 }  // namespace
 
 void remarkOnText(const ElementList& elements, const UnitManager& units, const Context& constants, Context& context) {
@@ -127,7 +122,7 @@ LineRemarks spokenRemarks(const Context& context, const ElementList& written, bo
         reason = *remarks->reason();
     else if (std::any_of(spoken.notes.begin(), spoken.notes.end(), isMissing))
         reason.code = ReasonCode::missingOperand;
-    else if (hasWords(written))
+    else if (hasPlainWords(written))
         return spoken;  // prose
     if (reason.code == ReasonCode::droppedUnits) reason.first = words.unitName(reason.first);
     if (reason.code == ReasonCode::differentDimensions) {

@@ -5,6 +5,7 @@
 
 #include "evaluation/element_replacement.h"
 #include "evaluation/element_tests.h"
+#include "evaluation/price_evaluators.h"
 #include "scanning/words/localizer.h"
 
 namespace vemo {
@@ -28,10 +29,6 @@ bool beginsWith(std::u16string_view text, const std::vector<std::u16string>& phr
     return std::any_of(phrases.begin(), phrases.end(), [&](const std::u16string& phrase) {
         return lower.starts_with(phrase) && (lower.size() == phrase.size() || !isLetter(lower[phrase.size()]));
     });
-}
-
-ElementPointer asText(std::u16string_view text) {
-    return makeElement({}, AttributedText(text));
 }
 
 ElementPointer asOperator(std::u16string_view id, std::u16string_view text) {
@@ -82,16 +79,13 @@ bool EachPriceEvaluator::isCount(const ElementList& elements, std::size_t index)
 }
 
 bool EachPriceEvaluator::isMoney(const ElementList& elements, std::size_t index) const {
-    const auto isCurrency = [&](std::size_t i) {
-        const auto unit = i < elements.size() ? elements[i].value.string(Attribute::unit) : std::nullopt;
-        return unit && unitConverter_.isCurrency(*unit);
-    };
+    const auto isMoneyAt = [&](std::size_t i) { return isCurrencyAt(elements, i, unitConverter_); };
     if (index >= elements.size()) return false;
     const std::size_t next = neighbourOf(elements, index, 1);
     if (elements[index].value.has(Attribute::decimal))
-        return isCurrency(index) || (next < elements.size() && !elements[next].value.has(Attribute::decimal) &&
-                                     isNumber(elements[index]) && isCurrency(next));
-    return isCurrency(index) && next < elements.size() && isNumber(elements[next]);
+        return isMoneyAt(index) || (next < elements.size() && !elements[next].value.has(Attribute::decimal) &&
+                                    isNumber(elements[index]) && isMoneyAt(next));
+    return isMoneyAt(index) && next < elements.size() && isNumber(elements[next]);
 }
 
 // The place in the text before a number from which it says that what stands before is split; npos where it does not.
@@ -113,7 +107,7 @@ std::optional<ElementList> EachPriceEvaluator::evaluate(const ElementList& eleme
         if (split != std::u16string::npos) {
             const std::u16string_view text = elements[i - 1].text();
             ElementList& result = replacer.replace({i - 1, 1});
-            if (split > 0) result.append(asText(text.substr(0, split)));
+            if (split > 0) result.append(plainText(text.substr(0, split)));
             result.append(asOperator(u"/", text.substr(split)));
             continue;
         }
@@ -135,7 +129,7 @@ std::optional<ElementList> EachPriceEvaluator::evaluate(const ElementList& eleme
         const std::size_t at = startOfLast(text, at_);
         if (at != text.npos && hasLetter(text.substr(0, at)) && isMoney(elements, behind)) {
             ElementList& result = replacer.replace({i + 1, 1});
-            result.append(asText(text.substr(0, at)));
+            result.append(plainText(text.substr(0, at)));
             result.append(asOperator(u"*", text.substr(at)));
         } else if (behind < elements.size() && elements[behind].value.has(Attribute::operation) &&
                    startOfLast(elements[behind].text(), at_) == 0 &&

@@ -7,6 +7,10 @@
 
 namespace vemo {
 
+ElementPointer plainText(std::u16string_view text) {
+    return makeElement({}, AttributedText(text));
+}
+
 ElementPointer unwrittenOperator(std::u16string_view id, std::u16string_view between) {
     return makeElement(Value(Attribute::operation, id), between.empty() ? AttributedText() : AttributedText(between));
 }

@@ -6,6 +6,9 @@
 
 namespace vemo {
 
+// Text that means nothing to the calculation.
+ElementPointer plainText(std::u16string_view text);
+
 // An operator that nobody wrote, in place of what stands between two elements, which may be nothing.
 ElementPointer unwrittenOperator(std::u16string_view id, std::u16string_view between);
 

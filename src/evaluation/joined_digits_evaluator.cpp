@@ -3,6 +3,7 @@
 
 #include "evaluation/element_replacement.h"
 #include "evaluation/element_tests.h"
+#include "evaluation/price_evaluators.h"
 #include "evaluation/written_numbers.h"
 #include "records/remarks.h"
 
@@ -47,21 +48,15 @@ std::vector<TextRange> numbersIn(std::u16string_view text) {
     return numbers;
 }
 
-ElementPointer textElement(std::u16string_view text) {
-    return makeElement({}, AttributedText(text));
-}
-
 }  // namespace
-
-bool JoinedDigitsEvaluator::isCurrencyAt(const ElementList& elements, std::size_t i) const {
-    return i < elements.size() && isUnitAlone(elements[i]) &&
-           unitConverter_.isCurrency(*elements[i].value.string(Attribute::unit));
-}
 
 // What stands in place of the literal beside a currency; nothing where it was read as it was meant.
 std::optional<ElementList> JoinedDigitsEvaluator::asMeant(const ElementList& elements, std::size_t i) const {
-    const bool before = i > 0 && isCurrencyAt(elements, i - 1);
-    if (!before && !isCurrencyAt(elements, neighbourOf(elements, i, 1))) return std::nullopt;
+    const auto isSignAt = [&](std::size_t k) {
+        return isCurrencyAt(elements, k, unitConverter_) && !elements[k].value.has(Attribute::decimal);
+    };
+    const bool before = i > 0 && isSignAt(i - 1);
+    if (!before && !isSignAt(neighbourOf(elements, i, 1))) return std::nullopt;
     const std::u16string_view literal = elements[i].text();
     const std::vector<TextRange> numbers = numbersIn(literal);
     if (numbers.empty() || (numbers.size() > 1 && !hasPlainWords(elements))) return std::nullopt;
@@ -79,11 +74,11 @@ std::optional<ElementList> JoinedDigitsEvaluator::asMeant(const ElementList& ele
     ElementList result;
     std::size_t start = 0;
     for (const TextRange& number : numbers) {
-        if (start < number.location) result.append(textElement(literal.substr(start, number.location - start)));
+        if (start < number.location) result.append(plainText(literal.substr(start, number.location - start)));
         result.append(makeElement(Value(valueOf(number)), AttributedText(number.in(literal), RunType::number)));
         start = number.end();
     }
-    if (start < literal.size()) result.append(textElement(literal.substr(start)));
+    if (start < literal.size()) result.append(plainText(literal.substr(start)));
     return result;
 }
 

@@ -18,7 +18,6 @@ public:
     std::optional<ElementList> evaluate(const ElementList&, Context&, const EvaluationContext&) const override;
 
 private:
-    bool isCurrencyAt(const ElementList& elements, std::size_t index) const;
     std::optional<ElementList> asMeant(const ElementList& elements, std::size_t index) const;
 
     const LocaleInfo& locale_;

@@ -3,6 +3,7 @@
 
 #include "evaluation/element_replacement.h"
 #include "evaluation/element_tests.h"
+#include "evaluation/price_evaluators.h"
 #include "platform/locale_info.h"
 
 namespace vemo {
@@ -61,10 +62,6 @@ bool isSign(const Element& element, std::u16string_view text) {
     return element.value.has(Attribute::operation) && element.text() == text;
 }
 
-ElementPointer asText(std::u16string_view text) {
-    return makeElement({}, AttributedText(text));
-}
-
 // "lunch -- 5": the first of two dashes after a word.
 bool isDash(const ElementList& elements, std::size_t i) {
     if (i == 0 || i + 1 >= elements.size() || !isSign(elements[i], u"-") || !isSign(elements[i + 1], u"-"))
@@ -108,17 +105,12 @@ std::size_t LineMarksEvaluator::listMark(const ElementList& elements) const {
     return 0;
 }
 
-bool LineMarksEvaluator::isCurrencyAt(const ElementList& elements, std::size_t i) const {
-    const auto unit = i < elements.size() ? elements[i].value.string(Attribute::unit) : std::nullopt;
-    return unit && unitConverter_.isCurrency(*unit);
-}
-
 // A number and its currency, in either order.
 bool LineMarksEvaluator::isPriceAt(const ElementList& elements, std::size_t first) const {
     const std::size_t second = neighbourOf(elements, first, 1);
     if (second >= elements.size()) return false;
-    return (isCurrencyAt(elements, first) && isNumberWithoutUnit(elements[second])) ||
-           (isNumberWithoutUnit(elements[first]) && isCurrencyAt(elements, second));
+    return (isCurrencyAt(elements, first, unitConverter_) && isNumberWithoutUnit(elements[second])) ||
+           (isNumberWithoutUnit(elements[first]) && isCurrencyAt(elements, second, unitConverter_));
 }
 
 // "gift (turning 9) – $25", "unit 228 - $95": a dash between blanks, after words without money and before an amount.
@@ -131,12 +123,12 @@ bool LineMarksEvaluator::isDashBesidePrice(const ElementList& elements, std::siz
     bool words = false, money = false;
     for (std::size_t k = 0; k < i; ++k) {
         if (elements[k].value.has(Attribute::assignment)) return false;
-        money = money || isCurrencyAt(elements, k);
+        money = money || isCurrencyAt(elements, k, unitConverter_);
         words = words || isPlainWords(elements[k]);
     }
     if (!money) return words && isPriceAt(elements, neighbourOf(elements, i, 1));
     const std::size_t last = neighbourOf(elements, i, -1);
-    const bool price = isCurrencyAt(elements, last) || (last > 0 && isPriceAt(elements, last - 1));
+    const bool price = isCurrencyAt(elements, last, unitConverter_) || (last > 0 && isPriceAt(elements, last - 1));
     return price && isPlainWords(elements[i + 1]) &&
            trimmed(elements[i + 1].text()).find(u' ') != std::u16string_view::npos;
 }
@@ -158,13 +150,13 @@ std::optional<ElementList> LineMarksEvaluator::evaluate(const ElementList& eleme
     ElementReplacer replacer(elements);
     const std::size_t marked = listMark(elements);
     for (std::size_t i = 0; i < marked; ++i)
-        if (!elements[i].value.isEmpty()) replacer.replace({i, 1}).append(asText(elements[i].text()));
+        if (!elements[i].value.isEmpty()) replacer.replace({i, 1}).append(plainText(elements[i].text()));
     for (std::size_t i = marked; i < elements.size(); ++i) {
         if (!elements[i].value.has(Attribute::operation)) continue;
         const bool single = isIdleArrow(elements, i) || isDashBesidePrice(elements, i);
         const std::size_t length = isDash(elements, i) ? 2 : single ? 1 : 0;
         if (length == 0) continue;
-        replacer.replace({i, length}).append(asText(elements.slice(i, i + length).text()));
+        replacer.replace({i, length}).append(plainText(elements.slice(i, i + length).text()));
         i += length - 1;
     }
     return replacer.finished();

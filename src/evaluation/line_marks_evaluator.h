@@ -20,7 +20,6 @@ public:
 private:
     std::optional<ElementList> aggregateOf(const ElementList& elements) const;
     std::size_t listMark(const ElementList& elements) const;
-    bool isCurrencyAt(const ElementList& elements, std::size_t index) const;
     bool isPriceAt(const ElementList& elements, std::size_t index) const;
     bool isIdleArrow(const ElementList& elements, std::size_t index) const;
     bool isDashBesidePrice(const ElementList& elements, std::size_t index) const;

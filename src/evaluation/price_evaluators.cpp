@@ -21,11 +21,6 @@ bool isRemark(const Element& element) {
     return element.value.has(Attribute::decimal) && element.text().starts_with(u'(') && hasLetter(element.text());
 }
 
-bool isCurrency(const Element& element, const UnitConverter& converter) {
-    const auto unit = element.value.string(Attribute::unit);
-    return unit && converter.isCurrency(*unit);
-}
-
 // A line seen from its amounts of money.
 class Description {
 public:
@@ -171,6 +166,11 @@ private:
 };
 
 }  // namespace
+
+bool isCurrency(const Element& element, const UnitConverter& unitConverter) {
+    const auto unit = element.value.string(Attribute::unit);
+    return unit && unitConverter.isCurrency(*unit);
+}
 
 bool isSignOfNextNumber(const ElementList& elements, std::size_t index, const UnitConverter& unitConverter) {
     const Element& sign = elements[index];

@@ -39,6 +39,12 @@ private:
     const OperationCalculator& operationCalculator_;
 };
 
+// The sign, code or name of a currency, alone or with its amount.
+bool isCurrency(const Element& element, const UnitConverter& unitConverter);
+inline bool isCurrencyAt(const ElementList& elements, std::size_t index, const UnitConverter& unitConverter) {
+    return index < elements.size() && isCurrency(elements[index], unitConverter);
+}
+
 // A currency's sign, such as "$", that touches the number after it and none before.
 bool isSignOfNextNumber(const ElementList& elements, std::size_t index, const UnitConverter& unitConverter);
 

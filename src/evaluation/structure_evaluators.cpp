@@ -5,6 +5,7 @@
 
 #include "evaluation/element_tests.h"
 #include "evaluation/operand_remarks.h"
+#include "evaluation/price_evaluators.h"
 #include "records/context_map.h"
 #include "records/remarks.h"
 
@@ -234,11 +235,7 @@ std::optional<ElementList> OperationEvaluator::evaluate(const ElementList& given
 // brackets after a price.
 bool ParenthesesSequenceMultiplicator::isPriceBesideWords(const ElementList& elements, std::size_t value,
                                                           std::size_t bracket) const {
-    const auto isMoney = [&](std::size_t i) {
-        const auto unit = elements[i].value.string(Attribute::unit);
-        return unit && unitConverter_.isCurrency(*unit);
-    };
-    if (isMoney(value)) {
+    if (isCurrencyAt(elements, value, unitConverter_)) {
         const AttributedText& inside = elements[bracket].attributedText;
         std::size_t place = 0;
         for (const AttributedText::Run& run : inside.runs()) {
@@ -247,7 +244,7 @@ bool ParenthesesSequenceMultiplicator::isPriceBesideWords(const ElementList& ele
             place = range.end();
         }
     }
-    if (!isMoney(bracket)) return false;
+    if (!isCurrencyAt(elements, bracket, unitConverter_)) return false;
     for (std::size_t i = value + 1; i < bracket; ++i)
         if (isPlainWords(elements[i])) return true;
     return false;

@@ -3,6 +3,7 @@
 
 #include <unicode/dcfmtsym.h>
 #include <unicode/uchar.h>
+#include <unicode/ucurr.h>
 
 #include "platform/icu_locale.h"
 
@@ -24,6 +25,14 @@ LocaleInfo LocaleInfo::forIdentifier(std::string_view identifier) {
     return {name, symbol(symbols, icu::DecimalFormatSymbols::kDecimalSeparatorSymbol),
             symbol(symbols, icu::DecimalFormatSymbols::kGroupingSeparatorSymbol),
             symbol(symbols, icu::DecimalFormatSymbols::kExponentialSymbol)};
+}
+
+std::u16string currencyOfLocale(std::string_view identifier) {
+    constexpr int codeLength = 3;
+    char16_t code[codeLength + 1] = {};
+    UErrorCode status = U_ZERO_ERROR;
+    ucurr_forLocale(std::string(identifier).c_str(), code, codeLength + 1, &status);
+    return U_SUCCESS(status) ? std::u16string(code) : std::u16string();
 }
 
 int digitValueBeyondAscii(char16_t character) {

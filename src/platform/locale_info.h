@@ -17,6 +17,9 @@ struct LocaleInfo {
     static LocaleInfo forIdentifier(std::string_view identifier);
 };
 
+// The ISO 4217 code of the money of an identifier's region; empty where it names none.
+std::u16string currencyOfLocale(std::string_view identifier);
+
 // Value 0 to 9 of a decimal digit of any script, -1 for other characters. Asked for every character of a line.
 int digitValueBeyondAscii(char16_t character);
 inline int digitValue(char16_t character) {

@@ -49,7 +49,6 @@ TextRange ElementList::rangeOf(std::size_t from, std::size_t to) const {
 
 void ElementList::collectMasks() {
     attributes_ = 0;
-    anyIsEmpty_ = false;
     for (const ElementPointer& element : elements_) addMask(*element);
 }
 

@@ -55,7 +55,6 @@ public:
     // patterns.
     std::uint16_t attributes() const { return attributes_; }
     bool anyHas(Attribute key) const { return (attributes_ & Value::bit(key)) != 0; }
-    bool anyIsEmpty() const { return anyIsEmpty_; }
 
     AttributedText attributedText() const { return attributedText(0, size()); }
     AttributedText attributedText(std::size_t from, std::size_t to) const;
@@ -77,14 +76,12 @@ public:
 private:
     void addMask(const Element& element) {
         attributes_ = static_cast<std::uint16_t>(attributes_ | element.value.mask());
-        anyIsEmpty_ = anyIsEmpty_ || element.value.isEmpty();
     }
     void collectMasks();
     std::size_t unitsBefore(std::size_t index) const;
 
     std::vector<ElementPointer> elements_;
     std::uint16_t attributes_ = 0;
-    bool anyIsEmpty_ = false;
     std::size_t location_ = 0;
     // Where an element begins, from the latest question: most ask for one after the other.
     mutable std::size_t seenIndex_ = 0;

@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "units/scale_manager.h"
 
-#include <unicode/ucurr.h>
-
 #include <algorithm>
 
+#include "platform/locale_info.h"
 #include "scanning/words/localizer.h"
 
 namespace vemo {
@@ -35,11 +34,8 @@ constexpr struct {
 std::u16string currencyOfCents(const std::string& locale) {
     constexpr std::u16string_view withCents[] = {u"USD", u"EUR", u"CAD", u"AUD", u"NZD", u"SGD", u"HKD",
                                                  u"ZAR", u"CHF", u"MXN", u"BRL", u"ARS", u"COP"};
-    UErrorCode status = U_ZERO_ERROR;
-    char16_t code[4] = {};
-    ucurr_forLocale(locale.c_str(), code, 4, &status);
-    if (U_SUCCESS(status) && std::ranges::find(withCents, std::u16string_view(code)) != std::end(withCents))
-        return code;
+    std::u16string currency = currencyOfLocale(locale);
+    if (std::ranges::find(withCents, currency) != std::end(withCents)) return currency;
     const bool euro = locale.starts_with("de") || locale.starts_with("fr") || locale.starts_with("es");
     return euro ? u"EUR" : u"USD";
 }

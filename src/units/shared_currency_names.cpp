@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "units/shared_currency_names.h"
 
-#include <unicode/ucurr.h>
-
+#include "platform/locale_info.h"
 #include "scanning/words/localizer.h"
 
 namespace vemo {
@@ -19,18 +18,10 @@ constexpr struct {
     {u"leu.words", u"RON, MDL"},
 };
 
-std::u16string currencyOf(std::string_view locale) {
-    constexpr int codeLength = 3;
-    char16_t code[codeLength + 1] = {};
-    UErrorCode status = U_ZERO_ERROR;
-    ucurr_forLocale(std::string(locale).c_str(), code, codeLength + 1, &status);
-    return U_SUCCESS(status) ? std::u16string(code) : std::u16string();
-}
-
 }  // namespace
 
 std::vector<SharedCurrencyNames> sharedCurrencyNames(const Localizer& localizer, std::string_view locale) {
-    const std::u16string currency = currencyOf(locale);
+    const std::u16string currency = currencyOfLocale(locale);
     std::vector<SharedCurrencyNames> result;
     for (const auto& row : rows) {
         SharedCurrencyNames names{localizer.variants(row.key, u"Currency", true, true), {}, std::u16string(row.codes)};
