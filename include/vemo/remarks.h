@@ -31,6 +31,7 @@ enum class NoteKind : std::uint8_t {
     earlierEnd,        // a difference of two times that is negative, as that of the ends of a span
     malformedNumber,   // digits beside signs or letters that no number has
     unknownCurrency,   // a word for money of several countries, none of which is the locale's
+    dashedRange,       // a range with a dash, of which the difference was taken
 };
 
 // The kind in texts for programs, such as "unused_value".

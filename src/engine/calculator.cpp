@@ -118,6 +118,7 @@ Calculator::EvaluatedLine Calculator::evaluateLine(std::u16string_view line, Con
         remarkOnText(result.written, unitManager_, context_, context);
         tooDeep_ = false;
         result.elements = evaluate(result.written, context, 0, debug);
+        remarkOnUnused(result.written, result.elements, context);
         // Operators around it may have made a number of the error.
         if (tooDeep_) result.elements = reducedTo(errorValue(), result.elements);
     }
@@ -148,7 +149,11 @@ LineResultPointer Calculator::calculateLine(std::u16string_view text, Context& d
     const LineRemarks remarks =
         spokenRemarks(context, written, formatted.regular.has_value(),
                       {localizer_, [&](std::u16string_view unit) { return decimalUnitValueFormatter_.unitName(unit); },
-                       [&](const Value& other) { return format(other, context).regular.value_or(u""); }});
+                       [&](const Value& other) { return format(other, context).regular.value_or(u""); },
+                       [&](std::u16string_view word) {
+                           if (!unitSpelling_) unitSpelling_.emplace(unitManager_);
+                           return unitSpelling_->isNearly(word);
+                       }});
     LineResultPointer result =
         LineResult::make(value, ContextParts::updates(context), ContextParts::dependencies(context),
                          withText(elements.attributedText(), text), formatted, context.quickTypeData(), extensionsLog,

@@ -29,6 +29,7 @@
 #include "scanning/words/string_range_detector.h"
 #include "units/scale_manager.h"
 #include "units/unit_catalogue.h"
+#include "units/unit_spelling.h"
 #include "vemo/engine.h"
 
 namespace vemo {
@@ -162,6 +163,7 @@ private:
     OperationCollection operationCollection_;
     OperationCalculator operationCalculator_;
     UnitManager unitManager_;
+    std::optional<UnitSpelling> unitSpelling_;  // made when a line first asks for it
     UnitConverter unitConverter_;
     UnitRegistry unitRegistry_;
     ScaleManager scaleManager_;

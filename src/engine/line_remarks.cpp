@@ -90,6 +90,33 @@ void remarkOnText(const ElementList& elements, const UnitManager& units, const C
     }
 }
 
+void remarkOnUnused(const ElementList& written, const ElementList& reduced, Context& context) {
+    if (reduced.size() < 2 || reduced[0].value.isEmpty()) return;
+    const auto takesNoPart = [&](std::size_t begin) {
+        std::size_t i = 0;
+        for (std::size_t place = written.location(); i < written.size() && place < begin; ++i)
+            place += written[i].text().size();
+        const auto isSign = [&](std::size_t k) {
+            return k < i && written[k].value.isEmpty() && runTypeOf(written[k]) == RunType::none &&
+                   !hasLetter(written[k].text());
+        };
+        std::size_t before = neighbourOf(written, i, -1);
+        while (isSign(before)) before = neighbourOf(written, before, -1);
+        if (before >= i || i >= written.size()) return false;
+        const Value& value = written[before].value;
+        return value.has(Attribute::decimal) || value.has(Attribute::unit) || value.has(Attribute::scale) ||
+               value.has(Attribute::timeZone);
+    };
+    std::size_t begin = reduced.location();
+    for (std::size_t i = 0; i < reduced.size(); begin += reduced[i++].text().size()) {
+        const Value& value = reduced[i].value;
+        const bool amount = value.has(Attribute::decimal) && reduced[0].value.has(Attribute::decimal);
+        const bool zone = value.has(Attribute::timeZone) && reduced[0].value.has(Attribute::date);
+        if (i > 0 && (amount || zone) && takesNoPart(begin))
+            remarksOf(context).note(NoteKind::unusedValue, reduced.trimmedRangeOf(i, i + 1));
+    }
+}
+
 LineRemarks spokenRemarks(const Context& context, const ElementList& written, bool hasResult,
                           const RemarkWords& words) {
     LineRemarks spoken;
@@ -104,7 +131,7 @@ LineRemarks spokenRemarks(const Context& context, const ElementList& written, bo
                                     message(words.localizer, u"note.", name, note.first, other)});
         }
     }
-    for (const MistakeNote& note : mistakeNotes(written, words.localizer)) {
+    for (const MistakeNote& note : mistakeNotes(written, words.localizer, words.isNearlyUnit)) {
         const auto isThere = [&](const Note& other) {
             return other.kind == note.kind && other.start < note.range.end() &&
                    note.range.location < other.start + other.length;

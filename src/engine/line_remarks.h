@@ -17,11 +17,16 @@ struct RemarkWords {
     const Localizer& localizer;
     FunctionRef<std::u16string(std::u16string_view)> unitName;
     FunctionRef<std::u16string(const Value&)> valueText;
+    FunctionRef<bool(std::u16string_view)> isNearlyUnit;
 };
 
 // Remarks on what was written, before it is evaluated: dates that there are not, constants that nobody assigned, and
 // units that may be meant otherwise. `constants` holds the built-in ones.
 void remarkOnText(const ElementList& elements, const UnitManager& units, const Context& constants, Context& context);
+
+// Remarks on values that evaluation left over, where only signs and blanks stand between one and the value before it:
+// beside words it is prose.
+void remarkOnUnused(const ElementList& written, const ElementList& reduced, Context& context);
 
 // `written` are the elements before evaluation; a line that shows a result, or that asks for none, has no reason.
 LineRemarks spokenRemarks(const Context& context, const ElementList& written, bool hasResult, const RemarkWords& words);

@@ -14,8 +14,8 @@ namespace {
 
 class MistakeFinder {
 public:
-    MistakeFinder(const ElementList& elements, const Localizer& localizer)
-        : elements_(elements), localizer_(localizer) {}
+    MistakeFinder(const ElementList& elements, const Localizer& localizer, MisspeltUnit misspelt)
+        : elements_(elements), localizer_(localizer), misspelt_(misspelt) {}
 
     std::vector<MistakeNote> find() {
         nothingAssigned();
@@ -30,9 +30,11 @@ public:
             (elements_.anyHas(Attribute::operation) || elements_.anyHas(Attribute::unit)))
             malformedNumbers();
         numbersWithoutOperator(first);
+        misspeltUnits();
         if (elements_.anyHas(Attribute::operation)) {
             unknownFactors(first);
             conversionsOfWords(first);
+            dashedRanges();
         }
         return std::move(notes_);
     }
@@ -205,6 +207,37 @@ private:
         for (const std::size_t word : words) note(NoteKind::unknownWord, word, word + 1);
     }
 
+    // "5 kilometrs + 3 km": the word after a number is nearly a unit.
+    void misspeltUnits() {
+        for (std::size_t i = 1; i < elements_.size(); ++i) {
+            if (!isPlainWords(elements_[i])) continue;
+            const std::u16string& text = elements_[i].text();
+            if (!isBareNumber(i - 1)) continue;
+            const std::size_t begin = isWhitespace(text.front()) ? 1 : 0;
+            std::size_t end = begin;
+            while (end < text.size() && isLetter(text[end])) ++end;
+            const std::u16string_view word = std::u16string_view(text).substr(begin, end - begin);
+            if (misspelt_(lowercased(word)))
+                notes_.push_back({NoteKind::unknownWord,
+                                  {elements_.rangeOf(i, i + 1).location + begin, word.size()},
+                                  std::u16string(word)});
+        }
+    }
+
+    // "2-3 cups", "$20-30": the smaller number first, and one unit for both.
+    void dashedRanges() {
+        for (std::size_t i = 1; i + 1 < elements_.size(); ++i) {
+            if (!isOperator(elements_[i], u"-") || !isBareNumber(i - 1) || !isBareNumber(i + 1)) continue;
+            const std::size_t before = neighbourOf(elements_, i - 1, -1), after = neighbourOf(elements_, i + 1, 1);
+            const auto isUnit = [&](std::size_t k) { return k < elements_.size() && isUnitAlone(elements_[k]); };
+            const bool money = before + 2 == i && isUnit(before);
+            const bool led = before < i && !money && !isPlainWords(elements_[before]);
+            if (led || (!money && !isUnit(after))) continue;
+            const DecimalNumber from = *elements_[i - 1].value.decimal(), to = *elements_[i + 1].value.decimal();
+            if (DecimalNumber::compare(from, to) == -1) note(NoteKind::dashedRange, i - 1, i + 2);
+        }
+    }
+
     // A written number is beside an operator, with or without a unit, and nothing else on that side.
     bool isNumberAlone(std::size_t op, int step) const {
         const auto isNumber = [&](std::size_t i) {
@@ -248,13 +281,14 @@ private:
 
     const ElementList& elements_;
     const Localizer& localizer_;
+    MisspeltUnit misspelt_;
     std::vector<MistakeNote> notes_;
 };
 
 }  // namespace
 
-std::vector<MistakeNote> mistakeNotes(const ElementList& written, const Localizer& localizer) {
-    return MistakeFinder(written, localizer).find();
+std::vector<MistakeNote> mistakeNotes(const ElementList& written, const Localizer& localizer, MisspeltUnit misspelt) {
+    return MistakeFinder(written, localizer, misspelt).find();
 }
 
 }  // namespace vemo

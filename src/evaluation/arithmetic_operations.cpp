@@ -181,6 +181,11 @@ std::optional<Value> ConversionOperation::calculate(const Value& left, const Val
         // A quantity that can't be converted must not just change its unit.
         if (converted || left.has(Attribute::unit)) return converted;
     }
+    // "35% as decimal"
+    if (left.is(Attribute::unit, u"percent") && left.has(Attribute::decimal) && right.has(Attribute::nsystem)) {
+        const DecimalNumber hundred = DecimalNumber::fromInt64(100);
+        return left.without(Attribute::unit).with(left.decimal()->dividing(hundred)).merging(right);
+    }
     return left.merging(right);
 }
 

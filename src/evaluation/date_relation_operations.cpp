@@ -68,7 +68,7 @@ struct Relations {
         const bool behind = isDate(left);
         const Value& date = behind ? left : right;
         const Value& unit = behind ? right : left;
-        if (!isDate(date) || !isBareUnit(unit)) return std::nullopt;
+        if (!isDate(date) || (!unit.isEmpty() && !isBareUnit(unit))) return std::nullopt;
         const auto present = presentBeside(date, context);
         return present ? between(date, *present, unit, context) : std::nullopt;
     }

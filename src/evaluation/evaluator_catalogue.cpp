@@ -19,6 +19,7 @@
 #include "evaluation/quick_type_expression_evaluator.h"
 #include "evaluation/rate_evaluator.h"
 #include "evaluation/structure_evaluators.h"
+#include "evaluation/time_difference_evaluator.h"
 #include "evaluation/time_zone_evaluator.h"
 
 namespace vemo {
@@ -35,6 +36,7 @@ void registerEvaluators(EvaluatorList& evaluators, const EvaluatorParts& parts) 
     evaluators.add(std::make_shared<FractionEvaluator>(parts.unitConverter));
     evaluators.add(std::make_shared<CompoundMeasureEvaluator>(parts.localizer));
     evaluators.add(std::make_shared<QuestionEvaluator>(parts.localizer));
+    evaluators.add(std::make_shared<TimeDifferenceEvaluator>(parts.localizer, parts.places));
     evaluators.add(std::make_shared<EachPriceEvaluator>(parts.localizer, parts.unitConverter));
     evaluators.add(std::make_shared<ImplicitProductEvaluator>(parts.functions));
     evaluators.add(std::make_shared<ArgumentsEvaluator>(parts.functions));

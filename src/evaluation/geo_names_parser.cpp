@@ -193,7 +193,8 @@ std::optional<ElementList> GeoNamesParser::withKnownPlaces(const ElementList& el
                 std::size_t wordsEnd = i + 1;
                 while (wordsEnd < elements.size() && mayBeOfPlace(elements[wordsEnd])) ++wordsEnd;
                 const bool withPreposition = trimmed(elements[i].text()).find(u' ') != std::u16string_view::npos;
-                if (withPreposition && isText(elements, i + 1, wordsEnd) && !elements.anyHas(Attribute::decimal))
+                if ((withPreposition || i == 0) && isText(elements, i + 1, wordsEnd) &&
+                    !elements.anyHas(Attribute::decimal))
                     return unknownPlace(elements, i + 1, wordsEnd, context);
             }
         } else if (isConversion(elements[i]) && timeBefore) {

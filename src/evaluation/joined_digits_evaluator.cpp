@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "evaluation/joined_digits_evaluator.h"
 
+#include <algorithm>
+
 #include "evaluation/element_replacement.h"
 #include "evaluation/element_tests.h"
 #include "evaluation/price_evaluators.h"
@@ -46,6 +48,13 @@ std::vector<TextRange> numbersIn(std::u16string_view text) {
         numbers.erase(numbers.begin() + static_cast<std::ptrdiff_t>(i));
     }
     return numbers;
+}
+
+// "room 12 3 nights": of two such short numbers no telephone number is made.
+bool isPair(std::u16string_view text) {
+    const std::vector<TextRange> numbers = numbersIn(text);
+    return numbers.size() == 2 && std::all_of(numbers.begin(), numbers.end(),
+                                              [](const TextRange& number) { return number.length < digitsOfAGroup; });
 }
 
 }  // namespace
@@ -99,7 +108,8 @@ std::optional<ElementList> JoinedDigitsEvaluator::evaluate(const ElementList& el
             return side < elements.size() &&
                    (elements[side].value.has(Attribute::operation) || elements[side].value.has(Attribute::unit));
         };
-        if (isPart(neighbourOf(elements, i, -1)) || isPart(neighbourOf(elements, i, 1)) || !hasPlainWords(elements))
+        if (isPair(element.text()) || isPart(neighbourOf(elements, i, -1)) || isPart(neighbourOf(elements, i, 1)) ||
+            !hasPlainWords(elements))
             remarksOf(context).note(NoteKind::joinedDigits, elements.rangeOf(i, i + 1),
                                     toUtf16(element.value.decimal()->toString()));
     }

@@ -67,7 +67,13 @@ void OperandRemarks::atOperator(std::size_t index) {
     const Element& op = elements_[left.to];
     if (op.value.is(Attribute::operation, u"in")) return atConversion(left, right, last);
     if (isDateRelation(*op.value.string(Attribute::operation))) return;  // most have one operand
-    if (!isSymbol(op)) return last ? atPhrase(left, right, op) : void();
+    if (!isSymbol(op)) {
+        // "2 x ^2": the word is an operator, and so is what follows it.
+        const bool doubled =
+            !last && isBlank(right) && left.hasValue() && isSymbol(elements_[right.to]) && !isSign(elements_[right.to]);
+        if (doubled) remarksOf(context_).note(NoteKind::missingOperand, elements_.rangeOf(left.to, left.to + 1));
+        return last ? atPhrase(left, right, op) : void();
+    }
     if ((left.hasValue() && right.hasValue()) || isHyphen(left.to)) return;
     const bool signFollows = !last && isSign(elements_[right.to]);
     const bool missing = (isBlank(right) && !signFollows && left.hasValue()) ||

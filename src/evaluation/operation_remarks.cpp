@@ -116,6 +116,10 @@ void OperationRemarks::applied(std::u16string_view id, const Value& left, const 
         if (lower != other && (isAverageUnit(lower) || isAverageUnit(other)) &&
             unitConverter_.isConvertible(lower, other) && !UnitConverter::calendarRatio(lower, other))
             remarksOf(context).note(NoteKind::averageLength, range);
+        // "240 V * 5 A": an ampere is a rate, too.
+        if (id == u"*" && !unitConverter_.isConvertible(lower, other) &&
+            unitConverter_.isCurrency(*from) == unitConverter_.isCurrency(*to))
+            remarksOf(context).note(NoteKind::keptUnit, range);
         return;
     }
     const bool differ = *from != *to;

@@ -10,13 +10,13 @@ namespace vemo {
 namespace {
 
 // In the order of `NoteKind` and `ReasonCode`.
-constexpr std::array<std::u16string_view, 22> noteKinds{
-    u"unused_value",     u"unknown_word",    u"missing_operand", u"not_converted",     u"joined_digits",
-    u"dropped_unit",     u"kept_unit",       u"average_length",  u"capped_shift",      u"built_in_constant",
-    u"old_rates",        u"without_effect",  u"unused_argument", u"unused_percentage", u"case_decides",
-    u"metric_ton",       u"no_such_date",    u"no_holidays",     u"implicit_product",  u"earlier_end",
-    u"malformed_number", u"unknown_currency"};
-static_assert(noteKinds.size() == static_cast<std::size_t>(NoteKind::unknownCurrency) + 1);
+constexpr std::array<std::u16string_view, 23> noteKinds{
+    u"unused_value",     u"unknown_word",     u"missing_operand", u"not_converted",     u"joined_digits",
+    u"dropped_unit",     u"kept_unit",        u"average_length",  u"capped_shift",      u"built_in_constant",
+    u"old_rates",        u"without_effect",   u"unused_argument", u"unused_percentage", u"case_decides",
+    u"metric_ton",       u"no_such_date",     u"no_holidays",     u"implicit_product",  u"earlier_end",
+    u"malformed_number", u"unknown_currency", u"dashed_range"};
+static_assert(noteKinds.size() == static_cast<std::size_t>(NoteKind::dashedRange) + 1);
 
 constexpr std::array<std::u16string_view, 16> reasonCodes{
     u"division_by_zero", u"different_dimensions", u"no_rates",      u"no_rate",       u"unbalanced_brackets",

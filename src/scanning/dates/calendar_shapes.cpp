@@ -165,7 +165,7 @@ Attempt<DayReading> DayShapes::festival(std::size_t i) const {
     while (before > 0 && isAny(before - 1, DateWord::article, DateWord::on)) --before;
     const bool asked =
         before > 0 && isAny(before - 1, DateWord::before, DateWord::after, DateWord::until, DateWord::since,
-                            DateWord::rangeTo, DateWord::weekdayOf, DateWord::weekNumberOf);
+                            DateWord::rangeTo, DateWord::weekdayOf, DateWord::weekNumberOf, DateWord::howLong);
     return asked || date.year ? Attempt<DayReading>(Parsed<DayReading>{date, end}) : std::nullopt;
 }
 

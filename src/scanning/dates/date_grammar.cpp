@@ -210,7 +210,7 @@ private:
     // A time of day; after "at", or at either end of a span, less is enough for one.
     Attempt<TimeReading> timeOf(std::size_t i, bool ends) const {
         const bool led = ends || (i > 0 && isAny(i - 1, DateWord::at, DateWord::atHour, DateWord::before,
-                                                 DateWord::after, DateWord::until, DateWord::since));
+                                                 DateWord::after, DateWord::until, DateWord::since, DateWord::howLong));
         const bool spans =
             isAny(endOfHour(i), DateWord::rangeTo) || (isFrom(i) && isAny(endOfHour(i), DateWord::rangeAnd));
         const auto beside = led || spans ? TimeShapes::Beside::preposition : TimeShapes::Beside::nothing;

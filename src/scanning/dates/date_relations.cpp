@@ -135,6 +135,12 @@ private:
         if (is(i, DateWord::ageOf)) add(i, Kind::age);
         if (is(i, DateWord::weekdayOf)) add(i, Kind::weekday);
         if (is(i, DateWord::weekNumberOf)) add(i, Kind::weekNumber);
+        if (is(i, DateWord::howLong)) howLong(i, *before);
+    }
+    void howLong(std::size_t i, const Anchor& anchor) {
+        const int direction = value(i, DateWord::howLong);
+        add(i, direction > 0 ? Kind::until : Kind::since);
+        if (anchor.reading) anchor.reading->reading.direction = direction;
     }
 
     // What is told of the day or time that follows.
@@ -169,6 +175,10 @@ private:
         if (isBareUnit(i) && isAny(i, DateWord::since, DateWord::after)) {
             add(i, Kind::since);
             if (anchor.reading) anchor.reading->reading.direction = -1;
+            return true;
+        }
+        if (is(i, DateWord::howLong)) {
+            howLong(i, anchor);
             return true;
         }
         const Kind kinds[] = {Kind::age, Kind::weekday, Kind::weekNumber};

@@ -75,6 +75,7 @@ enum class DateWord : std::uint8_t {
     rangeAnd,   // between 8:00 "and" 16:30
     present,    // "now"
     ageOf,      // "age of" a day, and the like
+    howLong,    // "how long until" a day or time: 1, or -1 for "how long since"
     weekdayOf,
     weekNumberOf,
     dayCount,   // "何日": a number of days is asked for

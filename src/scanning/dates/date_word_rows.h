@@ -125,6 +125,8 @@ inline constexpr DateWordRow dateWordRows[] = {
     {u"range_and.variants", DateWord::rangeAnd},
     {u"current_time.variants", DateWord::present},
     {u"age_of.variants", DateWord::ageOf},
+    {u"how_long_until.variants", DateWord::howLong, 1},
+    {u"how_long_since.variants", DateWord::howLong, -1},
     {u"weekday_of.variants", DateWord::weekdayOf},
     {u"week_number_of.variants", DateWord::weekNumberOf},
     {u"day_count.variants", DateWord::dayCount},

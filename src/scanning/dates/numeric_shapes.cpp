@@ -81,7 +81,7 @@ Attempt<DayReading> DayShapes::dottedWithoutYear(std::size_t i) const {
         return std::nullopt;
     // "1.2. Einleitung" is a chapter.
     const bool led = i > 0 && isAny(i - 1, DateWord::on, DateWord::rangeFrom, DateWord::rangeTo, DateWord::until,
-                                    DateWord::since, DateWord::after, DateWord::before);
+                                    DateWord::since, DateWord::after, DateWord::before, DateWord::howLong);
     if ((!led && !endsPhrase(i + 4)) || (at(i + 4) && touches(i + 4) && !endsPhrase(i + 4))) return std::nullopt;
     Parsed<DayReading> date{
         NamedDay{std::nullopt, static_cast<unsigned>(month->value), static_cast<unsigned>(day->value)}, i + 4};
