@@ -117,12 +117,25 @@ void remarkOnUnused(const ElementList& written, const ElementList& reduced, Cont
     }
 }
 
+namespace {
+
+// Kinds that tell how part of a line was read, which is of no use where that part only describes a price.
+bool isOfReading(NoteKind kind) {
+    constexpr NoteKind kinds[] = {NoteKind::joinedDigits,   NoteKind::malformedNumber, NoteKind::caseDecides,
+                                  NoteKind::metricTon,      NoteKind::noSuchDate,      NoteKind::implicitProduct,
+                                  NoteKind::builtInConstant};
+    return std::find(std::begin(kinds), std::end(kinds), kind) != std::end(kinds);
+}
+
+}  // namespace
+
 LineRemarks spokenRemarks(const Context& context, const ElementList& written, bool hasResult,
                           const RemarkWords& words) {
     LineRemarks spoken;
     const Remarks* remarks = remarksIfAny(context);
     if (remarks) {
         for (const Remarks::PendingNote& note : remarks->notes()) {
+            if (isOfReading(note.kind) && remarks->isBesidePrice(note.range)) continue;
             std::u16string name(noteKindName(note.kind));
             if (note.first.empty() && !note.other.isEmpty()) name += u".other";
             const std::u16string other = note.other.isEmpty() ? u"" : words.valueText(note.other);
@@ -132,6 +145,7 @@ LineRemarks spokenRemarks(const Context& context, const ElementList& written, bo
         }
     }
     for (const MistakeNote& note : mistakeNotes(written, words.localizer, words.isNearlyUnit)) {
+        if (remarks && isOfReading(note.kind) && remarks->isBesidePrice(note.range)) continue;
         const auto isThere = [&](const Note& other) {
             return other.kind == note.kind && other.start < note.range.end() &&
                    note.range.location < other.start + other.length;

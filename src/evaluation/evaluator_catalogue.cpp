@@ -3,6 +3,7 @@
 
 #include "evaluation/arguments_evaluator.h"
 #include "evaluation/compound_measure_evaluator.h"
+#include "evaluation/discount_evaluator.h"
 #include "evaluation/duration_evaluator.h"
 #include "evaluation/each_price_evaluator.h"
 #include "evaluation/fraction_evaluator.h"
@@ -30,6 +31,7 @@ void registerEvaluators(EvaluatorList& evaluators, const EvaluatorParts& parts) 
     // What is decided on the whole line, before it is taken apart.
     evaluators.add(std::make_shared<JoinedDigitsEvaluator>(parts.locale, parts.unitConverter));
     evaluators.add(std::make_shared<LineMarksEvaluator>(parts.functions, parts.unitConverter));
+    evaluators.add(std::make_shared<DiscountEvaluator>(parts.localizer));
     evaluators.add(std::make_shared<PowerEvaluator>(parts.unitConverter));
     evaluators.add(std::make_shared<NumberWordEvaluator>(parts.localizer, parts.scales));
     evaluators.add(std::make_shared<DurationEvaluator>());
@@ -62,7 +64,7 @@ void registerEvaluators(EvaluatorList& evaluators, const EvaluatorParts& parts) 
     evaluators.add(std::make_shared<FunctionExpressionEvaluator>(parts.functions));
     evaluators.add(std::make_shared<ParenthesesSequenceMultiplicator>(parts.operationCalculator, parts.unitConverter));
     evaluators.add(std::make_shared<TimePrefixedByTimeZoneEvaluator>());
-    evaluators.add(std::make_shared<PriceEvaluator>(parts.unitConverter, parts.operationCalculator));
+    evaluators.add(std::make_shared<PriceEvaluator>(parts.unitConverter, parts.operationCalculator, parts.localizer));
     evaluators.add(std::make_shared<EmptyValueSanitizer>());
 }
 

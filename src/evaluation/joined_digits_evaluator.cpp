@@ -68,7 +68,9 @@ std::optional<ElementList> JoinedDigitsEvaluator::asMeant(const ElementList& ele
     if (!before && !isSignAt(neighbourOf(elements, i, 1))) return std::nullopt;
     const std::u16string_view literal = elements[i].text();
     const std::vector<TextRange> numbers = numbersIn(literal);
-    if (numbers.empty() || (numbers.size() > 1 && !hasPlainWords(elements))) return std::nullopt;
+    // "$80 10%" holds two amounts, too.
+    const bool percentage = before && i + 1 < elements.size() && elements[i + 1].value.is(Attribute::unit, u"percent");
+    if (numbers.empty() || (numbers.size() > 1 && !percentage && !hasPlainWords(elements))) return std::nullopt;
     const TextRange amount = before ? numbers.front() : numbers.back();
     const auto valueOf = [&](const TextRange& number) {
         const std::u16string_view digits = number.in(literal);

@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "evaluation/date_relation_operations.h"
+#include "evaluation/element_tests.h"
 
 namespace vemo {
 
@@ -79,7 +80,8 @@ void OperandRemarks::atOperator(std::size_t index) {
     const bool missing = (isBlank(right) && !signFollows && left.hasValue()) ||
                          (index == 0 && isBlank(left) && !isSign(op) && right.hasValue());
     if (missing) remarksOf(context_).note(NoteKind::missingOperand, elements_.rangeOf(left.to, left.to + 1));
-    if (!left.hasValue() && hasWords(left) && right.hasValue()) unknown(left, NoteKind::unknownWord);
+    if (!left.hasValue() && hasWords(left) && right.hasValue() && !isSignOfNumber(left.to))
+        unknown(left, NoteKind::unknownWord);
     if (!right.hasValue() && hasWords(right) && left.hasValue()) unknown(right, NoteKind::unknownWord);
 }
 
@@ -103,6 +105,12 @@ bool OperandRemarks::isHyphen(std::size_t index) const {
     const std::u16string& after = elements_[index + 1].text();
     return isPlain(elements_[index - 1]) && isPlain(elements_[index + 1]) && !before.empty() && !after.empty() &&
            isLetter(before.back()) && isLetter(after.front());
+}
+
+// "refund -$15": the sign is the number's.
+bool OperandRemarks::isSignOfNumber(std::size_t index) const {
+    return index > 0 && isSign(elements_[index]) && endsWithBlank(elements_[index - 1]) &&
+           index + 1 < elements_.size() && !elements_[index + 1].value.isEmpty();
 }
 
 void OperandRemarks::atConversion(const Operand& left, const Operand& right, bool last) {

@@ -43,6 +43,7 @@ private:
 
     void atOperator(std::size_t index);
     void atPhrase(const Operand& left, const Operand& right, const Element& op);
+    bool isSignOfNumber(std::size_t index) const;
     bool isHyphen(std::size_t index) const;
     void atConversion(const Operand& left, const Operand& right, bool last);
     void unknown(const Operand& operand, NoteKind kind);

@@ -9,6 +9,8 @@
 
 namespace vemo {
 
+class Localizer;
+
 // "Dinner at 7-Eleven for 2 $54": where every amount of money stands apart from the operators of a line with words,
 // these belong to the description. They become text, and so do
 // functions without an argument and brackets with words.
@@ -29,12 +31,15 @@ private:
 // "iPhone 15 $799": of values that nothing joins, the amount of money stands for all; several are added.
 class PriceEvaluator : public Evaluator {
 public:
-    PriceEvaluator(const UnitConverter& unitConverter, const OperationCalculator& operationCalculator)
-        : Evaluator({Attribute::unit}), unitConverter_(unitConverter), operationCalculator_(operationCalculator) {}
+    PriceEvaluator(const UnitConverter& unitConverter, const OperationCalculator& operationCalculator,
+                   const Localizer& localizer);
     std::u16string_view name() const override { return u"PriceEvaluator"; }
     std::optional<ElementList> evaluate(const ElementList&, Context&, const EvaluationContext&) const override;
 
 private:
+    bool mayApplyPercentage(const ElementList& elements) const;
+
+    std::vector<std::u16string> percentageWords_;  // beside which a percentage is to be applied: "discount"
     const UnitConverter& unitConverter_;
     const OperationCalculator& operationCalculator_;
 };

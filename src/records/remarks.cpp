@@ -42,6 +42,14 @@ void Remarks::note(NoteKind kind, TextRange range, std::u16string_view first, Va
     notes_.push_back({kind, range, std::u16string(first), std::move(other)});
 }
 
+bool Remarks::isBesidePrice(TextRange range) const {
+    if (!price_ || range.location < price_->description.location || range.end() > price_->description.end())
+        return false;
+    return std::none_of(price_->amounts.begin(), price_->amounts.end(), [&](const TextRange& amount) {
+        return range.location < amount.end() && amount.location < range.end();
+    });
+}
+
 void Remarks::reason(ReasonCode code, std::u16string_view first, std::u16string_view second) {
     if (!reason_) reason_ = PendingReason{code, std::u16string(first), std::u16string(second)};
 }

@@ -33,6 +33,15 @@ public:
     // The first reason is the cause of those that follow.
     void reason(ReasonCode code, std::u16string_view first = {}, std::u16string_view second = {});
 
+    // The part of the line that describes a price, and the amounts of money in it. What else it holds takes no part in
+    // the result: there is nothing to tell of how it was read.
+    struct Price {
+        TextRange description;
+        std::vector<TextRange> amounts;
+    };
+    void setPrice(Price price) { price_ = std::move(price); }
+    bool isBesidePrice(TextRange range) const;
+
     const std::vector<PendingNote>& notes() const { return notes_; }
     const std::optional<PendingReason>& reason() const { return reason_; }
 
@@ -45,6 +54,7 @@ public:
 private:
     std::vector<PendingNote> notes_;
     std::optional<PendingReason> reason_;
+    std::optional<Price> price_;
     std::optional<std::vector<ReadingStep>> steps_;
 };
 

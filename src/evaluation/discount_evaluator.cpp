@@ -1,0 +1,104 @@
+// SPDX-License-Identifier: MIT
+#include "evaluation/discount_evaluator.h"
+
+#include <algorithm>
+
+#include "evaluation/element_replacement.h"
+#include "evaluation/element_tests.h"
+#include "scanning/words/localizer.h"
+
+namespace vemo {
+
+namespace {
+
+// A number or a unit after one: where an amount ends. A percentage is none.
+bool endsAmount(const ElementList& elements, std::size_t index) {
+    if (index >= elements.size()) return false;
+    const Value& value = elements[index].value;
+    if (value.is(Attribute::unit, u"percent")) return false;
+    return value.has(Attribute::decimal) ||
+           (value.has(Attribute::unit) && index > 0 && neighbourOf(elements, index, -1) < index &&
+            elements[neighbourOf(elements, index, -1)].value.has(Attribute::decimal));
+}
+
+bool beginsAmount(const ElementList& elements, std::size_t index) {
+    return index < elements.size() &&
+           (elements[index].value.has(Attribute::decimal) || elements[index].value.has(Attribute::unit));
+}
+
+}  // namespace
+
+DiscountEvaluator::DiscountEvaluator(const Localizer& localizer)
+    : Evaluator({Attribute::unit}), words_(localizer.variants(u"discount.variants", u"Operations")) {}
+
+bool DiscountEvaluator::isDiscount(const ElementList& elements, std::size_t index) const {
+    return index < elements.size() && isPlainWords(elements[index]) && holdsDiscount(elements[index].text());
+}
+
+bool DiscountEvaluator::holdsDiscount(std::u16string_view words) const {
+    const std::u16string text = lowercased(words);
+    return std::any_of(words_.begin(), words_.end(), [&](const std::u16string& word) {
+        for (std::size_t at = text.find(word); at != text.npos; at = text.find(word, at + 1)) {
+            const std::size_t end = at + word.size();
+            if ((at == 0 || !isLetter(text[at - 1])) && (end == text.size() || !isLetter(text[end]))) return true;
+        }
+        return false;
+    });
+}
+
+// A word for one stands before the percentage, and no amount.
+bool DiscountEvaluator::isLedByDiscount(const ElementList& elements, std::size_t percentage) const {
+    bool named = false;
+    for (std::size_t i = 0; i < percentage; ++i) {
+        if (beginsAmount(elements, i)) return false;
+        named = named || holdsDiscount(elements[i].text());
+    }
+    return named;
+}
+
+// The operator after a percentage that is none there: "10% off" with nothing after it, "10 % de remise".
+bool DiscountEvaluator::isIdle(const ElementList& elements, std::size_t op) const {
+    if (op >= elements.size() || !elements[op].value.has(Attribute::operation)) return false;
+    const std::size_t next = neighbourOf(elements, op, 1);
+    const bool last = next >= elements.size() || runTypeOf(elements[next]) == RunType::comment ||
+                      elements[next].value.has(Attribute::operation);
+    return (last && isOperator(elements[op], u"percent_off")) ||
+           (isDiscount(elements, next) && hasLetter(elements[op].text()) &&
+            !beginsAmount(elements, neighbourOf(elements, next, 1)));
+}
+
+std::optional<ElementList> DiscountEvaluator::evaluate(const ElementList& elements, Context&,
+                                                       const EvaluationContext&) const {
+    ElementReplacer replacer(elements);
+    for (std::size_t i = 0; i < elements.size(); ++i) {
+        if (!elements[i].value.is(Attribute::unit, u"percent")) continue;
+        const std::size_t start = isUnitAlone(elements[i]) ? neighbourOf(elements, i, -1) : i;
+        if (start > i || !elements[start].value.has(Attribute::decimal)) continue;
+        const std::size_t after = neighbourOf(elements, i, 1);
+        // What stands before the percentage, over words and signs without a meaning.
+        std::size_t before = neighbourOf(elements, start, -1);
+        bool named = false;
+        while (before < start && elements[before].value.isEmpty() && runTypeOf(elements[before]) == RunType::none) {
+            named = named || isDiscount(elements, before);
+            before = neighbourOf(elements, before, -1);
+        }
+        const bool idle = isIdle(elements, after);
+        if (endsAmount(elements, before)) {
+            if (!named && !idle && !isDiscount(elements, after)) continue;
+            const std::size_t from = before + 1;
+            replacer.replace({from, start - from}).append(unwrittenOperator(u"-", elements.slice(from, start).text()));
+            if (idle) replacer.replace({after, 1}).append(plainText(elements[after].text()));
+        } else if (isDiscount(elements, after) || isLedByDiscount(elements, start)) {
+            // "10% discount $80", "discount of 10% on $80"
+            const bool linked = after < elements.size() && beginsAmount(elements, neighbourOf(elements, after, 1)) &&
+                                (isPlainWords(elements[after]) || isOperator(elements[after], u"percent_on") ||
+                                 isOperator(elements[after], u"in"));
+            if (linked)
+                replacer.replace({after, 1})
+                    .append(makeElement(Value(Attribute::operation, u"percent_off"), elements[after].attributedText));
+        }
+    }
+    return replacer.finished();
+}
+
+}  // namespace vemo
