@@ -30,41 +30,57 @@ bool isValidName(std::u16string_view name) {
 
 std::optional<ElementList> AssignmentEvaluator::evaluate(const ElementList& elements, Context& context,
                                                          const EvaluationContext& evaluationContext) const {
-    const auto matches = matcher_.occurrences(elements);
-    if (matches.empty()) return std::nullopt;
+    std::vector<std::size_t> signs;
+    for (std::size_t i = 0; i < elements.size(); ++i)
+        if (elements[i].value.has(Attribute::assignment)) signs.push_back(i);
+    // "100 / 4 =" asks for a result.
+    if (!signs.empty() && trimmed(elements.slice(signs.back() + 1, elements.size()).text()).empty()) signs.pop_back();
+    if (signs.empty()) return std::nullopt;
+    const ElementList evaluated =
+        evaluationContext.evaluate(elements.slice(signs.back() + 1, elements.size()), context);
+    const Value assigned = evaluated.empty() ? Value() : evaluated[0].value;
+    // "a = b = 5": the last name first, each on its own, so that a long chain takes no depth.
+    std::vector<ElementList> parts;
+    parts.reserve(signs.size());
+    for (std::size_t i = 0; i < signs.size(); ++i)
+        parts.push_back(elements.slice(i == 0 ? 0 : signs[i - 1] + 1, signs[i] + 1));
+    for (auto part = parts.rbegin(); part != parts.rend(); ++part) *part = assign(*part, assigned, context);
+    AttributedText text;
+    for (const ElementList& part : parts) text.append(part.attributedText());
+    text.append(evaluated.attributedText());
+    return ElementList({makeElement(assigned, std::move(text))});
+}
+
+// Gives the name before the sign that ends the list the value, and tells it in the text.
+ElementList AssignmentEvaluator::assign(const ElementList& part, const Value& assigned, Context& context) const {
+    ElementList whole = part;
+    whole.append(makeElement(assigned, {}));
+    const auto matches = matcher_.occurrences(whole);
     const Match& match = matches.front();
     const ElementRange& nameParts = *match.group(u"varnameparts");
-    const ElementRange& expression = *match.group(u"expression");
-    // "100 / 4 =" asks for a result.
-    if (trimmed(elements.slice(expression.location, expression.end()).text()).empty()) return std::nullopt;
-    const ElementList evaluated =
-        evaluationContext.evaluate(elements.slice(expression.location, expression.end()), context);
-    const Value assigned = evaluated.empty() ? Value() : evaluated[0].value;
-
-    const AttributedText nameText = elements.attributedText(nameParts.location, nameParts.end());
+    const AttributedText nameText = part.attributedText(nameParts.location, nameParts.end());
     const std::u16string name = lowercased(trimmed(nameText.compoundString()));
     std::optional<Value> stored = assigned;
     if (const ElementRange* operation = match.group(u"operation")) {
         const std::u16string key = variableKey(name);
         const Value* current = context.getVariable(name);
-        const auto op = elements[operation->location].value.string(Attribute::operation);
+        const auto op = part[operation->location].value.string(Attribute::operation);
         stored = operationCalculator_.apply(*op, current ? *current : Value(), assigned, context);
         context.addDependencyOn(key, std::nullopt, Value());
     }
 
-    ElementList text = elements.slice(0, expression.location);
-    for (const ElementPointer& element : evaluated.pointers()) text.append(element);
-    const bool defines = stored && !stored->isEmpty() && isValidName(name) && isWholeName(elements, nameParts.location);
+    ElementList text = part;
+    const bool defines = stored && !stored->isEmpty() && isValidName(name) && isWholeName(part, nameParts.location);
     if (defines) {
         context.setValue(*stored, name);
         for (std::size_t i = nameParts.location; i < nameParts.end(); ++i)
-            text.replace(i, 1, makeElement({}, AttributedText(elements[i].text(), RunType::variable)));
+            text.replace(i, 1, makeElement({}, AttributedText(part[i].text(), RunType::variable)));
     }
     if (!defines && !assigned.isEmpty()) {
-        const TextRange written = elements.trimmedRangeOf(0, match.group(u"assignment")->location);
+        const TextRange written = part.trimmedRangeOf(0, match.group(u"assignment")->location);
         remarksOf(context).note(NoteKind::withoutEffect, written);
     }
-    return reducedTo(assigned, text);
+    return text;
 }
 
 namespace {

@@ -44,6 +44,12 @@ TEST(Robustness, localesThatCannotBeUsedAreTheNeutralOne) {
     }
 }
 
+TEST(Robustness, aLongChainOfAssignmentsTakesNoDepth) {
+    std::string line;
+    for (int i = 0; i < 900; ++i) line += "x = ";
+    EXPECT_EQ(results(line + "7\nx + 1", fixedEnvironment()).back(), "8");
+}
+
 TEST(Robustness, foldersOfTablesMayHoldAnything) {
     const Folder folder(Files{{"en.lproj/Operations.strings", "\"sqrt.variants\" = \"wurzelbrunft\";"},
                               {"en.lproj/Units.strings", std::string(std::size_t(5) << 20, ' ')}});
