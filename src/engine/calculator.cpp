@@ -118,7 +118,7 @@ Calculator::EvaluatedLine Calculator::evaluateLine(std::u16string_view line, Con
         remarkOnText(result.written, unitManager_, context_, context);
         tooDeep_ = false;
         result.elements = evaluate(result.written, context, 0, debug);
-        remarkOnUnused(result.written, result.elements, context);
+        remarkOnUnused(result.written, result.elements, percentageWords_, context);
         // Operators around it may have made a number of the error.
         if (tooDeep_) result.elements = reducedTo(errorValue(), result.elements);
     }

@@ -12,6 +12,7 @@
 #include "engine/measurer.h"
 #include "evaluation/evaluator_catalogue.h"
 #include "evaluation/operation_calculator.h"
+#include "evaluation/percentage_words.h"
 #include "functions/function_manager.h"
 #include "online/online_data.h"
 #include "online/place_names.h"
@@ -150,6 +151,7 @@ private:
 
     QuickTypeCollector quickTypeCollector_;
     Localizer localizer_;
+    PercentageWords percentageWords_;
     LocaleNumerals numerals_;
     PlaceNames placeNames_;
     std::unique_ptr<OnlineData> online_;  // null without a scheduler

@@ -25,6 +25,7 @@ Calculator::Calculator(const Config& config, Environment environment, std::optio
       localZone_(TimeZoneRules::find(toUtf16(environment_.timeZone))),
       measurer_("Calculator initialization", environment_.log),
       localizer_(environment_.language, environment_.resources, environment_.log),
+      percentageWords_(localizer_),
       numerals_(LocaleInfo::forIdentifier(environment_.locale)),
       placeNames_(localizer_, environment_.language),
       decimalParser_(environment_.locale),
@@ -64,7 +65,7 @@ void Calculator::initialize() {
              registerEvaluators(evaluators_,
                                 {numerals_.locale(), localizer_, stringRangeDetector_,
                                  online_ && online_->geoNames() ? nullptr : &placeNames_, operationCalculator_,
-                                 functionManager_, scaleManager_, unitManager_, unitConverter_});
+                                 functionManager_, scaleManager_, unitManager_, unitConverter_, percentageWords_});
          }},
         {"initializeFormatters",
          [&] {

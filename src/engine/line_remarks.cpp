@@ -90,7 +90,8 @@ void remarkOnText(const ElementList& elements, const UnitManager& units, const C
     }
 }
 
-void remarkOnUnused(const ElementList& written, const ElementList& reduced, Context& context) {
+void remarkOnUnused(const ElementList& written, const ElementList& reduced, const PercentageWords& percentageWords,
+                    Context& context) {
     if (reduced.size() < 2 || reduced[0].value.isEmpty()) return;
     const auto takesNoPart = [&](std::size_t begin) {
         std::size_t i = 0;
@@ -112,7 +113,11 @@ void remarkOnUnused(const ElementList& written, const ElementList& reduced, Cont
         const Value& value = reduced[i].value;
         const bool amount = value.has(Attribute::decimal) && reduced[0].value.has(Attribute::decimal);
         const bool zone = value.has(Attribute::timeZone) && reduced[0].value.has(Attribute::date);
-        if (i > 0 && (amount || zone) && takesNoPart(begin))
+        // "bill 64 tip 25%"
+        const bool percentage = amount && i > 0 && value.is(Attribute::unit, u"percent");
+        if (percentage && percentageWords.mayApply(written))
+            remarksOf(context).note(NoteKind::unusedPercentage, reduced.trimmedRangeOf(i, i + 1));
+        else if (i > 0 && (amount || zone) && takesNoPart(begin))
             remarksOf(context).note(NoteKind::unusedValue, reduced.trimmedRangeOf(i, i + 1));
     }
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "base/function_ref.h"
+#include "evaluation/percentage_words.h"
 #include "platform/locale_info.h"
 #include "records/element.h"
 #include "records/remarks.h"
@@ -26,7 +27,8 @@ void remarkOnText(const ElementList& elements, const UnitManager& units, const C
 
 // Remarks on values that evaluation left over, where only signs and blanks stand between one and the value before it:
 // beside words it is prose.
-void remarkOnUnused(const ElementList& written, const ElementList& reduced, Context& context);
+void remarkOnUnused(const ElementList& written, const ElementList& reduced, const PercentageWords& percentageWords,
+                    Context& context);
 
 // `written` are the elements before evaluation; a line that shows a result, or that asks for none, has no reason.
 LineRemarks spokenRemarks(const Context& context, const ElementList& written, bool hasResult, const RemarkWords& words);

@@ -164,7 +164,8 @@ private:
     void numbersWithoutOperator(std::size_t first) {
         const std::size_t words = neighbourOf(elements_, first, 1), second = neighbourOf(elements_, words, 1);
         if (second >= elements_.size() || neighbourOf(elements_, second, 1) < elements_.size() ||
-            !isBareNumber(first) || !isPlainWords(elements_[words]) || !isBareNumber(second))
+            !isBareNumber(first) || !isPlainWords(elements_[words]) || !isBareNumber(second) ||
+            elements_[words].text().find(u'@') != std::u16string::npos)  // "3 beers @ 6.50" is a product
             return;
         note(NoteKind::unusedValue, second, second + 1);
     }
@@ -251,7 +252,16 @@ private:
         std::size_t next = neighbourOf(elements_, number, step);
         if (step > 0 && next < elements_.size() && isUnitAlone(elements_[next]))
             next = neighbourOf(elements_, next, step);
-        return next == elements_.size();
+        // "sum of 1 to 100", "5 to 10 km in miles"
+        return next == elements_.size() ||
+               elements_[next].value.has(step < 0 ? Attribute::function : Attribute::operation);
+    }
+
+    // "90 km a 60 km/h" divides.
+    bool isOfRate(std::size_t number) const {
+        const std::size_t unit = neighbourOf(elements_, number, 1);
+        const auto id = unit < elements_.size() ? elements_[unit].value.string(Attribute::unit) : std::nullopt;
+        return id && id->find(u'/') != id->npos;
     }
 
     // "7 flurbs * 3 in kg": what is converted has no unit but a word after a number.
@@ -267,7 +277,7 @@ private:
                 if (unit && !units && calculated && word < elements_.size())
                     note(NoteKind::notConverted, word, word + 1);
                 // "9 to 5", "5 km to 10 km"
-                if (target < elements_.size() && isNumberAlone(i, -1) && isNumberAlone(i, 1))
+                if (target < elements_.size() && isNumberAlone(i, -1) && isNumberAlone(i, 1) && !isOfRate(target))
                     note(NoteKind::notConverted, target, target + 1);
                 return;
             }

@@ -48,8 +48,12 @@ struct Relations {
         return present ? shiftedByCalendar(*present, duration, sign, converter, context) : std::nullopt;
     }
     std::optional<Value> fromDate(const Value& left, const Value& right, int sign, Context& context) const {
-        if (!isDuration(left) || !isDate(right)) return std::nullopt;
-        return shiftedByCalendar(right, left, sign, converter, context);
+        // In Japanese the day comes first.
+        const bool swapped = isDate(left);
+        const Value& duration = swapped ? right : left;
+        const Value& date = swapped ? left : right;
+        if (!isDuration(duration) || !isDate(date)) return std::nullopt;
+        return shiftedByCalendar(date, duration, sign, converter, context);
     }
     std::optional<Value> between(const Value& from, const Value& to, const Value& wanted, Context& context) const {
         const auto unit = isBareUnit(wanted) ? wanted.string(Attribute::unit) : std::nullopt;

@@ -21,6 +21,13 @@ bool endsAmount(const ElementList& elements, std::size_t index) {
             elements[neighbourOf(elements, index, -1)].value.has(Attribute::decimal));
 }
 
+// After a label.
+std::size_t startOfWords(const ElementList& elements) {
+    std::size_t i = 0;
+    while (i < elements.size() && (isBlank(elements[i]) || runTypeOf(elements[i]) == RunType::label)) ++i;
+    return i;
+}
+
 bool beginsAmount(const ElementList& elements, std::size_t index) {
     return index < elements.size() &&
            (elements[index].value.has(Attribute::decimal) || elements[index].value.has(Attribute::unit));
@@ -29,7 +36,9 @@ bool beginsAmount(const ElementList& elements, std::size_t index) {
 }  // namespace
 
 DiscountEvaluator::DiscountEvaluator(const Localizer& localizer)
-    : Evaluator({Attribute::unit}), words_(localizer.variants(u"discount.variants", u"Operations")) {}
+    : Evaluator({Attribute::unit}),
+      words_(localizer.variants(u"discount.variants", u"Operations")),
+      tenthsOff_(localizer.variants(u"tenths_off.variants", u"Operations")) {}
 
 bool DiscountEvaluator::isDiscount(const ElementList& elements, std::size_t index) const {
     return index < elements.size() && isPlainWords(elements[index]) && holdsDiscount(elements[index].text());
@@ -40,7 +49,9 @@ bool DiscountEvaluator::holdsDiscount(std::u16string_view words) const {
     return std::any_of(words_.begin(), words_.end(), [&](const std::u16string& word) {
         for (std::size_t at = text.find(word); at != text.npos; at = text.find(word, at + 1)) {
             const std::size_t end = at + word.size();
-            if ((at == 0 || !isLetter(text[at - 1])) && (end == text.size() || !isLetter(text[end]))) return true;
+            const bool whole = isCjk(word.front()) ||
+                               ((at == 0 || !isLetter(text[at - 1])) && (end == text.size() || !isLetter(text[end])));
+            if (whole) return true;
         }
         return false;
     });
@@ -67,8 +78,27 @@ bool DiscountEvaluator::isIdle(const ElementList& elements, std::size_t op) cons
             !beginsAmount(elements, neighbourOf(elements, next, 1)));
 }
 
-std::optional<ElementList> DiscountEvaluator::evaluate(const ElementList& elements, Context&,
+// "2割引き": a number of tenths, whose word is part of that for the discount.
+std::optional<ElementList> DiscountEvaluator::withTenths(const ElementList& elements) const {
+    if (tenthsOff_.empty()) return std::nullopt;
+    ElementReplacer replacer(elements);
+    for (std::size_t i = 0; i + 1 < elements.size(); ++i) {
+        if (!isNumberWithoutUnit(elements[i]) || !isPlainWords(elements[i + 1])) continue;
+        const std::u16string& text = elements[i + 1].text();
+        const bool off = std::any_of(tenthsOff_.begin(), tenthsOff_.end(),
+                                     [&](const std::u16string& word) { return text.starts_with(word); });
+        if (!off) continue;
+        const DecimalNumber percent = elements[i].value.decimal()->multiplyingByPowerOf10(1);
+        replacer.replace({i, 1}).append(
+            makeElement(Value(percent).with(u"percent", Attribute::unit), elements[i].attributedText));
+    }
+    return replacer.finished();
+}
+
+std::optional<ElementList> DiscountEvaluator::evaluate(const ElementList& given, Context&,
                                                        const EvaluationContext&) const {
+    const std::optional<ElementList> tenths = withTenths(given);
+    const ElementList& elements = tenths ? *tenths : given;
     ElementReplacer replacer(elements);
     for (std::size_t i = 0; i < elements.size(); ++i) {
         if (!elements[i].value.is(Attribute::unit, u"percent")) continue;
@@ -83,8 +113,25 @@ std::optional<ElementList> DiscountEvaluator::evaluate(const ElementList& elemen
             before = neighbourOf(elements, before, -1);
         }
         const bool idle = isIdle(elements, after);
-        if (endsAmount(elements, before)) {
-            if (!named && !idle && !isDiscount(elements, after)) continue;
+        // "3000円の20%引き": the word between multiplies elsewhere.
+        const bool joined = before < start && isOperator(elements[before], u"*") &&
+                            hasLetter(elements[before].text()) && isDiscount(elements, after) &&
+                            endsAmount(elements, neighbourOf(elements, before, -1));
+        if (joined) {
+            replacer.replace({before, 1})
+                .append(makeElement(Value(Attribute::operation, u"-"), elements[before].attributedText));
+        } else if (endsAmount(elements, before)) {
+            if (!named && !idle && !isDiscount(elements, after)) {
+                // "tax on $45 at 7%"
+                const std::size_t of = startOfWords(elements);
+                if (of < before && isOperator(elements[of], u"percent_of") && hasLetter(elements[of].text()) &&
+                    neighbourOf(elements, start, -1) != before && after >= elements.size()) {
+                    replacer.replace({of, 1}).append(plainText(elements[of].text()));
+                    replacer.replace({before + 1, start - before - 1})
+                        .append(unwrittenOperator(u"*", elements.slice(before + 1, start).text()));
+                }
+                continue;
+            }
             const std::size_t from = before + 1;
             replacer.replace({from, start - from}).append(unwrittenOperator(u"-", elements.slice(from, start).text()));
             if (idle) replacer.replace({after, 1}).append(plainText(elements[after].text()));
@@ -98,7 +145,8 @@ std::optional<ElementList> DiscountEvaluator::evaluate(const ElementList& elemen
                     .append(makeElement(Value(Attribute::operation, u"percent_off"), elements[after].attributedText));
         }
     }
-    return replacer.finished();
+    auto result = replacer.finished();
+    return result ? result : tenths;
 }
 
 }  // namespace vemo

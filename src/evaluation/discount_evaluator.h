@@ -24,7 +24,9 @@ private:
     bool isLedByDiscount(const ElementList& elements, std::size_t percentage) const;
     bool isIdle(const ElementList& elements, std::size_t op) const;
 
-    std::vector<std::u16string> words_;
+    std::optional<ElementList> withTenths(const ElementList& elements) const;
+
+    std::vector<std::u16string> words_, tenthsOff_;
 };
 
 }  // namespace vemo

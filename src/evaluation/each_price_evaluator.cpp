@@ -31,6 +31,12 @@ bool beginsWith(std::u16string_view text, const std::vector<std::u16string>& phr
     });
 }
 
+bool startsWithAny(std::u16string_view text, const std::vector<std::u16string>& phrases) {
+    const std::u16string_view words = trimmed(text);
+    return std::any_of(phrases.begin(), phrases.end(),
+                       [&](const std::u16string& phrase) { return words.starts_with(phrase); });
+}
+
 ElementPointer asOperator(std::u16string_view id, std::u16string_view text) {
     return makeElement(Value(Attribute::operation, id), AttributedText(text, RunType::operatorWord));
 }
@@ -47,7 +53,9 @@ EachPriceEvaluator::EachPriceEvaluator(const Localizer& localizer, const UnitCon
       split_(localizer.variants(u"split.variants", u"Operations")),
       ways_(localizer.variants(u"split_ways.variants", u"Operations")),
       between_(localizer.variants(u"split_between.variants", u"Operations")),
-      by_(localizer.variants(u"measured_by.variants", u"Operations")) {}
+      by_(localizer.variants(u"measured_by.variants", u"Operations")),
+      each_(localizer.variants(u"each.variants", u"Operations")),
+      splitAfter_(localizer.variants(u"split_after.variants", u"Operations")) {}
 
 // "10 ft by 12 ft", "3 by 4 m": the word between measures of length, or a number and one.
 bool EachPriceEvaluator::isBy(const ElementList& elements, std::size_t word) const {
@@ -68,14 +76,55 @@ bool EachPriceEvaluator::isBy(const ElementList& elements, std::size_t word) con
     return measured && counted;
 }
 
-// A number that begins an operand, with words right after it.
-bool EachPriceEvaluator::isCount(const ElementList& elements, std::size_t index) const {
-    if (!isNumber(elements[index]) || index + 1 == elements.size() || !isPlainWords(elements[index + 1])) return false;
+// A number that begins an operand; where each is priced, words may stand before it, too.
+bool EachPriceEvaluator::isCount(const ElementList& elements, std::size_t index, bool each) const {
+    if (!isNumber(elements[index])) return false;
     const std::size_t before = neighbourOf(elements, index, -1);
     if (before == elements.size()) return true;
     const Value& value = elements[before].value;
     return runTypeOf(elements[before]) == RunType::label || value.has(Attribute::operation) ||
-           value.has(Attribute::assignment) || value.is(Attribute::parenthesis, u"(");
+           value.has(Attribute::assignment) || value.is(Attribute::parenthesis, u"(") ||
+           (each && isPlainWords(elements[before]));
+}
+
+// Replaces the words between a count and what one of it costs by a multiplication: "5 items at $12.50", "15 gal @
+// $3.459", "2 @ 3.75", "buy 4 at 12.5 each".
+void EachPriceEvaluator::multiplyPrice(const ElementList& elements, std::size_t index,
+                                       ElementReplacer& replacer) const {
+    std::size_t last = index;
+    const std::size_t unit = neighbourOf(elements, index, 1);
+    if (unit < elements.size() && isUnitAlone(elements[unit]) && !isCurrencyAt(elements, unit, unitConverter_))
+        last = unit;
+    std::size_t words = neighbourOf(elements, last, 1);
+    if (words == elements.size()) return;
+    std::u16string_view text = elements[words].text();
+    std::size_t at = isPlainWords(elements[words]) || trimmed(text) == u"@" ? startOfLast(text, at_) : text.npos;
+    std::size_t price = neighbourOf(elements, words, 1);
+    // "5 pièces à 3 €": the last of the words is an operator elsewhere.
+    if (at == text.npos && price < elements.size() && isPlainWords(elements[words]) &&
+        elements[price].value.has(Attribute::operation) && startOfLast(elements[price].text(), at_) == 0) {
+        words = price;
+        text = elements[words].text();
+        at = 0;
+        price = neighbourOf(elements, words, 1);
+    }
+    if (at == text.npos || price == elements.size()) return;
+    const bool each = isPricedEach(elements, price);
+    const bool priced =
+        isMoney(elements, price) || (isNumber(elements[price]) && (each || text.find(u'@') != text.npos));
+    if (!priced || !isCount(elements, index, each)) return;
+    ElementList& result = replacer.replace({words, 1});
+    if (at > 0) result.append(plainText(text.substr(0, at)));
+    result.append(asOperator(u"*", text.substr(at)));
+}
+
+// The amount that begins there is followed by "each".
+bool EachPriceEvaluator::isPricedEach(const ElementList& elements, std::size_t price) const {
+    std::size_t after = price;
+    while (after < elements.size() &&
+           (isNumberWithoutUnit(elements[after]) || isCurrencyAt(elements, after, unitConverter_)))
+        after = neighbourOf(elements, after, 1);
+    return after < elements.size() && isPlainWords(elements[after]) && beginsWith(elements[after].text(), each_);
 }
 
 bool EachPriceEvaluator::isMoney(const ElementList& elements, std::size_t index) const {
@@ -98,17 +147,29 @@ std::size_t EachPriceEvaluator::splitAt(const ElementList& elements, std::size_t
 
 std::optional<ElementList> EachPriceEvaluator::evaluate(const ElementList& elements, Context&,
                                                         const EvaluationContext&) const {
-    if (!elements.anyHas(Attribute::unit) && !hasPlainWords(elements)) return std::nullopt;
+    const auto& all = elements.pointers();
+    if (std::all_of(all.begin(), all.end(), [](const ElementPointer& e) { return !e->value.isEmpty() || isBlank(*e); }))
+        return std::nullopt;
     ElementReplacer replacer(elements);
     bool value = false;
     for (std::size_t i = 0; i < elements.size(); ++i) {
-        const std::size_t split = value ? splitAt(elements, i) : std::u16string::npos;
+        const bool follows = value;  // a value
         value = value || elements[i].value.has(Attribute::decimal);
+        const std::size_t split = follows ? splitAt(elements, i) : std::u16string::npos;
         if (split != std::u16string::npos) {
             const std::u16string_view text = elements[i - 1].text();
             ElementList& result = replacer.replace({i - 1, 1});
             if (split > 0) result.append(plainText(text.substr(0, split)));
             result.append(asOperator(u"/", text.substr(split)));
+            continue;
+        }
+        // "24000円 5人で割り勘"
+        const std::size_t next = neighbourOf(elements, i, 1);
+        if (follows && isNumber(elements[i]) && next < elements.size() && isPlainWords(elements[next]) &&
+            startsWithAny(elements[next].text(), splitAfter_) && !elements[i - 1].value.has(Attribute::operation)) {
+            const std::size_t before = neighbourOf(elements, i, -1);
+            replacer.replace({before + 1, i - before - 1})
+                .append(unwrittenOperator(u"/", elements.slice(before + 1, i).text()));
             continue;
         }
         if (value && isBy(elements, i)) {
@@ -123,19 +184,7 @@ std::optional<ElementList> EachPriceEvaluator::evaluate(const ElementList& eleme
             result.append(asOperator(u"*", elements.slice(before + 1, i + 1).text()));
             continue;
         }
-        if (!isCount(elements, i)) continue;
-        const std::u16string_view text = elements[i + 1].text();
-        const std::size_t behind = neighbourOf(elements, i + 1, 1);
-        const std::size_t at = startOfLast(text, at_);
-        if (at != text.npos && hasLetter(text.substr(0, at)) && isMoney(elements, behind)) {
-            ElementList& result = replacer.replace({i + 1, 1});
-            result.append(plainText(text.substr(0, at)));
-            result.append(asOperator(u"*", text.substr(at)));
-        } else if (behind < elements.size() && elements[behind].value.has(Attribute::operation) &&
-                   startOfLast(elements[behind].text(), at_) == 0 &&
-                   isMoney(elements, neighbourOf(elements, behind, 1))) {
-            replacer.replace({behind, 1}).append(asOperator(u"*", elements[behind].text()));
-        }
+        if (isNumber(elements[i])) multiplyPrice(elements, i, replacer);
     }
     return replacer.finished();
 }

@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "evaluation/element_replacement.h"
 #include "evaluation/evaluator.h"
 #include "units/unit_converter.h"
 
@@ -20,13 +21,15 @@ public:
     std::optional<ElementList> evaluate(const ElementList&, Context&, const EvaluationContext&) const override;
 
 private:
-    bool isCount(const ElementList& elements, std::size_t index) const;
+    bool isCount(const ElementList& elements, std::size_t index, bool each) const;
+    void multiplyPrice(const ElementList& elements, std::size_t index, ElementReplacer& replacer) const;
+    bool isPricedEach(const ElementList& elements, std::size_t price) const;
     bool isMoney(const ElementList& elements, std::size_t index) const;
     bool isBy(const ElementList& elements, std::size_t word) const;
     std::size_t splitAt(const ElementList& elements, std::size_t index) const;
 
     const UnitConverter& unitConverter_;
-    const std::vector<std::u16string> at_, split_, ways_, between_, by_;
+    const std::vector<std::u16string> at_, split_, ways_, between_, by_, each_, splitAfter_;
 };
 
 }  // namespace vemo

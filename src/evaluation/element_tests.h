@@ -69,4 +69,13 @@ inline bool beginsValue(const ElementList& elements, std::size_t index) {
            value.has(Attribute::function) || value.is(Attribute::parenthesis, u"(");
 }
 
+// The same after "of", where one word may stand before the value: "half of the $90 bill".
+inline bool beginsWhole(const ElementList& elements, std::size_t of) {
+    std::size_t next = neighbourOf(elements, of, 1);
+    if (next < elements.size() && isPlainWords(elements[next]) &&
+        trimmed(elements[next].text()).find(u' ') == std::u16string_view::npos)
+        next = neighbourOf(elements, next, 1);
+    return beginsValue(elements, next);
+}
+
 }  // namespace vemo

@@ -60,11 +60,13 @@ void registerEvaluators(EvaluatorList& evaluators, const EvaluatorParts& parts) 
     evaluators.add(std::make_shared<ScaleEvaluator>(parts.scales));
     evaluators.add(std::make_shared<DecimalSurroundByCurrencyEvaluator>(parts.unitConverter));
     evaluators.add(std::make_shared<DecimalUnitEvaluator>(parts.unitConverter));
-    evaluators.add(std::make_shared<ConvertableValueSequenceEvaluator>(parts.operationCalculator, parts.unitConverter));
+    evaluators.add(std::make_shared<ConvertableValueSequenceEvaluator>(parts.operationCalculator, parts.unitConverter,
+                                                                       parts.percentageWords));
     evaluators.add(std::make_shared<FunctionExpressionEvaluator>(parts.functions));
     evaluators.add(std::make_shared<ParenthesesSequenceMultiplicator>(parts.operationCalculator, parts.unitConverter));
     evaluators.add(std::make_shared<TimePrefixedByTimeZoneEvaluator>());
-    evaluators.add(std::make_shared<PriceEvaluator>(parts.unitConverter, parts.operationCalculator, parts.localizer));
+    evaluators.add(
+        std::make_shared<PriceEvaluator>(parts.unitConverter, parts.operationCalculator, parts.percentageWords));
     evaluators.add(std::make_shared<EmptyValueSanitizer>());
 }
 

@@ -12,6 +12,7 @@ class FunctionManager;
 class Localizer;
 struct LocaleInfo;
 class OperationCalculator;
+class PercentageWords;
 class Places;
 class ScaleManager;
 class StringRangeDetector;
@@ -31,6 +32,7 @@ struct EvaluatorParts {
     const ScaleManager& scales;
     const UnitManager& units;
     const UnitConverter& unitConverter;
+    const PercentageWords& percentageWords;
 };
 
 // Adds every evaluator, in the order in which they run.

@@ -53,15 +53,13 @@ std::optional<ElementList> FractionEvaluator::evaluate(const ElementList& elemen
         const std::size_t end = i + (stroke ? strokeLength : 1);
         const std::size_t next = neighbourOf(elements, end - 1, 1);
         if (next == elements.size()) continue;
-        const bool of =
-            isOperator(elements[next], u"percent_of") && beginsValue(elements, neighbourOf(elements, next, 1));
+        const bool of = isOperator(elements[next], u"percent_of") && beginsWhole(elements, next);
         const bool touches = next == end || elements[end].text().size() == 1;
         const bool isShort = elements[i].text().size() <= longestPart && elements[end - 1].text().size() <= longestPart;
         const bool unit = stroke && touches && isShort && elements[next].value.has(Attribute::unit) &&
                           !elements[next].value.has(Attribute::decimal) &&
                           !isSignOfNextNumber(elements, next, unitConverter_);
-        const bool off =
-            isOperator(elements[next], u"percent_off") && beginsValue(elements, neighbourOf(elements, next, 1));
+        const bool off = isOperator(elements[next], u"percent_off") && beginsWhole(elements, next);
         if (!of && !off && !unit) continue;
         ElementList& result = replacer.replace({i, (of ? next + 1 : end) - i});
         if (stroke || off) {

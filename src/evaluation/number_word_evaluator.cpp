@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "evaluation/number_word_evaluator.h"
 
+#include <unicode/uchar.h>
+
 #include <algorithm>
+#include <limits>
 
 #include "evaluation/element_replacement.h"
 #include "evaluation/element_tests.h"
@@ -14,6 +17,10 @@ namespace vemo {
 namespace {
 
 constexpr std::int64_t hundred = 100;
+
+DecimalNumber powerOfTen(int exponent) {
+    return DecimalNumber::fromInt64(1).multiplyingByPowerOf10(static_cast<std::int16_t>(exponent));
+}
 
 bool isWord(const ElementList& elements, std::size_t i, std::u16string_view type) {
     return i < elements.size() && elements[i].value.is(Attribute::type, type);
@@ -41,7 +48,7 @@ bool isFraction(const ElementList& elements, std::size_t i) {
     const std::size_t of = neighbourOf(elements, i, 1);
     return of < elements.size() &&
            (isOperator(elements[of], u"percent_of") || isOperator(elements[of], u"percent_off")) &&
-           beginsValue(elements, neighbourOf(elements, of, 1));
+           beginsWhole(elements, of);
 }
 
 bool isDecided(const Value& value) {
@@ -50,14 +57,16 @@ bool isDecided(const Value& value) {
 
 // "twelve * 12", "two hundred plus fifty": beside an arithmetic operator whose other operand is a number.
 bool isCalculated(const ElementList& elements, std::size_t start, std::size_t end) {
-    constexpr std::u16string_view operators[] = {u"+", u"-", u"*", u"/", u"^"};
+    constexpr std::u16string_view operators[] = {u"+", u"-",          u"*",          u"/",
+                                                 u"^", u"percent_of", u"percent_on", u"percent_off"};
     const auto isNumberBeyond = [&](std::size_t op, int step) {
         if (op >= elements.size()) return false;
         const auto id = elements[op].value.string(Attribute::operation);
         if (!id || std::find(std::begin(operators), std::end(operators), *id) == std::end(operators)) return false;
         const std::size_t other = neighbourOf(elements, op, step);
         return other < elements.size() &&
-               (elements[other].value.has(Attribute::decimal) || elements[other].value.has(Attribute::scale));
+               (elements[other].value.has(Attribute::decimal) || elements[other].value.has(Attribute::scale) ||
+                elements[other].value.is(Attribute::unit, u"percent"));
     };
     return isNumberBeyond(neighbourOf(elements, end - 1, 1), 1) || isNumberBeyond(neighbourOf(elements, start, -1), -1);
 }
@@ -184,16 +193,17 @@ std::optional<ElementList> NumberWordEvaluator::withWords(const ElementList& ele
         };
         const std::size_t next = neighbourOf(elements, i, 1);
         const std::size_t third = neighbourOf(elements, next, 1);
-        if (isNumerator(elements[i]) && isUnitAt(elements, next) && isAddend(elements, third)) {
+        const auto isCounted = [&](std::size_t k) { return isUnitAt(elements, k) || scaleAt(elements, k); };
+        if (isNumerator(elements[i]) && isCounted(next) && isAddend(elements, third)) {
             become(i + 1, value.decimal()->adding(*elements[third].value.decimal()));
             const std::u16string text = elements.slice(next, third + 1).text();
             replacer.replace({next, third + 1 - next})
                 .append(makeElement(elements[next].value, AttributedText(text, RunType::unit)));
             i = third;
-        } else if (isNumerator(elements[i]) && isAddend(elements, next) && isUnitAt(elements, third)) {
+        } else if (isNumerator(elements[i]) && isAddend(elements, next) && isCounted(third)) {
             become(next + 1, value.decimal()->adding(*elements[next].value.decimal()));
             i = next;
-        } else if (value.is(Attribute::type, number_word::mixed) && isUnitAt(elements, next)) {
+        } else if (value.is(Attribute::type, number_word::mixed) && isCounted(next)) {
             become(i + 1, *value.decimal());
         } else if (isNumerator(elements[i]) && isFraction(elements, next)) {
             become(next + 1, value.decimal()->multiplying(*elements[next].value.decimal()));
@@ -224,13 +234,64 @@ std::optional<ElementList> NumberWordEvaluator::withWords(const ElementList& ele
     return replacer.finished();
 }
 
+// "$2.5m" counts millions: nobody measures money in metres.
+std::optional<ElementList> NumberWordEvaluator::withMillions(const ElementList& elements) const {
+    if (!elements.anyHas(Attribute::unit)) return std::nullopt;
+    ElementReplacer replacer(elements);
+    for (std::size_t i = 2; i < elements.size(); ++i) {
+        if (elements[i].text() != u"m" || !isUnitAlone(elements[i]) || !isNumberWithoutUnit(elements[i - 1])) continue;
+        const std::u16string& sign = elements[i - 2].text();
+        if (isUnitAlone(elements[i - 2]) && !sign.empty() && u_charType(sign.back()) == U_CURRENCY_SYMBOL)
+            replacer.replace({i, 1}).append(
+                makeElement(Value(Attribute::scale, u"million"), elements[i].attributedText));
+    }
+    return replacer.finished();
+}
+
+// "1万5000円", "2億3千万": one number of several parts, each less than the scale before it.
+std::optional<ElementList> NumberWordEvaluator::withParts(const ElementList& elements) const {
+    if (!elements.anyHas(Attribute::scale)) return std::nullopt;
+    const auto isPart = [&](std::size_t i) {
+        return i < elements.size() && isNumberWithoutUnit(elements[i]) && runTypeOf(elements[i]) == RunType::number;
+    };
+    ElementReplacer replacer(elements);
+    for (std::size_t i = 0; i < elements.size(); ++i) {
+        DecimalNumber number;
+        int last = std::numeric_limits<int>::max();
+        std::size_t end = i, parts = 0;
+        for (; isPart(end); ++parts) {
+            const Scale* scale = scaleAt(elements, end + 1);
+            const DecimalNumber part = *elements[end].value.decimal();
+            if (scale && !scale->isCount() && isCjk(elements[end + 1].text().front()) && scale->ratio < last) {
+                number = number.adding(scale->times(part));
+                last = scale->ratio;
+                end += 2;
+            } else if (parts > 0 && DecimalNumber::compare(part, powerOfTen(last)) == -1) {
+                number = number.adding(part);
+                ++end;
+                last = 0;
+            } else {
+                break;
+            }
+        }
+        if (parts < 2) continue;
+        replacer.replace({i, end - i})
+            .append(makeElement(Value(number), AttributedText(elements.slice(i, end).text(), RunType::number)));
+        i = end - 1;
+    }
+    return replacer.finished();
+}
+
 std::optional<ElementList> NumberWordEvaluator::evaluate(const ElementList& elements, Context& context,
                                                          const EvaluationContext&) const {
-    auto articles = withArticles(elements);
-    const ElementList& list = articles ? *articles : elements;
-    if (!list.anyHas(Attribute::type)) return articles;
-    auto words = withWords(list, context);
-    return words ? words : articles;
+    std::optional<ElementList> changed;
+    const auto list = [&]() -> const ElementList& { return changed ? *changed : elements; };
+    if (auto parts = withParts(list())) changed = std::move(parts);
+    if (auto millions = withMillions(list())) changed = std::move(millions);
+    if (auto articles = withArticles(list())) changed = std::move(articles);
+    if (!list().anyHas(Attribute::type)) return changed;
+    auto words = withWords(list(), context);
+    return words ? words : changed;
 }
 
 }  // namespace vemo

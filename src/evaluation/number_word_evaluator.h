@@ -30,6 +30,8 @@ private:
     std::size_t articleAt(const ElementList& elements, std::size_t index) const;
     bool isMeasured(const ElementList& elements, std::size_t index) const;
     const Scale* scaleAt(const ElementList& elements, std::size_t index) const;
+    std::optional<ElementList> withParts(const ElementList& elements) const;
+    std::optional<ElementList> withMillions(const ElementList& elements) const;
     std::optional<ElementList> withArticles(const ElementList& elements) const;
     std::optional<ElementList> withWords(const ElementList& elements, Context& context) const;
 

@@ -124,6 +124,7 @@ void OperandRemarks::atConversion(const Operand& left, const Operand& right, boo
     if (last && isBlank(right)) {
         remarksOf(context_).note(NoteKind::missingOperand, elements_.rangeOf(left.to, left.to + 1));
     } else if (hasWords(right)) {
+        if (!right.value.isEmpty()) return;  // "5インチをcmに": the words say no more
         // One word in small letters or capitals may be a unit misspelt; "5 km in Berlin" and "in the park" are prose.
         const std::u16string words = elements_.slice(right.from, right.to).text();
         const std::u16string_view word = trimmed(words);

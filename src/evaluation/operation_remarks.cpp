@@ -104,6 +104,8 @@ void OperationRemarks::applied(std::u16string_view id, const Value& left, const 
         return;
     }
     if (!to) {
+        // "(4 ft)^2"
+        if (id == u"^" && from && *from != percent) remarksOf(context).note(NoteKind::keptUnit, range);
         const auto count = right.decimal();
         if ((id == u"left_shift" || id == u"right_shift") && count && count->toInt64() > widestShift)
             remarksOf(context).note(NoteKind::cappedShift, range);

@@ -7,7 +7,6 @@
 #include "evaluation/element_replacement.h"
 #include "evaluation/element_tests.h"
 #include "records/remarks.h"
-#include "scanning/words/localizer.h"
 
 namespace vemo {
 
@@ -230,30 +229,6 @@ std::optional<ElementList> PricedDescriptionEvaluator::evaluate(const ElementLis
     return replacer.finished();
 }
 
-PriceEvaluator::PriceEvaluator(const UnitConverter& unitConverter, const OperationCalculator& operationCalculator,
-                               const Localizer& localizer)
-    : Evaluator({Attribute::unit}),
-      percentageWords_(localizer.variants(u"percentage.variants", u"Operations")),
-      unitConverter_(unitConverter),
-      operationCalculator_(operationCalculator) {}
-
-// "$80 10%", "$1000 at 5% for 3 years"; but "milk 2% $3.79" has a percentage in its description.
-bool PriceEvaluator::mayApplyPercentage(const ElementList& elements) const {
-    bool words = false;
-    for (const ElementPointer& element : elements.pointers()) {
-        if (!isPlainWords(*element)) continue;
-        words = true;
-        const std::u16string text = lowercased(element->text());
-        for (std::size_t i = 0, end = 0; i < text.size(); i = end + 1) {
-            for (end = i; end < text.size() && isLetter(text[end]);) ++end;
-            const std::u16string_view word = std::u16string_view(text).substr(i, end - i);
-            if (std::find(percentageWords_.begin(), percentageWords_.end(), word) != percentageWords_.end())
-                return true;
-        }
-    }
-    return !words;
-}
-
 std::optional<ElementList> PriceEvaluator::evaluate(const ElementList& elements, Context& context,
                                                     const EvaluationContext&) const {
     std::size_t values = 0;
@@ -286,7 +261,7 @@ std::optional<ElementList> PriceEvaluator::evaluate(const ElementList& elements,
     if (values < 2 || !total) return std::nullopt;
     price.description = {elements.location(), place.end() - elements.location()};
     remarksOf(context).setPrice(std::move(price));
-    if (mayApplyPercentage(elements))
+    if (percentageWords_.mayApply(elements))
         for (std::size_t i = 0; i < elements.size(); ++i)
             if (elements[i].value.is(Attribute::unit, u"percent"))
                 remarksOf(context).note(NoteKind::unusedPercentage, elements.trimmedRangeOf(i, i + 1));

@@ -5,11 +5,10 @@
 
 #include "evaluation/evaluator.h"
 #include "evaluation/operation_calculator.h"
+#include "evaluation/percentage_words.h"
 #include "units/unit_converter.h"
 
 namespace vemo {
-
-class Localizer;
 
 // "Dinner at 7-Eleven for 2 $54": where every amount of money stands apart from the operators of a line with words,
 // these belong to the description. They become text, and so do
@@ -32,16 +31,18 @@ private:
 class PriceEvaluator : public Evaluator {
 public:
     PriceEvaluator(const UnitConverter& unitConverter, const OperationCalculator& operationCalculator,
-                   const Localizer& localizer);
+                   const PercentageWords& percentageWords)
+        : Evaluator({Attribute::unit}),
+          unitConverter_(unitConverter),
+          operationCalculator_(operationCalculator),
+          percentageWords_(percentageWords) {}
     std::u16string_view name() const override { return u"PriceEvaluator"; }
     std::optional<ElementList> evaluate(const ElementList&, Context&, const EvaluationContext&) const override;
 
 private:
-    bool mayApplyPercentage(const ElementList& elements) const;
-
-    std::vector<std::u16string> percentageWords_;  // beside which a percentage is to be applied: "discount"
     const UnitConverter& unitConverter_;
     const OperationCalculator& operationCalculator_;
+    const PercentageWords& percentageWords_;
 };
 
 // The sign, code or name of a currency, alone or with its amount.

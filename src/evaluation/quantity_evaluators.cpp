@@ -177,6 +177,9 @@ std::optional<ElementList> ConvertableValueSequenceEvaluator::evaluate(const Ele
         // "2% milk $3.89"
         const auto first = elements[values.front().location].value.string(Attribute::unit);
         if (money && (others || *first == u"percent")) return std::nullopt;
+        // "£120 inc 20% VAT"
+        for (std::size_t i = match.range.location; i < match.range.end(); ++i)
+            if (isPlainWords(elements[i]) && percentageWords_.isIncluding(elements[i].text())) return std::nullopt;
         return foldGroup(elements, match, u"value", u"+", operationCalculator_, context);
     });
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "evaluation/percentage_words.h"
 #include "evaluation/structure_evaluators.h"
 #include "units/scale_manager.h"
 #include "units/unit_converter.h"
@@ -75,10 +76,11 @@ private:
 class ConvertableValueSequenceEvaluator : public Evaluator {
 public:
     ConvertableValueSequenceEvaluator(const OperationCalculator& operationCalculator,
-                                      const UnitConverter& unitConverter)
+                                      const UnitConverter& unitConverter, const PercentageWords& percentageWords)
         : Evaluator({Attribute::unit}),
           operationCalculator_(operationCalculator),
           unitConverter_(unitConverter),
+          percentageWords_(percentageWords),
           matcher_(convertableValueSequenceMatcher()) {}
     std::u16string_view name() const override { return u"ConvertableValueSequenceEvaluator"; }
     std::optional<ElementList> evaluate(const ElementList&, Context&, const EvaluationContext&) const override;
@@ -86,6 +88,7 @@ public:
 private:
     const OperationCalculator& operationCalculator_;
     const UnitConverter& unitConverter_;
+    const PercentageWords& percentageWords_;
     FinderMatcher matcher_;
 };
 

@@ -5,6 +5,7 @@
 
 #include "evaluation/element_replacement.h"
 #include "evaluation/element_tests.h"
+#include "records/remarks.h"
 #include "scanning/words/localizer.h"
 
 namespace vemo {
@@ -17,6 +18,9 @@ constexpr struct {
     {u"how_many.variants", u"how_many_link.variants", u"in"},
     {u"what_percent_of.variants", u"what_percent_is.variants", u"percent_is"},
     {u"percent_change.variants", u"percent_change_to.variants", u"percent_change"},
+    {u"increase.variants", u"change_by.variants", u"+"},
+    {u"decrease.variants", u"change_by.variants", u"-"},
+    {u"share.variants", u"share_between.variants", u"/"},
 };
 
 bool contains(const std::vector<std::u16string>& words, std::u16string_view word) {
@@ -44,6 +48,7 @@ QuestionEvaluator::QuestionEvaluator(const Localizer& localizer) {
     for (const auto& row : rows) {
         Question question{localizer.variants(row.beginnings, u"Operations"),
                           localizer.variants(row.links, u"Operations"), row.operation};
+        if (question.beginnings.empty()) continue;
         // The longest first.
         std::stable_sort(question.beginnings.begin(), question.beginnings.end(),
                          [](const auto& a, const auto& b) { return a.size() > b.size(); });
@@ -54,7 +59,7 @@ QuestionEvaluator::QuestionEvaluator(const Localizer& localizer) {
     wholeAsked_ = localizer.variants(u"whole_asked.variants", u"Operations");
 }
 
-std::optional<ElementList> QuestionEvaluator::evaluate(const ElementList& elements, Context&,
+std::optional<ElementList> QuestionEvaluator::evaluate(const ElementList& elements, Context& context,
                                                        const EvaluationContext&) const {
     if (auto whole = askedWhole(elements)) return whole;
     const std::size_t start = startOf(elements);
@@ -65,7 +70,7 @@ std::optional<ElementList> QuestionEvaluator::evaluate(const ElementList& elemen
         const std::size_t end = endOfBeginning(elements, start, question);
         if (end == start) continue;
         auto result = question.operation == u"in" ? asConversion(elements, start, end, question)
-                                                  : asOperation(elements, start, end, question);
+                                                  : asOperation(elements, start, end, question, context);
         if (result) return result;
     }
     return std::nullopt;
@@ -129,19 +134,33 @@ std::optional<ElementList> QuestionEvaluator::asConversion(const ElementList& el
 }
 
 std::optional<ElementList> QuestionEvaluator::asOperation(const ElementList& elements, std::size_t start,
-                                                          std::size_t end, const Question& question) const {
+                                                          std::size_t end, const Question& question,
+                                                          Context& context) const {
     bool value = false;
-    for (std::size_t i = end; i + 1 < elements.size(); ++i) {
-        if (!value || !contains(question.links, elements[i].text())) {
+    for (std::size_t i = end; i < elements.size(); ++i) {
+        const std::u16string_view words = trimmed(elements[i].text());
+        if (value && isPlainWords(elements[i]) && contains(question.links, words.substr(0, words.find(u' '))) &&
+            words.find(u' ') != words.npos) {
+            // "decrease 90 by a third"
+            remarksOf(context).note(NoteKind::unknownWord, elements.trimmedRangeOf(i, i + 1), words);
+            return std::nullopt;
+        }
+        if (!value || i + 1 == elements.size() || !contains(question.links, words)) {
             value = value || elements[i].value.has(Attribute::decimal);
             continue;
         }
         ElementList result = elements.slice(0, start);
         for (std::size_t k = start; k < end; ++k) result.append(asText(elements[k]));
-        for (std::size_t k = end; k < elements.size(); ++k)
-            result.append(k == i
-                              ? makeElement(Value(Attribute::operation, question.operation), elements[i].attributedText)
-                              : elements.pointers()[k]);
+        // "split $75.30 between 3 of us": what follows the number tells who.
+        const std::size_t count = neighbourOf(elements, i, 1);
+        const bool shared =
+            question.operation == u"/" && count < elements.size() && isNumberWithoutUnit(elements[count]);
+        for (std::size_t k = end; k < elements.size(); ++k) {
+            if (k == i)
+                result.append(makeElement(Value(Attribute::operation, question.operation), elements[i].attributedText));
+            else
+                result.append(shared && k > count ? asText(elements[k]) : elements.pointers()[k]);
+        }
         return result;
     }
     return std::nullopt;

@@ -29,7 +29,7 @@ private:
     std::optional<ElementList> asConversion(const ElementList& elements, std::size_t start, std::size_t end,
                                             const Question& question) const;
     std::optional<ElementList> asOperation(const ElementList& elements, std::size_t start, std::size_t end,
-                                           const Question& question) const;
+                                           const Question& question, Context& context) const;
 
     std::vector<Question> questions_;
     std::vector<std::u16string> wholeIs_, wholeAsked_;

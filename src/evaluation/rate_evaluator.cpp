@@ -218,6 +218,9 @@ private:
         const auto leftRate = converter_.rate(unitAt(left)), rightRate = converter_.rate(unitAt(right));
         if (leftRate.has_value() == rightRate.has_value()) return;
         if (converts && (leftRate || (after(i) == right && !isQuantity(list()[right])))) return;
+        // "240 miles at 60 mph": how long it takes.
+        if (!leftRate && !article && isAmountOf(left, rightRate->upper) && !isAmountOf(left, rightRate->lower))
+            return put(i, i + 1, Value(Attribute::operation, u"/"));
         const bool fits = leftRate ? isAmountOf(right, leftRate->lower) : isAmountOf(left, rightRate->lower);
         if (!fits) return;
         if (article) {

@@ -19,6 +19,7 @@ struct FunctionRow {
     std::u16string_view phrases;  // a key of the table, or the one phrase when there is no table
     std::u16string_view table;
     std::shared_ptr<const Function> function;
+    bool offered = true;  // as a completion
 };
 
 }  // namespace
@@ -54,6 +55,8 @@ void registerFunctions(FunctionManager& functions, const Localizer& localizer, c
          unaryFunction([](const DecimalNumber& x) { return mxNthLog(x, DecimalNumber::fromInt64(2)); })},
         {u"ceil", u"ceil", u"", unaryFunction(ceiling)},
         {u"floor", u"floor", u"", unaryFunction(formulas::floor)},
+        {u"ceil", u"round up", u"", unaryFunction(ceiling), false},
+        {u"floor", u"round down", u"", unaryFunction(formulas::floor), false},
         {u"sum", u"sum.variants", u"Operations", sumToken(reduction)},
         {u"avg", u"avg.variants", u"Operations", avgToken(reduction)},
         {u"min", u"min.variants", u"Operations", minimumToken(reduction)},
@@ -81,7 +84,7 @@ void registerFunctions(FunctionManager& functions, const Localizer& localizer, c
         const bool ofNumbers = row.function->takesSigns() || row.table == u"Operations";
         for (std::size_t i = 0, count = ofNumbers ? phrases.size() : 0; i < count; ++i)
             for (const std::u16string& of : ofWords) phrases.push_back(phrases[i] + u" " + of);
-        functions.add(std::u16string(row.id), phrases, row.function);
+        functions.add(std::u16string(row.id), phrases, row.function, row.offered);
     }
 }
 

@@ -18,8 +18,9 @@ public:
     explicit FunctionManager(StringRangeDetector& stringRangeDetector, CompletionCollector* hints = nullptr)
         : phraseDetector_(stringRangeDetector), hints_(hints) {}
 
-    // Replaces an earlier function with the same id; its phrases stay.
-    void add(std::u16string id, const std::vector<std::u16string>& phrases, std::shared_ptr<const Function> function);
+    // Replaces an earlier function with the same id; its phrases stay. Without `offered` they are no completions.
+    void add(std::u16string id, const std::vector<std::u16string>& phrases, std::shared_ptr<const Function> function,
+             bool offered = true);
     const Function* function(std::u16string_view id) const;
     const PhraseDetector<std::u16string>& phraseDetector() const { return phraseDetector_; }
 

@@ -63,6 +63,11 @@ void registerScales(ScaleManager& scales, const Localizer& localizer, const std:
         std::erase(phrases, id + u".variants");  // no language has it
         if (!phrases.empty()) scales.add({id, row.ratio, std::move(phrases), {}, row.factor});
     }
+    // "3割" is 30 per cent.
+    std::vector<std::u16string> tenths = localizer.variants(u"tenths.variants", u"Scales");
+    std::erase(tenths, u"tenths.variants");
+    constexpr std::int64_t percentOfATenth = 10;
+    if (!tenths.empty()) scales.add({u"tenths", 0, std::move(tenths), u"percent", percentOfATenth});
     scales.add({u"cent", -2, localizer.variants(u"cent.variants", u"Scales"), currencyOfCents(locale)});
 }
 

@@ -163,9 +163,11 @@ Attempt<DayReading> DayShapes::festival(std::size_t i) const {
     const std::size_t end = takeYear(i + 1, date, false);
     std::size_t before = i;
     while (before > 0 && isAny(before - 1, DateWord::article, DateWord::on)) --before;
-    const bool asked =
-        before > 0 && isAny(before - 1, DateWord::before, DateWord::after, DateWord::until, DateWord::since,
-                            DateWord::rangeTo, DateWord::weekdayOf, DateWord::weekNumberOf, DateWord::howLong);
+    // クリスマスまで何日
+    const bool followed = touches(end) && isAny(end, DateWord::until, DateWord::howLong);
+    const bool asked = followed || (before > 0 && isAny(before - 1, DateWord::before, DateWord::after, DateWord::until,
+                                                        DateWord::since, DateWord::rangeTo, DateWord::weekdayOf,
+                                                        DateWord::weekNumberOf, DateWord::howLong));
     return asked || date.year ? Attempt<DayReading>(Parsed<DayReading>{date, end}) : std::nullopt;
 }
 

@@ -101,6 +101,10 @@ private:
         return i > 0 && isAny(i - 1, DateWord::unit, DateWord::businessDay) &&
                !(i > 1 && (number(i - 2) || is(i - 2, DateWord::count)));
     }
+    bool isDays(std::size_t i) const {
+        return is(i, DateWord::dayMark) ||
+               (is(i, DateWord::unit) && value(i, DateWord::unit) == static_cast<int>(DateUnit::day));
+    }
     bool isPresent(std::size_t i) const { return i > 0 && is(i - 1, DateWord::present); }
 
     void add(std::size_t i, Kind kind, int value = 0) { found_.push_back({lexemes_[i].range, kind, value}); }
@@ -123,6 +127,13 @@ private:
         }
         const auto duration = durationBefore(i);
         if (duration && isAny(i, DateWord::agoBehind, DateWord::aheadBehind)) {
+            // "3月3日から10日後": counted from that day.
+            const std::size_t from = *duration - 1;
+            if (*duration > 0 && isAny(from, DateWord::rangeTo) && anchorBefore(from)) {
+                add(from, is(i, DateWord::agoBehind) ? Kind::before : Kind::after);
+                if (isDays(i - 1)) add(i - 1, Kind::days);  // 日後 is one word elsewhere
+                return addCounts(*duration, i);
+            }
             add(i, is(i, DateWord::agoBehind) ? Kind::ago : Kind::fromNow);
             return addCounts(*duration, i);
         }

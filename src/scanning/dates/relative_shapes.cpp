@@ -157,6 +157,8 @@ Attempt<DayReading> DayShapes::countedBehind(std::size_t i) const {
     const std::size_t before = i > 1 && is(i - 1, DateWord::rangeAnd) ? i - 1 : i;
     if (!shift || (i > 0 && lexemes_[i].spaced && number(i - 1)) || (before > 0 && isPartOfDuration(before - 1)))
         return std::nullopt;
+    // "3月3日から10日後" counts from that day.
+    if (i > 1 && is(i - 1, DateWord::rangeTo) && touches(i) && touches(i - 1)) return std::nullopt;
     if (is(shift->end, DateWord::agoBehind)) {
         auto& many = std::get<ShiftedDay>(shift->reading).count;
         many = -many;

@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: MIT
+#include "evaluation/percentage_words.h"
+
+#include <algorithm>
+
+#include "evaluation/element_tests.h"
+#include "scanning/words/localizer.h"
+
+namespace vemo {
+
+namespace {
+
+// Whole words only.
+bool holdsAny(std::u16string_view text, const std::vector<std::u16string>& words) {
+    const std::u16string lower = lowercased(text);
+    for (std::size_t i = 0, end = 0; i < lower.size(); i = end + 1) {
+        for (end = i; end < lower.size() && isLetter(lower[end]);) ++end;
+        const std::u16string_view word = std::u16string_view(lower).substr(i, end - i);
+        if (std::find(words.begin(), words.end(), word) != words.end()) return true;
+    }
+    return false;
+}
+
+}  // namespace
+
+PercentageWords::PercentageWords(const Localizer& localizer)
+    : applying_(localizer.variants(u"percentage.variants", u"Operations")),
+      including_(localizer.variants(u"including.variants", u"Operations")) {}
+
+bool PercentageWords::mayApply(const ElementList& elements) const {
+    bool words = false;
+    for (const ElementPointer& element : elements.pointers()) {
+        if (!isPlainWords(*element)) continue;
+        if (holdsAny(element->text(), applying_) || isIncluding(element->text())) return true;
+        words = true;
+    }
+    return !words;
+}
+
+bool PercentageWords::isIncluding(std::u16string_view text) const {
+    return holdsAny(text, including_);
+}
+
+}  // namespace vemo
