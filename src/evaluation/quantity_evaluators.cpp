@@ -34,7 +34,11 @@ std::optional<ElementList> AssignmentEvaluator::evaluate(const ElementList& elem
     for (std::size_t i = 0; i < elements.size(); ++i)
         if (elements[i].value.has(Attribute::assignment)) signs.push_back(i);
     // "100 / 4 =" asks for a result.
-    if (!signs.empty() && trimmed(elements.slice(signs.back() + 1, elements.size()).text()).empty()) signs.pop_back();
+    const auto isBlankFrom = [&](std::size_t i) {
+        while (i < elements.size() && trimmed(elements[i].text()).empty()) ++i;
+        return i == elements.size();
+    };
+    if (!signs.empty() && isBlankFrom(signs.back() + 1)) signs.pop_back();
     if (signs.empty()) return std::nullopt;
     const ElementList evaluated =
         evaluationContext.evaluate(elements.slice(signs.back() + 1, elements.size()), context);
@@ -44,18 +48,17 @@ std::optional<ElementList> AssignmentEvaluator::evaluate(const ElementList& elem
     parts.reserve(signs.size());
     for (std::size_t i = 0; i < signs.size(); ++i)
         parts.push_back(elements.slice(i == 0 ? 0 : signs[i - 1] + 1, signs[i] + 1));
-    for (auto part = parts.rbegin(); part != parts.rend(); ++part) *part = assign(*part, assigned, context);
+    for (auto part = parts.rbegin(); part != parts.rend(); ++part) assign(*part, assigned, context);
     AttributedText text;
     for (const ElementList& part : parts) text.append(part.attributedText());
     text.append(evaluated.attributedText());
     return ElementList({makeElement(assigned, std::move(text))});
 }
 
-// Gives the name before the sign that ends the list the value, and tells it in the text.
-ElementList AssignmentEvaluator::assign(const ElementList& part, const Value& assigned, Context& context) const {
-    ElementList whole = part;
-    whole.append(makeElement(assigned, {}));
-    const auto matches = matcher_.occurrences(whole);
+// Gives the name before the sign that ends the list the value, and marks it in the text.
+void AssignmentEvaluator::assign(ElementList& part, const Value& assigned, Context& context) const {
+    part.append(makeElement(assigned, {}));  // in place of the expression
+    const auto matches = matcher_.occurrences(part);
     const Match& match = matches.front();
     const ElementRange& nameParts = *match.group(u"varnameparts");
     const AttributedText nameText = part.attributedText(nameParts.location, nameParts.end());
@@ -69,18 +72,14 @@ ElementList AssignmentEvaluator::assign(const ElementList& part, const Value& as
         context.addDependencyOn(key, std::nullopt, Value());
     }
 
-    ElementList text = part;
-    const bool defines = stored && !stored->isEmpty() && isValidName(name) && isWholeName(part, nameParts.location);
-    if (defines) {
+    if (stored && !stored->isEmpty() && isValidName(name) && isWholeName(part, nameParts.location)) {
         context.setValue(*stored, name);
         for (std::size_t i = nameParts.location; i < nameParts.end(); ++i)
-            text.replace(i, 1, makeElement({}, AttributedText(part[i].text(), RunType::variable)));
-    }
-    if (!defines && !assigned.isEmpty()) {
+            part.replace(i, 1, makeElement({}, AttributedText(part[i].text(), RunType::variable)));
+    } else if (!assigned.isEmpty()) {
         const TextRange written = part.trimmedRangeOf(0, match.group(u"assignment")->location);
         remarksOf(context).note(NoteKind::withoutEffect, written);
     }
-    return text;
 }
 
 namespace {

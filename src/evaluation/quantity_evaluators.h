@@ -21,7 +21,7 @@ public:
     std::optional<ElementList> evaluate(const ElementList&, Context&, const EvaluationContext&) const override;
 
 private:
-    ElementList assign(const ElementList& part, const Value& assigned, Context& context) const;
+    void assign(ElementList& part, const Value& assigned, Context& context) const;
 
     const OperationCalculator& operationCalculator_;
     FinderMatcher matcher_;
