@@ -16,6 +16,8 @@ using LineResultPointer = std::shared_ptr<const LineResult>;
 
 // What one line gave. Documents keep one for every line, and look at all of them when one changes: so each is one block
 // of memory. The object is followed by the entries it refers to and by its texts.
+// (With a struct of vectors, strings and optionals in its place, a changed document of 10,000 lines takes 1.36 to 1.38
+// times as long: changedDocument of vemo_bench, seven pairs in one run.)
 class LineResult {
     class Key {};  // for `make` alone
 
