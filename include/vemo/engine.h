@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "vemo/attributed_text.h"
+#include "vemo/completions.h"
 #include "vemo/context.h"
 #include "vemo/environment.h"
 #include "vemo/executor.h"
@@ -156,6 +157,12 @@ public:
     // the main executor. It never runs when there is no calculator.
     void buildQuickTypeEngine(WorkerThread thread, std::function<void(std::shared_ptr<QuickTypeEngine>)> callback);
 
+    // The same vocabulary with its kinds: phrases as they are written, constants, and places.
+    void buildCompletions(WorkerThread thread, std::function<void(std::shared_ptr<const Completions>)> callback);
+    // The units that amounts of this unit, by its id as in a value, convert into, with the usual ones first: each as a
+    // line can name it. Waits for a calculation under way.
+    std::vector<Completion> conversionsOf(std::u16string_view unit) const;
+
     enum class RatesFile { currency, crypto };
     // Takes the JSON text of a rates file, as if it had been fetched: an object "rates" with the amount per US dollar
     // by currency code. Says what is wrong with it, and changes nothing then; an empty text means that it was taken.
@@ -174,6 +181,7 @@ public:
     static std::string_view version();
 
 private:
+    friend class VemoDocument;
     struct State;
     std::unique_ptr<State> state_;
 };

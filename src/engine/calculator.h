@@ -108,8 +108,10 @@ public:
 
     // Every completion offered while the catalogues were filled; none when the configuration wants none.
     std::vector<QuickTypeHint> quickTypeHints() const { return quickTypeCollector_.hints(); }
-    // Takes the lock of the calculator's own context.
+    // These take the lock of the calculator's own context.
     std::shared_ptr<QuickTypeEngine> buildQuickTypeEngine();
+    std::shared_ptr<const Completions> completions();
+    std::vector<Completion> conversionsOf(std::u16string_view unit) const;
 
     Context& context() { return context_; }
     void setCachesEnabled(bool enabled);
@@ -128,6 +130,7 @@ private:
     };
 
     EvaluatedLine evaluateLine(std::u16string_view line, Context& context, bool debug);
+    std::u16string nameInLines(std::u16string_view unit) const;
     double secondsSince2001() const;
     void storeRates(std::u16string_view key, std::u16string_view timeKey, CurrencyRatesContainer rates);
     void lookUpPlaces(const LineResult& line);

@@ -96,11 +96,15 @@ void Calculator::initialize() {
 }
 
 std::vector<Extension> Calculator::loadExtensions(const std::filesystem::path& folder) {
-    return vemo::loadExtensions(folder, context_.mutex(), environment_.log, [&]() -> std::pair<JSRunner&, JSVemo&> {
-        if (!jsVemo_) jsVemo_ = std::make_unique<JSVemo>(context_, unitRegistry_, functionManager_);
-        if (!jsRunner_) jsRunner_ = std::make_unique<JSRunner>(*jsVemo_, config_.scriptLimits, environment_.log);
-        return {*jsRunner_, *jsVemo_};
-    });
+    quickTypeCollector_.setScripts(true);
+    auto extensions =
+        vemo::loadExtensions(folder, context_.mutex(), environment_.log, [&]() -> std::pair<JSRunner&, JSVemo&> {
+            if (!jsVemo_) jsVemo_ = std::make_unique<JSVemo>(context_, unitRegistry_, functionManager_);
+            if (!jsRunner_) jsRunner_ = std::make_unique<JSRunner>(*jsVemo_, config_.scriptLimits, environment_.log);
+            return {*jsRunner_, *jsVemo_};
+        });
+    quickTypeCollector_.setScripts(false);
+    return extensions;
 }
 
 void Calculator::registerDates() {

@@ -11,6 +11,7 @@ namespace vemo {
 // Makes the handles by which applications see the results of lines.
 class LineMaker {
 public:
+    static const LineResult& resultOf(const VemoEngine::Result::Line& line) { return *line.result_; }
     static VemoEngine::Result::Line make(LineResultPointer line) { return VemoEngine::Result::Line(std::move(line)); }
 };
 

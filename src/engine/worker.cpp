@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "engine/worker.h"
 
-#include <mutex>
+#include <utility>
 
 namespace vemo {
 
@@ -24,52 +24,51 @@ void VemoWorkerOperation::deliver(Calculator::MultilineResult result) {
     if (!cancelled_) callback_(std::move(result), context_);
 }
 
-// Shared with the tasks on their way, which may run when the worker is gone.
-struct VemoWorker::Queue {
-    std::mutex mutex;
-    std::shared_ptr<VemoWorkerOperation> waiting;
-    std::shared_ptr<VemoWorkerOperation> running;  // until its result is delivered
+bool WaitingSlot::replace(std::shared_ptr<VemoWorkerOperation> operation) {
+    const std::lock_guard lock(mutex_);
+    for (const auto& old : {waiting_, running_})
+        if (old) old->cancel();
+    const bool expected = waiting_ != nullptr;
+    waiting_.swap(operation);
+    return waiting_ && !expected;
+}
 
-    // Cancels what there is and puts the operation in its place. True when a task must come for it.
-    bool replace(std::shared_ptr<VemoWorkerOperation> operation) {
-        const std::lock_guard lock(mutex);
-        for (const auto& old : {waiting, running})
-            if (old) old->cancel();
-        const bool expected = waiting != nullptr;
-        waiting.swap(operation);
-        return waiting && !expected;
-    }
+std::shared_ptr<VemoWorkerOperation> WaitingSlot::start() {
+    const std::lock_guard lock(mutex_);
+    return running_ = std::exchange(waiting_, nullptr);
+}
 
-    std::shared_ptr<VemoWorkerOperation> start() {
-        const std::lock_guard lock(mutex);
-        return running = std::exchange(waiting, nullptr);
-    }
-
-    void finish(const std::shared_ptr<VemoWorkerOperation>& operation) {
-        const std::lock_guard lock(mutex);
-        if (running == operation) running = nullptr;
-    }
-};
+void WaitingSlot::finish(const std::shared_ptr<VemoWorkerOperation>& operation) {
+    const std::lock_guard lock(mutex_);
+    if (running_ == operation) running_ = nullptr;
+}
 
 VemoWorker::VemoWorker(std::optional<Scheduler> scheduler, bool onMain)
-    : scheduler_(std::move(scheduler)), onMain_(onMain), queue_(std::make_shared<Queue>()) {}
+    : scheduler_(std::move(scheduler)), onMain_(onMain) {}
 
 VemoWorker::~VemoWorker() {
     retire();
 }
 
-void VemoWorker::calculate(std::shared_ptr<const std::u16string> text, const Context& context,
-                           VemoWorkerOperation::Callback callback) {
+std::shared_ptr<WaitingSlot> VemoWorker::newSlot() {
+    auto slot = std::make_shared<WaitingSlot>();
+    std::erase_if(slots_, [](const auto& known) { return known.expired(); });
+    slots_.push_back(slot);
+    return slot;
+}
+
+void VemoWorker::calculate(const std::shared_ptr<WaitingSlot>& slot, std::shared_ptr<const std::u16string> text,
+                           const Context& context, VemoWorkerOperation::Callback callback) {
     if (!calculator_) return;
     auto operation = std::make_shared<VemoWorkerOperation>(calculator_, std::move(text), context, std::move(callback));
-    if (!queue_->replace(std::move(operation))) return;
-    const auto run = [queue = queue_, scheduler = scheduler_] {
-        const auto started = queue->start();
+    if (!slot->replace(std::move(operation))) return;
+    const auto run = [slot, scheduler = scheduler_] {
+        const auto started = slot->start();
         if (!started) return;
         auto result = started->calculate();
         if (started->isCancelled()) return;
-        auto deliver = [queue, started, result = std::move(result)]() mutable {
-            queue->finish(started);
+        auto deliver = [slot, started, result = std::move(result)]() mutable {
+            slot->finish(started);
             started->deliver(std::move(result));
         };
         if (scheduler)
@@ -86,7 +85,9 @@ void VemoWorker::calculate(std::shared_ptr<const std::u16string> text, const Con
 }
 
 void VemoWorker::retire() {
-    queue_->replace(nullptr);
+    for (const auto& known : slots_)
+        if (const auto slot = known.lock()) slot->replace(nullptr);
+    slots_.clear();
     if (calculator_) calculator_->retire();
     calculator_ = nullptr;
 }

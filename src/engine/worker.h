@@ -4,8 +4,10 @@
 #include <atomic>
 #include <functional>
 #include <memory>
+#include <mutex>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "engine/calculator.h"
 #include "platform/scheduler.h"
@@ -37,8 +39,24 @@ private:
     std::atomic<bool> cancelled_ = false;
 };
 
-// A calculator with the queue of what it has to do, which holds one operation: a newer one cancels the one that runs
-// and takes the place of the one that waits. Used on the main executor.
+// Where one who asks has an operation waiting: a newer one cancels the one that runs and takes the place of the one
+// that waits. Those of other slots are left alone. Thread-safe, for the tasks on their way outlive who asked.
+class WaitingSlot {
+public:
+    // Cancels what there is and puts the operation, which may be null, in its place. True when a task must come for it.
+    bool replace(std::shared_ptr<VemoWorkerOperation> operation);
+    // The operation that waited; null when there is none any more.
+    std::shared_ptr<VemoWorkerOperation> start();
+    void finish(const std::shared_ptr<VemoWorkerOperation>& operation);
+
+private:
+    std::mutex mutex_;
+    std::shared_ptr<VemoWorkerOperation> waiting_;
+    std::shared_ptr<VemoWorkerOperation> running_;  // until its result is delivered
+};
+
+// A calculator with what it has to do: an operation a slot, in the order in which they were asked for. Used on the main
+// executor.
 class VemoWorker : public std::enable_shared_from_this<VemoWorker> {
 public:
     // Operations run on the scheduler's worker thread, or as tasks of the main executor; without a scheduler at once.
@@ -50,18 +68,18 @@ public:
     const std::shared_ptr<Calculator>& calculator() const { return calculator_; }
     void setCalculator(std::shared_ptr<Calculator> calculator) { calculator_ = std::move(calculator); }
 
-    void calculate(std::shared_ptr<const std::u16string> text, const Context& context,
-                   VemoWorkerOperation::Callback callback);
+    // A slot whose operations this worker cancels when it retires.
+    std::shared_ptr<WaitingSlot> newSlot();
+    void calculate(const std::shared_ptr<WaitingSlot>& slot, std::shared_ptr<const std::u16string> text,
+                   const Context& context, VemoWorkerOperation::Callback callback);
     // Cancels everything and lets the calculator go; what it still does has no effect any more.
     void retire();
 
 private:
-    struct Queue;
-
     std::optional<Scheduler> scheduler_;
     bool onMain_;
     std::shared_ptr<Calculator> calculator_;
-    std::shared_ptr<Queue> queue_;
+    std::vector<std::weak_ptr<WaitingSlot>> slots_;
 };
 
 }  // namespace vemo

@@ -7,7 +7,9 @@ void OperatorCollection::add(Operator op) {
     auto shared = std::make_shared<const Operator>(std::move(op));
     for (const std::u16string& phrase : shared->phrases) {
         phraseDetector_.add(phrase, shared->id, true);
-        if (hints_) hints_->add(phrase, shared->id == u"in" ? completion_weight::conversion : completion_weight::usual);
+        if (hints_)
+            hints_->add(phrase, shared->id == u"in" ? completion_weight::conversion : completion_weight::usual,
+                        CompletionKind::operatorWord);
     }
     for (const std::u16string& symbol : shared->symbols) operatorBySymbol_.insert_or_assign(symbol, shared);
     operatorById_.insert_or_assign(shared->id, shared);

@@ -9,7 +9,7 @@ void FunctionManager::add(std::u16string id, const std::vector<std::u16string>& 
         // The digits of "log10" belong to its name; "log 10" is the logarithm of something else.
         const bool digits = phrase.find_first_of(u"0123456789") != phrase.npos;
         phraseDetector_.add(phrase, id, !digits);
-        if (hints_ && offered) hints_->addWords(phrase, completion_weight::function);
+        if (hints_ && offered) hints_->addWords(phrase, completion_weight::function, CompletionKind::function);
     }
     evaluators_.insert_or_assign(std::move(id), std::move(function));
 }

@@ -59,8 +59,10 @@ bool isPlace(std::u16string_view identifier) {
 
 class Builder {
 public:
-    Builder(const Localizer& localizer, const std::string& language, TextMap<std::u16string>& zones)
-        : localizer_(localizer), zones_(zones) {
+    // `written` gets the names as they are written, if it is there.
+    Builder(const Localizer& localizer, const std::string& language, TextMap<std::u16string>& zones,
+            std::vector<std::u16string>* written = nullptr)
+        : localizer_(localizer), zones_(zones), written_(written) {
         UErrorCode status = U_ZERO_ERROR;
         for (const icu::Locale& locale : {icuLocale(language), icu::Locale::getEnglish()}) {
             names_.emplace_back(icu::TimeZoneNames::createInstance(locale, status));
@@ -99,7 +101,9 @@ public:
 private:
     void add(std::u16string_view name, const std::u16string& zone) {
         std::u16string key = folded(name);
-        if (!key.empty()) zones_.emplace(std::move(key), zone);
+        if (key.empty() || !zones_.emplace(std::move(key), zone).second || !written_) return;
+        // Identifiers are for programs.
+        if (name.find_first_of(u"/_") == name.npos) written_->emplace_back(name);
     }
 
     static bool isCanonical(const icu::UnicodeString& identifier) {
@@ -131,6 +135,7 @@ private:
 
     const Localizer& localizer_;
     TextMap<std::u16string>& zones_;
+    std::vector<std::u16string>* written_;
     std::vector<std::unique_ptr<icu::TimeZoneNames>> names_;
     std::vector<icu::Locale> locales_;
 };
@@ -139,6 +144,13 @@ private:
 
 void PlaceNames::build() const {
     Builder(localizer_, language_, zones_).build();
+}
+
+std::vector<std::u16string> PlaceNames::names() const {
+    std::vector<std::u16string> written;
+    TextMap<std::u16string> zones;
+    Builder(localizer_, language_, zones, &written).build();
+    return written;
 }
 
 std::optional<std::u16string> PlaceNames::zoneOf(std::u16string_view place) const {

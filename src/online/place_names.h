@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "base/cache.h"
 #include "evaluation/places.h"
@@ -24,6 +25,8 @@ public:
 
     // The IANA identifier for a name in any case, with or without its accents and punctuation.
     std::optional<std::u16string> zoneOf(std::u16string_view place) const override;
+    // Every name, as it is written. Takes as long as the first look-up.
+    std::vector<std::u16string> names() const;
 
 private:
     void build() const;

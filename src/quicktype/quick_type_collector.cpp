@@ -35,13 +35,14 @@ void eachWord(std::u16string_view phrase, Visit visit) {
 
 }  // namespace
 
-void QuickTypeCollector::append(std::u16string_view text, int weight, Form form) {
+void QuickTypeCollector::append(std::u16string_view text, int weight, Form form, CompletionKind kind) {
     if (items_.empty()) {
         texts_.reserve(usualUnits);
         items_.reserve(usualItems);
     }
     texts_ += text;
-    items_.push_back({static_cast<std::uint32_t>(text.size()), static_cast<std::int16_t>(weight), form});
+    items_.push_back({static_cast<std::uint32_t>(text.size()), static_cast<std::int16_t>(weight), form,
+                      scripts_ ? CompletionKind::script : kind});
 }
 
 void QuickTypeCollector::enumerate(const std::function<void(std::u16string_view, int)>& visit) const {
@@ -61,6 +62,19 @@ void QuickTypeCollector::enumerate(const std::function<void(std::u16string_view,
                 break;
         }
     }
+}
+
+std::vector<Completion> QuickTypeCollector::completions() const {
+    std::vector<Completion> result;
+    result.reserve(items_.size());
+    std::size_t location = 0;
+    for (const Item& item : items_) {
+        const std::u16string_view text = std::u16string_view(texts_).substr(location, item.length);
+        location += item.length;
+        std::u16string phrase = item.form == Form::verbatim ? std::u16string(text) : lowercased(text);
+        if (isWorthOffering(phrase)) result.push_back({std::move(phrase), item.kind, item.weight});
+    }
+    return result;
 }
 
 std::vector<QuickTypeHint> QuickTypeCollector::hints() const {

@@ -79,7 +79,8 @@ private:
 // Reads what stands after the line, in the order in which it was written.
 class LineResult::Reader {
 public:
-    explicit Reader(const LineResult& result) : at_(result.texts() + result.textLength_) {}
+    explicit Reader(const LineResult& result)
+        : at_(result.texts() + result.textLength_), end_(result.texts() + result.unitsBehind_) {}
     static Reader atLog(const LineResult& result) {
         Reader reader(result);
         reader.absentKeys([](std::u16string_view, std::size_t) { return true; });
@@ -100,6 +101,9 @@ public:
         }
         return true;
     }
+
+    // What has not been read.
+    std::u16string_view rest() const { return {at_, static_cast<std::size_t>(end_ - at_)}; }
 
     std::size_t number() {
         const std::size_t low = *at_++;
@@ -165,6 +169,7 @@ public:
 
 private:
     const char16_t* at_;
+    const char16_t* end_;
 };
 
 // Allocates one object together with that many bytes after it.
@@ -240,6 +245,12 @@ LineResult::LineResult(Key, Value value, std::size_t textLength, std::span<Entry
 LineResult::~LineResult() {
     for (const EntryPointer& entry : updates()) entry.~EntryPointer();
     for (const EntryPointer& entry : seen()) entry.~EntryPointer();
+}
+
+bool LineResult::tellsSameAs(const LineResult& other) const {
+    if (this == &other) return true;
+    return text() == other.text() && Reader::atLog(*this).rest() == Reader::atLog(other).rest() &&
+           value_.isEqual(other.value_);
 }
 
 std::size_t LineResult::bytes() const {

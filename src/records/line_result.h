@@ -48,6 +48,9 @@ public:
     bool holdsIn(const Context& context) const;
     void addDependenciesTo(ContextMap& dependencies) const;
 
+    // True when an application is told the same of both: text, runs, result, value, completions and remarks.
+    bool tellsSameAs(const LineResult& other) const;
+
     // About how much memory it takes, with the entries it refers to.
     std::size_t bytes() const;
 

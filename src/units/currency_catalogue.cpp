@@ -41,14 +41,16 @@ constexpr std::u16string_view first[] = {u"USD", u"EUR", u"JPY"};
 constexpr std::u16string_view second[] = {u"CNY", u"GBP", u"CHF", u"CAD", u"AUD", u"NZD", u"ZAR", u"RUB", u"BYN"};
 
 void offerMajorCodes(CompletionCollector& hints) {
-    for (const std::u16string_view code : first) hints.add(code, completion_weight::mainCurrency);
-    for (const std::u16string_view code : second) hints.add(code, completion_weight::commonCurrency);
+    for (const std::u16string_view code : first)
+        hints.add(code, completion_weight::mainCurrency, CompletionKind::currency);
+    for (const std::u16string_view code : second)
+        hints.add(code, completion_weight::commonCurrency, CompletionKind::currency);
 }
 
 // The code and the words of its names, which follow the code among the phrases.
 void offer(const Unit& unit, CompletionCollector& hints) {
-    hints.add(unit.id, completion_weight::currencyCode);
-    for (std::size_t i = 1; i < unit.phrases.size(); ++i) hints.addWords(unit.phrases[i], 0);
+    hints.add(unit.id, completion_weight::currencyCode, CompletionKind::currency);
+    for (std::size_t i = 1; i < unit.phrases.size(); ++i) hints.addWords(unit.phrases[i], 0, CompletionKind::currency);
 }
 
 std::vector<std::u16string> wordsOf(const std::u16string& phrase) {
@@ -187,7 +189,7 @@ void registerCryptoCurrencies(UnitRegistry& registry, const CurrencyRatesContain
         unit.toBaseValueConverter = currencyToUsdConverter(code, Rates::crypto);
         unit.fromBaseValueConverter = usdToCurrencyConverter(code, Rates::crypto);
         registry.registerUnit(unit, true, false);
-        if (registry.hints()) registry.hints()->add(uppercased(code), -1);
+        if (registry.hints()) registry.hints()->add(uppercased(code), -1, CompletionKind::currency);
     }
 }
 

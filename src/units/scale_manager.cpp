@@ -45,7 +45,7 @@ std::u16string currencyOfCents(const std::string& locale) {
 void ScaleManager::add(Scale scale) {
     for (const std::u16string& phrase : scale.phrases) {
         phraseDetector_.add(phrase, scale.id, true);
-        if (hints_) hints_->addLowercased(phrase, completion_weight::usual);
+        if (hints_) hints_->addLowercased(phrase, completion_weight::usual, CompletionKind::unit);
     }
     std::u16string id = scale.id;
     scales_.insert_or_assign(std::move(id), std::move(scale));

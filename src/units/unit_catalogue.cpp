@@ -126,8 +126,8 @@ void UnitRegistry::registerUnit(const Unit& unit, bool phrasesVerbatim, bool add
     converter_.registerUnit(unit);
     if (!hints_ || !addHints) return;
     for (const auto* symbol : {&unit.localizedSymbol, &unit.internationalSymbol})
-        if (*symbol) hints_->add(**symbol, completion_weight::unitSymbol);
-    for (const std::u16string& phrase : unit.phrases) hints_->addWords(phrase, 0);
+        if (*symbol) hints_->add(**symbol, completion_weight::unitSymbol, CompletionKind::unit);
+    for (const std::u16string& phrase : unit.phrases) hints_->addWords(phrase, 0, CompletionKind::unit);
 }
 
 Unit poweredVariant(const Unit& unit, int power, const std::vector<std::u16string>& templates,

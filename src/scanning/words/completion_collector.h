@@ -3,6 +3,8 @@
 
 #include <string_view>
 
+#include "vemo/completions.h"
+
 namespace vemo {
 
 // How early a completion is offered.
@@ -21,10 +23,10 @@ inline constexpr int conversion = 20;  // nothing is typed as often
 class CompletionCollector {
 public:
     virtual ~CompletionCollector() = default;
-    virtual void add(std::u16string_view text, int weight) = 0;
-    virtual void addLowercased(std::u16string_view text, int weight) = 0;
+    virtual void add(std::u16string_view text, int weight, CompletionKind kind) = 0;
+    virtual void addLowercased(std::u16string_view text, int weight, CompletionKind kind) = 0;
     // Every word between white space, in lower case.
-    virtual void addWords(std::u16string_view phrase, int weight) = 0;
+    virtual void addWords(std::u16string_view phrase, int weight, CompletionKind kind) = 0;
 };
 
 }  // namespace vemo
