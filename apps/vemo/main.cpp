@@ -12,6 +12,7 @@
 #include "document.h"
 #include "extensions.h"
 #include "files.h"
+#include "lsp/run.h"
 #include "online.h"
 #include "options.h"
 #include "output.h"
@@ -151,6 +152,25 @@ int run(const Options& options) {
     return options.watch ? watch(options, *text, answer) : answer(*text);
 }
 
+int serve(const Options& options) {
+    if (!options.file.empty() || !options.expressions.empty()) {
+        complain("lsp takes its documents from an editor, not from the command line");
+        return unusable;
+    }
+    lsp::Settings settings;
+    settings.locale = options.locale;
+    settings.language = options.language;
+    settings.timeZone = options.timeZone;
+    settings.precision = options.precision;
+    settings.rates = options.rates;
+    settings.coins = options.coins;
+    settings.places = options.places;
+    settings.offline = options.offline;
+    settings.extensions = options.extensions;
+    settings.now = options.now;
+    return lsp::run(settings);
+}
+
 }  // namespace
 
 }  // namespace vemo::cli
@@ -158,7 +178,10 @@ int run(const Options& options) {
 int main(int argc, char** argv) {
     // The widths of characters are those of the terminal's character set.
     if (!std::setlocale(LC_CTYPE, "") || MB_CUR_MAX == 1) std::setlocale(LC_CTYPE, "C.UTF-8");
-    const auto options = vemo::cli::parseOptions(argc, argv);
+    // The word takes the place of the command's name.
+    const bool server = argc > 1 && std::string_view(argv[1]) == "lsp";
+    const auto options = vemo::cli::parseOptions(argc - (server ? 1 : 0), argv + (server ? 1 : 0));
     if (const int* status = std::get_if<int>(&options)) return *status;
-    return vemo::cli::run(std::get<vemo::cli::Options>(options));
+    return server ? vemo::cli::serve(std::get<vemo::cli::Options>(options))
+                  : vemo::cli::run(std::get<vemo::cli::Options>(options));
 }

@@ -35,6 +35,7 @@ constexpr const char* examples =
     "  vemo --watch budget.vemo          the same, whenever it is saved\n"
     "  vemo --format csv budget.vemo     a table for a spreadsheet\n"
     "  vemo                              a prompt\n"
+    "  vemo lsp                          a language server, for editors\n"
     "'man vemo' tells all of it, 'man 7 vemo' what can be written.";
 
 const std::map<std::string, Options::Format, std::less<>>& formats() {

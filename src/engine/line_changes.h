@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "vemo/document.h"
+#include "vemo/documents.h"
 
 namespace vemo {
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "vemo/document.h"
+#include "vemo/documents.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
