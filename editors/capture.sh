@@ -10,7 +10,7 @@ printf '# Weekend\n' > "$work/weekend.vemo"
 export HOME=$work XDG_CONFIG_HOME=$work PATH=$folder:$PATH LC_ALL=C.UTF-8
 tmux -L "$session" -f /dev/null new-session -d -x 72 -y 12 "nvim --clean \
     --cmd 'set runtimepath^=$root/editors/neovim number laststatus=0 noshowmode noruler shortmess+=F' \
-    -c \"lua require('vemo').setup({command = {'vemo', 'lsp', '--locale', 'en_US', '--timezone', 'UTC', '--now', '2026-11-24T13:00:00Z'}})\" \
+    --cmd \"lua require('vemo').setup({command = {'vemo', 'lsp', '--locale', 'en_US', '--timezone', 'UTC', '--now', '2026-11-24T13:00:00Z'}})\" \
     $work/weekend.vemo"
 keys() { tmux -L "$session" send-keys "$@"; sleep 0.2; }
 sleep 1

@@ -11,9 +11,15 @@ const results = vscode.window.createTextEditorDecorationType({
 
 async function show(editor) {
   const document = editor.document;
-  if (document.languageId !== 'vemo' || !client || !client.isRunning()) return;
+  if (document.languageId !== 'vemo' || !client || !client.isRunning() || !editor.visibleRanges.length) return;
   const version = document.version;
-  const range = { start: { line: 0, character: 0 }, end: { line: document.lineCount, character: 0 } };
+  const around = 200;
+  const first = Math.min(...editor.visibleRanges.map((each) => each.start.line));
+  const last = Math.max(...editor.visibleRanges.map((each) => each.end.line));
+  const range = {
+    start: { line: Math.max(first - around, 0), character: 0 },
+    end: { line: last + around, character: 0 },
+  };
   const params = { textDocument: { uri: document.uri.toString() }, range };
   const hints = await client.sendRequest('textDocument/inlayHint', params).catch(() => null);
   if (!hints || document.version !== version) return;
@@ -54,6 +60,7 @@ async function activate(context) {
       setTimeout(() => vscode.window.visibleTextEditors.filter((e) => e.document === event.document).forEach(show)),
     ),
     vscode.window.onDidChangeVisibleTextEditors((editors) => editors.forEach(show)),
+    vscode.window.onDidChangeTextEditorVisibleRanges((event) => show(event.textEditor)),
     vscode.commands.registerCommand('vemo.copyText', () => copy('text')),
     vscode.commands.registerCommand('vemo.copyCsv', () => copy('csv')),
     vscode.commands.registerCommand('vemo.copyMarkdown', () => copy('markdown')),

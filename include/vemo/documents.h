@@ -49,7 +49,7 @@ public:
     void edit(std::size_t start, std::size_t length, std::u16string_view replacement, std::int64_t version);
     void setContext(const Context& context);
 
-    // Calculates the text as it is now, behind what other documents asked for before. A newer request takes the place
+    // Calculates the text as it is now, after what other documents asked for before. A newer request takes the place
     // of one that is not answered yet, whose callback then never runs. One made before the engine's worker is ready
     // waits for it; where the engine has no executor, the answer comes before the call returns.
     void calculate(Callback callback);

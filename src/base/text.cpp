@@ -127,6 +127,7 @@ std::vector<TextRange> lineRanges(std::u16string_view text) {
     std::size_t start = 0;
     for (std::size_t i = 0; i < text.size(); ++i) {
         const char16_t c = text[i];
+        if (c > u'\r' && c < u'\u0085') continue;  // nearly all of them
         if (c != u'\n' && c != u'\r' && c != u'\u0085' && c != u'\u2028' && c != u'\u2029') continue;
         lines.push_back({start, i - start});
         if (c == u'\r' && i + 1 < text.size() && text[i + 1] == u'\n') ++i;

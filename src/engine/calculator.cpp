@@ -68,9 +68,9 @@ void Calculator::trace(const std::u16string& line) const {
 }
 
 Calculator::MultilineResult Calculator::calculate(std::u16string_view text, Context& document,
-                                                  const std::atomic<bool>* cancelled) {
+                                                  const std::atomic<bool>* cancelled, std::uint64_t asker) {
     const JSRunner::Calculation scripts(jsRunner_.get(), cancelled);
-    if (online_ && online_->geoNames()) online_->geoNames()->beginBatch();
+    if (online_ && online_->geoNames()) online_->geoNames()->beginBatch(asker);
     if (!scheduler_ && !config_.testMode) renewTime();
     ContextParts::dependencies(document);  // writes those of an earlier calculation, whose results would else be kept
     Context snapshot = document.copyContext();

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "engine/line_changes.h"
 
-#include "base/text.h"
 #include "engine/line_maker.h"
 
 namespace vemo {
@@ -38,6 +37,18 @@ private:
     std::vector<VemoDocument::LineChange> list_;
 };
 
+// How many of the ends that `lineRanges` knows.
+std::size_t lineEnds(std::u16string_view text) {
+    std::size_t count = 0;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const char16_t c = text[i];
+        if (c > u'\r' && c < u'\u0085') continue;  // nearly all of them
+        if (c == u'\r' && i + 1 < text.size() && text[i + 1] == u'\n') continue;
+        if (c == u'\n' || c == u'\r' || c == u'\u0085' || c == u'\u2028' || c == u'\u2029') ++count;
+    }
+    return count;
+}
+
 }  // namespace
 
 std::vector<VemoDocument::LineChange> lineChanges(const Lines& before, const Lines& after, std::u16string_view text,
@@ -48,14 +59,14 @@ std::vector<VemoDocument::LineChange> lineChanges(const Lines& before, const Lin
         changes.compare(0, 0, most);
         return changes.take();
     }
-    // The line that an end stops in is not untouched.
-    const auto wholeLines = [](std::u16string_view end) {
-        const std::size_t count = lineRanges(end).size();
-        return count > 0 ? count - 1 : 0;
-    };
-    std::size_t head = std::min(most, wholeLines(text.substr(0, untouched.head)));
-    const std::size_t tailUnits = std::min(untouched.tail, text.size());
-    std::size_t tail = std::min(most - head, wholeLines(text.substr(text.size() - tailUnits)));
+    // Whole lines at both ends; the one that an end stops in is none of them.
+    const std::size_t headUnits = std::min(untouched.head, text.size());
+    const std::size_t tailUnits = std::min(untouched.tail, text.size() - headUnits);
+    const std::size_t endsInHead = lineEnds(text.substr(0, headUnits));
+    const std::size_t notInTail =
+        endsInHead + lineEnds(text.substr(headUnits, text.size() - headUnits - tailUnits)) + 1;
+    std::size_t head = std::min(most, endsInHead);
+    const std::size_t tail = std::min(most - head, after.size() - std::min(notInTail, after.size()));
     changes.compare(0, 0, head);
     const std::size_t tailOfBefore = before.size() - tail, tailOfAfter = after.size() - tail;
     if (tailOfBefore == tailOfAfter) {

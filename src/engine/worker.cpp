@@ -7,17 +7,18 @@ namespace vemo {
 
 VemoWorkerOperation::VemoWorkerOperation(std::shared_ptr<Calculator> calculator,
                                          std::shared_ptr<const std::u16string> text, const Context& context,
-                                         Callback callback)
+                                         std::uint64_t asker, Callback callback)
     : calculator_(std::move(calculator)),
       text_(std::move(text)),
       context_(std::make_shared<Context>(context.copyContext())),
+      asker_(asker),
       callback_(std::move(callback)) {}
 
 Calculator::MultilineResult VemoWorkerOperation::calculate() {
     // Let go here: a calculator must not outlive the engine's threads in a result that waits to be delivered.
     const auto calculator = std::move(calculator_);
     const std::lock_guard lock(calculator->context().mutex());
-    return calculator->calculate(*text_, *context_, &cancelled_);
+    return calculator->calculate(*text_, *context_, &cancelled_, asker_);
 }
 
 void VemoWorkerOperation::deliver(Calculator::MultilineResult result) {
@@ -51,7 +52,7 @@ VemoWorker::~VemoWorker() {
 }
 
 std::shared_ptr<WaitingSlot> VemoWorker::newSlot() {
-    auto slot = std::make_shared<WaitingSlot>();
+    auto slot = std::make_shared<WaitingSlot>(++slotsMade_);
     std::erase_if(slots_, [](const auto& known) { return known.expired(); });
     slots_.push_back(slot);
     return slot;
@@ -60,7 +61,8 @@ std::shared_ptr<WaitingSlot> VemoWorker::newSlot() {
 void VemoWorker::calculate(const std::shared_ptr<WaitingSlot>& slot, std::shared_ptr<const std::u16string> text,
                            const Context& context, VemoWorkerOperation::Callback callback) {
     if (!calculator_) return;
-    auto operation = std::make_shared<VemoWorkerOperation>(calculator_, std::move(text), context, std::move(callback));
+    auto operation = std::make_shared<VemoWorkerOperation>(calculator_, std::move(text), context, slot->number(),
+                                                           std::move(callback));
     if (!slot->replace(std::move(operation))) return;
     const auto run = [slot, scheduler = scheduler_] {
         const auto started = slot->start();

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <atomic>
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <mutex>
@@ -21,7 +22,7 @@ public:
     using Callback = std::function<void(Calculator::MultilineResult, std::shared_ptr<Context>)>;
 
     VemoWorkerOperation(std::shared_ptr<Calculator> calculator, std::shared_ptr<const std::u16string> text,
-                        const Context& context, Callback callback);
+                        const Context& context, std::uint64_t asker, Callback callback);
 
     void cancel() { cancelled_ = true; }
     bool isCancelled() const { return cancelled_; }
@@ -35,6 +36,7 @@ private:
     std::shared_ptr<Calculator> calculator_;
     std::shared_ptr<const std::u16string> text_;
     std::shared_ptr<Context> context_;
+    std::uint64_t asker_;
     Callback callback_;
     std::atomic<bool> cancelled_ = false;
 };
@@ -43,6 +45,10 @@ private:
 // that waits. Those of other slots are left alone. Thread-safe, for the tasks on their way outlive who asked.
 class WaitingSlot {
 public:
+    // The number is the slot's among those of its worker.
+    explicit WaitingSlot(std::uint64_t number) : number_(number) {}
+
+    std::uint64_t number() const { return number_; }
     // Cancels what there is and puts the operation, which may be null, in its place. True when a task must come for it.
     bool replace(std::shared_ptr<VemoWorkerOperation> operation);
     // The operation that waited; null when there is none any more.
@@ -50,6 +56,7 @@ public:
     void finish(const std::shared_ptr<VemoWorkerOperation>& operation);
 
 private:
+    const std::uint64_t number_;
     std::mutex mutex_;
     std::shared_ptr<VemoWorkerOperation> waiting_;
     std::shared_ptr<VemoWorkerOperation> running_;  // until its result is delivered
@@ -80,6 +87,7 @@ private:
     bool onMain_;
     std::shared_ptr<Calculator> calculator_;
     std::vector<std::weak_ptr<WaitingSlot>> slots_;
+    std::uint64_t slotsMade_ = 0;
 };
 
 }  // namespace vemo

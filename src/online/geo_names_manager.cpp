@@ -13,9 +13,17 @@ GeoNamesManager::GeoNamesManager(Scheduler scheduler, std::shared_ptr<GeoNamesSe
       pending_(std::move(pending)),
       believedFor_(believedFor) {}
 
-void GeoNamesManager::beginBatch() {
+void GeoNamesManager::beginBatch(std::uint64_t asker) {
     const std::lock_guard lock(mutex_);
-    ++batchCounter_;
+    // Those that are forgotten ask again with their next calculation.
+    if (latest_.size() >= rememberedAskers && !latest_.contains(asker)) latest_.clear();
+    asker_ = asker;
+    latest_[asker] = ++batchCounter_;
+}
+
+bool GeoNamesManager::isLatest(const Question& question) const {
+    const auto latest = latest_.find(question.asker);
+    return latest == latest_.end() ? question.batch == 0 : latest->second == question.batch;
 }
 
 std::optional<std::u16string> GeoNamesManager::known(std::u16string_view name) {
@@ -31,10 +39,12 @@ void GeoNamesManager::lookup(const std::u16string& name, Completion completion) 
     std::uint64_t batch = 0;
     {
         const std::lock_guard lock(mutex_);
-        batch = batchCounter_;
-        const auto [question, isNew] = asked_.try_emplace(name, Question{batch, false});
-        if (!isNew && (question->second.sent || question->second.batch == batch)) return;
-        question->second.batch = batch;
+        const auto latest = latest_.find(asker_);
+        batch = latest == latest_.end() ? 0 : latest->second;
+        const auto [question, isNew] = asked_.try_emplace(name, Question{asker_, batch, false});
+        // What another asker waits for comes for all.
+        if (!isNew && (question->second.sent || isLatest(question->second))) return;
+        question->second = {asker_, batch, false};
     }
     service_->log("Looking up " + toUtf8(name));
     scheduler_.postBackground(
@@ -45,7 +55,7 @@ void GeoNamesManager::lookup(const std::u16string& name, Completion completion) 
                 const std::lock_guard lock(self->mutex_);
                 const auto question = self->asked_.find(name);
                 if (question == self->asked_.end() || question->second.batch != batch || question->second.sent) return;
-                if (self->batchCounter_ != batch) {
+                if (!self->isLatest(question->second)) {
                     self->asked_.erase(question);
                     return;
                 }

@@ -17,7 +17,8 @@
 
 namespace vemo {
 
-// Looks places up in the background, those of the latest calculation only, and remembers the answers. Thread-safe.
+// Looks places up in the background, of each asker those of the latest calculation only, and remembers the answers.
+// Thread-safe.
 class GeoNamesManager : public std::enable_shared_from_this<GeoNamesManager> {
 public:
     using Completion = std::function<void(std::optional<std::u16string> zone)>;
@@ -27,8 +28,9 @@ public:
     GeoNamesManager(Scheduler scheduler, std::shared_ptr<GeoNamesService> service, PendingWork pending = {},
                     std::chrono::steady_clock::duration believedFor = std::chrono::minutes(5));
 
-    // A new calculation has begun: look-ups of earlier ones that have not started are dropped.
-    void beginBatch();
+    // A new calculation has begun: look-ups of the asker's earlier ones that have not started are dropped. An asker is
+    // a document, by any number.
+    void beginBatch(std::uint64_t asker = 0);
     // What is known of a place: nothing, or its zone, empty for a place that has none.
     std::optional<std::u16string> known(std::u16string_view name);
     // The completion runs on another thread; never, when the place is being asked for already, or in vain because a
@@ -52,10 +54,16 @@ private:
     TextCache<Answer> cache_{rememberedPlaces};
     // Without an answer yet: by the place, the batch that wants it.
     struct Question {
+        std::uint64_t asker;
         std::uint64_t batch;
         bool sent;
     };
+    bool isLatest(const Question& question) const;
+
     std::map<std::u16string, Question> asked_;
+    static constexpr std::size_t rememberedAskers = 256;
+    std::map<std::uint64_t, std::uint64_t> latest_;  // batches by their askers
+    std::uint64_t asker_ = 0;                        // whose calculation is under way
     std::uint64_t batchCounter_ = 0;
 };
 

@@ -163,6 +163,22 @@ TEST_F(Manager, dropsLookUpsOfEarlierCalculations) {
     EXPECT_EQ(manager->known(u"Toky"), std::nullopt);
 }
 
+TEST_F(Manager, keepsTheLookUpsOfOtherAskers) {
+    server.on("/timezone?q=Tokyo", {ok("Asia/Tokyo")});
+    server.on("/timezone?q=Oslo", {ok("Europe/Oslo")});
+    holdBackground();
+    manager->beginBatch(1);
+    auto tokyo = lookup(u"Tokyo");
+    manager->beginBatch(2);
+    lookup(u"Osl");
+    manager->beginBatch(2);
+    auto oslo = lookup(u"Oslo");
+    letGo();
+    ASSERT_EQ(tokyo.wait_for(deadline), std::future_status::ready);
+    ASSERT_EQ(oslo.wait_for(deadline), std::future_status::ready);
+    EXPECT_THAT(server.requests(), testing::UnorderedElementsAre("/timezone?q=Tokyo", "/timezone?q=Oslo"));
+}
+
 TEST_F(Manager, asksForAPlaceOnceAtATimeAndAgainAfterAFailure) {
     server.on("/timezone?q=Tokyo", {status(500), ok("Asia/Tokyo")});
     holdBackground();

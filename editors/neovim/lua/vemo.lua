@@ -7,11 +7,29 @@ local started
 -- Neovim 0.10 shows hints itself; before it, they are virtual text, asked for after every change.
 local own_hints = vim.lsp.inlay_hint == nil
 
+-- Of a long document, what its windows show and some lines around it.
+local function lines_to_show(buffer)
+  local last = vim.api.nvim_buf_line_count(buffer)
+  if last <= 1000 then
+    return 0, last
+  end
+  local first, around = last, 200
+  last = 0
+  for _, window in ipairs(vim.fn.win_findbuf(buffer)) do
+    local info = vim.fn.getwininfo(window)[1]
+    first, last = math.min(first, info.topline), math.max(last, info.botline)
+  end
+  return math.max(first - around, 0), last + around
+end
+
 local function show(buffer, client)
-  local line_count = vim.api.nvim_buf_line_count(buffer)
+  if not vim.api.nvim_buf_is_loaded(buffer) then
+    return
+  end
+  local first, last = lines_to_show(buffer)
   local params = {
     textDocument = { uri = vim.uri_from_bufnr(buffer) },
-    range = { start = { line = 0, character = 0 }, ['end'] = { line = line_count, character = 0 } },
+    range = { start = { line = first, character = 0 }, ['end'] = { line = last, character = 0 } },
   }
   client.request('textDocument/inlayHint', params, function(problem, hints)
     if problem or not hints or not vim.api.nvim_buf_is_loaded(buffer) then
@@ -39,6 +57,10 @@ local function on_attach(client, buffer)
     on_lines = function()
       vim.schedule(function() show(buffer, client) end)
     end,
+  })
+  vim.api.nvim_create_autocmd('WinScrolled', {
+    buffer = buffer,
+    callback = function() show(buffer, client) end,
   })
 end
 
