@@ -24,7 +24,7 @@ _vemo() {
         -e | --expression | --now | --places) return ;;
         *)
             if [[ $cur == -* ]]; then
-                words="-e --expression --watch -r --results --plain --format --json --short --precision --color
+                words="-e --expression --watch -i --interactive -r --results --plain --format --json --short --precision --color
                     -q --quiet --explain --locale --language --timezone --now --rates --coins --places --offline
                     --extensions --check-extensions --debug -h --help --version"
             else

@@ -7,6 +7,7 @@ end
 
 complete -c vemo -s e -l expression -x -d 'A line to calculate'
 complete -c vemo -l watch -d 'Print the results anew whenever the file is saved'
+complete -c vemo -s i -l interactive -d 'Go on at a prompt, with the lines of a file'
 complete -c vemo -s r -l results -d 'Print results only'
 complete -c vemo -l plain -d 'Print numbers for programs'
 complete -c vemo -l format -x -a 'table csv tsv markdown html json' -d 'The form of the output'

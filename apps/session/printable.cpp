@@ -24,11 +24,6 @@ Character characterAt(std::string_view text, std::size_t at) {
     return {first < 0x80 ? first : char32_t(0xfffd), 1};
 }
 
-bool isControl(char32_t code) {
-    return code < 0x20 || (code >= 0x7f && code < 0xa0) || code == 0x2028 || code == 0x2029 ||
-           (code >= 0x202a && code <= 0x202e) || (code >= 0x2066 && code <= 0x2069);
-}
-
 bool isDirectionMark(char32_t code) {
     return code == 0x200e || code == 0x200f || code == 0x061c;
 }
@@ -50,6 +45,11 @@ std::string cleaned(std::string_view text, bool keepsLineFeeds) {
 }
 
 }  // namespace
+
+bool isControl(char32_t code) {
+    return code < 0x20 || (code >= 0x7f && code < 0xa0) || code == 0x2028 || code == 0x2029 ||
+           (code >= 0x202a && code <= 0x202e) || (code >= 0x2066 && code <= 0x2069);
+}
 
 std::string printable(std::string_view text) {
     return cleaned(text, false);

@@ -6,6 +6,9 @@
 
 namespace vemo::session {
 
+// True for a character that would change the state of a terminal or the order of what it shows.
+bool isControl(char32_t code);
+
 // UTF-8 text without anything that would change the state of a terminal or the order of what it shows: control
 // characters and bidirectional overrides become the replacement character, marks of direction go, and tabs become
 // blanks.

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "files.h"
 
+#include <sys/stat.h>
+
 #include <array>
 #include <cstdio>
 #include <memory>
@@ -24,6 +26,12 @@ std::optional<std::string> readAll(std::FILE* stream, std::size_t most) {
 std::optional<std::string> readFile(const std::string& path, std::size_t most) {
     const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::fopen(path.c_str(), "rb"), std::fclose);
     return file ? readAll(file.get(), most) : std::nullopt;
+}
+
+FileStamp stampOf(const std::string& file) {
+    struct stat status {};
+    if (stat(file.c_str(), &status) != 0) return {};
+    return {status.st_ino, status.st_size, status.st_mtim.tv_sec, status.st_mtim.tv_nsec};
 }
 
 std::optional<std::string> readInput() {

@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-#include <sys/ioctl.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -17,7 +16,8 @@
 #include "options.h"
 #include "output.h"
 #include "presentation.h"
-#include "prompt.h"
+#include "prompt/prompt.h"
+#include "prompt/raw_terminal.h"
 #include "session/printable.h"
 #include "watch.h"
 
@@ -31,18 +31,17 @@ Layout layoutFor(const Options& options) {
     Layout layout;
     layout.writing = {options.shortTexts, options.plain, options.precision};
     layout.total = options.expressions.empty();
-    winsize size{};
     const bool terminal = isatty(STDOUT_FILENO) != 0;
     layout.remarks = terminal && !options.quiet;
-    if (terminal) layout.width = 80;
-    if (terminal && ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 0) layout.width = size.ws_col;
-    const char* noColor = std::getenv("NO_COLOR");
-    layout.color = options.color == Options::Color::always ||
-                   (options.color == Options::Color::automatic && terminal && !(noColor && *noColor));
+    if (terminal) layout.width = RawTerminal::size().columns;
+    const char *noColor = std::getenv("NO_COLOR"), *kind = std::getenv("TERM");
+    const bool colors = terminal && !(noColor && *noColor) && !(kind && std::string_view(kind) == "dumb");
+    layout.color = options.color == Options::Color::always || (options.color == Options::Color::automatic && colors);
     return layout;
 }
 
 bool wantsPrompt(const Options& options) {
+    if (options.interactive) return true;
     return options.file.empty() && options.expressions.empty() && options.format == Options::Format::table &&
            !options.results && isatty(STDIN_FILENO) && isatty(STDOUT_FILENO);
 }
@@ -102,6 +101,10 @@ private:
 int run(const Options& options) {
     if (!options.extensions.empty() && !isFolder(options.extensions)) return unusable;
     const bool prompt = !options.checkExtensions && wantsPrompt(options);
+    if (prompt && !(isatty(STDIN_FILENO) && isatty(STDOUT_FILENO))) {
+        complain("--interactive needs a terminal");
+        return unusable;
+    }
     const auto text = prompt || options.checkExtensions ? std::optional<std::string>("") : readDocument(options);
     if (!text) return unusable;
     const auto online = Online::forOptions(options);
@@ -110,7 +113,11 @@ int run(const Options& options) {
     const auto loop = online ? online->loop() : prompt ? std::make_shared<RunLoop>() : nullptr;
     VemoEngine engine(environmentFor(options, online), loop);
     const auto listener = std::make_shared<Listener>(online);
-    engine.setDelegate(listener);
+    // What lines say while they are typed is of no interest; what they said in the end, the prompt knows of them.
+    if (prompt)
+        engine.setDelegate(online);
+    else
+        engine.setDelegate(listener);
     VemoEngine::Config config;
     config.testMode = !loop;
     config.debug = options.debug;
@@ -128,7 +135,10 @@ int run(const Options& options) {
         return unusable;
     Context settings;
     settings.setPrecision(options.precision);
-    if (prompt) return runPrompt(engine, *loop, settings, layoutFor(options), [&] { return listener->takeLogs(); });
+    if (prompt) {
+        const auto takeProblems = [&] { return online ? online->takeProblems() : std::vector<std::string>(); };
+        return runPrompt({engine, *loop, settings, layoutFor(options), takeProblems}, options);
+    }
     const auto answer = [&](const std::string& document) {
         Context context = settings.copyContext();
         const auto result = online ? online->calculate(engine, utf16(document), context)

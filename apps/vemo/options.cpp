@@ -82,8 +82,8 @@ void takeArguments(const std::vector<std::string>& arguments, Options& options) 
     for (const std::string& argument : arguments) line += (line.empty() ? "" : " ") + argument;
     if (line.starts_with(" -")) line.erase(0, 1);
     std::error_code error;
-    if (arguments.size() == 1 &&
-        (line == "-" || line.empty() || std::filesystem::exists(line, error) || looksLikeFile(line))) {
+    if (arguments.size() == 1 && (options.interactive || line == "-" || line.empty() ||
+                                  std::filesystem::exists(line, error) || looksLikeFile(line))) {
         options.file = line;
         return;
     }
@@ -156,7 +156,9 @@ std::variant<Options, int> parseOptions(int argc, char** argv) {
         ->take_all()
         ->allow_extra_args(false);
     app.add_flag("--watch", options.watch, "Print the results of FILE anew whenever it is saved");
-    for (const char* option : {"--expression", "--watch"}) app.get_option(option)->group("What is calculated");
+    app.add_flag("-i,--interactive", options.interactive, "Go on at a prompt, with the lines of FILE");
+    for (const char* option : {"--expression", "--watch", "--interactive"})
+        app.get_option(option)->group("What is calculated");
 
     app.add_flag("-r,--results", options.results, "Print results only; fail when a line has none for a reason");
     app.add_flag("--plain", options.plain, "Print numbers for programs: exact, '.' as point, the unit apart");
@@ -215,6 +217,8 @@ std::variant<Options, int> parseOptions(int argc, char** argv) {
         if (json) options.format = Options::Format::json;
         if (options.watch && (options.file.empty() || options.file == "-"))
             throw CLI::ValidationError("--watch", "needs a FILE");
+        if (options.interactive && (options.watch || options.results || options.format != Options::Format::table))
+            throw CLI::ValidationError("--interactive", "gives no output for programs");
         options.checkExtensions = !checked.empty();
         if (options.checkExtensions) options.extensions = checked;
     } catch (const CLI::ParseError& error) {

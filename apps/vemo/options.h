@@ -20,9 +20,10 @@ struct Options {
     bool argument = false;  // the only expression is an argument that names no file
     std::string file;       // empty or "-": standard input
     Format format = Format::table;
-    bool results = false;  // nothing but results
-    bool plain = false;    // numbers for programs
-    bool watch = false;    // calculate the file whenever it is saved
+    bool results = false;      // nothing but results
+    bool plain = false;        // numbers for programs
+    bool interactive = false;  // at a prompt
+    bool watch = false;        // calculate the file whenever it is saved
     bool shortTexts = false;
     bool quiet = false;    // without notes and reasons
     bool explain = false;  // with each line as it was calculated

@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "terminal.h"
 
-#include <wchar.h>
-
 #include <algorithm>
 
+#include "characters.h"
 #include "session/printable.h"
 
 namespace vemo::cli {
@@ -16,31 +15,6 @@ namespace {
 constexpr std::string_view reset = "\033[0m";
 constexpr std::size_t gap = 2;  // columns between a line and its result
 constexpr std::size_t widestColumn = 120;
-
-std::string_view colorOf(RunType type) {
-    switch (type) {
-        case RunType::number:
-            return "\033[36m";
-        case RunType::unit:
-            return "\033[32m";
-        case RunType::variable:
-            return "\033[35m";
-        case RunType::function:
-            return "\033[34m";
-        case RunType::operatorWord:
-        case RunType::operatorSymbol:
-            return "\033[33m";
-        case RunType::header:
-            return "\033[1m";
-        case RunType::comment:
-        case RunType::label:
-            return "\033[2m";
-        case RunType::none:
-        case RunType::parenthesis:
-            break;
-    }
-    return {};
-}
 
 std::string colored(const AttributedText& text, bool color) {
     std::string result;
@@ -75,18 +49,41 @@ void printUnderLine(std::ostream& out, const std::string& text, const Layout& la
     out << std::string(gap, ' ') << (layout.color ? dim : "") << printable(text) << (layout.color ? reset : "") << '\n';
 }
 
+// The numbers of as many lines are as wide as the widest.
+std::string numberOf(std::size_t line, std::size_t count) {
+    const std::string number = std::to_string(line + 1), widest = std::to_string(count);
+    return std::string(widest.size() - number.size(), ' ') + number + "  ";
+}
+
 }  // namespace
 
-std::size_t displayWidth(std::string_view text) {
-    std::size_t width = 0;
-    const std::u16string units = utf16(text);
-    for (std::size_t i = 0; i < units.size(); ++i) {
-        wchar_t character = units[i];
-        if (character >= 0xd800 && character < 0xdc00 && i + 1 < units.size())
-            character = 0x10000 + ((character - 0xd800) << 10) + (units[++i] - 0xdc00);
-        width += static_cast<std::size_t>(std::max(wcwidth(character), 0));
+std::string_view colorOf(RunType type) {
+    switch (type) {
+        case RunType::number:
+            return "\033[36m";
+        case RunType::unit:
+            return "\033[32m";
+        case RunType::variable:
+            return "\033[35m";
+        case RunType::function:
+            return "\033[34m";
+        case RunType::operatorWord:
+        case RunType::operatorSymbol:
+            return "\033[33m";
+        case RunType::header:
+            return "\033[1m";
+        case RunType::comment:
+        case RunType::label:
+            return "\033[2m";
+        case RunType::none:
+        case RunType::parenthesis:
+            break;
     }
-    return width;
+    return {};
+}
+
+std::size_t displayWidth(std::string_view text) {
+    return columnsOf(utf16(text));
 }
 
 void printRemarksOf(std::ostream& out, const VemoEngine::Result::Line& line, const Layout& layout) {
@@ -97,7 +94,7 @@ void printRemarksOf(std::ostream& out, const VemoEngine::Result::Line& line, con
 void printResult(std::ostream& out, const VemoEngine::Result& result, const Layout& layout,
                  const std::vector<std::string>& readings) {
     struct Shown {
-        std::string text, value;
+        std::string number, value;
         std::size_t width = 0;
     };
     const auto total = layout.total ? session::totalOf(result, layout.writing.shortTexts) : std::nullopt;
@@ -111,8 +108,8 @@ void printResult(std::ostream& out, const VemoEngine::Result& result, const Layo
     rows.reserve(result.lines.size());
     for (std::size_t i = 0; i < result.lines.size(); ++i) {
         const session::Row row = session::rowOf(result, i, layout.writing);
-        Shown shown{printable(row.text), printable(row.result), 0};
-        shown.width = displayWidth(shown.text);
+        Shown shown{layout.numbered ? numberOf(i, result.lines.size()) : "", printable(row.result), 0};
+        shown.width = displayWidth(shown.number) + displayWidth(printable(row.text));
         const std::size_t needed = shown.width + gap + displayWidth(shown.value);
         if (!shown.value.empty() && (layout.width || needed <= most)) column = std::max(column, needed);
         rows.push_back(std::move(shown));
@@ -120,7 +117,8 @@ void printResult(std::ostream& out, const VemoEngine::Result& result, const Layo
     column = std::min(column, most);
     for (std::size_t i = 0; i < rows.size(); ++i) {
         const auto& line = result.lines[i];
-        printRow(out, colored(line.attributedText(), layout.color), rows[i].width, rows[i].value, column, layout);
+        printRow(out, rows[i].number + colored(line.attributedText(), layout.color), rows[i].width, rows[i].value,
+                 column, layout);
         if (i < readings.size() && !readings[i].empty()) printUnderLine(out, "= " + readings[i], layout);
         if (layout.remarks) printRemarksOf(out, line, layout);
     }

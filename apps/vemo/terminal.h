@@ -16,10 +16,14 @@ namespace vemo::cli {
 struct Layout {
     std::optional<std::size_t> width;  // columns of the terminal; nothing: rows may be of any length
     bool color = false;
-    bool remarks = false;  // notes and reasons under their lines
-    bool total = true;     // the grand total after the lines
+    bool remarks = false;   // notes and reasons under their lines
+    bool total = true;      // the grand total after the lines
+    bool numbered = false;  // the lines
     session::Writing writing;
 };
+
+// What turns on the color of runs; empty: nothing.
+std::string_view colorOf(RunType type);
 
 // Columns that a text takes on a terminal.
 std::size_t displayWidth(std::string_view utf8);

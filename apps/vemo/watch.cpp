@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "watch.h"
 
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include <chrono>
 #include <thread>
 
 #include "document.h"
+#include "files.h"
 #include "output.h"
 
 namespace vemo::cli {
@@ -17,27 +17,12 @@ namespace {
 constexpr std::chrono::milliseconds interval(100);
 constexpr std::string_view clearScreen = "\033[H\033[2J\033[3J";
 
-// What tells one state of a file from another, a file that took its place for one.
-struct Stamp {
-    ino_t node = 0;
-    off_t size = 0;
-    time_t seconds = 0;
-    long nanoseconds = 0;
-    friend bool operator==(const Stamp&, const Stamp&) = default;
-};
-
-Stamp stampOf(const std::string& file) {
-    struct stat status {};
-    if (stat(file.c_str(), &status) != 0) return {};
-    return {status.st_ino, status.st_size, status.st_mtim.tv_sec, status.st_mtim.tv_nsec};
-}
-
 }  // namespace
 
 int watch(const Options& options, const std::string& text, const std::function<int(const std::string&)>& answer) {
     const bool terminal = isatty(STDOUT_FILENO) != 0;
     std::string shown = text;
-    Stamp seen = stampOf(options.file);
+    FileStamp seen = stampOf(options.file);
     for (bool first = true;; first = false) {
         // Answers that go elsewhere stand one after the other, an empty row between them.
         if (terminal ? !writeOutput(clearScreen) : !first && !writeOutput("\n")) return 1;
@@ -45,9 +30,9 @@ int watch(const Options& options, const std::string& text, const std::function<i
         if (const int status = answer(shown); status != 0 && !options.strict()) return status;
         for (;;) {
             std::this_thread::sleep_for(interval);
-            const Stamp now = stampOf(options.file);
+            const FileStamp now = stampOf(options.file);
             // An editor may remove the file for a moment.
-            if (now == seen || now == Stamp()) continue;
+            if (now == seen || now == FileStamp()) continue;
             seen = now;
             auto changed = readDocument(options);
             if (!changed || *changed == shown) continue;

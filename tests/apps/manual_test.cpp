@@ -70,7 +70,8 @@ TEST(Manual, examplesGiveWhatThePageSays) {
 
 TEST(Manual, isWellFormed) {
     if (runShell("command -v groff >/dev/null 2>&1").status != 0) GTEST_SKIP() << "no groff";
-    EXPECT_EQ(runShell("groff -man -Tutf8 -ww -z '" VEMO_TEST_DATA_DIR "/../docs/vemo.1' 2>&1").output, "");
+    for (const std::string page : {VEMO_TEST_DATA_DIR "/../docs/vemo.1", VEMO_LANGUAGE_PAGE})
+        EXPECT_EQ(runShell("groff -k -man -Tutf8 -ww -z '" + page + "' 2>&1").output, "") << page;
 }
 
 // The command as programs call it, under its name.

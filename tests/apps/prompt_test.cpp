@@ -2,217 +2,372 @@
 // The prompt as a person meets it, on a terminal. VEMO_COMMAND names the command.
 
 #include <gtest/gtest.h>
-#include <poll.h>
-#include <pty.h>
 #include <signal.h>
-#include <sys/wait.h>
-#include <unistd.h>
+#include <sys/stat.h>
 
-#include <cerrno>
-#include <chrono>
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <system_error>
+#include <random>
 
 #include "support/command.h"
 #include "support/temporary_folder.h"
+#include "support/terminal.h"
 
 namespace vemo::test {
 namespace {
 
-using Clock = std::chrono::steady_clock;
-constexpr std::chrono::seconds patience(30);  // a failure takes as long; nothing else does
+// On the screen, at last.
+#define ASSERT_BECOMES(prompt, wanted) \
+    ASSERT_TRUE((prompt).becomes([&](const Screen& screen) { return wanted; })) << (prompt).screen().text()
+#define ASSERT_SHOWN(prompt, wanted) ASSERT_BECOMES(prompt, screen.text().find(wanted) != std::string::npos)
 
-// The command on a terminal of its own, in a folder of its own.
-class Prompt {
-public:
-    explicit Prompt(const std::filesystem::path& folder) {
-        const std::string command = vemoCommand();
-        winsize size{24, 100, 0, 0};
-        process_ = forkpty(&terminal_, nullptr, nullptr, &size);
-        if (process_ < 0) throw std::system_error(errno, std::generic_category(), "no terminal");
-        if (process_ > 0) return;
-        setenv("HOME", folder.c_str(), 1);
-        setenv("XDG_CONFIG_HOME", (folder / "config").c_str(), 1);
-        setenv("XDG_STATE_HOME", (folder / "state").c_str(), 1);
-        setenv("TERM", "xterm", 1);
-        setenv("LC_ALL", "C.UTF-8", 1);
-        if (chdir(folder.c_str()) == 0)
-            execl(command.c_str(), command.c_str(), "--locale", "en_US", "--language", "en", "--color", "never",
-                  nullptr);
-        _exit(127);
-    }
-    ~Prompt() {
-        if (process_ > 0) {
-            kill(process_, SIGKILL);
-            waitpid(process_, nullptr, 0);
-        }
-        close(terminal_);
-    }
-
-    void type(std::string_view keys) {
-        ASSERT_EQ(write(terminal_, keys.data(), keys.size()), static_cast<ssize_t>(keys.size()));
-    }
-
-    // True once the text came, after what was seen before.
-    bool shows(std::string_view text) {
-        const auto deadline = Clock::now() + patience;
-        for (;;) {
-            const std::size_t found = screen_.find(text, seen_);
-            if (found != std::string::npos) {
-                seen_ = found + text.size();
-                return true;
-            }
-            if (!readSome(deadline)) return false;
-        }
-    }
-
-    // The exit status, or -1.
-    int ends() {
-        const auto deadline = Clock::now() + patience;
-        while (readSome(deadline)) {
-        }
-        int status = 0;
-        if (Clock::now() >= deadline || waitpid(process_, &status, 0) != process_) return -1;
-        process_ = -1;
-        return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-    }
-
-    std::string rest() const { return screen_.substr(seen_); }
-
-private:
-    bool readSome(Clock::time_point deadline) {
-        const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(deadline - Clock::now()).count();
-        pollfd descriptor{terminal_, POLLIN, 0};
-        if (left <= 0 || poll(&descriptor, 1, static_cast<int>(left)) <= 0) return false;
-        char buffer[4096];
-        const ssize_t count = read(terminal_, buffer, sizeof buffer);
-        if (count <= 0) return false;
-        screen_.append(buffer, static_cast<std::size_t>(count));
-        return true;
-    }
-
-    int terminal_ = -1;
-    pid_t process_ = -1;
-    std::string screen_;
-    std::size_t seen_ = 0;
-};
-
-#define ASSERT_SHOWN(prompt, text) ASSERT_TRUE((prompt).shows(text)) << (prompt).rest()
+constexpr const char* up = "\033[A";
+constexpr const char* left = "\033[D";
 
 class PromptTest : public testing::Test {
 protected:
+    struct Look {
+        std::string terminal = "xterm", color = "never";
+        std::size_t rows = 60, columns = 100;
+    };
+
+    // With more arguments.
+    Terminal::Start start(const std::vector<std::string>& arguments, const Look& look) const {
+        Terminal::Start start;
+        start.arguments = {vemoCommand(), "--locale", "en_US", "--language", "en", "--color", look.color};
+        start.arguments.insert(start.arguments.end(), arguments.begin(), arguments.end());
+        start.environment = {{"HOME", folder.string()},
+                             {"XDG_CONFIG_HOME", (folder / "config").string()},
+                             {"XDG_STATE_HOME", (folder / "state").string()},
+                             {"TERM", look.terminal},
+                             {"LC_ALL", "C.UTF-8"}};
+        start.folder = folder.string();
+        start.rows = look.rows;
+        start.columns = look.columns;
+        return start;
+    }
+    Terminal::Start start(const std::vector<std::string>& arguments = {}) const { return start(arguments, Look()); }
+
+    void write(const std::string& name, const std::string& text) const { std::ofstream(folder / name) << text; }
+    std::string contents(const std::string& name) const {
+        std::ifstream file(folder / name);
+        return {std::istreambuf_iterator<char>(file), {}};
+    }
+
     const TemporaryFolder temporary;
     const std::filesystem::path folder = temporary.path();
 };
 
 TEST_F(PromptTest, calculatesLinesAsOneDocument) {
-    Prompt prompt(folder);
-    ASSERT_SHOWN(prompt, "> ");
-    prompt.type("hourly rate = $40\r");
-    ASSERT_SHOWN(prompt, "= $40\r\n");
-    prompt.type("12 * hourly rate\r");
-    ASSERT_SHOWN(prompt, "= $480\r\n");
+    Terminal prompt(start());
+    ASSERT_SHOWN(prompt, "ends\n>");
+    prompt.type("hourly rate = $40\r12 * hourly rate\r");
+    ASSERT_SHOWN(prompt, "= $40\n");
+    ASSERT_SHOWN(prompt, "= $480\n");
+    prompt.type("5 kg + 3 m\r12 * 2\r");
+    ASSERT_SHOWN(prompt, "“kg” and “m” do not convert into each other");
+    prompt.type("\r5 °C in °F // 気温\r");
+    ASSERT_SHOWN(prompt, "= 41 °F\n");
+    prompt.type("sum\r# more\r7\rsum\r");
+    ASSERT_SHOWN(prompt, "sum\n= 41 °F\n");  // of the lines after the empty one
+    ASSERT_SHOWN(prompt, "sum\n= 7\n");      // of those after the header
+    prompt.type(":nonsense\r:save notes.txt\r");
+    ASSERT_SHOWN(prompt, "there is no :nonsense");
+    ASSERT_SHOWN(prompt, "saved notes.txt\n");
+    prompt.type("quit\r");
+    EXPECT_EQ(prompt.ends(), 0);
+    // Neither the line that is an error nor the commands.
+    EXPECT_EQ(contents("notes.txt"),
+              "hourly rate = $40\n12 * hourly rate\n12 * 2\n\n5 °C in °F // 気温\nsum\n# more\n7\nsum\n");
+}
+
+TEST_F(PromptTest, answersWhileALineIsTyped) {
+    Terminal prompt(start({}, {"xterm", "always", 24, 100}));
+    ASSERT_SHOWN(prompt, "ends\n>");
+    prompt.type("rate = 40\r3 rate");
+    ASSERT_BECOMES(prompt, screen.row(3) == "> 3 rate" && screen.row(4) == "= 120" && screen.isDim(4));
+    EXPECT_EQ(prompt.screen().cursorRow(), 3u);
+    EXPECT_EQ(prompt.screen().cursorColumn(), 8u);
+    // At no moment it is gone.
+    bool gone = false;
+    prompt.watch([&](const Screen& screen) { gone = gone || !screen.row(4).starts_with("= 1"); });
+    prompt.type(" in km");
+    ASSERT_BECOMES(prompt, screen.row(3) == "> 3 rate in km" && screen.row(4) == "= 120 km");
+    EXPECT_FALSE(gone);
+    prompt.watch({});
+    prompt.type("\x15(");
+    ASSERT_BECOMES(prompt, screen.row(3) == "> (" && screen.row(4).empty());
+    // Why there is none, and what was left out, once nobody types.
     prompt.type(
-        "\r5 \xc2\xb0"
-        "C in \xc2\xb0"
-        "F // \xe6\xb0\x97\xe6\xb8\xa9\r");
-    ASSERT_SHOWN(prompt,
-                 "= 41 \xc2\xb0"
-                 "F\r\n");
-    prompt.type("sum\r");
-    ASSERT_SHOWN(prompt,
-                 "= 41 \xc2\xb0"
-                 "F\r\n");  // of the lines after the empty one
-    prompt.type(":save notes.txt\r");
-    ASSERT_SHOWN(prompt, "saved notes.txt\r\n");
-    prompt.type(":save no/such/folder\r");
-    ASSERT_SHOWN(prompt, "cannot write no/such/folder\r\n");
-    prompt.type(":nonsense\r");
-    ASSERT_SHOWN(prompt, "no such command");
-    prompt.type(":help\r");
-    ASSERT_SHOWN(prompt, ":save FILE");
-    prompt.type(":quit\r");
-    EXPECT_EQ(prompt.ends(), 0);
-    std::ifstream file(folder / "notes.txt");
-    EXPECT_EQ(std::string(std::istreambuf_iterator<char>(file), {}),
-              "hourly rate = $40\n12 * hourly rate\n\n5 \xc2\xb0"
-              "C in \xc2\xb0"
-              "F // \xe6\xb0\x97\xe6\xb8\xa9\nsum\n");
+        "\x15"
+        "10 / 0");
+    ASSERT_BECOMES(prompt, screen.row(3) == "> 10 / 0" && screen.row(4) == "  division by zero");
+    prompt.type(
+        "\x15"
+        "5 + 5\r");
+    ASSERT_BECOMES(prompt, screen.row(4) == "= 10" && !screen.isDim(4) && screen.row(5) == ">");
 }
 
-TEST_F(PromptTest, completesWords) {
-    Prompt prompt(folder);
-    ASSERT_SHOWN(prompt, "> ");
-    prompt.type("2 celsi\t in fahrenh\t\r");
-    ASSERT_SHOWN(prompt,
-                 "= 35.6 \xc2\xb0"
-                 "F\r\n");
-    prompt.type("hourly rate = 40\r");
-    ASSERT_SHOWN(prompt, "= 40\r\n");
+// A line that keys change, as an editor is to show it.
+struct Edited {
+    std::vector<std::string> line{"/", "/"};  // the beginning of a comment, which has no answer
+    std::size_t cursor = 2;
+
+    // What was pressed at random; the slashes stay.
+    std::string press(std::mt19937& random) {
+        const std::vector<std::string> characters{"a", "7", " ", "気", "e\u0301", "é", "日"};
+        const auto place = [&] { return line.begin() + static_cast<std::ptrdiff_t>(cursor); };
+        switch (const std::size_t key = random() % 24) {
+            case 0:
+                cursor -= cursor > 0;
+                return left;
+            case 1:
+                cursor += cursor < line.size();
+                return "\033[C";
+            case 2:
+                cursor = 0;
+                return "\033[H";
+            case 3:
+                cursor = line.size();
+                return "\x05";
+            case 4:
+                if (cursor <= 2) return "";
+                --cursor;
+                line.erase(place());
+                return "\x7f";
+            default:
+                if (cursor < 2) return "";
+                line.insert(place(), characters[key % characters.size()]);
+                return line[cursor++];
+        }
+    }
+
+    bool isShown(const Screen& screen, std::size_t columns) const {
+        std::vector<std::string> rows{"> "};
+        std::size_t column = 2, cursorRow = 0, cursorColumn = 0;
+        for (std::size_t i = 0; i <= line.size(); ++i) {
+            const std::size_t width = i < line.size() && (line[i] == "気" || line[i] == "日") ? 2 : 1;
+            if (column + width > columns) {
+                rows.emplace_back();
+                column = 0;
+            }
+            if (i == cursor) {
+                cursorRow = rows.size() - 1;
+                cursorColumn = column;
+            }
+            if (i == line.size()) break;
+            rows.back() += line[i];
+            column += width;
+        }
+        std::string text;
+        for (const std::string& row : rows) text += row.substr(0, row.find_last_not_of(' ') + 1) + "\n";
+        while (text.ends_with("\n\n")) text.pop_back();
+        return screen.text() == text && screen.cursorRow() == cursorRow && screen.cursorColumn() == cursorColumn;
+    }
+};
+
+TEST_F(PromptTest, showsWhatWasTypedAndWhere) {
+    constexpr std::size_t columns = 20;
+    Terminal prompt(start({}, {"xterm", "never", 12, columns}));
+    ASSERT_BECOMES(prompt, screen.row(3) == ">");
+    std::mt19937 random(7);
+    for (int round = 0; round < 40; ++round) {
+        Edited edited;
+        prompt.type("\x03\x0c//");
+        for (std::size_t burst = 0; burst < 30 && edited.line.size() < 100; ++burst) {
+            std::string keys;
+            for (std::size_t count = random() % 6; count > 0; --count) keys += edited.press(random);
+            prompt.type(keys);
+            ASSERT_BECOMES(prompt, edited.isShown(screen, columns));
+        }
+    }
+    prompt.type("\x03\x0c" + std::string(50, '1'));
+    ASSERT_BECOMES(prompt, screen.row(2) == std::string(12, '1'));
+    prompt.resize(10, 40);
+    ASSERT_BECOMES(prompt, screen.row(0) == "> " + std::string(38, '1') && screen.row(1) == std::string(12, '1'));
+}
+
+TEST_F(PromptTest, completesWordsInAList) {
+    Terminal prompt(start());
+    ASSERT_SHOWN(prompt, "ends\n>");
+    prompt.type("2 celsi\t in fahrenh\t\rhourly rate = 40\r");
+    ASSERT_SHOWN(prompt, "= 35.6 °F\n");
     prompt.type("2 * hour\t");
-    ASSERT_SHOWN(prompt, "hourly rate  hour  hours  \r\n");
+    ASSERT_SHOWN(prompt, "  hourly rate  name\n  hour         unit\n");
     prompt.type("ly \t\r");  // over the blank of a name of two words
-    ASSERT_SHOWN(prompt, "= 80\r\n");
-    prompt.type("3Millil\tre\t");  // what all have in common, then what there is
-    ASSERT_SHOWN(prompt, "millilitre  millilitres  \r\n");
-    prompt.type("\r");
-    ASSERT_SHOWN(prompt, "= 3 ml\r\n");
-    prompt.type("qqq\t");
-    ASSERT_SHOWN(prompt, "\a");
+    ASSERT_SHOWN(prompt, "> 2 * hourly rate\n= 80\n");
+    prompt.type("2 * hour\t\t\033[B");  // the second choice
+    ASSERT_SHOWN(prompt, "  hourly rate  name\n> hour         unit\n");
+    prompt.type("\033[Z\r");  // and back to the first
+    ASSERT_SHOWN(prompt, "> 2 * hourly rate\n= 80\n");
+    prompt.type("time in San\t");
+    ASSERT_SHOWN(prompt, "  San Juan      place\n");
+    prompt.type(" J\t\r");
+    ASSERT_SHOWN(prompt, "> time in San Juan\n= ");
+    std::filesystem::create_directory(folder / "papers");
+    write("papers/budget.vemo", "1\n");
+    prompt.type(":lo\t pap\tbud\t");
+    ASSERT_SHOWN(prompt, "> :load papers/budget.vemo\n");
+    prompt.type("\x03:units temp\t");
+    ASSERT_SHOWN(prompt, "> :units temperature\n");
+    const std::size_t bells = prompt.screen().bells();
+    prompt.type("\x03qqq\t");
+    ASSERT_BECOMES(prompt, screen.bells() == bells + 1);
 }
 
-TEST_F(PromptTest, clearsTheLineAndEnds) {
-    Prompt prompt(folder);
-    ASSERT_SHOWN(prompt, "> ");
-    prompt.type("1 + 999");
-    ASSERT_SHOWN(prompt, "999");
-    prompt.type("\x03");
-    ASSERT_SHOWN(prompt, "> ");
-    prompt.type("2 + 3\r");
-    ASSERT_SHOWN(prompt, "= 5\r\n");
-    ASSERT_SHOWN(prompt, "> ");
-    prompt.type("\x04");
+TEST_F(PromptTest, changesTheDocument) {
+    Terminal prompt(start());
+    ASSERT_SHOWN(prompt, "ends\n>");
+    prompt.type("rent = 1200\rfood = 300\rrent + food\rrent = rent * 2\r");
+    ASSERT_SHOWN(prompt, "= 2,400\n");
+    prompt.type(":vars\r");
+    ASSERT_SHOWN(prompt, "  food = 300\n  rent = 2,400\n");
+    prompt.type(
+        ":edit 2\r\x7f\x7f\x7f"
+        "50\r");
+    ASSERT_SHOWN(prompt, "2> food = 50\n= 50\n1 line below changed\n");
+    prompt.type(":edit 2\r / 0\r");  // an error leaves the line as it was
+    ASSERT_SHOWN(prompt, "line 2 stays as it was\n");
+    prompt.type(":edit 2\r\x03:delete\r");
+    ASSERT_SHOWN(prompt, "line 4 is gone\n");
+    prompt.type(":list\r");
+    ASSERT_SHOWN(prompt, "1  rent = 1200  1,200\n2  food = 50       50\n3  rent + food  1,250\n");
+    prompt.type(":undo\r:undo\r:explain 3\r");
+    ASSERT_SHOWN(prompt, "> :explain 3\n1,200 + 300\n");
+    prompt.type(":edit 9\r:clear\r:list\r:undo\r");
+    ASSERT_SHOWN(prompt, "there are lines 1 to 4\n");
+    ASSERT_SHOWN(prompt, "no lines\n");
+    ASSERT_SHOWN(prompt, "4 lines, as before\n");
+    prompt.type(":set precision 6\r1/3\r:set precision x\r:set precison\r");
+    ASSERT_SHOWN(prompt, "= 0.333333\n");
+    ASSERT_SHOWN(prompt, "precision is a number of digits");
+    ASSERT_SHOWN(prompt, "the nearest is precision");
+    prompt.type(":units length\r");
+    ASSERT_SHOWN(prompt, "furlong");
+    EXPECT_EQ(prompt.screen().text().find("acre"), std::string::npos);
+    prompt.type("?\r");
+    ASSERT_SHOWN(prompt, ":units [KIND]");
+    // A word that has a value is no command.
+    prompt.type("help = 3\rhelp\r");
+    ASSERT_SHOWN(prompt, "> help\n= 3\n");
+}
+
+TEST_F(PromptTest, keepsTheDocumentInAFile) {
+    write("mine.vemo", "a = 1\r\nb = 2\r\n");
+    write("other.vemo", "x = 5\n");
+    std::filesystem::permissions(folder / "mine.vemo", std::filesystem::perms(0640));
+    std::filesystem::create_symlink("mine.vemo", folder / "link.vemo");
+    Terminal prompt(start({"-i", "link.vemo"}));
+    ASSERT_SHOWN(prompt, "link.vemo: 2 lines, total 3; :list shows them\n");
+    prompt.type("a + b\r:save\r");  // over its own file without a question
+    ASSERT_SHOWN(prompt, "saved link.vemo\n");
+    EXPECT_EQ(contents("mine.vemo"), "a = 1\r\nb = 2\r\na + b\r\n");
+    EXPECT_TRUE(std::filesystem::is_symlink(folder / "link.vemo"));
+    EXPECT_EQ(std::filesystem::status(folder / "mine.vemo").permissions(), std::filesystem::perms(0640));
+    prompt.type(":save other.vemo\rn\r");
+    ASSERT_SHOWN(prompt, "other.vemo is there already; write over it? [y/N] n\nnot saved\n");
+    prompt.type(":load ~/other.vemo\r:undo\r:list\r:save\r");
+    ASSERT_SHOWN(prompt, "3  a + b");
+    ASSERT_SHOWN(prompt, "link.vemo has changed since; write over it?");  // what is there was not read last
+    prompt.type("y\r:save ~/new.vemo\r:save /dev/null\ry\r:save no/such/folder\r");
+    ASSERT_SHOWN(prompt, "/new.vemo\n");
+    ASSERT_SHOWN(prompt, "cannot write /dev/null: it is no file\n");
+    ASSERT_SHOWN(prompt, "cannot write no/such/folder: No such file or directory\n");
+    EXPECT_EQ(contents("other.vemo"), "x = 5\n");
+    EXPECT_EQ(contents("new.vemo"), "a = 1\r\nb = 2\r\na + b\r\n");
+    prompt.type(":load nothing.vemo\r7\r\x04");  // what is not saved is asked about
+    ASSERT_SHOWN(prompt, "nothing.vemo: cannot be read");
+    ASSERT_SHOWN(prompt, "/new.vemo is not saved; save it? [y/N]");
+    prompt.type("y\r");
     EXPECT_EQ(prompt.ends(), 0);
+    EXPECT_EQ(contents("new.vemo"), "a = 1\r\nb = 2\r\na + b\r\n7\r\n");
+    for (const auto& entry : std::filesystem::directory_iterator(folder))
+        EXPECT_EQ(entry.path().filename().string().find(".vemo."), std::string::npos) << entry.path();
+
+    Terminal fresh(start({"-i", "fresh.vemo"}));
+    ASSERT_SHOWN(fresh, "fresh.vemo: a new file");
+    fresh.type("1 + 1\r:save\r:quit\r");
+    EXPECT_EQ(fresh.ends(), 0);
+    EXPECT_EQ(contents("fresh.vemo"), "1 + 1\n");
+    EXPECT_EQ(Terminal(start({"-i", "."})).ends(), 2);
+    EXPECT_EQ(runShell("'" + vemoCommand() + "' -i 2>/dev/null </dev/null").status, 2);
+}
+
+TEST_F(PromptTest, takesPastedLinesAsText) {
+    write("kept.vemo", "1\n");
+    Terminal prompt(start());
+    ASSERT_SHOWN(prompt, "ends\n>");
+    prompt.type("\033[200~a = 2\r\nb\t= 3 a\r:save kept.vemo\ry\rquit\n\0331\a +\033[201~ 1");
+    ASSERT_BECOMES(prompt, screen.text().ends_with("> 1 + 1\n= 2\n"));
+    prompt.type("\x15:list\r");
+    ASSERT_SHOWN(prompt, "2  b = 3 a  6\n3  :save kept.vemo\n4  y\n5  quit\n");
+    EXPECT_EQ(contents("kept.vemo"), "1\n");
+}
+
+TEST_F(PromptTest, endsAsItBegan) {
+    {
+        Terminal prompt(start());
+        ASSERT_SHOWN(prompt, "ends\n>");
+        prompt.type("1 + 999\x03");
+        ASSERT_SHOWN(prompt, "> 1 + 999\n>");
+        prompt.type("2 + 3\r\x04");
+        ASSERT_SHOWN(prompt, "= 5\n");
+        EXPECT_EQ(prompt.ends(), 0);
+    }
+    Terminal killed(start());
+    ASSERT_SHOWN(killed, "ends\n>");
+    EXPECT_FALSE(killed.editsLines());
+    killed.send(SIGTERM);
+    EXPECT_EQ(killed.ends(), -SIGTERM);
+    EXPECT_TRUE(killed.editsLines());
 }
 
 TEST_F(PromptTest, remembersLinesUntilTheNextTime) {
+    std::filesystem::create_directories(folder / "state" / "vemo");
+    write("state/vemo/history", "_HiStOrY_V2_\n1\\040+\\0401\n");  // as it was written once
     {
-        Prompt prompt(folder);
-        ASSERT_SHOWN(prompt, "> ");
-        prompt.type("\xc3\xa9t\xc3\xa9 = 6 * 7\r");
-        ASSERT_SHOWN(prompt, "= 42\r\n");
-        ASSERT_SHOWN(prompt, "> ");  // control characters mean something else to the terminal between the lines
-        prompt.type("\x04");
-        EXPECT_EQ(prompt.ends(), 0);
+        Terminal one(start()), two(start());
+        ASSERT_SHOWN(one, "ends\n>");
+        ASSERT_SHOWN(two, "ends\n>");
+        one.type("été = 6 * 7\r");
+        ASSERT_SHOWN(one, "= 42\n");
+        two.type("2 + 20\r2 + 20\r");
+        ASSERT_SHOWN(two, "= 22\n");
+        ASSERT_SHOWN(two, "= 22\n");
+        one.type("3 + 30\r\x04");
+        EXPECT_EQ(one.ends(), 0);
     }
-    EXPECT_TRUE(std::filesystem::exists(folder / "state" / "vemo" / "history"));
-    Prompt prompt(folder);
-    ASSERT_SHOWN(prompt, "> ");
-    prompt.type("\x10\x10");  // there is but one
-    ASSERT_SHOWN(prompt, "6 * 7");
-    prompt.type(" + 1\r");
-    ASSERT_SHOWN(prompt, "= 43\r\n");
+    Terminal prompt(start());
+    ASSERT_SHOWN(prompt, "ends\n>");
+    prompt.type(up);
+    ASSERT_BECOMES(prompt, screen.row(1) == "> 3 + 30");
+    prompt.type(up);
+    ASSERT_BECOMES(prompt, screen.row(1) == "> 2 + 20");
+    prompt.type(up);
+    ASSERT_BECOMES(prompt, screen.row(1) == "> été = 6 * 7");
+    prompt.type(std::string(up) + up + up);
+    ASSERT_BECOMES(prompt, screen.row(1) == "> 1 + 1");
+    prompt.type(
+        "\x12"
+        "té");
+    ASSERT_BECOMES(prompt, screen.row(1) == "> été = 6 * 7" && screen.row(3) == "search: té");
+    prompt.type("\x05 + 1\r");
+    ASSERT_SHOWN(prompt, "= 43\n");
+    struct stat status {};
+    ASSERT_EQ(stat((folder / "state" / "vemo" / "history").c_str(), &status), 0);
+    EXPECT_EQ(contents("state/vemo/history"), "1 + 1\nété = 6 * 7\n2 + 20\n3 + 30\nété = 6 * 7 + 1\n");
 }
 
-TEST_F(PromptTest, keepsTheLinesOfSeveralPrompts) {
-    Prompt one(folder), two(folder);
-    ASSERT_SHOWN(one, "> ");
-    ASSERT_SHOWN(two, "> ");
-    one.type("1 + 10\r");
-    ASSERT_SHOWN(one, "= 11\r\n");
-    two.type("2 + 20\r");
-    ASSERT_SHOWN(two, "= 22\r\n");
-    one.type("3 + 30\r");
-    ASSERT_SHOWN(one, "= 33\r\n");
-    Prompt later(folder);
-    ASSERT_SHOWN(later, "> ");
-    later.type("\x10\x10");
-    ASSERT_SHOWN(later, "2 + 20");
-    later.type("\x10");
-    ASSERT_SHOWN(later, "1 + 10");
+TEST_F(PromptTest, readsLinesWhereTheCursorCannotMove) {
+    Terminal prompt(start({}, {"dumb", "auto", 24, 100}));
+    ASSERT_SHOWN(prompt, "ends\n>");
+    prompt.type("2 + 3\n:edit\n4 km\n:list\n");
+    ASSERT_SHOWN(prompt, "= 5\n");
+    ASSERT_SHOWN(prompt, "1  4 km  4 km\n");
+    prompt.type("\x04");
+    EXPECT_EQ(prompt.ends(), 0);
+    EXPECT_EQ(prompt.output().find('\033'), std::string::npos);
 }
 
 }  // namespace

@@ -49,3 +49,4 @@ c++ -std=c++20 -I"$work/prefix/include" "$here/everything.cpp" -L"$work/shared" 
     -o "$work/everything"
 [ "$("$work/everything" "$work/data/shared")" = "everything" ]
 test -f "$work/prefix/share/man/man1/vemo.1"
+grep -q '^\.SH "Percentages"' "$work/prefix/share/man/man7/vemo.7"
