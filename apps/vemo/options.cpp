@@ -23,9 +23,9 @@ namespace {
 constexpr int usageError = 2;
 
 constexpr const char* description =
-    "Calculates what people write: one calculation per line, with a value for every line.\n"
-    "An argument that names a file is read, any other is calculated; without one, standard input is read,\n"
-    "or on a terminal, lines at a prompt.";
+    "Calculates what people write: one calculation per line, with a value for each.\n"
+    "An argument that names a file is read, any other is calculated; without one,\n"
+    "standard input is read, or on a terminal, lines at a prompt.";
 
 constexpr const char* examples =
     "Examples:\n"
@@ -58,6 +58,27 @@ auto named(const Table& table, const std::string& option, const std::string& nam
     known.reserve(table.size());
     for (const auto& [each, unused] : table) known.push_back(each);
     refuse(option, name, known);
+}
+
+// The options by their groups, in the order in which they were added.
+std::string helpText(const CLI::App* app, const std::string&, CLI::AppFormatMode) {
+    constexpr std::size_t column = 28;
+    std::string text = std::string(description) + "\n\nUsage: vemo [OPTIONS] [FILE | CALCULATION]\n";
+    std::string group;
+    for (const CLI::Option* option : app->get_options()) {
+        if (option->nonpositional() && option->get_group() != group) {
+            group = option->get_group();
+            text += "\n" + group + ":\n";
+        }
+        if (!option->nonpositional()) continue;
+        const auto& letters = option->get_snames();
+        std::string row = letters.empty() ? "      " : "  -" + letters.front() + ", ";
+        row += "--" + option->get_lnames().front();
+        if (option->get_items_expected_max() > 0) row += " " + option->get_type_name();
+        row.resize(std::max(column, row.size() + 2), ' ');
+        text += row + option->get_description() + "\n";
+    }
+    return text + "\n" + examples + "\n";
 }
 
 // An argument such as "-5 + 3" is a calculation, unless it is an option's value.
@@ -142,15 +163,15 @@ std::variant<Options, int> parseOptions(int argc, char** argv) {
     std::string now, checked, format, color;
     std::vector<std::string> arguments;
     bool json = false;
-    CLI::App app{description, "vemo"};
+    CLI::App app{"", "vemo"};
     app.set_help_flag();                 // comes last
     app.option_defaults()->take_last();  // an alias may give what the command line gives anew
-    app.footer(examples);
+    app.formatter_fn(helpText);
     app.add_option("FILE", arguments, "A document, or a line to calculate; '-' is standard input")
         ->type_name("")
         ->take_all();
 
-    app.add_option("-e,--expression", options.expressions, "A line to calculate; may be repeated, instead of FILE")
+    app.add_option("-e,--expression", options.expressions, "A line to calculate instead of FILE; may be repeated")
         ->type_name("TEXT")
         ->expected(1)
         ->take_all()
@@ -160,16 +181,16 @@ std::variant<Options, int> parseOptions(int argc, char** argv) {
     for (const char* option : {"--expression", "--watch", "--interactive"})
         app.get_option(option)->group("What is calculated");
 
-    app.add_flag("-r,--results", options.results, "Print results only; fail when a line has none for a reason");
-    app.add_flag("--plain", options.plain, "Print numbers for programs: exact, '.' as point, the unit apart");
+    app.add_flag("-r,--results", options.results, "Print results only; fail where one is missing");
+    app.add_flag("--plain", options.plain, "Print exact numbers for programs, the unit apart");
     app.add_option("--format", format, "table, csv, tsv, markdown, html or json")->type_name("NAME");
-    app.add_flag("--json", json, "The same as --format json: all that is known of each line");
+    app.add_flag("--json", json, "Print all that is known of each line as JSON");
     app.add_flag("--short", options.shortTexts, "Print short result texts");
     app.add_option("--precision", options.precision, "Most fraction digits of results (2 unless given)")
         ->type_name("N")
         ->check(CLI::Range(0, mostPrecision).description(""));
     app.add_option("--color", color, "auto, always or never")->type_name("WHEN");
-    app.add_flag("-q,--quiet", options.quiet, "Say nothing about lines that were read in part, or not at all");
+    app.add_flag("-q,--quiet", options.quiet, "Say nothing about lines read in part or not at all");
     app.add_flag("--explain", options.explain, "Tell under each line how it was calculated");
     for (const char* option :
          {"--results", "--plain", "--format", "--json", "--short", "--precision", "--color", "--quiet", "--explain"})
@@ -182,8 +203,7 @@ std::variant<Options, int> parseOptions(int argc, char** argv) {
     for (const char* option : {"--locale", "--language", "--timezone", "--now"})
         app.get_option(option)->group("How lines are read");
 
-    app.add_option("--rates", options.rates, "JSON file of exchange rates per US dollar, or its URL")
-        ->type_name("FILE");
+    app.add_option("--rates", options.rates, "JSON file of rates per US dollar, or its URL")->type_name("FILE");
     app.add_option("--coins", options.coins, "The same for crypto-currencies")->type_name("FILE");
     app.add_option("--places", options.places, "URL of a service that knows the time zones of places")
         ->type_name("URL");
@@ -192,8 +212,7 @@ std::variant<Options, int> parseOptions(int argc, char** argv) {
         app.get_option(option)->group("Rates and places");
 
     app.add_option("--extensions", options.extensions, "Folder of scripts (.js) to load")->type_name("DIR");
-    app.add_option("--check-extensions", checked, "Load the scripts of a folder and print what each defines")
-        ->type_name("DIR");
+    app.add_option("--check-extensions", checked, "Load scripts, and print what each defines")->type_name("DIR");
     app.add_flag("--debug", options.debug, "Print how each line is calculated");
     app.set_help_flag("-h,--help", "Print this");
     app.set_version_flag("--version", "vemo " + std::string(VemoEngine::version()), "Print the version");

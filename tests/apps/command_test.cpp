@@ -8,6 +8,7 @@
 #include <filesystem>
 #include <fstream>
 #include <nlohmann/json.hpp>
+#include <sstream>
 
 #include "support/temporary_folder.h"
 
@@ -60,7 +61,10 @@ TEST(Command, saysWhatItCannotRead) {
     EXPECT_EQ(zone.status, 2);
     EXPECT_EQ(zone.output.substr(0, zone.output.find(';')), "vemo: --timezone: 'Mars/Olympus' is not known");
     EXPECT_EQ(run("--no-such-option").status, 2);
-    EXPECT_EQ(run("--help").status, 0);
+    const Outcome help = run("--help");
+    EXPECT_EQ(help.status, 0);
+    std::istringstream rows(help.output);
+    for (std::string row; std::getline(rows, row);) EXPECT_LE(row.size(), 80u) << row;
     EXPECT_EQ(run("--version").output, "vemo 0.1.0\n");
 }
 

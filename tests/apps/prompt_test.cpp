@@ -266,7 +266,7 @@ TEST_F(PromptTest, keepsTheDocumentInAFile) {
     EXPECT_TRUE(std::filesystem::is_symlink(folder / "link.vemo"));
     EXPECT_EQ(std::filesystem::status(folder / "mine.vemo").permissions(), std::filesystem::perms(0640));
     prompt.type(":save other.vemo\rn\r");
-    ASSERT_SHOWN(prompt, "other.vemo is there already; write over it? [y/N] n\nnot saved\n");
+    ASSERT_SHOWN(prompt, "other.vemo is there already; write over it?\n[y/N] n\nnot saved\n");
     prompt.type(":load ~/other.vemo\r:undo\r:list\r:save\r");
     ASSERT_SHOWN(prompt, "3  a + b");
     ASSERT_SHOWN(prompt, "link.vemo has changed since; write over it?");  // what is there was not read last
@@ -278,7 +278,7 @@ TEST_F(PromptTest, keepsTheDocumentInAFile) {
     EXPECT_EQ(contents("new.vemo"), "a = 1\r\nb = 2\r\na + b\r\n");
     prompt.type(":load nothing.vemo\r7\r\x04");  // what is not saved is asked about
     ASSERT_SHOWN(prompt, "nothing.vemo: cannot be read");
-    ASSERT_SHOWN(prompt, "/new.vemo is not saved; save it? [y/N]");
+    ASSERT_SHOWN(prompt, "/new.vemo is not saved; save it?\n[y/N]");
     prompt.type("y\r");
     EXPECT_EQ(prompt.ends(), 0);
     EXPECT_EQ(contents("new.vemo"), "a = 1\r\nb = 2\r\na + b\r\n7\r\n");

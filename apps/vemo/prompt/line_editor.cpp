@@ -236,7 +236,7 @@ View LineEditor::view() const {
     for (std::size_t i = 0; i < menu_->answer.choices.size(); ++i) {
         const auto& choice = menu_->answer.choices[i];
         const bool chosen = i == menu_->chosen;
-        std::string text = (chosen ? "> " : "  ") + utf8(choice.text);
+        std::string text = (chosen ? "> " : "  ") + session::printable(utf8(choice.text));
         if (!choice.kind.empty()) text += std::string(widest - columnsOf(choice.text) + 2, ' ') + choice.kind;
         view.below.push_back({std::move(text), chosen && hooks_.color ? reversed : std::string_view()});
     }

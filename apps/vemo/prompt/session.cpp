@@ -127,7 +127,8 @@ void Session::say(std::string_view text) const {
 }
 
 bool Session::agrees(const std::string& question) {
-    const auto answer = editor_.ask(session::printable(question) + " [y/N] ");
+    say(question);
+    const auto answer = editor_.ask("[y/N] ");
     return answer && (*answer == u"y" || *answer == u"Y" || *answer == u"yes");
 }
 
@@ -182,7 +183,11 @@ LineEditor::Preview Session::preview(std::u16string_view line) {
         shown.tints.push_back({text.size(), colorOf(type)});
     });
     const std::string answer = session::printable(session::rowOf(*result, index, layout_.writing).result);
-    if (!answer.empty()) shown.answer = "= " + answer;
+    const std::string_view command = commandOfWord(utf8(trimmed(line)));
+    if (!answer.empty())
+        shown.answer = "= " + answer;
+    else if (!command.empty())
+        shown.answer = commandHint(":" + std::string(command));
     if (!layout_.remarks) return shown;
     for (const Note& note : result->lines[index].notes()) shown.remarks.push_back("  " + utf8(note.message));
     if (const auto reason = result->lines[index].reason()) shown.remarks.push_back("  " + utf8(reason->message));
