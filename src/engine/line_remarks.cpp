@@ -22,11 +22,9 @@ std::size_t elementsOfNoDate(const ElementList& elements, std::size_t i, bool ca
     const auto text = [&](std::size_t at) {
         return at < elements.size() ? std::u16string_view(elements[at].text()) : std::u16string_view();
     };
-    // Its hour was taken for a label.
-    const std::u16string_view hour = text(i);
-    if (calculated && hour.ends_with(u':') && isDigits(hour.substr(0, hour.size() - 1), 1, 2) &&
-        isDigits(text(i + 1), 2, 2))
-        return 2;
+    // "25:70 + 1 h"
+    constexpr std::size_t clock = 3;
+    if (calculated && isDigits(text(i), 1, 2) && text(i + 1) == u":" && isDigits(text(i + 2), 2, 2)) return clock;
     const std::u16string_view sign = text(i + 1);
     if (sign != text(i + 3)) return 0;
     const bool numeric = sign == u"-" && isYear(text(i)) && isDigits(text(i + 2), 2, 2) && isDigits(text(i + 4), 2, 2);

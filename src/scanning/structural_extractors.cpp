@@ -55,7 +55,10 @@ void StructuralExtractor::extract(const std::u16string& text, Context&, std::vec
             result.push_back(
                 {found, pattern_.priority, 0, makeElement({}, AttributedText(found.in(text), pattern_.type))});
         };
-        add(range);
+        // A colon between digits ends no label: "5k in 27:30", "16:9".
+        const bool inDigits = pattern_.type == RunType::label && range.length > 1 && range.end() < text.size() &&
+                              digitValue(text[range.end() - 2]) >= 0 && digitValue(text[range.end()]) >= 0;
+        if (!inDigits) add(range);
         if (pattern_.type != RunType::label) continue;
         // Before a clock time, whose colon may have been taken: "Total: 17:00 - 9:15".
         const std::size_t earlier = labelEnd(range.in(text));
