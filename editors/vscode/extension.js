@@ -36,11 +36,16 @@ function showAll() {
   vscode.window.visibleTextEditors.forEach(show);
 }
 
-async function copy(form) {
+function copy(form) {
   const editor = vscode.window.activeTextEditor;
-  if (!editor) return;
-  const params = { command: 'vemo.results', arguments: [editor.document.uri.toString(), form] };
-  await vscode.env.clipboard.writeText(await client.sendRequest('workspace/executeCommand', params));
+  if (editor) return vscode.commands.executeCommand('vemo.results', editor.document.uri.toString(), form);
+}
+
+// The server answers with the text; what becomes of it is done here.
+async function executeCommand(command, args, next) {
+  const text = await next(command, args);
+  if (command === 'vemo.results' && typeof text === 'string') await vscode.env.clipboard.writeText(text);
+  return text;
 }
 
 async function activate(context) {
@@ -49,7 +54,7 @@ async function activate(context) {
     'vemo',
     'Vemo',
     { command, args: ['lsp'] },
-    { documentSelector: [{ language: 'vemo' }], middleware: { provideInlayHints: () => [] } },
+    { documentSelector: [{ language: 'vemo' }], middleware: { provideInlayHints: () => [], executeCommand } },
   );
   await client.start();
   client.onRequest('workspace/inlayHint/refresh', showAll);

@@ -78,8 +78,8 @@ public:
 
     // Every line of `text`, in order; `document` is changed as the lines say. Once `cancelled` is set, the remaining
     // lines are skipped. `asker` tells whose latest calculation it is: places are looked up for that one.
-    MultilineResult calculate(std::u16string_view text, Context& document,
-                              const std::atomic<bool>* cancelled = nullptr, std::uint64_t asker = 0);
+    MultilineResult calculate(std::u16string_view text, Context& document, const std::atomic<bool>* cancelled = nullptr,
+                              std::uint64_t asker = 0);
     LineResultPointer calculateLine(std::u16string_view text, Context& document, bool debug);
 
     // The line of that number as it is calculated, fully bracketed, with names as their values; nothing for a line

@@ -1,12 +1,11 @@
 // SPDX-License-Identifier: MIT
-#include "vemo/documents.h"
-
 #include <algorithm>
 #include <utility>
 
 #include "engine/engine_core.h"
 #include "engine/line_changes.h"
 #include "engine/line_maker.h"
+#include "vemo/documents.h"
 
 namespace vemo {
 

@@ -38,14 +38,26 @@ void EngineCore::buildWorker(const VemoEngine::Config& config, VemoEngine::Worke
     const bool background = scheduler_ && thread == VemoEngine::WorkerThread::background;
     if (worker_) worker_->retire();
     worker_ = std::make_shared<VemoWorker>(scheduler_, !background);
+    delivery_ = nullptr;
     if (!background) return adopt(worker_, buildCalculator(environment_, config, scheduler_));
+    delivery_ = std::make_shared<Delivery>();
     // The task owns neither the engine nor the worker: they end on the main executor only.
     scheduler_->postBackground([environment = environment_, config, scheduler = *scheduler_, core = weak_from_this(),
-                                worker = std::weak_ptr(worker_)] {
-        scheduler.postMain([core, worker, built = buildCalculator(environment, config, scheduler)] {
+                                delivery = std::weak_ptr(delivery_)] {
+        auto built = buildCalculator(environment, config, scheduler);
+        if (const auto waiting = delivery.lock()) {
+            const std::lock_guard lock(waiting->mutex);
+            waiting->built = std::move(built);
+        }
+        scheduler.postMain([core, delivery] {
             const auto engine = core.lock();
-            const auto current = worker.lock();
-            if (engine && current && engine->worker_ == current) engine->adopt(current, built);
+            const auto waiting = delivery.lock();
+            if (!engine || !waiting || engine->delivery_ != waiting) return;
+            engine->delivery_ = nullptr;
+            std::unique_lock lock(waiting->mutex);
+            auto ready = *std::exchange(waiting->built, std::nullopt);
+            lock.unlock();
+            engine->adopt(engine->worker_, std::move(ready));
         });
     });
 }
@@ -152,6 +164,7 @@ void EngineCore::close() {
         if (const auto client = each.lock()) client->drop();
     delegate_.reset();
     if (threads_) threads_->close();
+    delivery_ = nullptr;
 }
 
 void EngineCore::log(const Calculator::MultilineResult& calculated, const std::function<bool()>& wanted) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <memory>
+#include <mutex>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -88,6 +89,13 @@ private:
         std::vector<Extension> extensions;
     };
 
+    // Where a calculator that was built in the background waits. A task of the main executor does not hold it: it would
+    // hold the executor that holds the task.
+    struct Delivery {
+        std::mutex mutex;
+        std::optional<Built> built;
+    };
+
     static Built buildCalculator(const Environment& environment, const VemoEngine::Config& config,
                                  const std::optional<Scheduler>& scheduler);
     void onMain(const std::function<void()>& task) const;
@@ -108,6 +116,7 @@ private:
     std::unique_ptr<SchedulerThreads> threads_;
     std::optional<Scheduler> scheduler_;
     std::shared_ptr<VemoWorker> worker_;
+    std::shared_ptr<Delivery> delivery_;  // of the worker, while it is being set up
     std::string startUpLog_;
     std::vector<Extension> extensions_;
     std::vector<std::weak_ptr<EngineClient>> clients_;

@@ -52,7 +52,8 @@ void UnitBuilder::add(Unit unit) const {
     if (!hints || offered_ == Offered::always) return;
     for (const auto* symbol : {&unit.localizedSymbol, &unit.internationalSymbol})
         if (*symbol) hints->add(**symbol, completion_weight::rareUnit, CompletionKind::unit);
-    for (const std::u16string& phrase : unit.phrases) hints->addWords(phrase, completion_weight::rareUnit, CompletionKind::unit);
+    for (const std::u16string& phrase : unit.phrases)
+        hints->addWords(phrase, completion_weight::rareUnit, CompletionKind::unit);
 }
 
 // Forms that people type beside the names, symbols and derived ones.

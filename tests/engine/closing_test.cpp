@@ -4,8 +4,11 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
+#include <condition_variable>
 #include <cstdlib>
+#include <mutex>
 #include <random>
+#include <vector>
 
 #include "support/scripted.h"
 #include "support/test_server.h"
@@ -82,6 +85,36 @@ TEST(Closing, isSafeWhileAnythingArrives) {
         engine = nullptr;
         loop->poll();
     });
+}
+
+// An executor that keeps what is posted, as one whose loop has ended does.
+class Keeper : public Executor {
+public:
+    void post(std::function<void()> task) override {
+        const std::lock_guard lock(mutex_);
+        tasks_.push_back(std::move(task));
+        posted_.notify_all();
+    }
+    void awaitTask() {
+        std::unique_lock lock(mutex_);
+        posted_.wait_for(lock, 60s, [&] { return !tasks_.empty(); });
+    }
+
+private:
+    std::mutex mutex_;
+    std::condition_variable posted_;
+    std::vector<std::function<void()>> tasks_;
+};
+
+TEST(Closing, letsGoOfACalculatorThatNobodyTook) {
+    auto executor = std::make_shared<Keeper>();
+    const std::weak_ptr<Keeper> kept = executor;
+    auto engine = std::make_unique<VemoEngine>(fixedEnvironment(), executor);
+    engine->buildVemoWorker(VemoEngine::Config(), VemoEngine::WorkerThread::background);
+    executor->awaitTask();  // that there is a calculator now
+    engine = nullptr;
+    executor = nullptr;
+    EXPECT_TRUE(kept.expired());
 }
 
 // Without an executor everything happens within a call of the engine.

@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include "vemo/documents.h"
-
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
 
 #include "support/calculators.h"
+#include "vemo/documents.h"
 
 namespace vemo::test {
 namespace {

@@ -38,9 +38,9 @@ protected:
 };
 
 TEST_F(CompletionsWithKinds, tellsWhatAPhraseNames) {
-    EXPECT_THAT(offered(u""),
-                IsSupersetOf({"in:operator", "EUR:currency", "japanese yen:currency", "km:unit", "square meter:unit",
-                              "divided by:operator", "sqrt:function", "pi:variable", "New York:place", "Germany:place"}));
+    EXPECT_THAT(offered(u""), IsSupersetOf({"in:operator", "EUR:currency", "japanese yen:currency", "km:unit",
+                                            "square meter:unit", "divided by:operator", "sqrt:function", "pi:variable",
+                                            "New York:place", "Germany:place"}));
     EXPECT_THAT(offered(u"SQUARE M"), Contains("square meter:unit"));
     EXPECT_THAT(offered(u"new y"), ElementsAre("New York:place"));
     EXPECT_EQ(offered(u"m", 20).size(), 20u);
