@@ -194,17 +194,18 @@ TEST_F(PromptTest, completesWordsInAList) {
     prompt.type("2 celsi\t in fahrenh\t\rhourly rate = 40\r");
     ASSERT_SHOWN(prompt, "= 35.6 °F\n");
     prompt.type("2 * hour\t");
-    ASSERT_SHOWN(prompt, "  hourly rate  name\n  hour         unit\n");
+    ASSERT_SHOWN(prompt, "  hourly rate  name\n  hours        unit\n  hour         unit\n");
     prompt.type("ly \t\r");  // over the blank of a name of two words
     ASSERT_SHOWN(prompt, "> 2 * hourly rate\n= 80\n");
     prompt.type("2 * hour\t\t\033[B");  // the second choice
-    ASSERT_SHOWN(prompt, "  hourly rate  name\n> hour         unit\n");
+    ASSERT_SHOWN(prompt, "  hourly rate  name\n> hours        unit\n  hour         unit\n");
     prompt.type("\033[Z\r");  // and back to the first
     ASSERT_SHOWN(prompt, "> 2 * hourly rate\n= 80\n");
-    prompt.type("time in San\t");
-    ASSERT_SHOWN(prompt, "  San Juan      place\n");
-    prompt.type(" J\t\r");
-    ASSERT_SHOWN(prompt, "> time in San Juan\n= ");
+    prompt.type("time in new yo\t\r");
+    ASSERT_SHOWN(prompt, "> time in New York\n= ");
+    prompt.type("5 square f\t");  // a unit of two words, the one that people type most
+    ASSERT_SHOWN(prompt, "  square feet ");
+    prompt.type("\x15");
     std::filesystem::create_directory(folder / "papers");
     write("papers/budget.vemo", "1\n");
     prompt.type(":lo\t pap\tbud\t");

@@ -3,15 +3,17 @@
 
 #include <algorithm>
 #include <unordered_set>
+#include <utility>
+
+#include "prompt/common_words.h"
 
 namespace vemo::cli {
 
 namespace {
 
-constexpr int documentWeight = 30;  // the document's own words come first
 constexpr std::size_t mostWords = 4;
-constexpr std::size_t mostPlaces = 5;
-constexpr std::size_t leastOfPlace = 2;  // letters
+constexpr std::size_t mostChoices = 10;
+constexpr std::size_t mostCandidates = 2000;
 constexpr std::u16string_view separators = u" \t()+-*/^=,;:<>&|\"#";
 constexpr std::u16string_view leading = u"0123456789.%";  // an amount may stand right in front of its unit
 
@@ -50,29 +52,9 @@ std::vector<std::size_t> beginnings(std::u16string_view text) {
     return starts;
 }
 
-// The cities of the time zones.
-const std::vector<std::u16string>& places() {
-    static const std::vector<std::u16string> names = [] {
-        std::vector<std::u16string> result;
-        for (const std::string& zone : knownTimeZones()) {
-            const std::size_t slash = zone.rfind('/');
-            if (slash == zone.npos || zone.starts_with("Etc/") || zone.starts_with("SystemV/")) continue;
-            std::string city = zone.substr(slash + 1);
-            std::replace(city.begin(), city.end(), '_', ' ');
-            result.push_back(utf16(city));
-        }
-        std::sort(result.begin(), result.end());
-        result.erase(std::unique(result.begin(), result.end()), result.end());
-        return result;
-    }();
-    return names;
-}
-
-// Names of places are written with a capital, or asked for their time.
-bool mayBePlace(std::u16string_view line, std::size_t start) {
-    if (line.size() < start + leastOfPlace) return false;
-    if (line[start] >= u'A' && line[start] <= u'Z') return true;
-    return line.substr(0, start).find(u"time") != line.npos;
+// A place is written with a capital, or asked for its time.
+bool asksForPlace(std::u16string_view line, std::size_t start) {
+    return (line[start] >= u'A' && line[start] <= u'Z') || line.substr(0, start).find(u"time in ") != line.npos;
 }
 
 // `all` tells that there are no others.
@@ -107,35 +89,29 @@ void Completer::learn(const VemoEngine::Result& document) {
     }
 }
 
-std::vector<Completer::Choice> Completer::choicesFor(std::u16string_view line, std::size_t start, bool& all) const {
-    std::vector<std::u16string> own;
-    for (const Choice& word : words_) own.push_back(word.text);
-    const auto hints = quickType_->hintsFor(line.substr(start), own, documentWeight);
-    // With five there may be more, which begin otherwise.
-    all = hints.size() < QuickTypeEngine::maxElementsInArray;
+// The document's own words come first, then those that people type most. One more than are shown tells that there are
+// more.
+std::vector<Completer::Choice> Completer::choicesFor(std::u16string_view line, std::size_t start) const {
+    const std::u16string_view typed = line.substr(start);
     std::vector<Choice> choices;
-    std::vector<std::u16string> unknown;
-    for (const QuickTypeHint& hint : hints) {
-        const auto known =
-            std::find_if(words_.begin(), words_.end(), [&](const auto& word) { return word.text == hint.string; });
-        choices.push_back(known != words_.end() ? *known : Choice{hint.string, ""});
-        if (choices.back().kind.empty()) unknown.push_back(hint.string);
-    }
-    if (!unknown.empty()) {
-        const auto kinds = kindsOf_(unknown);
-        auto kind = kinds.begin();
-        for (Choice& choice : choices)
-            if (choice.kind.empty() && kind != kinds.end()) choice.kind = *kind++;
-    }
-    if (!mayBePlace(line, start)) return choices;
-    std::size_t count = 0;
-    for (const std::u16string& place : places()) {
-        if (!beginsWith(place, line.substr(start))) continue;
-        if (++count > mostPlaces) {
-            all = false;
-            break;
+    for (const Choice& word : words_)
+        if (beginsWith(word.text, typed) && choices.size() <= mostChoices) choices.push_back(word);
+    auto found = vocabulary_->startingWith(typed, mostCandidates);
+    const bool placesFirst = asksForPlace(line, start);
+    const auto rank = [&](const Completion& completion) {
+        const std::size_t after = completion.kind == CompletionKind::place && placesFirst ? 0 : 1;
+        return std::pair(after, rarityOf(completion.text));
+    };
+    std::stable_sort(found.begin(), found.end(), [&](const auto& a, const auto& b) { return rank(a) < rank(b); });
+    for (const Completion& completion : found) {
+        std::string kind = utf8(completionKindName(completion.kind));
+        const auto known = std::find_if(choices.begin(), choices.end(),
+                                        [&](const auto& choice) { return choice.text == completion.text; });
+        if (known == choices.end()) {
+            if (choices.size() <= mostChoices) choices.push_back({completion.text, std::move(kind)});
+        } else if (known->kind.empty()) {
+            known->kind = std::move(kind);
         }
-        choices.push_back({place, "place"});
     }
     return choices;
 }
@@ -145,10 +121,12 @@ Completer::Answer answerAmong(std::u16string_view line, std::size_t start, std::
     return answerOf(line, start, std::move(choices), true);
 }
 
-Completer::Answer Completer::complete(std::u16string_view text) const {
+Completer::Answer Completer::complete(std::u16string_view text) {
+    if (!vocabulary_) vocabulary_ = build_();
     for (const std::size_t start : beginnings(text)) {
-        bool all = true;
-        auto choices = choicesFor(text, start, all);
+        auto choices = choicesFor(text, start);
+        const bool all = choices.size() <= mostChoices;
+        if (!all) choices.resize(mostChoices);
         if (!choices.empty()) return answerOf(text, start, std::move(choices), all);
     }
     return {};

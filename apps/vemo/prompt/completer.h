@@ -12,7 +12,7 @@
 
 namespace vemo::cli {
 
-// Completes the words of a line from the engine's vocabulary, from what the document says already, and from places.
+// Completes the words of a line from what the document says already and from the engine's vocabulary.
 class Completer {
 public:
     struct Choice {
@@ -24,22 +24,21 @@ public:
         std::u16string insertion;  // what all of them begin with, to take the place of those; empty: nothing is gained
         std::vector<Choice> choices;  // best first
     };
-    // The kinds of words of the engine's.
-    using KindsOf = std::function<std::vector<std::string>(const std::vector<std::u16string>& words)>;
+    using Vocabulary = std::function<std::shared_ptr<const Completions>()>;
 
-    Completer(std::shared_ptr<const QuickTypeEngine> quickType, KindsOf kindsOf)
-        : quickType_(std::move(quickType)), kindsOf_(std::move(kindsOf)) {}
+    // The vocabulary is asked for when it is needed first.
+    explicit Completer(Vocabulary vocabulary) : build_(std::move(vocabulary)) {}
 
     // Learns the document's names, words and conversions in place of those of an earlier one.
     void learn(const VemoEngine::Result& document);
     // For the text in front of the cursor.
-    Answer complete(std::u16string_view text) const;
+    Answer complete(std::u16string_view text);
 
 private:
-    std::vector<Choice> choicesFor(std::u16string_view line, std::size_t start, bool& all) const;
+    std::vector<Choice> choicesFor(std::u16string_view line, std::size_t start) const;
 
-    std::shared_ptr<const QuickTypeEngine> quickType_;
-    KindsOf kindsOf_;
+    Vocabulary build_;
+    std::shared_ptr<const Completions> vocabulary_;
     std::vector<Choice> words_;  // of the document
 };
 

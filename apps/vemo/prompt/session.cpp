@@ -29,29 +29,10 @@ std::u16string_view trimmed(std::u16string_view text) {
     return text.substr(first, text.find_last_not_of(u" \t") - first + 1);
 }
 
-std::shared_ptr<const QuickTypeEngine> vocabularyOf(VemoEngine& engine) {
-    std::shared_ptr<const QuickTypeEngine> vocabulary;
-    engine.buildQuickTypeEngine(VemoEngine::WorkerThread::main, [&](auto built) { vocabulary = std::move(built); });
-    return vocabulary ? vocabulary : std::make_shared<const QuickTypeEngine>();
-}
-
-// What completions of the engine's words are called.
-std::string kindOf(RunType type) {
-    switch (type) {
-        case RunType::unit:
-            return "unit";
-        case RunType::function:
-            return "function";
-        case RunType::operatorWord:
-        case RunType::operatorSymbol:
-            return "operator";
-        case RunType::variable:
-            return "name";
-        case RunType::number:
-            return "number";
-        default:
-            return "";
-    }
+std::shared_ptr<const Completions> vocabularyOf(VemoEngine& engine) {
+    std::shared_ptr<const Completions> vocabulary;
+    engine.buildCompletions(VemoEngine::WorkerThread::main, [&](auto built) { vocabulary = std::move(built); });
+    return vocabulary ? vocabulary : std::make_shared<const Completions>(std::vector<Completion>());
 }
 
 std::string counted(std::size_t count, const std::string& what) {
@@ -65,8 +46,7 @@ Session::Session(const PromptSetting& setting, const Options& options)
       context_(setting.context.copyContext()),
       layout_(setting.layout),
       toldOfRates_(!options.rates.empty() || !options.coins.empty()),
-      vocabulary_(vocabularyOf(setting.engine)),
-      completer_(vocabulary_, [this](const auto& words) { return kindsOf(words); }),
+      completer_([this] { return vocabularyOf(setting_.engine); }),
       history_(historyFile()),
       editor_(history_, hooks_) {
     hooks_.preview = [this](std::u16string_view line) { return preview(line); };
@@ -199,23 +179,6 @@ Completer::Answer Session::complete(std::u16string_view text) {
     if (!std::exchange(learned_, true))
         if (const auto result = calculate(notebook_.text())) completer_.learn(*result);
     return completer_.complete(text);
-}
-
-// As the engine reads them between numbers.
-std::vector<std::string> Session::kindsOf(const std::vector<std::u16string>& words) const {
-    std::u16string text;
-    for (const std::u16string& word : words) text += u"2 " + word + u" 2\n";
-    Context context = setting_.context.copyContext();
-    const auto result = setting_.engine.calculateSync(text, context);
-    std::vector<std::string> kinds(words.size());
-    for (std::size_t i = 0; result && i < kinds.size() && i < result->lines.size(); ++i) {
-        std::size_t at = 0;
-        result->lines[i].attributedText().enumerate([&](std::u16string_view run, RunType type, std::size_t) {
-            if (at <= 2 && at + run.size() > 2) kinds[i] = kindOf(type);
-            at += run.size();
-        });
-    }
-    return kinds;
 }
 
 void Session::show(const VemoEngine::Result& result, std::size_t index) const {

@@ -26,7 +26,6 @@ public:
     VemoEngine& engine() { return setting_.engine; }
     const Notebook& notebook() const { return notebook_; }
     const Context& context() const { return context_; }
-    const std::shared_ptr<const QuickTypeEngine>& vocabulary() const { return vocabulary_; }
     // For commands to change.
     Layout& layout() { return layout_; }
     void setPrecision(std::optional<std::int64_t> digits);
@@ -55,7 +54,6 @@ private:
     std::optional<VemoEngine::Result> settled(std::size_t index, std::u16string_view line);
     LineEditor::Preview preview(std::u16string_view line);
     Completer::Answer complete(std::u16string_view text);
-    std::vector<std::string> kindsOf(const std::vector<std::u16string>& words) const;
     bool isWaiting() const;
     std::string commandIn(std::u16string_view line);
     void tellOfRates(ReasonCode reason);
@@ -72,7 +70,6 @@ private:
     bool ended_ = false;
     bool waited_ = false;
     bool toldOfRates_ = false;
-    std::shared_ptr<const QuickTypeEngine> vocabulary_;
     Completer completer_;
     bool learned_ = true;  // the completion knows the document as it is
     History history_;

@@ -2,9 +2,7 @@
 #include "prompt/unit_lists.h"
 
 #include <algorithm>
-#include <functional>
 #include <iostream>
-#include <map>
 
 #include "characters.h"
 #include "prompt/raw_terminal.h"
@@ -24,55 +22,27 @@ constexpr std::pair<std::string_view, std::string_view> kinds[] = {
     {"volume", "litre"},       {"weight", "kilogram"},
 };
 
-// Every word that the vocabulary completes: it tells five at a time.
-std::vector<std::u16string> wordsOf(const QuickTypeEngine& vocabulary) {
-    constexpr std::u16string_view letters = u"abcdefghijklmnopqrstuvwxyz '-./²³µåäéèöüßóíáñ";
-    constexpr std::size_t longest = 30;
-    std::vector<std::u16string> words;
-    const std::function<void(const std::u16string&)> walk = [&](const std::u16string& beginning) {
-        const auto hints = vocabulary.hintsFor(QuickTypeEngine::Context{beginning, false});
-        for (const QuickTypeHint& hint : hints) words.push_back(hint.string);
-        if (hints.size() < QuickTypeEngine::maxElementsInArray || beginning.size() >= longest) return;
-        for (const char16_t letter : letters) walk(beginning + letter);
-    };
-    walk(u"");
-    std::sort(words.begin(), words.end());
-    words.erase(std::unique(words.begin(), words.end()), words.end());
-    return words;
+// The id of a unit as a line has it; empty for what is none.
+std::u16string unitIn(Session& session, const std::u16string& name) {
+    const auto result = session.calculate(u"1 " + name);
+    if (!result || result->lines.empty() || !result->lines[0].notes().empty()) return {};
+    const Value value = result->lines[0].value();
+    return std::u16string(value.string(Attribute::unit).value_or(u""));
 }
 
-std::vector<std::u16string> unitsOf(Session& session, const std::vector<std::u16string>& lines) {
-    std::u16string text;
-    for (const std::u16string& line : lines) text += line + u"\n";
-    const auto result = session.calculate(text);
-    std::vector<std::u16string> units(lines.size());
-    for (std::size_t i = 0; result && i < std::min(units.size(), result->lines.size()); ++i) {
-        const auto& line = result->lines[i];
-        const Value value = line.value();
-        const auto unit = value.string(Attribute::unit);
-        if (unit && !line.reason() && line.notes().empty()) units[i] = *unit;
+// The names of the units that amounts of this one convert into, its own for one, the usual ones first.
+std::vector<std::string> unitsLike(Session& session, const std::u16string& name) {
+    const std::u16string unit = unitIn(session, name);
+    auto units = unit.empty() ? std::vector<Completion>() : session.engine().conversionsOf(unit);
+    if (!units.empty()) {
+        // It is among those of another.
+        for (const Completion& each : session.engine().conversionsOf(unitIn(session, units.front().text)))
+            if (std::find(units.begin(), units.end(), each) == units.end()) units.push_back(each);
+        std::stable_sort(units.begin(), units.end(), [](const auto& a, const auto& b) { return a.weight > b.weight; });
     }
-    return units;
-}
-
-// The names of each unit that amounts of this one convert into, the shortest first.
-std::vector<std::string> unitsLike(Session& session, const std::u16string& unit) {
-    const std::vector<std::u16string> words = wordsOf(*session.vocabulary());
-    std::vector<std::u16string> alone, converted;
-    for (const std::u16string& word : words) {
-        alone.push_back(u"2 " + word);
-        converted.push_back(u"2 " + unit + u" in " + word);
-    }
-    const auto ids = unitsOf(session, alone), targets = unitsOf(session, converted);
-    std::map<std::u16string, std::vector<std::u16string>> names;
-    for (std::size_t i = 0; i < words.size(); ++i)
-        if (!ids[i].empty() && ids[i] == targets[i]) names[ids[i]].push_back(words[i]);
-    std::vector<std::string> rows;
-    for (auto& [id, each] : names) {
-        std::stable_sort(each.begin(), each.end(), [](const auto& a, const auto& b) { return a.size() < b.size(); });
-        rows.push_back(utf8(each.front()) + (each.size() > 1 ? " (" + utf8(each.back()) + ")" : ""));
-    }
-    return rows;
+    std::vector<std::string> names;
+    for (const Completion& each : units) names.push_back(utf8(each.text));
+    return names;
 }
 
 void printColumns(const std::vector<std::string>& texts) {
