@@ -109,6 +109,12 @@ TEST_F(ForPrograms, aMakefileReadsWhatItNeeds) {
     EXPECT_EQ(made.status, 0);
 }
 
+TEST_F(ForPrograms, aScriptGoesOnWithAResult) {
+    const std::string script = "sh '" + examples + "/programs/paper.sh' ";
+    EXPECT_EQ(run(script + "'20 cm'").output, "20 cm, or 2362 dots of a printer\n");
+    EXPECT_EQ(run(script + "'10 kg'").status, 1);
+}
+
 TEST_F(ForPrograms, aLauncherShowsAnAnswerOrNothing) {
     const std::string launcher = "sh '" + examples + "/programs/launcher.sh' ";
     EXPECT_EQ(run(launcher + "'5 inch in cm'").output, "12.7 cm\n");

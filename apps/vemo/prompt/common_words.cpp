@@ -1,196 +1,38 @@
 // SPDX-License-Identifier: MIT
 #include "prompt/common_words.h"
 
-#include <algorithm>
-#include <iterator>
+#include <string>
 
 namespace vemo::cli {
 
 namespace {
 
-// Of words with the same beginning, the first is typed most.
-constexpr std::u16string_view words[] = {
+// Each between two commas; of words with the same beginning, the first is typed most.
+constexpr std::u16string_view words =
     // what is asked
-    u"in",
-    u"of",
-    u"off",
-    u"on",
-    u"to",
-    u"total",
-    u"sum",
-    u"average",
-    u"avg",
-    u"prev",
-    u"today",
-    u"tomorrow",
-    u"yesterday",
-    u"now",
-    u"time",
-    u"until",
-    u"from",
-    u"and",
-    u"as",
-    u"per",
-    u"plus",
-    u"minus",
-    u"times",
-    u"divided by",
-    u"percent",
-    u"what",
-    u"ago",
-    u"next",
-    u"last",
-    u"tip",
-    // functions
-    u"sqrt",
-    u"square root",
-    u"sin",
-    u"cos",
-    u"tan",
-    u"round",
-    u"floor",
-    u"ceil",
-    u"abs",
-    u"max",
-    u"min",
-    u"log",
-    u"ln",
-    u"pi",
-    u"hex",
-    u"binary",
-    u"octal",
-    u"decimal",
-    u"million",
-    u"billion",
-    u"thousand",
-    // units
-    u"km",
-    u"kg",
-    u"kilometers",
-    u"kilometres",
-    u"kilograms",
-    u"cm",
-    u"centimeters",
-    u"centimetres",
-    u"m",
-    u"meters",
-    u"metres",
-    u"mm",
-    u"millimeters",
-    u"millimetres",
-    u"miles",
-    u"mile",
-    u"ml",
-    u"milliliters",
-    u"millilitres",
-    u"mph",
-    u"inches",
-    u"inch",
-    u"feet",
-    u"ft",
-    u"foot",
-    u"fahrenheit",
-    u"fl oz",
-    u"yards",
-    u"yard",
-    u"g",
-    u"grams",
-    u"gallons",
-    u"gallon",
-    u"GB",
-    u"gigabytes",
-    u"lb",
-    u"lbs",
-    u"liters",
-    u"litres",
-    u"l",
-    u"pounds",
-    u"pound",
-    u"pints",
-    u"pint",
-    u"psi",
-    u"ounces",
-    u"oz",
-    u"stone",
-    u"cups",
-    u"cup",
-    u"tablespoons",
-    u"tbsp",
-    u"teaspoons",
-    u"tsp",
-    u"celsius",
-    u"calories",
-    u"kcal",
-    u"kWh",
-    u"kW",
-    u"km/h",
-    u"hours",
-    u"hour",
-    u"minutes",
-    u"minute",
-    u"seconds",
-    u"second",
-    u"days",
-    u"day",
-    u"weeks",
-    u"week",
-    u"months",
-    u"month",
-    u"years",
-    u"year",
-    u"degrees",
-    u"MB",
-    u"megabytes",
-    u"TB",
-    u"KB",
-    u"bytes",
-    u"bits",
-    u"Mbit",
-    u"watts",
-    u"joules",
-    u"bar",
-    u"hectares",
-    u"ha",
-    u"acres",
-    u"acre",
-    u"knots",
-    u"tonnes",
-    u"tons",
-    u"sq ft",
-    u"sq m",
-    u"sq km",
-    u"sq miles",
-    u"square feet",
-    u"square meters",
-    u"square metres",
-    u"square miles",
-    u"square kilometers",
-    u"cubic meters",
-    u"cubic metres",
-    u"cubic feet",
+    u",in,of,off,on,to,total,sum,average,avg,prev,today,tomorrow,yesterday,now,time,until,from,and,as,per,plus,minus"
+    u",times,divided by,percent,what,ago,next,last,tip"
+    // functions and numbers
+    u",sqrt,square root,sin,cos,tan,round,floor,ceil,abs,max,min,log,ln,pi,hex,binary,octal,decimal,million,billion"
+    u",thousand"
+    // lengths and weights
+    u",km,kg,kilometers,kilometres,kilograms,cm,centimeters,centimetres,m,meters,metres,mm,millimeters,millimetres"
+    u",miles,mile,inches,inch,feet,ft,foot,yards,yard,g,grams,lb,lbs,pounds,pound,ounces,oz,stone,tonnes,tons"
+    // volumes and areas
+    u",ml,milliliters,millilitres,liters,litres,l,gallons,gallon,fl oz,pints,pint,cups,cup,tablespoons,tbsp,teaspoons"
+    u",tsp,sq ft,sq m,sq km,sq miles,square feet,square meters,square metres,square miles,square kilometers"
+    u",cubic meters,cubic metres,cubic feet,hectares,ha,acres,acre"
+    // what else has units
+    u",hours,hour,minutes,minute,seconds,second,days,day,weeks,week,months,month,years,year,celsius,fahrenheit,degrees"
+    u",mph,km/h,knots,psi,bar,calories,kcal,kWh,kW,watts,joules,GB,gigabytes,MB,megabytes,TB,KB,bytes,bits,Mbit"
     // money
-    u"USD",
-    u"EUR",
-    u"GBP",
-    u"JPY",
-    u"CHF",
-    u"CAD",
-    u"AUD",
-    u"CNY",
-    u"INR",
-    u"dollars",
-    u"euros",
-    u"euro",
-    u"dollar",
-    u"yen",
-    u"cents",
-    u"bitcoin",
-};
+    u",USD,EUR,GBP,JPY,CHF,CAD,AUD,CNY,INR,dollars,euros,euro,dollar,yen,cents,bitcoin,";
 
 }  // namespace
 
 std::size_t rarityOf(std::u16string_view word) {
-    return static_cast<std::size_t>(std::find(std::begin(words), std::end(words), word) - std::begin(words));
+    std::u16string between = u",";
+    return words.find(between.append(word).append(u","));
 }
 
 }  // namespace vemo::cli

@@ -9,6 +9,7 @@
 #include <cerrno>
 #include <ctime>
 #include <string_view>
+#include <utility>
 
 #include "prompt/raw_terminal.h"
 #include "session/printable.h"
@@ -88,7 +89,7 @@ KeyReader::Arrival KeyReader::await(int milliseconds) {
     timespec time{milliseconds / 1000, (milliseconds % 1000) * 1000000L};
     const int ready = ppoll(&descriptor, 1, milliseconds < 0 ? nullptr : &time, RawTerminal::signalsWhileWaiting());
     if (ready < 0 && errno != EINTR) return Arrival::end;
-    if (RawTerminal::takeResized()) return Arrival::resized;
+    resized_ = RawTerminal::takeResized() || resized_;
     if (ready <= 0) return Arrival::nothing;
     std::array<char, 4096> buffer;
     const ssize_t count = read(descriptor_, buffer.data(), buffer.size());
@@ -106,20 +107,19 @@ bool KeyReader::holds(std::size_t bytes) {
 }
 
 bool KeyReader::hasMore() {
-    return !bytes_.empty() || await(0) == Arrival::bytes;
+    return !bytes_.empty() || await(0) == Arrival::bytes || resized_;
 }
 
 Key KeyReader::next(int milliseconds) {
     while (bytes_.empty()) {
+        if (std::exchange(resized_, false)) return {Press::resized, {}, false};
         switch (await(milliseconds)) {
             case Arrival::bytes:
                 break;
-            case Arrival::resized:
-                return {Press::resized, {}, false};
             case Arrival::end:
                 return {Press::hangUp, {}, false};
             case Arrival::nothing:
-                if (milliseconds >= 0) return {};
+                if (milliseconds >= 0 && !resized_) return {};
                 break;
         }
     }

@@ -55,7 +55,7 @@ public:
     bool hasMore();
 
 private:
-    enum class Arrival { bytes, nothing, resized, end };
+    enum class Arrival { bytes, nothing, end };
 
     Arrival await(int milliseconds);
     bool holds(std::size_t bytes);
@@ -65,6 +65,7 @@ private:
 
     int descriptor_;
     std::string bytes_;
+    bool resized_ = false;  // which is still to be told
     bool pasting_ = false;
     bool afterReturn_ = false;  // a line feed after it ends no other line
 };

@@ -260,7 +260,7 @@ bool Session::load(const std::string& name, bool mayBeNew) {
         return true;
     }
     Options options;
-    options.file = file;
+    options.file = file == "-" ? "./-" : file;  // which would be the terminal
     const auto text = readDocument(options);
     if (!text) return false;
     notebook_.load(utf16(*text), file);

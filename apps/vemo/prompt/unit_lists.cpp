@@ -6,6 +6,7 @@
 
 #include "characters.h"
 #include "prompt/raw_terminal.h"
+#include "session/nearest.h"
 #include "session/printable.h"
 
 namespace vemo::cli {
@@ -79,7 +80,8 @@ void listUnits(Session& session, const std::string& kindOrUnit) {
         std::find_if(std::begin(kinds), std::end(kinds), [&](const auto& each) { return each.first == kind; });
     const auto units = unitsLike(session, utf16(known == std::end(kinds) ? kindOrUnit : known->second));
     if (units.empty())
-        return session.say(kindOrUnit + " is neither a kind of units nor a unit; :units shows the kinds");
+        return session.say(kindOrUnit + " is neither a kind of units nor a unit; the nearest kind is " +
+                           session::nearest(kind, unitKinds()));
     printColumns(units);
 }
 
