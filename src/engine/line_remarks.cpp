@@ -97,7 +97,7 @@ void remarkOnUnused(const ElementList& written, const ElementList& reduced, cons
             place += written[i].text().size();
         const auto isSign = [&](std::size_t k) {
             return k < i && written[k].value.isEmpty() && runTypeOf(written[k]) == RunType::none &&
-                   !hasLetter(written[k].text());
+                   !hasLetter(written[k].text()) && trimmed(written[k].text()) != u":";  // a ratio: "16:9"
         };
         std::size_t before = neighbourOf(written, i, -1);
         while (isSign(before)) before = neighbourOf(written, before, -1);
