@@ -16,7 +16,10 @@ public:
 
     void engineInitialized() override { server_.engineReady(); }
     void engineContextUpdated(const Context&) override { server_.contextChanged(); }
-    void engineCryptoInitialized() override { server_.contextChanged(); }
+    void engineCryptoInitialized() override {
+        server_.completions_ = nullptr;  // there are more units now
+        server_.contextChanged();
+    }
     void engineLog(std::string_view text) override;
     void engineOnlineProblem(const OnlineProblem& problem) override;
 

@@ -111,7 +111,6 @@ void Server::engineReady() {
 
 // The minute, rates, places: nothing that the client did.
 void Server::contextChanged() {
-    completions_ = nullptr;
     for (const auto& [uri, document] : documents_) {
         document->unprompted = document->unprompted || !document->dirty;
         calculateSoon(*document);
