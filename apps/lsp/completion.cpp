@@ -5,32 +5,13 @@
 
 #include "lsp/features.h"
 #include "lsp/server.h"
+#include "session/word_starts.h"
 
 namespace vemo::lsp {
 
 namespace {
 
 constexpr std::size_t mostItems = 60;
-constexpr std::size_t mostWords = 4;
-constexpr std::u16string_view separators = u" \t()+-*/^=,;:<>&|\"#";
-constexpr std::u16string_view leading = u"0123456789.%";  // an amount may stand right in front of its unit
-
-// Where the last words of the text begin, the longest stretch first; its end alone after a blank.
-std::vector<std::size_t> beginnings(std::u16string_view text) {
-    std::vector<std::size_t> starts;
-    std::size_t position = text.size();
-    while (starts.size() < mostWords && position > 0) {
-        std::size_t start = position;
-        while (start > 0 && separators.find(text[start - 1]) == separators.npos) --start;
-        std::size_t word = start;
-        while (word < position && leading.find(text[word]) != leading.npos) ++word;
-        if (word == position) break;
-        starts.insert(starts.begin(), word);
-        if (word != start || start == 0 || text[start - 1] != u' ') break;
-        position = start - 1;
-    }
-    return starts;
-}
 
 // The item kinds of the protocol.
 int itemKind(CompletionKind kind) {
@@ -127,7 +108,7 @@ Reply completion(Server& server, OpenDocument& document, const Json& params) {
         const RunType type = runBefore(document.line(position.line), end);
         if (type == RunType::comment || type == RunType::header) return items.take();
     }
-    std::vector<std::size_t> starts = beginnings(written);
+    std::vector<std::size_t> starts = session::wordStarts(written);
     const bool afterBlank = starts.empty() && !written.empty();
     if (afterBlank) starts.push_back(end);
     for (const std::size_t start : starts) {

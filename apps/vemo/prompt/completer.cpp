@@ -6,16 +6,14 @@
 #include <utility>
 
 #include "prompt/common_words.h"
+#include "session/word_starts.h"
 
 namespace vemo::cli {
 
 namespace {
 
-constexpr std::size_t mostWords = 4;
 constexpr std::size_t mostChoices = 10;
 constexpr std::size_t mostCandidates = 2000;
-constexpr std::u16string_view separators = u" \t()+-*/^=,;:<>&|\"#";
-constexpr std::u16string_view leading = u"0123456789.%";  // an amount may stand right in front of its unit
 
 char16_t lowered(char16_t unit) {
     return unit >= u'A' && unit <= u'Z' ? static_cast<char16_t>(unit + 32) : unit;
@@ -33,23 +31,10 @@ bool beginsWith(std::u16string_view text, std::u16string_view beginning) {
     return commonLength(text, beginning) == beginning.size();
 }
 
-// Where the last words of the text begin, the longest stretch first.
+// A name may go on after a blank.
 std::vector<std::size_t> beginnings(std::u16string_view text) {
-    std::vector<std::size_t> starts;
-    std::size_t position = text.size();
-    // A name may go on after a blank.
-    if (position > 1 && text.back() == u' ' && text[position - 2] != u' ') --position;
-    while (starts.size() < mostWords && position > 0) {
-        std::size_t start = position;
-        while (start > 0 && separators.find(text[start - 1]) == separators.npos) --start;
-        std::size_t word = start;
-        while (word < position && leading.find(text[word]) != leading.npos) ++word;
-        if (word == position) break;
-        starts.insert(starts.begin(), word);
-        if (word != start || start == 0 || text[start - 1] != u' ') break;
-        position = start - 1;
-    }
-    return starts;
+    if (text.size() > 1 && text.back() == u' ' && text[text.size() - 2] != u' ') text.remove_suffix(1);
+    return session::wordStarts(text);
 }
 
 // A place is written with a capital, or asked for its time.
