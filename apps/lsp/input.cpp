@@ -101,6 +101,7 @@ Input::~Input() {
     close(state_->wake[1]);
     thread_.join();
     close(state_->wake[0]);
+    state_->loop = nullptr;  // tasks that wait there hold the state: together they would keep each other
 }
 
 void Input::follow(int process) {

@@ -52,7 +52,8 @@ QuestionEvaluator::QuestionEvaluator(const Localizer& localizer) {
         // The longest first.
         std::stable_sort(question.beginnings.begin(), question.beginnings.end(),
                          [](const auto& a, const auto& b) { return a.size() > b.size(); });
-        for (const std::u16string& beginning : question.beginnings) firstUnits_ += beginning.front();
+        for (const std::u16string& beginning : question.beginnings) question.firstUnits += beginning.front();
+        firstUnits_ += question.firstUnits;
         questions_.push_back(std::move(question));
     }
     wholeIs_ = localizer.variants(u"whole_is.variants", u"Operations");
@@ -67,6 +68,7 @@ std::optional<ElementList> QuestionEvaluator::evaluate(const ElementList& elemen
     const std::u16string_view text = trimmed(elements[start].text());
     if (text.empty() || firstUnits_.find(lowercasedUnit(text.front())) == std::u16string::npos) return std::nullopt;
     for (const Question& question : questions_) {
+        if (question.firstUnits.find(lowercasedUnit(text.front())) == std::u16string::npos) continue;
         const std::size_t end = endOfBeginning(elements, start, question);
         if (end == start) continue;
         auto result = question.operation == u"in" ? asConversion(elements, start, end, question)

@@ -22,6 +22,7 @@ private:
     struct Question {
         std::vector<std::u16string> beginnings, links;
         std::u16string_view operation;
+        std::u16string firstUnits = {};  // of its beginnings
     };
 
     std::optional<ElementList> askedWhole(const ElementList& elements) const;
