@@ -72,12 +72,6 @@ private:
     Json list_ = Json::array();
 };
 
-bool beginsWith(std::u16string_view text, std::u16string_view beginning) {
-    const auto lower = [](char16_t c) { return c >= u'A' && c <= u'Z' ? static_cast<char16_t>(c + 32) : c; };
-    return text.size() >= beginning.size() && std::equal(beginning.begin(), beginning.end(), text.begin(),
-                                                         [&](char16_t a, char16_t b) { return lower(a) == lower(b); });
-}
-
 // The units that what stands before converts into, where a conversion's word is the last one before the place.
 std::vector<Completion> conversionsBefore(Server& server, const OpenDocument& document, std::size_t line,
                                           std::size_t start) {
@@ -114,11 +108,11 @@ Reply completion(Server& server, OpenDocument& document, const Json& params) {
     for (const std::size_t start : starts) {
         const std::u16string_view typed = written.substr(start);
         for (const Completion& unit : conversionsBefore(server, document, position.line, start))
-            if (beginsWith(unit.text, typed)) items.add(unit, start);
+            if (session::beginsWith(unit.text, typed)) items.add(unit, start);
         if (typed.empty()) continue;
         for (std::size_t line = 0; line < document.views.size(); ++line) {
             const LineView& view = document.views[line];
-            if (line == position.line || !beginsWith(view.defines, typed)) continue;
+            if (line == position.line || !session::beginsWith(view.defines, typed)) continue;
             items.add({view.defines, CompletionKind::variable, 0}, start,
                       view.hint.empty() ? "" : Json::parse(view.hint).get<std::string>());
         }

@@ -10,6 +10,8 @@
 #include <atomic>
 #include <cerrno>
 
+#include "session/write_all.h"
+
 namespace vemo::lsp {
 
 namespace {
@@ -106,22 +108,7 @@ Input::~Input() {
 
 void Input::follow(int process) {
     state_->process = process;
-    writeAll(state_->wake[1], "f");  // the wait that is under way has no end
-}
-
-bool writeAll(int descriptor, std::string_view bytes) {
-    while (!bytes.empty()) {
-        const ssize_t count = ::write(descriptor, bytes.data(), bytes.size());
-        if (count > 0) {
-            bytes.remove_prefix(static_cast<std::size_t>(count));
-        } else if (errno == EAGAIN) {
-            pollfd event{descriptor, POLLOUT, 0};
-            poll(&event, 1, -1);
-        } else if (errno != EINTR) {
-            return false;
-        }
-    }
-    return true;
+    session::writeAll(state_->wake[1], "f");  // the wait that is under way has no end
 }
 
 }  // namespace vemo::lsp

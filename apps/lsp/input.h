@@ -32,7 +32,4 @@ private:
     std::thread thread_;
 };
 
-// Writes all of it. False when nobody reads any more.
-bool writeAll(int descriptor, std::string_view bytes);
-
 }  // namespace vemo::lsp

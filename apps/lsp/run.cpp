@@ -6,6 +6,7 @@
 
 #include "lsp/input.h"
 #include "lsp/server.h"
+#include "session/write_all.h"
 
 namespace vemo::lsp {
 
@@ -14,7 +15,7 @@ int run(const Settings& settings) {
     const auto loop = std::make_shared<RunLoop>();
     Server* current = nullptr;
     const auto send = [&](const std::string& message) {
-        if (!writeAll(STDOUT_FILENO, framed(message))) current->inputEnded();
+        if (!session::writeAll(STDOUT_FILENO, framed(message))) current->inputEnded();
     };
     Server server(loop, send, settings);
     current = &server;

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "session/word_starts.h"
 
+#include <algorithm>
+
 namespace vemo::session {
 
 namespace {
@@ -25,6 +27,12 @@ std::vector<std::size_t> wordStarts(std::u16string_view text) {
         position = start - 1;
     }
     return starts;
+}
+
+bool beginsWith(std::u16string_view text, std::u16string_view beginning) {
+    const auto lower = [](char16_t c) { return c >= u'A' && c <= u'Z' ? static_cast<char16_t>(c + 32) : c; };
+    return text.size() >= beginning.size() && std::equal(beginning.begin(), beginning.end(), text.begin(),
+                                                         [&](char16_t a, char16_t b) { return lower(a) == lower(b); });
 }
 
 }  // namespace vemo::session

@@ -10,4 +10,7 @@ namespace vemo::session {
 // completion may replace. Nothing where the text ends in a blank or sign.
 std::vector<std::size_t> wordStarts(std::u16string_view text);
 
+// True in any case of the letters of ASCII.
+bool beginsWith(std::u16string_view text, std::u16string_view beginning);
+
 }  // namespace vemo::session

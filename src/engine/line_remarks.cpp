@@ -59,6 +59,14 @@ bool asksForResult(const ElementList& written) {
     return (amount && (beside || function)) || (function && (!words || beside));
 }
 
+// Kinds that tell how part of a line was read, which is of no use where that part only describes a price.
+bool isOfReading(NoteKind kind) {
+    constexpr NoteKind kinds[] = {NoteKind::joinedDigits,   NoteKind::malformedNumber, NoteKind::caseDecides,
+                                  NoteKind::metricTon,      NoteKind::noSuchDate,      NoteKind::implicitProduct,
+                                  NoteKind::builtInConstant};
+    return std::find(std::begin(kinds), std::end(kinds), kind) != std::end(kinds);
+}
+
 }  // namespace
 
 void remarkOnText(const ElementList& elements, const UnitManager& units, const Context& constants, Context& context) {
@@ -119,18 +127,6 @@ void remarkOnUnused(const ElementList& written, const ElementList& reduced, cons
             remarksOf(context).note(NoteKind::unusedValue, reduced.trimmedRangeOf(i, i + 1));
     }
 }
-
-namespace {
-
-// Kinds that tell how part of a line was read, which is of no use where that part only describes a price.
-bool isOfReading(NoteKind kind) {
-    constexpr NoteKind kinds[] = {NoteKind::joinedDigits,   NoteKind::malformedNumber, NoteKind::caseDecides,
-                                  NoteKind::metricTon,      NoteKind::noSuchDate,      NoteKind::implicitProduct,
-                                  NoteKind::builtInConstant};
-    return std::find(std::begin(kinds), std::end(kinds), kind) != std::end(kinds);
-}
-
-}  // namespace
 
 LineRemarks spokenRemarks(const Context& context, const ElementList& written, bool hasResult,
                           const RemarkWords& words) {

@@ -211,9 +211,8 @@ private:
     // "5 kilometrs + 3 km": the word after a number is nearly a unit.
     void misspeltUnits() {
         for (std::size_t i = 1; i < elements_.size(); ++i) {
-            if (!isPlainWords(elements_[i])) continue;
+            if (!isPlainWords(elements_[i]) || !isBareNumber(i - 1)) continue;
             const std::u16string& text = elements_[i].text();
-            if (!isBareNumber(i - 1)) continue;
             const std::size_t begin = isWhitespace(text.front()) ? 1 : 0;
             std::size_t end = begin;
             while (end < text.size() && isLetter(text[end])) ++end;

@@ -182,10 +182,8 @@ std::optional<Value> ConversionOperation::calculate(const Value& left, const Val
         if (converted || left.has(Attribute::unit)) return converted;
     }
     // "35% as decimal"
-    if (left.is(Attribute::unit, u"percent") && left.has(Attribute::decimal) && right.has(Attribute::nsystem)) {
-        const DecimalNumber hundred = DecimalNumber::fromInt64(100);
-        return left.without(Attribute::unit).with(left.decimal()->dividing(hundred)).merging(right);
-    }
+    if (left.is(Attribute::unit, u"percent") && left.has(Attribute::decimal) && right.has(Attribute::nsystem))
+        return left.without(Attribute::unit).with(left.decimal()->multiplyingByPowerOf10(-2)).merging(right);
     return left.merging(right);
 }
 

@@ -21,13 +21,6 @@ bool endsAmount(const ElementList& elements, std::size_t index) {
             elements[neighbourOf(elements, index, -1)].value.has(Attribute::decimal));
 }
 
-// After a label.
-std::size_t startOfWords(const ElementList& elements) {
-    std::size_t i = 0;
-    while (i < elements.size() && (isBlank(elements[i]) || runTypeOf(elements[i]) == RunType::label)) ++i;
-    return i;
-}
-
 bool beginsAmount(const ElementList& elements, std::size_t index) {
     return index < elements.size() &&
            (elements[index].value.has(Attribute::decimal) || elements[index].value.has(Attribute::unit));
@@ -35,26 +28,13 @@ bool beginsAmount(const ElementList& elements, std::size_t index) {
 
 }  // namespace
 
-DiscountEvaluator::DiscountEvaluator(const Localizer& localizer)
+DiscountEvaluator::DiscountEvaluator(const Localizer& localizer, const PercentageWords& words)
     : Evaluator({Attribute::unit}),
-      words_(localizer.variants(u"discount.variants", u"Operations")),
+      words_(words),
       tenthsOff_(localizer.variants(u"tenths_off.variants", u"Operations")) {}
 
 bool DiscountEvaluator::isDiscount(const ElementList& elements, std::size_t index) const {
-    return index < elements.size() && isPlainWords(elements[index]) && holdsDiscount(elements[index].text());
-}
-
-bool DiscountEvaluator::holdsDiscount(std::u16string_view words) const {
-    const std::u16string text = lowercased(words);
-    return std::any_of(words_.begin(), words_.end(), [&](const std::u16string& word) {
-        for (std::size_t at = text.find(word); at != text.npos; at = text.find(word, at + 1)) {
-            const std::size_t end = at + word.size();
-            const bool whole = isCjk(word.front()) ||
-                               ((at == 0 || !isLetter(text[at - 1])) && (end == text.size() || !isLetter(text[end])));
-            if (whole) return true;
-        }
-        return false;
-    });
+    return index < elements.size() && isPlainWords(elements[index]) && words_.isDiscount(elements[index].text());
 }
 
 // A word for one stands before the percentage, and no amount.
@@ -62,7 +42,7 @@ bool DiscountEvaluator::isLedByDiscount(const ElementList& elements, std::size_t
     bool named = false;
     for (std::size_t i = 0; i < percentage; ++i) {
         if (beginsAmount(elements, i)) return false;
-        named = named || holdsDiscount(elements[i].text());
+        named = named || words_.isDiscount(elements[i].text());
     }
     return named;
 }

@@ -27,14 +27,9 @@ std::size_t startOfLast(std::u16string_view text, const std::vector<std::u16stri
 bool beginsWith(std::u16string_view text, const std::vector<std::u16string>& phrases) {
     const std::u16string lower = lowercased(trimmed(text));
     return std::any_of(phrases.begin(), phrases.end(), [&](const std::u16string& phrase) {
-        return lower.starts_with(phrase) && (lower.size() == phrase.size() || !isLetter(lower[phrase.size()]));
+        return lower.starts_with(phrase) &&
+               (lower.size() == phrase.size() || isCjk(phrase.front()) || !isLetter(lower[phrase.size()]));
     });
-}
-
-bool startsWithAny(std::u16string_view text, const std::vector<std::u16string>& phrases) {
-    const std::u16string_view words = trimmed(text);
-    return std::any_of(phrases.begin(), phrases.end(),
-                       [&](const std::u16string& phrase) { return words.starts_with(phrase); });
 }
 
 ElementPointer asOperator(std::u16string_view id, std::u16string_view text) {
@@ -166,7 +161,7 @@ std::optional<ElementList> EachPriceEvaluator::evaluate(const ElementList& eleme
         // "24000円 5人で割り勘"
         const std::size_t next = neighbourOf(elements, i, 1);
         if (follows && isNumber(elements[i]) && next < elements.size() && isPlainWords(elements[next]) &&
-            startsWithAny(elements[next].text(), splitAfter_) && !elements[i - 1].value.has(Attribute::operation)) {
+            beginsWith(elements[next].text(), splitAfter_) && !elements[i - 1].value.has(Attribute::operation)) {
             const std::size_t before = neighbourOf(elements, i, -1);
             replacer.replace({before + 1, i - before - 1})
                 .append(unwrittenOperator(u"/", elements.slice(before + 1, i).text()));

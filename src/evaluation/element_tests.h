@@ -61,6 +61,16 @@ inline std::size_t neighbourOf(const ElementList& elements, std::size_t index, i
     return elements.size();
 }
 
+// Where the words of a line begin: after its label.
+inline std::size_t startOfWords(const ElementList& elements) {
+    std::size_t i = 0;
+    for (; i < elements.size(); ++i) {
+        const RunType type = runTypeOf(elements[i]);
+        if (!isBlank(elements[i]) && type != RunType::label && type != RunType::comment) break;
+    }
+    return i;
+}
+
 // True for what stands for a value, or begins one: a number, a date, a unit or sign of money, a function, a bracket.
 inline bool beginsValue(const ElementList& elements, std::size_t index) {
     if (index >= elements.size()) return false;

@@ -31,7 +31,7 @@ void registerEvaluators(EvaluatorList& evaluators, const EvaluatorParts& parts) 
     // What is decided on the whole line, before it is taken apart.
     evaluators.add(std::make_shared<JoinedDigitsEvaluator>(parts.locale, parts.unitConverter));
     evaluators.add(std::make_shared<LineMarksEvaluator>(parts.functions, parts.unitConverter));
-    evaluators.add(std::make_shared<DiscountEvaluator>(parts.localizer));
+    evaluators.add(std::make_shared<DiscountEvaluator>(parts.localizer, parts.percentageWords));
     evaluators.add(std::make_shared<PowerEvaluator>(parts.unitConverter));
     evaluators.add(std::make_shared<NumberWordEvaluator>(parts.localizer, parts.scales));
     evaluators.add(std::make_shared<DurationEvaluator>());

@@ -10,9 +10,13 @@ namespace vemo {
 
 namespace {
 
-// Whole words only.
+// Whole words only, where a script parts them.
 bool holdsAny(std::u16string_view text, const std::vector<std::u16string>& words) {
     const std::u16string lower = lowercased(text);
+    const auto isInside = [&](const std::u16string& word) {
+        return isCjk(word.front()) && lower.find(word) != lower.npos;
+    };
+    if (std::any_of(words.begin(), words.end(), isInside)) return true;
     for (std::size_t i = 0, end = 0; i < lower.size(); i = end + 1) {
         for (end = i; end < lower.size() && isLetter(lower[end]);) ++end;
         const std::u16string_view word = std::u16string_view(lower).substr(i, end - i);
@@ -25,6 +29,7 @@ bool holdsAny(std::u16string_view text, const std::vector<std::u16string>& words
 
 PercentageWords::PercentageWords(const Localizer& localizer)
     : applying_(localizer.variants(u"percentage.variants", u"Operations")),
+      discounts_(localizer.variants(u"discount.variants", u"Operations")),
       including_(localizer.variants(u"including.variants", u"Operations")) {}
 
 bool PercentageWords::mayApply(const ElementList& elements) const {
@@ -35,6 +40,10 @@ bool PercentageWords::mayApply(const ElementList& elements) const {
         words = true;
     }
     return !words;
+}
+
+bool PercentageWords::isDiscount(std::u16string_view text) const {
+    return holdsAny(text, discounts_);
 }
 
 bool PercentageWords::isIncluding(std::u16string_view text) const {

@@ -31,17 +31,6 @@ ElementPointer asText(const Element& element) {
     return makeElement({}, AttributedText(element.text(), runTypeOf(element)));
 }
 
-// Where the words that the line begins with do: after its label.
-std::size_t startOf(const ElementList& elements) {
-    std::size_t i = 0;
-    for (; i < elements.size(); ++i) {
-        const RunType type = runTypeOf(elements[i]);
-        const bool skipped = type == RunType::label || type == RunType::comment || trimmed(elements[i].text()).empty();
-        if (!elements[i].value.isEmpty() || !skipped) break;
-    }
-    return i;
-}
-
 }  // namespace
 
 QuestionEvaluator::QuestionEvaluator(const Localizer& localizer) {
@@ -63,7 +52,7 @@ QuestionEvaluator::QuestionEvaluator(const Localizer& localizer) {
 std::optional<ElementList> QuestionEvaluator::evaluate(const ElementList& elements, Context& context,
                                                        const EvaluationContext&) const {
     if (auto whole = askedWhole(elements)) return whole;
-    const std::size_t start = startOf(elements);
+    const std::size_t start = startOfWords(elements);
     if (elements.size() < start + 3) return std::nullopt;
     const std::u16string_view text = trimmed(elements[start].text());
     if (text.empty() || firstUnits_.find(lowercasedUnit(text.front())) == std::u16string::npos) return std::nullopt;

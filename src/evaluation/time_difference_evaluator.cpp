@@ -48,8 +48,7 @@ TimeDifferenceEvaluator::placesAfter(std::u16string_view line, std::size_t start
 std::optional<ElementList> TimeDifferenceEvaluator::evaluate(const ElementList& elements, Context&,
                                                              const EvaluationContext&) const {
     if (!places_ || elements.empty() || elements.anyHas(Attribute::decimal)) return std::nullopt;
-    std::size_t from = 0;
-    while (from < elements.size() && (runTypeOf(elements[from]) == RunType::label || isBlank(elements[from]))) ++from;
+    const std::size_t from = startOfWords(elements);
     if (from == elements.size() || elements[from].text().empty() ||
         firstUnits_.find(lowercasedUnit(elements[from].text().front())) == std::u16string::npos)
         return std::nullopt;

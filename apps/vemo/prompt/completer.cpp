@@ -27,10 +27,6 @@ std::size_t commonLength(std::u16string_view a, std::u16string_view b) {
     return length;
 }
 
-bool beginsWith(std::u16string_view text, std::u16string_view beginning) {
-    return commonLength(text, beginning) == beginning.size();
-}
-
 // A name may go on after a blank.
 std::vector<std::size_t> beginnings(std::u16string_view text) {
     if (text.size() > 1 && text.back() == u' ' && text[text.size() - 2] != u' ') text.remove_suffix(1);
@@ -80,7 +76,7 @@ std::vector<Completer::Choice> Completer::choicesFor(std::u16string_view line, s
     const std::u16string_view typed = line.substr(start);
     std::vector<Choice> choices;
     for (const Choice& word : words_)
-        if (beginsWith(word.text, typed) && choices.size() <= mostChoices) choices.push_back(word);
+        if (session::beginsWith(word.text, typed) && choices.size() <= mostChoices) choices.push_back(word);
     auto found = vocabulary_->startingWith(typed, mostCandidates);
     const bool placesFirst = asksForPlace(line, start);
     const auto rank = [&](const Completion& completion) {
@@ -102,7 +98,7 @@ std::vector<Completer::Choice> Completer::choicesFor(std::u16string_view line, s
 }
 
 Completer::Answer answerAmong(std::u16string_view line, std::size_t start, std::vector<Completer::Choice> choices) {
-    std::erase_if(choices, [&](const auto& choice) { return !beginsWith(choice.text, line.substr(start)); });
+    std::erase_if(choices, [&](const auto& choice) { return !session::beginsWith(choice.text, line.substr(start)); });
     return answerOf(line, start, std::move(choices), true);
 }
 

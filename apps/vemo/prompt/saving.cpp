@@ -9,20 +9,11 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "session/write_all.h"
+
 namespace vemo::cli {
 
 namespace {
-
-bool writeAll(int descriptor, std::string_view text) {
-    while (!text.empty()) {
-        const ssize_t written = write(descriptor, text.data(), text.size());
-        if (written >= 0)
-            text.remove_prefix(static_cast<std::size_t>(written));
-        else if (errno != EINTR)
-            return false;
-    }
-    return true;
-}
 
 mode_t modeFor(const std::filesystem::path& file) {
     struct stat status {};
@@ -49,7 +40,8 @@ std::string replaceFile(const std::filesystem::path& name, std::string_view text
     std::string beside = file.string() + ".XXXXXX";
     const int descriptor = mkostemp(beside.data(), O_CLOEXEC);
     if (descriptor < 0) return std::strerror(errno);
-    const bool written = writeAll(descriptor, text) && fchmod(descriptor, modeFor(file)) == 0 && fsync(descriptor) == 0;
+    const bool written =
+        session::writeAll(descriptor, text) && fchmod(descriptor, modeFor(file)) == 0 && fsync(descriptor) == 0;
     int fault = written ? 0 : errno;
     close(descriptor);
     if (written && rename(beside.c_str(), file.c_str()) != 0) fault = errno;
