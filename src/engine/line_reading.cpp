@@ -29,6 +29,7 @@ constexpr Template templates[] = {
     {u"percent_of_what_is", u"(%r ÷ %n) × 100"},
     {u"percent_off_what_is", u"%r × (100 ÷ (100 - %n))"},
     {u"percent_on_what_is", u"%r × (100 ÷ (100 + %n))"},
+    {u"percent_change", u"(%r ÷ %l - 1) × 100"},
     {u"is_percent_of", u"(%l ÷ %m) × 100"},
     {u"is_percent_off", u"%l × (100 ÷ (100 - %m))"},
     {u"is_percent_on", u"%l × (100 ÷ (100 + %m))"},

@@ -232,10 +232,19 @@ private:
             const auto isUnit = [&](std::size_t k) { return k < elements_.size() && isUnitAlone(elements_[k]); };
             const bool money = before + 2 == i && isUnit(before);
             const bool led = before < i && !money && !isPlainWords(elements_[before]);
-            if (led || (!money && !isUnit(after))) continue;
+            // "10-12 people", "call 555-1234"
+            const bool words = touchesNumbers(i) && isWholeNumber(elements_[i - 1]) &&
+                               isWholeNumber(elements_[i + 1]) &&
+                               ((after < elements_.size() && isPlainWords(elements_[after])) ||
+                                (before < i && isPlainWords(elements_[before])));
+            if (led || (!money && !words && !isUnit(after))) continue;
             const DecimalNumber from = *elements_[i - 1].value.decimal(), to = *elements_[i + 1].value.decimal();
             if (DecimalNumber::compare(from, to) == -1) note(NoteKind::dashedRange, i - 1, i + 2);
         }
+    }
+
+    bool touchesNumbers(std::size_t sign) const {
+        return isNumberWithoutUnit(elements_[sign - 1]) && isNumberWithoutUnit(elements_[sign + 1]);
     }
 
     // A written number is beside an operator, with or without a unit, and nothing else on that side.

@@ -63,6 +63,7 @@ std::optional<Value> ConversionReach::reached(const std::vector<Value>& operands
                                       [](const Value& op) { return op.is(Attribute::operation, u"/"); });
     const bool converts = isConvertible(last, *unit);
     if (converts && !quotient) return std::nullopt;
+    if (auto rate = quotientAsRate(operands, operators, conversion, *unit, context)) return rate;
     if (auto product = productOfLengths(operands, operators, conversion, *unit, context)) return product;
     const auto all = whole(operands, operators, ranges, conversion, context);
     if (!all) return std::nullopt;
@@ -104,6 +105,22 @@ std::optional<Value> ConversionReach::percentage(const std::vector<Value>& opera
         conversion == 0 ? operands[0] : whole(operands, operators, ranges, conversion, context).value_or(Value());
     if (!isBareNumber(all)) return std::nullopt;
     return all.with(all.decimal()->multiplyingByPowerOf10(2)).with(percent, Attribute::unit);
+}
+
+// "10 km / 50 min in km/h": the quotient of two quantities is a rate, where one is asked for.
+std::optional<Value> ConversionReach::quotientAsRate(const std::vector<Value>& operands,
+                                                     const std::vector<Value>& operators, std::size_t conversion,
+                                                     std::u16string_view target, Context& context) const {
+    if (conversion != 1 || !operators[0].is(Attribute::operation, u"/") || !isQuantity(operands[0]) ||
+        !isQuantity(operands[1]) || !converter_.rate(target))
+        return std::nullopt;
+    const std::u16string rate =
+        std::u16string(*operands[0].string(Attribute::unit)).append(u"/").append(*operands[1].string(Attribute::unit));
+    if (!converter_.isConvertible(rate, target)) return std::nullopt;
+    const Value quotient = operands[0].without(Attribute::precision);
+    return converter_.convert(
+        quotient.with(operands[0].decimal()->dividing(*operands[1].decimal())).with(rate, Attribute::unit), target,
+        context);
 }
 
 // "5.2 m x 3.8 m in sq ft": what a product has no unit for is made of those of its factors.

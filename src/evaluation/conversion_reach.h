@@ -27,6 +27,8 @@ private:
     std::optional<Value> percentage(const std::vector<Value>& operands, const std::vector<Value>& operators,
                                     const std::vector<TextRange>& ranges, std::size_t conversion,
                                     Context& context) const;
+    std::optional<Value> quotientAsRate(const std::vector<Value>& operands, const std::vector<Value>& operators,
+                                        std::size_t conversion, std::u16string_view target, Context& context) const;
     std::optional<Value> productOfLengths(const std::vector<Value>& operands, const std::vector<Value>& operators,
                                           std::size_t conversion, std::u16string_view target, Context& context) const;
     int powerOfLength(std::u16string_view unit) const;

@@ -31,10 +31,27 @@ bool beginsAmount(const ElementList& elements, std::size_t index) {
 DiscountEvaluator::DiscountEvaluator(const Localizer& localizer, const PercentageWords& words)
     : Evaluator({Attribute::unit}),
       words_(words),
+      moreThan_(localizer.variants(u"more_than.variants", u"Operations")),
+      lessThan_(localizer.variants(u"less_than.variants", u"Operations")),
       tenthsOff_(localizer.variants(u"tenths_off.variants", u"Operations")) {}
 
 bool DiscountEvaluator::isDiscount(const ElementList& elements, std::size_t index) const {
     return index < elements.size() && isPlainWords(elements[index]) && words_.isDiscount(elements[index].text());
+}
+
+// "20% more than 150", "30% cheaper than $80": the words between a percentage and the amount that it is of.
+std::optional<DiscountEvaluator::Relation> DiscountEvaluator::relationAfter(const ElementList& elements,
+                                                                            std::size_t percentage) const {
+    constexpr std::size_t mostElements = 5;
+    std::size_t end = percentage + 1;
+    while (end < elements.size() && end <= percentage + mostElements && !beginsAmount(elements, end)) ++end;
+    if (end == percentage + 1 || !beginsAmount(elements, end)) return std::nullopt;
+    const std::u16string written = elements.slice(percentage + 1, end).text();
+    const std::u16string words = lowercased(trimmed(written));
+    if (words.empty()) return std::nullopt;
+    for (const auto& [relations, operation] : {std::pair(&moreThan_, u"percent_on"), {&lessThan_, u"percent_off"}})
+        if (std::find(relations->begin(), relations->end(), words) != relations->end()) return Relation{operation, end};
+    return std::nullopt;
 }
 
 // A word for one stands before the percentage, and no amount.
@@ -91,6 +108,11 @@ std::optional<ElementList> DiscountEvaluator::evaluate(const ElementList& given,
         while (before < start && elements[before].value.isEmpty() && runTypeOf(elements[before]) == RunType::none) {
             named = named || isDiscount(elements, before);
             before = neighbourOf(elements, before, -1);
+        }
+        if (const auto relation = relationAfter(elements, i)) {
+            replacer.replace({i + 1, relation->end - i - 1})
+                .append(unwrittenOperator(relation->operation, elements.slice(i + 1, relation->end).text()));
+            continue;
         }
         const bool idle = isIdle(elements, after);
         // "3000円の20%引き": the word between multiplies elsewhere.

@@ -104,12 +104,29 @@ bool calculatesWithLetteredClocks(const ElementList& elements) {
     return found && calculates;
 }
 
+// "1:45 + 2:30": times can't be added, so these are lengths of time.
+bool addsClocks(const ElementList& elements) {
+    std::size_t clocks = 0, sums = 0;
+    for (const ElementPointer& element : elements.pointers()) {
+        const Value& value = element->value;
+        if (value.isEmpty()) continue;
+        if (value.has(Attribute::date) && clockOf(element->text(), u':'))
+            ++clocks;
+        else if (isOperator(*element, u"+"))
+            ++sums;
+        else
+            return false;
+    }
+    return sums > 0 && clocks == sums + 1;
+}
+
 }  // namespace
 
 std::optional<ElementList> DurationEvaluator::evaluate(const ElementList& elements, Context&,
                                                        const EvaluationContext&) const {
     const bool dates = elements.anyHas(Attribute::date);
     const bool lettered = dates && calculatesWithLetteredClocks(elements);
+    const bool added = dates && addsClocks(elements);
     ElementReplacer replacer(elements);
     const auto put = [&](std::size_t from, std::size_t to, Value value, RunType type) {
         const std::u16string text = elements.slice(from, to).text();
@@ -119,8 +136,11 @@ std::optional<ElementList> DurationEvaluator::evaluate(const ElementList& elemen
         const Element& element = elements[i];
         if (element.value.has(Attribute::date)) {
             const std::size_t unit = neighbourOf(elements, i, 1);
-            if (const auto clock = lettered ? clockOf(element.text(), u'h') : std::nullopt) {
-                put(i, i + 1, amount(*clock, u"hour"), RunType::number);
+            const auto clockAlone = lettered ? clockOf(element.text(), u'h')
+                                    : added  ? clockOf(element.text(), u':')
+                                             : std::nullopt;
+            if (clockAlone) {
+                put(i, i + 1, amount(*clockAlone, u"hour"), RunType::number);
                 continue;
             }
             const bool ofHours = isBareUnit(elements, unit, u"hour");

@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "base/text.h"
+#include "platform/locale_info.h"
 #include "records/element.h"
 
 namespace vemo {
@@ -36,6 +37,13 @@ inline bool beginsWithBlank(const Element& element) {
 
 inline RunType runTypeOf(const Element& element) {
     return element.attributedText.elementsCount() > 0 ? element.attributedText.runs()[0].type : RunType::none;
+}
+
+// Digits alone.
+inline bool isWholeNumber(const Element& element) {
+    const std::u16string& text = element.text();
+    return isNumberWithoutUnit(element) && runTypeOf(element) == RunType::number &&
+           std::all_of(text.begin(), text.end(), [](char16_t c) { return digitValue(c) >= 0; });
 }
 
 // A time of day as it was written: no result of a function or of a calculation.

@@ -19,6 +19,7 @@
 #include "evaluation/question_evaluator.h"
 #include "evaluation/quick_type_expression_evaluator.h"
 #include "evaluation/rate_evaluator.h"
+#include "evaluation/rounding_evaluator.h"
 #include "evaluation/structure_evaluators.h"
 #include "evaluation/time_difference_evaluator.h"
 #include "evaluation/time_zone_evaluator.h"
@@ -43,6 +44,7 @@ void registerEvaluators(EvaluatorList& evaluators, const EvaluatorParts& parts) 
     evaluators.add(std::make_shared<ImplicitProductEvaluator>(parts.functions));
     evaluators.add(std::make_shared<ArgumentsEvaluator>(parts.functions));
     evaluators.add(std::make_shared<ParenthesesEvaluator>());
+    evaluators.add(std::make_shared<RoundingEvaluator>(parts.localizer, parts.unitConverter));
     evaluators.add(std::make_shared<GeoNamesParser>(parts.places));
     evaluators.add(std::make_shared<TimePlacingEvaluator>());
     evaluators.add(std::make_shared<AssignmentEvaluator>(parts.operationCalculator));

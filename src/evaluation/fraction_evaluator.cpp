@@ -13,12 +13,6 @@ namespace {
 constexpr std::size_t longestPart = 2;   // digits of a numerator or denominator before a unit
 constexpr std::size_t strokeLength = 3;  // elements
 
-bool isWholeNumber(const Element& element) {
-    const std::u16string& text = element.text();
-    return isNumberWithoutUnit(element) && runTypeOf(element) == RunType::number &&
-           std::all_of(text.begin(), text.end(), [](char16_t c) { return digitValue(c) >= 0; });
-}
-
 bool isStroke(const Element& element) {
     return isOperator(element, u"/") && element.text() == u"/";
 }

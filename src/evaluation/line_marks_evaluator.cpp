@@ -71,6 +71,15 @@ bool isDash(const ElementList& elements, std::size_t i) {
            isLetter(trimmed(elements[before].text()).back());
 }
 
+// "80 w/ 20% off", "3 coffees w/ milk": the short form of "with".
+bool isWith(const ElementList& elements, std::size_t i) {
+    if (i == 0 || !isSign(elements[i], u"/") || !isPlainWords(elements[i - 1])) return false;
+    const std::u16string& text = elements[i - 1].text();
+    const bool alone = text.size() == 1 || isWhitespace(text[text.size() - 2]);
+    return alone && lowercasedUnit(text.back()) == u'w' &&
+           (i + 1 == elements.size() || !isNumberWithoutUnit(elements[i + 1]));
+}
+
 }  // namespace
 
 // "Total:" with nothing but comments beside it.
@@ -153,7 +162,7 @@ std::optional<ElementList> LineMarksEvaluator::evaluate(const ElementList& eleme
         if (!elements[i].value.isEmpty()) replacer.replace({i, 1}).append(plainText(elements[i].text()));
     for (std::size_t i = marked; i < elements.size(); ++i) {
         if (!elements[i].value.has(Attribute::operation)) continue;
-        const bool single = isIdleArrow(elements, i) || isDashBesidePrice(elements, i);
+        const bool single = isIdleArrow(elements, i) || isDashBesidePrice(elements, i) || isWith(elements, i);
         const std::size_t length = isDash(elements, i) ? 2 : single ? 1 : 0;
         if (length == 0) continue;
         replacer.replace({i, length}).append(plainText(elements.slice(i, i + length).text()));

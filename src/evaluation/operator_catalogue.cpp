@@ -29,7 +29,7 @@ constexpr OperatorRow operatorRows[] = {
     {u"-", u"minus.variants", u"Operations", u"-\u2012\u2013\u2014\u2015\u2212", 100},
     {u"*", u"multiply.variants", u"Operations", u"*\u2715\u00d7", 200},
     {u"/", u"divide.variants", u"Operations", u"/\u00f7", 200},
-    {u"^", u"", u"", u"^\u02c6", 300},
+    {u"^", u"power.variants", u"Operations", u"^\u02c6", 300},
     {u"mod", u"mod", u"", u"", 200},
     {u"and", u"", u"", u"&", 200},  // the word "and" is no operator
     {u"or", u"or", u"", u"|", 200},
@@ -89,6 +89,7 @@ void registerOperations(OperationCollection& operations, const UnitConverter& un
     operations.add(u"*", multiplicationByPercentageOperation());
     operations.add(u"*", std::make_shared<RateMultiplicationOperation>(unitConverter));
     operations.add(u"*", std::make_shared<DecimalMultiplicationOperation>(unitConverter));
+    operations.add(u"/", divisionByPercentageOperation());
     operations.add(u"/", std::make_shared<RateDivisionOperation>(unitConverter));
     operations.add(u"/", std::make_shared<DecimalDivisionOperation>());
     operations.add(u"-", std::make_shared<DateSubtractionOperation>());

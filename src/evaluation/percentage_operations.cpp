@@ -136,6 +136,10 @@ std::shared_ptr<const Operation> percentageSubtractionOperation() {
         [](const auto& l, const auto& r) { return l.subtracting(l.multiplying(share(r))); }, false);
 }
 
+std::shared_ptr<const Operation> divisionByPercentageOperation() {
+    return std::make_shared<ChangeOperation>([](const auto& l, const auto& r) { return l.dividing(share(r)); }, false);
+}
+
 std::shared_ptr<const Operation> percentageMultiplicationOperation() {
     return std::make_shared<ChangeOperation>([](const auto& l, const auto& r) { return l.multiplying(share(r)); },
                                              true);

@@ -8,10 +8,11 @@ namespace vemo {
 class OperationCollection;
 class UnitConverter;
 
-// The percentage meanings of +, - and *, to be tried before the plain operations.
+// The percentage meanings of +, -, * and /, to be tried before the plain operations.
 std::shared_ptr<const Operation> percentageAdditionOperation();
 std::shared_ptr<const Operation> percentageSubtractionOperation();
 std::shared_ptr<const Operation> percentageMultiplicationOperation();
+std::shared_ptr<const Operation> divisionByPercentageOperation();
 // "5% * $200", where the right operand has a unit of its own.
 std::shared_ptr<const Operation> multiplicationByPercentageOperation();
 

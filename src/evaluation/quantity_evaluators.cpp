@@ -113,6 +113,14 @@ std::optional<ElementList> ScaleEvaluator::evaluate(const ElementList& elements,
             return scale->unit.empty() ? product : product.with(scale->unit, Attribute::unit);
         });
     };
+    // "gross 62400": a scale counts what stands before it.
+    const auto& all = elements.pointers();
+    const auto first = std::find_if(all.begin(), all.end(), [](const auto& e) { return !e->value.isEmpty(); });
+    if ((*first)->value.has(Attribute::scale) && elements.anyHas(Attribute::decimal)) {
+        ElementReplacer replacer(elements);
+        replacer.replace({static_cast<std::size_t>(first - all.begin()), 1}).append(plainText((*first)->text()));
+        return replacer.finished();
+    }
     // "5 hundred thousand"
     auto result = scaled(elements);
     for (auto more = result; more; more = scaled(*result)) result = std::move(more);

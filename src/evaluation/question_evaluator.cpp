@@ -46,12 +46,17 @@ QuestionEvaluator::QuestionEvaluator(const Localizer& localizer) {
         questions_.push_back(std::move(question));
     }
     wholeIs_ = localizer.variants(u"whole_is.variants", u"Operations");
+    unanswered_ = localizer.variants(u"unanswered.variants", u"Operations");
+    changeTo_ = localizer.variants(u"percent_change_to.variants", u"Operations");
+    changeAsked_ = localizer.variants(u"percent_change_asked.variants", u"Operations");
     wholeAsked_ = localizer.variants(u"whole_asked.variants", u"Operations");
 }
 
 std::optional<ElementList> QuestionEvaluator::evaluate(const ElementList& elements, Context& context,
                                                        const EvaluationContext&) const {
+    if (elements.anyHas(Attribute::decimal) || elements.anyHas(Attribute::date)) noteUnanswered(elements, context);
     if (auto whole = askedWhole(elements)) return whole;
+    if (auto change = askedChange(elements)) return change;
     const std::size_t start = startOfWords(elements);
     if (elements.size() < start + 3) return std::nullopt;
     const std::u16string_view text = trimmed(elements[start].text());
@@ -92,6 +97,55 @@ std::optional<ElementList> QuestionEvaluator::askedWhole(const ElementList& elem
         makeElement(Value(Attribute::operation, u"is_" + std::u16string(*id)), elements[link].attributedText));
     for (std::size_t i = link + 1; i < elements.size(); ++i)
         result.append(i < relation ? elements.pointers()[i] : asText(elements[i]));
+    return result;
+}
+
+// "born May 12 1984, how old": words that ask for more than they stand beside.
+void QuestionEvaluator::noteUnanswered(const ElementList& elements, Context& context) const {
+    for (std::size_t i = 0; i < elements.size(); ++i) {
+        if (!isPlainWords(elements[i])) continue;
+        const std::u16string_view text = elements[i].text();
+        for (const std::u16string& words : unanswered_) {
+            const auto found = std::search(text.begin(), text.end(), words.begin(), words.end(),
+                                           [](char16_t a, char16_t b) { return lowercasedUnit(a) == b; });
+            if (found == text.end()) continue;
+            const auto place = static_cast<std::size_t>(found - text.begin()), end = place + words.size();
+            const bool whole =
+                (place == 0 || !isLetter(text[place - 1])) && (end == text.size() || !isLetter(text[end]));
+            if (!whole && !isCjk(words.back())) continue;
+            remarksOf(context).note(NoteKind::unknownWord, {elements.rangeOf(i, i + 1).location + place, words.size()},
+                                    text.substr(place, words.size()));
+        }
+    }
+}
+
+// "80 to 100 is what % increase", "from 10 to 15 % change": two amounts, and words that ask for the change.
+std::optional<ElementList> QuestionEvaluator::askedChange(const ElementList& elements) const {
+    constexpr std::size_t fewest = 5;
+    if (elements.size() < fewest) return std::nullopt;
+    std::size_t second = elements.size();
+    while (second > 0 && !isNumberWithoutUnit(elements[second - 1])) --second;
+    if (second-- < 2) return std::nullopt;
+    std::size_t end = second + 1;
+    const std::size_t unit = neighbourOf(elements, second, 1);
+    if (unit < elements.size() && isUnitAlone(elements[unit]) && !elements[unit].value.is(Attribute::unit, u"percent"))
+        end = unit + 1;
+    std::size_t last = end;
+    while (last < elements.size() && runTypeOf(elements[last]) != RunType::comment) ++last;
+    const std::u16string written = elements.slice(end, last).text();
+    std::u16string_view asked = trimmed(written);
+    while (!asked.empty() && (asked.back() == u'?' || isWhitespace(asked.back()))) asked.remove_suffix(1);
+    if (asked.empty() || !contains(changeAsked_, asked)) return std::nullopt;
+    std::size_t link = neighbourOf(elements, second, -1);
+    if (link < second && isUnitAlone(elements[link])) link = neighbourOf(elements, link, -1);
+    if (link == 0 || link > second || !contains(changeTo_, elements[link].text())) return std::nullopt;
+    const std::size_t first = neighbourOf(elements, link, -1);
+    const bool amount = first < link && (elements[first].value.has(Attribute::decimal) || isUnitAlone(elements[first]));
+    if (!amount) return std::nullopt;
+    ElementList result = elements.slice(0, link);
+    result.append(makeElement(Value(Attribute::operation, u"percent_change"), elements[link].attributedText));
+    for (std::size_t i = link + 1; i < elements.size(); ++i)
+        result.append(i < end || i >= last ? elements.pointers()[i] : asText(elements[i]));
     return result;
 }
 

@@ -26,6 +26,8 @@ private:
     };
 
     std::optional<ElementList> askedWhole(const ElementList& elements) const;
+    void noteUnanswered(const ElementList& elements, Context& context) const;
+    std::optional<ElementList> askedChange(const ElementList& elements) const;
     std::size_t endOfBeginning(const ElementList& elements, std::size_t start, const Question& question) const;
     std::optional<ElementList> asConversion(const ElementList& elements, std::size_t start, std::size_t end,
                                             const Question& question) const;
@@ -33,7 +35,7 @@ private:
                                            const Question& question, Context& context) const;
 
     std::vector<Question> questions_;
-    std::vector<std::u16string> wholeIs_, wholeAsked_;
+    std::vector<std::u16string> wholeIs_, wholeAsked_, changeTo_, changeAsked_, unanswered_;
     std::u16string firstUnits_;  // of all beginnings
 };
 

@@ -14,6 +14,7 @@ namespace vemo {
 namespace {
 
 constexpr std::int64_t unarySignPriority = 1000;  // above every operator
+constexpr std::int64_t phrasePriority = 101;      // of a percentage of a percentage: above the others
 
 // The evaluated contents of brackets with the brackets' own text around it.
 ElementList bracketed(const ElementList& inside, const Element& opening, const Element& closing) {
@@ -216,6 +217,16 @@ std::optional<ElementList> OperationEvaluator::evaluate(const ElementList& given
         operators.erase(operators.begin() + static_cast<std::ptrdiff_t>(i));
         operands.erase(operands.begin() + static_cast<std::ptrdiff_t>(i) + 1);
         ranges.erase(ranges.begin() + static_cast<std::ptrdiff_t>(i) + 1);
+    }
+    // "15% off 10% off $100": each is of what the next one gives.
+    for (std::size_t i = 0; i + 1 < operators.size(); ++i) {
+        const auto isPhrase = [&](std::size_t k) {
+            const auto id = operators[k].string(Attribute::operation);
+            return std::find(std::begin(percentages), std::end(percentages), id) != std::end(percentages);
+        };
+        if (isPhrase(i) && isPhrase(i + 1) && operands[i + 1].is(Attribute::unit, u"percent"))
+            operators[i + 1] = operators[i + 1].with(DecimalNumber::fromInt64(phrasePriority + static_cast<int>(i)),
+                                                     Attribute::opPriority);
     }
     // Of several signs in a row, as in "--5" and "4 - +2", the last one belongs to the number.
     std::int64_t priority = unarySignPriority;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "functions/mathematical_functions.h"
 
+#include "base/text.h"
 #include "decimal/decimal_math.h"
 #include "decimal/whole_numbers.h"
 
@@ -48,13 +49,19 @@ public:
         const auto digits = values[1].decimal();
         if (!digits || !mxIsInteger(*digits) || digits->abs().toInt64() > mostDigits)
             return Value(DecimalNumber::notANumberValue());
-        return values[0].with(x->round(static_cast<std::int16_t>(digits->toInt64())));
+        return showingDigits(values[0].with(x->round(static_cast<std::int16_t>(digits->toInt64()))), digits->toInt64());
     }
     bool takesSeveral() const override { return true; }
     std::size_t mostValues() const override { return 2; }
 };
 
 }  // namespace
+
+Value showingDigits(const Value& value, std::int64_t digits) {
+    constexpr std::int64_t shownAnyway = 2;
+    if (digits <= shownAnyway || value.has(Attribute::nsystem)) return value;
+    return value.with(toUtf16(std::to_string(digits)), Attribute::nsystem);
+}
 
 std::shared_ptr<const Function> unaryFunction(UnaryFormula formula) {
     return std::make_shared<UnaryFunction>(formula);

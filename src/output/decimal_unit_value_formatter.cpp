@@ -5,6 +5,7 @@
 
 #include "base/text.h"
 #include "decimal/whole_numbers.h"
+#include "output/fraction_text.h"
 #include "records/context_parts.h"
 #include "units/unit_converter.h"
 #include "units/unit_manager.h"
@@ -25,6 +26,16 @@ NumeralSystem numeralSystem(const Value& value) {
     if (name == u"bin") return NumeralSystem::binary;
     if (name == u"sci") return NumeralSystem::scientific;
     return NumeralSystem::decimal;
+}
+
+// The fraction digits of a value that was rounded to more than the usual ones; 0 for others.
+std::int64_t roundedTo(const Value& value) {
+    std::int64_t digits = 0;
+    for (const char16_t c : value.string(Attribute::nsystem).value_or(u"")) {
+        if (!isAsciiDigit(c)) return 0;
+        digits = digits * 10 + (c - u'0');
+    }
+    return digits;
 }
 
 // A number that the usual two fraction digits would show as 0, though it is none: see `format`.
@@ -140,7 +151,8 @@ std::optional<FormattedValue> DecimalUnitValueFormatter::format(const Value& val
     if (value.has(Attribute::precision) && value.has(Attribute::unit))
         if (auto parts = inParts(value, context)) return parts;
     const auto precision = context.precision();
-    const auto maxFraction = static_cast<int>(std::clamp<std::int64_t>(precision.value_or(defaultPrecision), 0, 999));
+    const std::int64_t digits = std::max(precision.value_or(defaultPrecision), roundedTo(value));
+    const auto maxFraction = static_cast<int>(std::clamp<std::int64_t>(digits, 0, 999));
     // Recording its absence too lets a later setting recalculate the line.
     if (precision)
         context.addDependencyOn(context_keys::precision);
@@ -154,7 +166,10 @@ std::optional<FormattedValue> DecimalUnitValueFormatter::format(const Value& val
     DecimalNumber shown = magnitude.round(static_cast<std::int16_t>(maxFraction));
     if (system == NumeralSystem::scientific) shown = magnitude;
     std::optional<std::u16string> text;
-    if (shown.isZero() && system == NumeralSystem::decimal && !precision && TinyNumber::is(magnitude)) {
+    if (value.is(Attribute::nsystem, u"fraction")) text = fractionText(magnitude);
+    if (text) {
+        shown = magnitude;
+    } else if (shown.isZero() && system == NumeralSystem::decimal && !precision && TinyNumber::is(magnitude)) {
         // Two digits of what would be no more than a 0.
         const TinyNumber tiny(magnitude);
         shown = tiny.shown();

@@ -49,7 +49,20 @@ DateExtractor::DateExtractor(const Localizer& localizer, std::string_view langua
                              std::shared_ptr<const TimeZoneRules> zone)
     : detector_(localizer, language, locale),
       hourPhrases_(localizer.variants(u"hour.variants", u"Time", true, true)),
+      countAsked_(localizer.variants(u"how_many.variants", u"Operations")),
+      countLinks_(localizer.variants(u"how_many_link.variants", u"Operations")),
       zone_(std::move(zone)) {}
+
+// "how many days in 6 weeks": a length of time, whatever day is in six weeks.
+bool DateExtractor::isCounted(std::u16string_view text, const DetectedDate& date) const {
+    if (date.basis == DateBasis::fixed) return false;
+    const auto begins = [](std::u16string_view words, const std::vector<std::u16string>& phrases) {
+        return std::any_of(phrases.begin(), phrases.end(), [&](const std::u16string& phrase) {
+            return words.starts_with(phrase) && words.size() > phrase.size() && isWhitespace(words[phrase.size()]);
+        });
+    };
+    return begins(lowercased(trimmed(text)), countAsked_) && begins(lowercased(date.range.in(text)), countLinks_);
+}
 
 void DateExtractor::extract(const std::u16string& text, Context& context, std::vector<Extraction>& result) const {
     if (!zone_ || !detector_.mayDetect(text)) return;
@@ -86,7 +99,7 @@ void DateExtractor::extract(const std::u16string& text, Context& context, std::v
         if (std::any_of(hourPhrases_.begin(), hourPhrases_.end(),
                         [&](const std::u16string& phrase) { return found.find(phrase) != found.npos; }))
             continue;
-        if (isOfUnit(date)) continue;
+        if (isOfUnit(date) || isCounted(text, date)) continue;
         if (date.basis == DateBasis::today) context.addDependencyOn(context_keys::currentDay, std::nullopt, Value());
         if (date.basis == DateBasis::now) context.addDependencyOn(context_keys::currentTime);
         const bool certain = found.find(u':') != found.npos || date.certain;

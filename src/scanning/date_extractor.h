@@ -25,8 +25,10 @@ public:
     void extract(const std::u16string& text, Context& context, std::vector<Extraction>& result) const override;
 
 private:
+    bool isCounted(std::u16string_view text, const DetectedDate& date) const;
+
     DateDetector detector_;
-    std::vector<std::u16string> hourPhrases_;
+    std::vector<std::u16string> hourPhrases_, countAsked_, countLinks_;
     std::shared_ptr<const TimeZoneRules> zone_;
 };
 

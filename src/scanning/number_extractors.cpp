@@ -60,7 +60,8 @@ constexpr struct {
                       {u"binary.variants", u"bin"},
                       {u"octal.variants", u"oct"},
                       {u"hex.variants", u"hex"},
-                      {u"scientific.variants", u"sci"}};
+                      {u"scientific.variants", u"sci"},
+                      {u"fraction.variants", u"fraction"}};
 
 constexpr struct {
     std::u16string_view key, type;
