@@ -217,6 +217,9 @@ private:
             std::size_t end = begin;
             while (end < text.size() && isLetter(text[end])) ++end;
             const std::u16string_view word = std::u16string_view(text).substr(begin, end - begin);
+            // "10 prints x $25": a thing that is counted.
+            const std::size_t next = neighbourOf(elements_, i, 1);
+            if (next < elements_.size() && isOperator(elements_[next], u"*")) continue;
             if (misspelt_(lowercased(word)))
                 notes_.push_back({NoteKind::unknownWord,
                                   {elements_.rangeOf(i, i + 1).location + begin, word.size()},
@@ -237,9 +240,10 @@ private:
                                isWholeNumber(elements_[i + 1]) &&
                                ((after < elements_.size() && isPlainWords(elements_[after])) ||
                                 (before < i && isPlainWords(elements_[before])));
+            const bool digits = words && elements_[i + 1].text().front() == u'0' && elements_[i + 1].text().size() > 1;
             if (led || (!money && !words && !isUnit(after))) continue;
             const DecimalNumber from = *elements_[i - 1].value.decimal(), to = *elements_[i + 1].value.decimal();
-            if (DecimalNumber::compare(from, to) == -1) note(NoteKind::dashedRange, i - 1, i + 2);
+            if (digits || DecimalNumber::compare(from, to) == -1) note(NoteKind::dashedRange, i - 1, i + 2);
         }
     }
 

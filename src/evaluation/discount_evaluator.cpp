@@ -33,10 +33,28 @@ DiscountEvaluator::DiscountEvaluator(const Localizer& localizer, const Percentag
       words_(words),
       moreThan_(localizer.variants(u"more_than.variants", u"Operations")),
       lessThan_(localizer.variants(u"less_than.variants", u"Operations")),
-      tenthsOff_(localizer.variants(u"tenths_off.variants", u"Operations")) {}
+      tenthsOff_(localizer.variants(u"tenths_off.variants", u"Operations")) {
+    // "tip on" without the word for "on"
+    const auto on = localizer.variants(u"percent_on.variants", u"Percent");
+    for (std::u16string& phrase : localizer.variants(u"percent_of.variants", u"Percent")) {
+        const std::size_t blank = phrase.rfind(u' ');
+        if (blank == phrase.npos || std::find(on.begin(), on.end(), phrase.substr(blank + 1)) == on.end()) continue;
+        phrase.resize(blank);
+        parts_.push_back(std::move(phrase));
+    }
+}
 
 bool DiscountEvaluator::isDiscount(const ElementList& elements, std::size_t index) const {
     return index < elements.size() && isPlainWords(elements[index]) && words_.isDiscount(elements[index].text());
+}
+
+// Words that end with one for a part of an amount: "tip", as in "15% tip on $84".
+bool DiscountEvaluator::endsWithPart(std::u16string_view text) const {
+    const std::u16string words = lowercased(trimmed(text));
+    return std::any_of(parts_.begin(), parts_.end(), [&](const std::u16string& part) {
+        return words.ends_with(part) &&
+               (words.size() == part.size() || !isLetter(words[words.size() - part.size() - 1]));
+    });
 }
 
 // "20% more than 150", "30% cheaper than $80": the words between a percentage and the amount that it is of.
@@ -104,14 +122,21 @@ std::optional<ElementList> DiscountEvaluator::evaluate(const ElementList& given,
         const std::size_t after = neighbourOf(elements, i, 1);
         // What stands before the percentage, over words and signs without a meaning.
         std::size_t before = neighbourOf(elements, start, -1);
-        bool named = false;
+        bool named = false, ofPart = false;
         while (before < start && elements[before].value.isEmpty() && runTypeOf(elements[before]) == RunType::none) {
             named = named || isDiscount(elements, before);
+            ofPart = ofPart || endsWithPart(elements[before].text());
             before = neighbourOf(elements, before, -1);
         }
         if (const auto relation = relationAfter(elements, i)) {
             replacer.replace({i + 1, relation->end - i - 1})
                 .append(unwrittenOperator(relation->operation, elements.slice(i + 1, relation->end).text()));
+            continue;
+        }
+        // "tip 15% on $84" is the tip.
+        if (ofPart && after < elements.size() && isOperator(elements[after], u"percent_on")) {
+            replacer.replace({after, 1})
+                .append(makeElement(Value(Attribute::operation, u"percent_of"), elements[after].attributedText));
             continue;
         }
         const bool idle = isIdle(elements, after);

@@ -23,6 +23,7 @@ private:
     // Words that hold one for a discount.
     bool isDiscount(const ElementList& elements, std::size_t index) const;
     bool isLedByDiscount(const ElementList& elements, std::size_t percentage) const;
+    bool endsWithPart(std::u16string_view text) const;
     bool isIdle(const ElementList& elements, std::size_t op) const;
 
     struct Relation {
@@ -33,7 +34,7 @@ private:
     std::optional<ElementList> withTenths(const ElementList& elements) const;
 
     const PercentageWords& words_;
-    std::vector<std::u16string> moreThan_, lessThan_, tenthsOff_;
+    std::vector<std::u16string> moreThan_, lessThan_, tenthsOff_, parts_;
 };
 
 }  // namespace vemo

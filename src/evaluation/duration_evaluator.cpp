@@ -107,12 +107,14 @@ bool calculatesWithLetteredClocks(const ElementList& elements) {
 // "1:45 + 2:30": times can't be added, so these are lengths of time.
 bool addsClocks(const ElementList& elements) {
     std::size_t clocks = 0, sums = 0;
-    for (const ElementPointer& element : elements.pointers()) {
-        const Value& value = element->value;
+    for (std::size_t i = 0; i < elements.size(); ++i) {
+        const Value& value = elements[i].value;
         if (value.isEmpty()) continue;
-        if (value.has(Attribute::date) && clockOf(element->text(), u':'))
+        // The sign of "10:30 +09:00" is that of an offset.
+        const bool sign = i > 0 && i + 1 < elements.size() && isBlank(elements[i - 1]) && !isBlank(elements[i + 1]);
+        if (value.has(Attribute::date) && clockOf(elements[i].text(), u':'))
             ++clocks;
-        else if (isOperator(*element, u"+"))
+        else if (isOperator(elements[i], u"+") && !sign)
             ++sums;
         else
             return false;

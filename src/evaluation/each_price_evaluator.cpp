@@ -88,8 +88,9 @@ void EachPriceEvaluator::multiplyPrice(const ElementList& elements, std::size_t 
                                        ElementReplacer& replacer) const {
     std::size_t last = index;
     const std::size_t unit = neighbourOf(elements, index, 1);
-    if (unit < elements.size() && isUnitAlone(elements[unit]) && !isCurrencyAt(elements, unit, unitConverter_))
-        last = unit;
+    const bool counts =
+        unit < elements.size() && (isUnitAlone(elements[unit]) || elements[unit].value.has(Attribute::scale));
+    if (counts && !isCurrencyAt(elements, unit, unitConverter_)) last = unit;
     std::size_t words = neighbourOf(elements, last, 1);
     if (words == elements.size()) return;
     std::u16string_view text = elements[words].text();
@@ -105,12 +106,27 @@ void EachPriceEvaluator::multiplyPrice(const ElementList& elements, std::size_t 
     }
     if (at == text.npos || price == elements.size()) return;
     const bool each = isPricedEach(elements, price);
-    const bool priced =
-        isMoney(elements, price) || (isNumber(elements[price]) && (each || text.find(u'@') != text.npos));
+    const bool money = isMoney(elements, price);
+    const bool priced = money || (isNumber(elements[price]) &&
+                                  (each || text.find(u'@') != text.npos || isPriceOfMeasure(elements, last, price)));
     if (!priced || !isCount(elements, index, each)) return;
+    // "3 kg @ 2.50" are no kilograms.
+    if (!money && last != index && elements[last].value.has(Attribute::unit))
+        replacer.replace({last, 1}).append(plainText(elements[last].text()));
     ElementList& result = replacer.replace({words, 1});
     if (at > 0) result.append(plainText(text.substr(0, at)));
     result.append(asOperator(u"*", text.substr(at)));
+}
+
+// "48 l at 1.79": a number with cents after a measure, which is none of time.
+bool EachPriceEvaluator::isPriceOfMeasure(const ElementList& elements, std::size_t unit, std::size_t price) const {
+    const auto id = elements[unit].value.string(Attribute::unit);
+    const std::u16string* base = id ? unitConverter_.baseUnit(*id) : nullptr;
+    if (!base || *base == u"second") return false;
+    const std::u16string& text = elements[price].text();
+    const std::size_t point = text.find_last_of(u".,");
+    const std::size_t cents = point == text.npos ? 0 : text.size() - point - 1;
+    return cents == 2 || cents == 3;
 }
 
 // The amount that begins there is followed by "each".

@@ -23,6 +23,7 @@ public:
 private:
     bool isCount(const ElementList& elements, std::size_t index, bool each) const;
     void multiplyPrice(const ElementList& elements, std::size_t index, ElementReplacer& replacer) const;
+    bool isPriceOfMeasure(const ElementList& elements, std::size_t unit, std::size_t price) const;
     bool isPricedEach(const ElementList& elements, std::size_t price) const;
     bool isMoney(const ElementList& elements, std::size_t index) const;
     bool isBy(const ElementList& elements, std::size_t word) const;

@@ -11,6 +11,7 @@ namespace vemo {
 namespace {
 
 constexpr std::size_t longestPart = 2;   // digits of a numerator or denominator before a unit
+constexpr std::size_t longestOfOne = 4;  // digits of a denominator below 1: "1/250 s"
 constexpr std::size_t strokeLength = 3;  // elements
 
 bool isStroke(const Element& element) {
@@ -49,7 +50,8 @@ std::optional<ElementList> FractionEvaluator::evaluate(const ElementList& elemen
         if (next == elements.size()) continue;
         const bool of = isOperator(elements[next], u"percent_of") && beginsWhole(elements, next);
         const bool touches = next == end || elements[end].text().size() == 1;
-        const bool isShort = elements[i].text().size() <= longestPart && elements[end - 1].text().size() <= longestPart;
+        const std::size_t longest = elements[i].text() == u"1" ? longestOfOne : longestPart;
+        const bool isShort = elements[i].text().size() <= longestPart && elements[end - 1].text().size() <= longest;
         const bool unit = stroke && touches && isShort && elements[next].value.has(Attribute::unit) &&
                           !elements[next].value.has(Attribute::decimal) &&
                           !isSignOfNextNumber(elements, next, unitConverter_);

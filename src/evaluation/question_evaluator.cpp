@@ -17,6 +17,7 @@ constexpr struct {
 } rows[] = {
     {u"how_many.variants", u"how_many_link.variants", u"in"},
     {u"what_percent_of.variants", u"what_percent_is.variants", u"percent_is"},
+    {u"what_percent.variants", u"what_percent_link.variants", u"as_a_percent_of"},
     {u"percent_change.variants", u"percent_change_to.variants", u"percent_change"},
     {u"increase.variants", u"change_by.variants", u"+"},
     {u"decrease.variants", u"change_by.variants", u"-"},
@@ -164,8 +165,11 @@ std::size_t QuestionEvaluator::endOfBeginning(const ElementList& elements, std::
 
 std::optional<ElementList> QuestionEvaluator::asConversion(const ElementList& elements, std::size_t start,
                                                            std::size_t end, const Question& question) const {
-    const std::size_t unit = end < elements.size() ? neighbourOf(elements, end - 1, 1) : elements.size();
-    if (unit == elements.size() || !isUnitAlone(elements[unit])) return std::nullopt;
+    // "how many 400 m in 5 km": a quotient.
+    const std::size_t first = end < elements.size() ? neighbourOf(elements, end - 1, 1) : elements.size();
+    const bool counted = first < elements.size() && isNumberWithoutUnit(elements[first]);
+    const std::size_t unit = counted ? neighbourOf(elements, first, 1) : first;
+    if (unit >= elements.size() || !isUnitAlone(elements[unit])) return std::nullopt;
     std::size_t value = unit + 1;
     while (value < elements.size() && !beginsValue(elements, value)) ++value;
     if (value >= elements.size() || !contains(question.links, elements.slice(unit + 1, value).text()))
@@ -175,6 +179,11 @@ std::optional<ElementList> QuestionEvaluator::asConversion(const ElementList& el
     for (std::size_t i = value; i < elements.size(); ++i) result.append(elements.pointers()[i]);
     result.append(makeElement(Value(Attribute::operation, u"in"), {}));
     result.append(makeElement(elements[unit].value, {}));
+    if (counted) {
+        result.append(makeElement(Value(Attribute::operation, u"/"), {}));
+        result.append(makeElement(elements[first].value, {}));
+        result.append(makeElement(elements[unit].value, {}));
+    }
     return result;
 }
 

@@ -114,15 +114,24 @@ void UnitExtractor::extract(const std::u16string& text, Context& context, std::v
         result.push_back(phraseExtraction(text, {u"kelvin", {k, 1}}, Attribute::unit, RunType::unit));
         result.back().secondaryPriority = priority::unitOverOperator;
     }
-    if (!units_.homonyms().empty()) chooseHomonyms(result);
+    if (!units_.homonyms().empty()) chooseHomonyms(text, result);
 }
 
-void UnitExtractor::chooseHomonyms(std::vector<Extraction>& extractions) const {
+void UnitExtractor::chooseHomonyms(std::u16string_view text, std::vector<Extraction>& extractions) const {
+    // "$50 in pounds": what stands after a conversion word.
+    const auto isTarget = [&](const Extraction& extraction) {
+        return std::any_of(extractions.begin(), extractions.end(), [&](const Extraction& other) {
+            const std::size_t end = other.range.end();
+            return other.element->value.is(Attribute::operation, u"in") && end <= extraction.range.location &&
+                   trimmed(text.substr(end, extraction.range.location - end)).empty();
+        });
+    };
     for (Extraction& extraction : extractions) {
         if (!extraction.element->value.has(Attribute::unit)) continue;
-        const std::u16string written = lowercased(extraction.element->text());
+        const std::u16string& written = extraction.element->text();
         for (const UnitManager::Homonym& homonym : units_.homonyms()) {
-            if (homonym.phrase != written) continue;
+            if (homonym.phrase.size() != written.size() || homonym.phrase != lowercased(written)) continue;
+            if (homonym.convertedTo && !isTarget(extraction)) continue;
             const bool beside = std::any_of(extractions.begin(), extractions.end(), [&](const Extraction& other) {
                 const auto unit = other.element->value.string(Attribute::unit);
                 return unit && std::find(homonym.companions.begin(), homonym.companions.end(), *unit) !=
@@ -217,6 +226,11 @@ bool UnitExtractor::displacesOperator(std::u16string_view text, TextRange range)
     // "a photo 2 in x 2 in $16.99": nobody converts into an amount.
     if (behind.size() > 1 && u_charType(behind.front()) == U_CURRENCY_SYMBOL && digitValue(behind[1]) >= 0)
         return !endsWithMoney(before);
+    // "8 in x 10 in"
+    if (lowercasedUnit(behind.front()) == u'x') {
+        const std::u16string_view factor = trimmed(behind.substr(1));
+        if (!factor.empty() && digitValue(factor.front()) >= 0) return true;
+    }
     const auto next = operators_.phraseDetector().detect(behind);
     return !next.empty() && next.front().range.location == 0;
 }

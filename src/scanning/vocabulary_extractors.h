@@ -49,7 +49,7 @@ private:
     bool displacesFraction(std::u16string_view text, const PhraseMatch<std::u16string>& match) const;
     bool isWord(std::u16string_view text, TextRange range) const;
     bool hasItsPlace(std::u16string_view text, TextRange range) const;
-    void chooseHomonyms(std::vector<Extraction>& extractions) const;
+    void chooseHomonyms(std::u16string_view text, std::vector<Extraction>& extractions) const;
     bool isKelvin(std::u16string_view text, std::size_t k, bool temperature) const;
     bool displacesName(std::u16string_view text, TextRange range, const Context& context) const;
 

@@ -319,7 +319,10 @@ void registerEverydayUnits(UnitRegistry& registry, const Localizer& localizer) {
             end = std::min(row.find(u' ', i), row.size());
             words.push_back(row.substr(i, end - i));
         }
-        if (words.size() > 2) manager.addHomonym({words[0], words[1], {words.begin() + 2, words.end()}});
+        constexpr std::size_t fewest = 3;
+        if (words.size() < fewest) continue;
+        const bool convertedTo = words[2] == u"in";
+        manager.addHomonym({words[0], words[1], convertedTo, {words.begin() + (convertedTo ? 3 : 2), words.end()}});
     }
 }
 

@@ -65,9 +65,10 @@ public:
     const PhraseNote* note(std::u16string_view phrase) const;
 
     // A phrase, in lower case, that names another unit beside certain ones: in German a pound is money, but a weight
-    // beside weights.
+    // beside weights. With `convertedTo`, only what such units are converted to: "$50 in pounds".
     struct Homonym {
         std::u16string phrase, unit;
+        bool convertedTo = false;
         std::vector<std::u16string> companions;
     };
     void addHomonym(Homonym homonym) { homonyms_.push_back(std::move(homonym)); }
