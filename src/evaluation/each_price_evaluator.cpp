@@ -142,6 +142,9 @@ bool EachPriceEvaluator::isMoney(const ElementList& elements, std::size_t index)
     const auto isMoneyAt = [&](std::size_t i) { return isCurrencyAt(elements, i, unitConverter_); };
     if (index >= elements.size()) return false;
     const std::size_t next = neighbourOf(elements, index, 1);
+    // "30 cents"
+    if (isNumber(elements[index]) && next < elements.size() && elements[next].value.is(Attribute::scale, u"cent"))
+        return true;
     if (elements[index].value.has(Attribute::decimal))
         return isMoneyAt(index) || (next < elements.size() && !elements[next].value.has(Attribute::decimal) &&
                                     isNumber(elements[index]) && isMoneyAt(next));

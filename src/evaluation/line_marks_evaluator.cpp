@@ -80,6 +80,12 @@ bool isWith(const ElementList& elements, std::size_t i) {
            (i + 1 == elements.size() || !isNumberWithoutUnit(elements[i + 1]));
 }
 
+// "6-pack $9 / 6", "3-day trip": the dash of a word that begins with a number.
+bool isHyphen(const ElementList& elements, std::size_t i) {
+    return i > 0 && i + 1 < elements.size() && isSign(elements[i], u"-") && isWholeNumber(elements[i - 1]) &&
+           isPlainWords(elements[i + 1]) && isLetter(elements[i + 1].text().front());
+}
+
 }  // namespace
 
 // "Total:" with nothing but comments beside it.
@@ -162,7 +168,8 @@ std::optional<ElementList> LineMarksEvaluator::evaluate(const ElementList& eleme
         if (!elements[i].value.isEmpty()) replacer.replace({i, 1}).append(plainText(elements[i].text()));
     for (std::size_t i = marked; i < elements.size(); ++i) {
         if (!elements[i].value.has(Attribute::operation)) continue;
-        const bool single = isIdleArrow(elements, i) || isDashBesidePrice(elements, i) || isWith(elements, i);
+        const bool single =
+            isIdleArrow(elements, i) || isDashBesidePrice(elements, i) || isHyphen(elements, i) || isWith(elements, i);
         const std::size_t length = isDash(elements, i) ? 2 : single ? 1 : 0;
         if (length == 0) continue;
         replacer.replace({i, length}).append(plainText(elements.slice(i, i + length).text()));

@@ -47,6 +47,8 @@ QuestionEvaluator::QuestionEvaluator(const Localizer& localizer) {
         questions_.push_back(std::move(question));
     }
     wholeIs_ = localizer.variants(u"whole_is.variants", u"Operations");
+    moreThan_ = localizer.variants(u"more_than.variants", u"Operations");
+    lessThan_ = localizer.variants(u"less_than.variants", u"Operations");
     unanswered_ = localizer.variants(u"unanswered.variants", u"Operations");
     changeTo_ = localizer.variants(u"percent_change_to.variants", u"Operations");
     changeAsked_ = localizer.variants(u"percent_change_asked.variants", u"Operations");
@@ -60,6 +62,7 @@ std::optional<ElementList> QuestionEvaluator::evaluate(const ElementList& elemen
     if (auto change = askedChange(elements)) return change;
     const std::size_t start = startOfWords(elements);
     if (elements.size() < start + 3) return std::nullopt;
+    if (auto difference = lessThan(elements, start)) return difference;
     const std::u16string_view text = trimmed(elements[start].text());
     if (text.empty() || firstUnits_.find(lowercasedUnit(text.front())) == std::u16string::npos) return std::nullopt;
     for (const Question& question : questions_) {
@@ -82,9 +85,16 @@ std::optional<ElementList> QuestionEvaluator::askedWhole(const ElementList& elem
     if (last >= elements.size() || !isPlainWords(elements[last])) return std::nullopt;
     std::u16string_view asked = trimmed(elements[last].text());
     while (!asked.empty() && (asked.back() == u'?' || isWhitespace(asked.back()))) asked.remove_suffix(1);
-    if (!contains(wholeAsked_, asked)) return std::nullopt;
-    const std::size_t relation = neighbourOf(elements, last, -1);
-    const auto id = relation < elements.size() ? elements[relation].value.string(Attribute::operation) : std::nullopt;
+    const std::u16string_view compared = comparison(elements, last);
+    if (compared.empty() && !contains(wholeAsked_, asked)) return std::nullopt;
+    std::size_t relation = neighbourOf(elements, last, -1);
+    auto id = relation < elements.size() ? elements[relation].value.string(Attribute::operation) : std::nullopt;
+    if (!compared.empty()) {
+        // The words up to the percentage: "more than", or "less", which is an operator, and "than".
+        relation = last;
+        while (relation > 0 && !elements[relation - 1].value.is(Attribute::unit, u"percent")) --relation;
+        id = compared;
+    }
     if (!id || (*id != u"percent_of" && *id != u"percent_on" && *id != u"percent_off")) return std::nullopt;
     const std::size_t percent = neighbourOf(elements, relation, -1);
     if (percent >= elements.size() || !elements[percent].value.is(Attribute::unit, u"percent")) return std::nullopt;
@@ -120,6 +130,22 @@ void QuestionEvaluator::noteUnanswered(const ElementList& elements, Context& con
     }
 }
 
+// Of "120 is 20% more than what" the operator that the words after the percentage stand for; empty for none.
+std::u16string_view QuestionEvaluator::comparison(const ElementList& elements, std::size_t last) const {
+    std::size_t first = last;
+    while (first > 0 && !elements[first - 1].value.is(Attribute::unit, u"percent")) --first;
+    if (first == 0) return {};
+    const std::u16string words = lowercased(elements.slice(first, last + 1).text());
+    std::u16string_view text = trimmed(words);
+    while (!text.empty() && (text.back() == u'?' || isWhitespace(text.back()))) text.remove_suffix(1);
+    const auto asks = [&](const std::vector<std::u16string>& relations) {
+        return std::any_of(relations.begin(), relations.end(), [&](const std::u16string& relation) {
+            return text.starts_with(relation) && contains(wholeAsked_, text.substr(relation.size()));
+        });
+    };
+    return asks(moreThan_) ? u"percent_on" : asks(lessThan_) ? u"percent_off" : u"";
+}
+
 // "80 to 100 is what % increase", "from 10 to 15 % change": two amounts, and words that ask for the change.
 std::optional<ElementList> QuestionEvaluator::askedChange(const ElementList& elements) const {
     constexpr std::size_t fewest = 5;
@@ -147,6 +173,35 @@ std::optional<ElementList> QuestionEvaluator::askedChange(const ElementList& ele
     result.append(makeElement(Value(Attribute::operation, u"percent_change"), elements[link].attributedText));
     for (std::size_t i = link + 1; i < elements.size(); ++i)
         result.append(i < end || i >= last ? elements.pointers()[i] : asText(elements[i]));
+    return result;
+}
+
+// "7 less than 20", "$15 off $60": what is left of the second amount.
+std::optional<ElementList> QuestionEvaluator::lessThan(const ElementList& elements, std::size_t start) const {
+    const auto isUnit = [&](std::size_t i) {
+        return i < elements.size() && isUnitAlone(elements[i]) && !elements[i].value.is(Attribute::unit, u"percent");
+    };
+    const std::size_t number = isUnit(start) ? neighbourOf(elements, start, 1) : start;
+    if (number >= elements.size() || !isNumberWithoutUnit(elements[number])) return std::nullopt;
+    std::size_t less = neighbourOf(elements, number, 1);
+    if (isUnit(less)) less = neighbourOf(elements, less, 1);
+    if (less >= elements.size()) return std::nullopt;
+    std::size_t end = less + 1;
+    const bool quantity = number > start || less > neighbourOf(elements, number, 1);
+    if (isOperator(elements[less], u"-")) {
+        end = neighbourOf(elements, less, 1) + 1;
+        if (end > elements.size() || !isPlainWords(elements[end - 1]) ||
+            !contains(lessThan_, elements.slice(less, end).text()))
+            return std::nullopt;
+    } else if (!isOperator(elements[less], u"percent_off") || !quantity) {
+        return std::nullopt;
+    }
+    if (!beginsValue(elements, neighbourOf(elements, end - 1, 1))) return std::nullopt;
+    ElementList result = elements.slice(0, start);
+    result.append(makeElement(Value(Attribute::operation, u"-"), {}));
+    for (std::size_t i = start; i < less; ++i) result.append(elements.pointers()[i]);
+    result.append(unwrittenOperator(u"+", elements.slice(less, end).text()));
+    for (std::size_t i = end; i < elements.size(); ++i) result.append(elements.pointers()[i]);
     return result;
 }
 

@@ -27,6 +27,8 @@ private:
 
     std::optional<ElementList> askedWhole(const ElementList& elements) const;
     void noteUnanswered(const ElementList& elements, Context& context) const;
+    std::u16string_view comparison(const ElementList& elements, std::size_t last) const;
+    std::optional<ElementList> lessThan(const ElementList& elements, std::size_t start) const;
     std::optional<ElementList> askedChange(const ElementList& elements) const;
     std::size_t endOfBeginning(const ElementList& elements, std::size_t start, const Question& question) const;
     std::optional<ElementList> asConversion(const ElementList& elements, std::size_t start, std::size_t end,
@@ -35,7 +37,7 @@ private:
                                            const Question& question, Context& context) const;
 
     std::vector<Question> questions_;
-    std::vector<std::u16string> wholeIs_, wholeAsked_, changeTo_, changeAsked_, unanswered_;
+    std::vector<std::u16string> wholeIs_, wholeAsked_, changeTo_, changeAsked_, moreThan_, lessThan_, unanswered_;
     std::u16string firstUnits_;  // of all beginnings
 };
 

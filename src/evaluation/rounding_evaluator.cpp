@@ -137,6 +137,14 @@ bool RoundingEvaluator::readStep(const ElementList& elements, std::size_t number
         const auto unit = elements[i].value.string(Attribute::unit);
         if (unit && !elements[i].value.has(Attribute::operation)) rounding.unit = *unit;
     }
+    // "10 cents"
+    if (number < rounding.to && elements[number].value.has(Attribute::decimal)) {
+        const std::u16string after = wordsOf(elements, number + 1, rounding.to);
+        for (const Step& step : steps_)
+            if (after == step.word || after == step.word + u's')
+                rounding.step = elements[number].value.decimal()->multiplying(step.size);
+        if (rounding.step) return !rounding.step->isZero();
+    }
     // "2 km to the nearest 5 star hotel" asks for none.
     if (number < rounding.to && hasPlainWords(elements.slice(number, rounding.to))) return false;
     if (number < rounding.to)

@@ -197,7 +197,7 @@ TEST(Localizer, putsTheUsersLanguageBeforeTheBase) {
     std::string log;
     const Localizer localizer("xx_YY.UTF-8", folder, [&](std::string_view line) { log += line; });
     EXPECT_THAT(localizer.variants(u"plus.variants", u"Operations"),
-                ElementsAre(u"Und", u"plus", u"add", u"added to", u"increased by"));
+                ElementsAre(u"Und", u"plus", u"add", u"added to", u"increased by", u"marked up by", u"raised by"));
     EXPECT_THAT(localizer.variants(u"plus.variants", u"Operations", false, true), ElementsAre(u"und", u"plus"));
     EXPECT_THAT(localizer.variants(u"no.such", u"Operations"), ElementsAre(u"no.such"));
     EXPECT_EQ(localizer.translation(u"minus.variants", u"Operations"), std::nullopt);

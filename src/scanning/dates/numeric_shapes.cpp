@@ -50,7 +50,8 @@ Attempt<DayReading> DayShapes::numeric(std::size_t i) const {
         date = numericDate(*fields[0], *fields[1], *fields[2], i);
     else
         date = numericDate(*fields[2], *fields[0], *fields[1], i);
-    if (date) date->certain = isOfOurTime(*fields[2]) || (stops && digits[0] == 2 && digits[1] == 2);
+    // "12/25/26", as dates are shown: three numbers of two digits that are a day are no quotients.
+    if (date) date->certain = isOfOurTime(*fields[2]) || ((stops || slashes) && digits[0] == 2 && digits[1] == 2);
     return date;
 }
 
