@@ -122,6 +122,20 @@ bool addsClocks(const ElementList& elements) {
     return sums > 0 && clocks == sums + 1;
 }
 
+// "1h 20m + 45m": what is added to hours are no metres.
+bool isMinuteOfSum(const ElementList& elements, std::size_t i) {
+    if (!isBareUnit(elements, i, u"m") || elements[i].text() != u"m" || i < 2) return false;
+    const std::size_t number = neighbourOf(elements, i, -1), sign = neighbourOf(elements, number, -1);
+    if (number > i || sign > number || !isNumberWithoutUnit(elements[number]) ||
+        !(isOperator(elements[sign], u"+") || isOperator(elements[sign], u"-")))
+        return false;
+    const auto isStroke = [&](std::size_t k) { return k < elements.size() && isOperator(elements[k], u"/"); };
+    if (isStroke(neighbourOf(elements, i, 1))) return false;
+    for (std::size_t k = 0; k < sign; ++k)
+        if (isBareUnit(elements, k, u"hour") && !(k > 0 && isStroke(neighbourOf(elements, k, -1)))) return true;
+    return false;
+}
+
 }  // namespace
 
 std::optional<ElementList> DurationEvaluator::evaluate(const ElementList& elements, Context&,
@@ -151,6 +165,8 @@ std::optional<ElementList> DurationEvaluator::evaluate(const ElementList& elemen
             if (!clock || (!ofHours && clock->count > 2)) continue;
             put(i, unit + 1, amount(*clock, ofHours ? u"hour" : u"minute"), RunType::number);
             i = unit;
+        } else if (isMinuteOfSum(elements, i)) {
+            put(i, i + 1, Value(Attribute::unit, u"minute"), RunType::unit);
         } else if (isBareUnit(elements, i, u"hour")) {
             const std::size_t count = neighbourOf(elements, i, -1), rest = neighbourOf(elements, i, 1);
             if (count >= elements.size() || !isNumberWithoutUnit(elements[count])) continue;

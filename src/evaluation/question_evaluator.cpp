@@ -149,7 +149,13 @@ std::u16string_view QuestionEvaluator::comparison(const ElementList& elements, s
 // "80 to 100 is what % increase", "from 10 to 15 % change": two amounts, and words that ask for the change.
 std::optional<ElementList> QuestionEvaluator::askedChange(const ElementList& elements) const {
     constexpr std::size_t fewest = 5;
-    if (elements.size() < fewest) return std::nullopt;
+    if (elements.size() < fewest || !elements.anyHas(Attribute::unit)) return std::nullopt;
+    std::size_t ending = neighbourOf(elements, elements.size(), -1);
+    if (ending < elements.size() && runTypeOf(elements[ending]) == RunType::comment)
+        ending = neighbourOf(elements, ending, -1);
+    if (ending >= elements.size() ||
+        !(isPlainWords(elements[ending]) || elements[ending].value.is(Attribute::unit, u"percent")))
+        return std::nullopt;
     std::size_t second = elements.size();
     while (second > 0 && !isNumberWithoutUnit(elements[second - 1])) --second;
     if (second-- < 2) return std::nullopt;

@@ -232,6 +232,8 @@ std::optional<Value> RoundingEvaluator::rounded(const Value& given, TextRange wr
 
 std::optional<ElementList> RoundingEvaluator::evaluate(const ElementList& elements, Context& context,
                                                        const EvaluationContext& evaluationContext) const {
+    if (!elements.anyHas(Attribute::function) && !elements.anyHas(Attribute::nsystem) && !hasPlainWords(elements))
+        return std::nullopt;
     std::size_t start = 0;
     for (std::size_t i = 0; i < elements.size(); ++i)
         if (runTypeOf(elements[i]) == RunType::label || elements[i].value.has(Attribute::assignment)) start = i + 1;
