@@ -57,12 +57,13 @@ QuestionEvaluator::QuestionEvaluator(const Localizer& localizer) {
 
 std::optional<ElementList> QuestionEvaluator::evaluate(const ElementList& elements, Context& context,
                                                        const EvaluationContext&) const {
-    if (elements.anyHas(Attribute::decimal) || elements.anyHas(Attribute::date)) noteUnanswered(elements, context);
-    if (auto whole = askedWhole(elements)) return whole;
-    if (auto change = askedChange(elements)) return change;
     const std::size_t start = startOfWords(elements);
     if (elements.size() < start + 3) return std::nullopt;
     if (auto difference = lessThan(elements, start)) return difference;
+    if (auto change = askedChange(elements)) return change;
+    if (!hasPlainWords(elements)) return std::nullopt;
+    if (elements.anyHas(Attribute::decimal) || elements.anyHas(Attribute::date)) noteUnanswered(elements, context);
+    if (auto whole = askedWhole(elements)) return whole;
     const std::u16string_view text = trimmed(elements[start].text());
     if (text.empty() || firstUnits_.find(lowercasedUnit(text.front())) == std::u16string::npos) return std::nullopt;
     for (const Question& question : questions_) {
