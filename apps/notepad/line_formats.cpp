@@ -36,7 +36,14 @@ QTextCharFormat formatOf(RunType type, std::u16string_view text, const Theme& th
 LineFormats formatsOf(const VemoEngine::Result::Line& line, const Theme& theme) {
     LineFormats formats;
     line.attributedText().enumerate([&](std::u16string_view text, RunType type, std::size_t location) {
-        if (!text.empty()) formats.append(rangeOf(location, text.size(), formatOf(type, text, theme)));
+        if (text.empty()) return;
+        QTextCharFormat format = formatOf(type, text, theme);
+        formats.append(rangeOf(location, text.size(), format));
+        if (type != RunType::header) return;
+        format.setForeground(theme.comment);
+        const std::size_t sign = text.find(u'#');
+        const std::size_t end = std::min(text.find_first_not_of(u'#', sign), text.size());
+        if (sign < end) formats.append(rangeOf(location + sign, end - sign, format));
     });
     for (const Note& note : line.notes()) {
         QTextCharFormat format;

@@ -15,6 +15,9 @@ LineView viewOfLine(const VemoEngine::Result::Line& line) {
     if (formatted.regular) view.answer = toQt(*formatted.regular);
     if (formatted.shortText) view.brief = toQt(*formatted.shortText);
     if (const auto reason = line.reason()) view.reason = toQt(reason->message);
+    const auto names = line.names();
+    if (!names.empty() && names.front().defines)
+        view.defines = toQt(line.attributedText().compoundString()).sliced(names.front().start, names.front().length);
     const Value value = line.value();
     view.hasValue = !value.isEmpty();
     view.isDate = value.has(Attribute::date);

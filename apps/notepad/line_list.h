@@ -13,8 +13,9 @@ namespace vemo::notepad {
 // What is shown beside a line's text.
 struct LineView {
     QString answer;
-    QString brief;   // a shorter text of the answer, where there is one
-    QString reason;  // why there is none
+    QString brief;    // a shorter text of the answer, where there is one
+    QString reason;   // why there is none
+    QString defines;  // the name that the line defines, as it is written there
     bool hasValue = false, isDate = false;
 };
 
@@ -64,6 +65,13 @@ public:
     };
     const Facts& facts() const { return facts_; }
     bool beginsWithDate();
+    // Calls `visit(line, name)` for the names that the page defines, as far as there are views.
+    template <class Visit>
+    void visitNames(const Visit& visit) const {
+        for (std::size_t i = 0; i < lines_.size(); ++i)
+            if (const auto& view = lines_[i].view; view && !view->defines.isEmpty())
+                visit(static_cast<int>(i), view->defines);
+    }
 
 private:
     struct Entry {

@@ -5,37 +5,83 @@
 #include <QMenuBar>
 #include <QStatusBar>
 #include <QTimer>
+#include <QVBoxLayout>
+#include <algorithm>
 
+#include "notepad/find_bar.h"
 #include "notepad/page.h"
 #include "notepad/page_total.h"
+#include "notepad/selection_totals.h"
 
 namespace vemo::notepad {
+
+namespace {
+
+constexpr int leastZoom = 50, mostZoom = 400;
+constexpr double largerThanMenus = 1.2;
+
+QFont usualFont() {
+    QFont font;
+    font.setPointSizeF(font.pointSizeF() * largerThanMenus);
+    return font;
+}
+
+}  // namespace
 
 MainWindow::MainWindow(Calculation& calculation, QWidget* parent)
     : QMainWindow(parent),
       calculation_(calculation),
       tabs_(new QTabWidget(this)),
+      find_(new FindBar(this)),
+      selection_(new SelectionTotals(calculation, this)),
+      selected_(new QLabel(this)),
       total_(new QLabel(this)),
       fileMenu_(buildFileMenu()),
       editMenu_(buildEditMenu()),
-      viewMenu_(buildViewMenu()) {
+      viewMenu_(buildViewMenu()),
+      font_(usualFont()) {
     tabs_->setDocumentMode(true);
     tabs_->setMovable(true);
     tabs_->setTabBarAutoHide(true);
-    setCentralWidget(tabs_);
+    auto* content = new QWidget(this);
+    auto* layout = new QVBoxLayout(content);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(tabs_);
+    layout->addWidget(find_);
+    setCentralWidget(content);
     total_->setAccessibleName(tr("Total"));
+    selected_->setAccessibleName(tr("Selection"));
+    constexpr int apart = 16;
+    selected_->setContentsMargins(0, 0, apart, 0);
+    statusBar()->addPermanentWidget(selected_);
     statusBar()->addPermanentWidget(total_);
+    connect(selection_, &SelectionTotals::changed, selected_, &QLabel::setText);
     connect(tabs_, &QTabWidget::currentChanged, this, [this] {
+        find_->setPage(currentPage());
+        selection_->follow(currentPage());
         showTotal();
         Q_EMIT currentPageChanged(currentPage());
     });
-    resize(860, 620);
+    constexpr int usualWidth = 860, usualHeight = 620;
+    resize(usualWidth, usualHeight);
 }
 
 Page* MainWindow::addPage(const QString& title) {
     auto* page = new Page(calculation_, tabs_);
+    dress(*page);
+    if (share_ > 0) page->setAnswerShare(share_);
+    page->setLineNumbers(numbersAction_->isChecked());
+    connect(page, &Page::said, this, &MainWindow::say);
+    connect(page, &Page::zoomWanted, this, [this](int steps) { setZoom(zoom_ + 10 * steps); });
     connect(page, &Page::answersSettled, this, [this, page] {
         if (page == currentPage()) showTotal();
+    });
+    connect(page, &Page::answerShareChanged, this, [this](double share) {
+        if (share_ == share) return;
+        share_ = share;
+        forEachPage([share](Page& each) { each.setAnswerShare(share); });
+        Q_EMIT lookChanged();
     });
     tabs_->setCurrentIndex(tabs_->addTab(page, title));
     page->setFocus();
@@ -47,36 +93,43 @@ Page* MainWindow::currentPage() const {
     return qobject_cast<Page*>(tabs_->currentWidget());
 }
 
+Page* MainWindow::pageAt(int tab) const {
+    return qobject_cast<Page*>(tabs_->widget(tab));
+}
+
+void MainWindow::forEachPage(const std::function<void(Page&)>& act) {
+    for (int i = 0; i < tabs_->count(); ++i)
+        if (Page* page = pageAt(i)) act(*page);
+}
+
+void MainWindow::dress(Page& page) {
+    QFont font = font_;
+    constexpr double whole = 100;
+    font.setPointSizeF(font_.pointSizeF() * zoom_ / whole);
+    page.setFont(font);
+}
+
+void MainWindow::setPageFont(const QFont& font) {
+    font_ = font;
+    forEachPage([this](Page& page) { dress(page); });
+}
+
+void MainWindow::setZoom(int percent) {
+    zoom_ = std::clamp(percent, leastZoom, mostZoom);
+    forEachPage([this](Page& page) { dress(page); });
+    say(tr("Zoom: %1%").arg(zoom_));
+    Q_EMIT lookChanged();
+}
+
+void MainWindow::setLineNumbers(bool shown) {
+    numbersAction_->setChecked(shown);
+    forEachPage([shown](Page& page) { page.setLineNumbers(shown); });
+    Q_EMIT lookChanged();
+}
+
 void MainWindow::say(const QString& message) {
-    constexpr int while_ = 4000;  // milliseconds
-    statusBar()->showMessage(message, while_);
-}
-
-QMenu* MainWindow::buildFileMenu() {
-    QMenu* menu = menuBar()->addMenu(tr("&File"));
-    menu->addAction(tr("&Quit"), QKeySequence::Quit, this, &QWidget::close);
-    return menu;
-}
-
-QMenu* MainWindow::buildEditMenu() {
-    QMenu* menu = menuBar()->addMenu(tr("&Edit"));
-    const auto add = [&](const QString& text, QKeySequence::StandardKey key, void (QPlainTextEdit::*act)()) {
-        menu->addAction(text, key, this, [this, act] {
-            if (Page* page = currentPage()) (page->*act)();
-        });
-    };
-    add(tr("&Undo"), QKeySequence::Undo, &QPlainTextEdit::undo);
-    add(tr("&Redo"), QKeySequence::Redo, &QPlainTextEdit::redo);
-    menu->addSeparator();
-    add(tr("Cu&t"), QKeySequence::Cut, &QPlainTextEdit::cut);
-    add(tr("&Copy"), QKeySequence::Copy, &QPlainTextEdit::copy);
-    add(tr("&Paste"), QKeySequence::Paste, &QPlainTextEdit::paste);
-    add(tr("Select &All"), QKeySequence::SelectAll, &QPlainTextEdit::selectAll);
-    return menu;
-}
-
-QMenu* MainWindow::buildViewMenu() {
-    return menuBar()->addMenu(tr("&View"));
+    constexpr int duration = 4000;  // milliseconds
+    statusBar()->showMessage(message, duration);
 }
 
 void MainWindow::showTotal() {

@@ -1,17 +1,21 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QFont>
 #include <QLabel>
 #include <QMainWindow>
 #include <QTabWidget>
+#include <functional>
 
 #include "notepad/calculation.h"
 
 namespace vemo::notepad {
 
+class FindBar;
 class Page;
+class SelectionTotals;
 
-// The window: a tab a page, menus, and below the total.
+// The window: a tab a page, menus, and below the total and what is selected.
 class MainWindow : public QMainWindow {
     Q_OBJECT
 
@@ -21,11 +25,18 @@ public:
     // A page of its own, in front.
     Page* addPage(const QString& title);
     Page* currentPage() const;
+    Page* pageAt(int tab) const;
     QTabWidget* tabs() const { return tabs_; }
 
     QMenu* fileMenu() const { return fileMenu_; }
     QMenu* editMenu() const { return editMenu_; }
     QMenu* viewMenu() const { return viewMenu_; }
+
+    // How every page looks.
+    void setPageFont(const QFont& font);
+    int zoom() const { return zoom_; }  // in percent
+    void setZoom(int percent);
+    void setLineNumbers(bool shown);
 
     // Something that passes, in the status bar.
     void say(const QString& message);
@@ -33,7 +44,8 @@ public:
 Q_SIGNALS:
     void pageAdded(vemo::notepad::Page* page);
     void currentPageChanged(vemo::notepad::Page* page);
-    void shownFirst();  // the window is on the screen for the first time
+    void shownFirst();   // the window is on the screen for the first time
+    void lookChanged();  // zoom, line numbers, or the part that answers take
 
 protected:
     bool event(QEvent* event) override;
@@ -42,14 +54,25 @@ private:
     QMenu* buildFileMenu();
     QMenu* buildEditMenu();
     QMenu* buildViewMenu();
+    QAction* addAction(QMenu* menu, const QString& text, const QKeySequence& key, std::function<void()> act);
+    QAction* addPageAction(QMenu* menu, const QString& text, const QKeySequence& key, std::function<void(Page&)> act);
+    void dress(Page& page);
+    void forEachPage(const std::function<void(Page&)>& act);
     void showTotal();
 
     Calculation& calculation_;
     QTabWidget* tabs_;
+    FindBar* find_;
+    SelectionTotals* selection_;
+    QLabel* selected_;
     QLabel* total_;
+    QAction* numbersAction_ = nullptr;  // of the view menu
     QMenu* fileMenu_;
     QMenu* editMenu_;
     QMenu* viewMenu_;
+    QFont font_;
+    int zoom_ = 100;
+    double share_ = 0;
     bool painted_ = false;
 };
 

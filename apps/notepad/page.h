@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QPlainTextEdit>
+#include <QTextDocument>
 #include <QTimer>
 #include <functional>
 
@@ -12,6 +13,8 @@
 namespace vemo::notepad {
 
 class AnswerColumn;
+class CompletionList;
+class LineNumbers;
 
 // A document: its text on the left, in the colours of what its words are, and beside each line its answer. The text
 // may be edited before there is an engine; the answers then are those that were stored.
@@ -30,51 +33,89 @@ public:
     void showStoredResults(const VemoEngine::Result& result);
     // The answers to the text as it is; null while they are awaited.
     const VemoEngine::Result* results() const;
-    const CalculatedText& calculated() const { return text_; }
+    Calculation& calculation() { return calculation_; }
     CalculatedText& calculated() { return text_; }
-
     LineList& lines() { return lines_; }
-    const Theme& theme() const { return *theme_; }
 
-    // The part of the width that answers take, from 0 to 1.
-    double answerShare() const { return share_; }
+    // What is done with answers; by default that of the cursor's line.
+    void copyAnswer(int line = -1);
+    void copyPlainNumber(int line = -1);
+    // The nearest answer above the cursor's line, as a value.
+    void insertAnswerAbove();
+    // Offers words for what stands before the cursor; where nothing was `asked`, from two letters on.
+    void complete(bool asked);
+
+    // How the page looks.
+    const Theme& theme() const { return *theme_; }
+    double answerShare() const { return share_; }  // the part of the width that answers take, from 0 to 1
     void setAnswerShare(double share);
+    bool hasLineNumbers() const;
+    void setLineNumbers(bool shown);
+    // What is found is marked; an empty text for nothing.
+    void setSearch(const QString& text, QTextDocument::FindFlags flags);
 
     // Calls `visit(block, top, bottom, baseline)` for every line in this part of the height, in the coordinates of the
     // viewport.
     using VisitLine = std::function<void(const QTextBlock&, qreal top, qreal bottom, qreal baseline)>;
     void visitLines(int top, int bottom, const VisitLine& visit) const;
+    // The line at a height; -1 below the last one.
+    int lineAt(int y) const;
 
 Q_SIGNALS:
     void answersChanged();  // what is shown beside the lines
     void answersSettled();  // and everything else that answers changed was made
-    void answerShareChanged();
+    void answerShareChanged(double share);
+    void zoomWanted(int steps);
+    void said(const QString& message);
 
 protected:
+    bool canInsertFromMimeData(const QMimeData* source) const override;
     void changeEvent(QEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
+    bool event(QEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+    void inputMethodEvent(QInputMethodEvent* event) override;
     void insertFromMimeData(const QMimeData* source) override;
     void keyPressEvent(QKeyEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void scrollContentsBy(int dx, int dy) override;
+    bool viewportEvent(QEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
 
 private:
+    // Text and answers.
     void textEdited(int start, int removed, int added);
     void answered(bool first);
     void showVisibleLines();
     void showStaleLines();
+    void settle();
     void showAllAgain();
     QString textOf(int start, int end) const;
+    // The look.
     void placeColumns();
     void updateRow(int line);
+    void followCursor();
+    void paintMatches(QPainter& painter, const QRect& part);
+    QString noteAt(const QPoint& point) const;
+    // Keys.
+    void takeCompletion(const QString& word);
+    void insertValue(const QString& value);
 
+    Calculation& calculation_;
     LineList lines_;
     CalculatedText text_;
     const Theme* theme_;
     AnswerColumn* answers_;
+    LineNumbers* numbers_;
+    CompletionList* completions_;
     QTimer slices_;
-    double share_ = 0.3;
+    double share_;
     int cursorLine_ = 0;
+    int typed_ = 0;  // units before the cursor that a completion replaces
+    bool typing_ = false;
+    QString sought_;
+    Qt::CaseSensitivity soughtCase_ = Qt::CaseInsensitive;
 };
 
 }  // namespace vemo::notepad

@@ -5,7 +5,7 @@
 #include <unordered_set>
 #include <utility>
 
-#include "prompt/common_words.h"
+#include "session/common_words.h"
 #include "session/word_starts.h"
 
 namespace vemo::cli {
@@ -81,7 +81,7 @@ std::vector<Completer::Choice> Completer::choicesFor(std::u16string_view line, s
     const bool placesFirst = asksForPlace(line, start);
     const auto rank = [&](const Completion& completion) {
         const std::size_t after = completion.kind == CompletionKind::place && placesFirst ? 0 : 1;
-        return std::pair(after, rarityOf(completion.text));
+        return std::pair(after, session::rarityOf(completion.text));
     };
     std::stable_sort(found.begin(), found.end(), [&](const auto& a, const auto& b) { return rank(a) < rank(b); });
     for (const Completion& completion : found) {

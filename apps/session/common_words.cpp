@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include "prompt/common_words.h"
+#include "session/common_words.h"
 
 #include <string>
 
-namespace vemo::cli {
+namespace vemo::session {
 
 namespace {
 
@@ -35,4 +35,4 @@ std::size_t rarityOf(std::u16string_view word) {
     return words.find(between.append(word).append(u","));
 }
 
-}  // namespace vemo::cli
+}  // namespace vemo::session
