@@ -53,7 +53,7 @@ QMenu* MainWindow::buildEditMenu() {
     menu->addSeparator();
     addPageAction(menu, tr("C&omplete Word"), Qt::CTRL | Qt::Key_Space, [](Page& page) { page.complete(true); });
     addPageAction(menu, tr("Co&mment or Uncomment"), Qt::CTRL | Qt::Key_Slash, [](Page& page) { toggleComment(page); });
-    addPageAction(menu, tr("Move Lines &Up"), Qt::ALT | Qt::Key_Up, [](Page& page) { moveLines(page, Direction::up); });
+    addPageAction(menu, tr("Move &Lines Up"), Qt::ALT | Qt::Key_Up, [](Page& page) { moveLines(page, Direction::up); });
     addPageAction(menu, tr("Move Lines &Down"), Qt::ALT | Qt::Key_Down,
                   [](Page& page) { moveLines(page, Direction::down); });
     menu->addSeparator();
