@@ -6,7 +6,7 @@
 
 #include "notepad/line_editing.h"
 #include "notepad/line_formats.h"
-#include "notepad/open_page.h"
+#include "open_page.h"
 
 namespace vemo::notepad {
 

@@ -2,9 +2,9 @@
 // The event loop of a person who types is never busy for long.
 #include <QSignalSpy>
 
-#include "notepad/long_page.h"
-#include "notepad/open_page.h"
-#include "notepad/watched_application.h"
+#include "long_page.h"
+#include "open_page.h"
+#include "watched_application.h"
 
 namespace vemo::notepad {
 
