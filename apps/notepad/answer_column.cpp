@@ -41,7 +41,7 @@ QString AnswerColumn::shownText(int line) const {
     const LineView& view = page_.lines().view(line);
     const QFontMetricsF metrics(page_.font());
     const qreal room = width() - 2 * margin;
-    QString text = view.answer.isEmpty() ? view.reason : view.answer;
+    QString text = view.answer.isEmpty() && !page_.isHeld(line) ? view.reason : view.answer;
     if (!view.brief.isEmpty() && metrics.horizontalAdvance(text) > room) text = view.brief;
     return metrics.elidedText(text, Qt::ElideRight, room);
 }

@@ -33,7 +33,7 @@ QTextCharFormat formatOf(RunType type, std::u16string_view text, const Theme& th
 
 }  // namespace
 
-LineFormats formatsOf(const VemoEngine::Result::Line& line, const Theme& theme) {
+LineFormats formatsOf(const VemoEngine::Result::Line& line, const Theme& theme, Notes notes) {
     LineFormats formats;
     line.attributedText().enumerate([&](std::u16string_view text, RunType type, std::size_t location) {
         if (text.empty()) return;
@@ -45,6 +45,7 @@ LineFormats formatsOf(const VemoEngine::Result::Line& line, const Theme& theme) 
         const std::size_t end = std::min(text.find_first_not_of(u'#', sign), text.size());
         if (sign < end) formats.append(rangeOf(location + sign, end - sign, format));
     });
+    if (notes == Notes::left) return formats;
     for (const Note& note : line.notes()) {
         QTextCharFormat format;
         format.setUnderlineStyle(QTextCharFormat::DotLine);

@@ -14,7 +14,8 @@ namespace vemo::notepad {
 // These are formats of the block's layout, not of the document, so that undo knows nothing of them.
 using LineFormats = QList<QTextLayout::FormatRange>;
 
-LineFormats formatsOf(const VemoEngine::Result::Line& line, const Theme& theme);
+enum class Notes { marked, left };
+LineFormats formatsOf(const VemoEngine::Result::Line& line, const Theme& theme, Notes notes = Notes::marked);
 
 // The formats of a line in which so many units were replaced by others, until the engine has told of it.
 LineFormats editedFormats(const LineFormats& formats, int start, int removed, int added);

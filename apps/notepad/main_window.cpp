@@ -2,6 +2,7 @@
 #include "notepad/main_window.h"
 
 #include <QEvent>
+#include <QFontDatabase>
 #include <QMenuBar>
 #include <QStatusBar>
 #include <QTimer>
@@ -106,6 +107,9 @@ void MainWindow::dress(Page& page) {
     QFont font = font_;
     constexpr double whole = 100;
     font.setPointSizeF(font_.pointSizeF() * zoom_ / whole);
+    // A letter that the font lacks may be in one for symbols, which knows it in black and white only.
+    const QString emoji = QStringLiteral("Noto Color Emoji");
+    if (QFontDatabase::hasFamily(emoji)) font.setFamilies({font.family(), emoji});
     page.setFont(font);
 }
 

@@ -6,6 +6,7 @@
 #include <QMimeData>
 #include <QTextBlock>
 #include <algorithm>
+#include <utility>
 
 #include "notepad/accessible_answers.h"
 #include "notepad/answer_column.h"
@@ -19,6 +20,7 @@ namespace {
 
 constexpr int margin = 12;
 constexpr double usualShare = 0.3;
+constexpr int pause = 900;  // milliseconds without a key, after which a line counts as written
 
 }  // namespace
 
@@ -36,6 +38,9 @@ Page::Page(Calculation& calculation, QWidget* parent)
     setAccessibleName(tr("Page"));
     numbers_->hide();
     slices_.setInterval(0);
+    hold_.setSingleShot(true);
+    hold_.setInterval(pause);
+    connect(&hold_, &QTimer::timeout, this, &Page::releaseHeldLine);
     connect(&slices_, &QTimer::timeout, this, &Page::showStaleLines);
     connect(document(), &QTextDocument::contentsChange, this, &Page::textEdited);
     connect(&text_, &CalculatedText::asked, this, [this] { lines_.requested(); });
@@ -112,6 +117,13 @@ void Page::textEdited(int start, int removed, int added) {
         if (inserted > 1) setFormats(lastBlock, pushedDown ? formats : LineFormats());
     }
     lines_.replace(first, gone, inserted, pushedDown);
+    if (inserted != gone) {
+        if (held_ >= first + gone)
+            held_ += inserted - gone;
+        else if (held_ >= first)
+            held_ = -1;  // its answer comes anew
+        releaseHeldLine();
+    }
     text_.edit(start, removed, textOf(start, end));
 }
 
@@ -126,14 +138,14 @@ void Page::showVisibleLines() {
     } else {
         visitLines(0, viewport()->height(), [this](const QTextBlock& block, qreal, qreal, qreal) {
             const int line = block.blockNumber();
+            if (!lines_.stale().contains(line)) return;
+            updateRow(line);
             if (!lines_.isStale(line)) return;
             lines_.view(line);
-            if (setFormats(block, formatsOf(*lines_.told(line), *theme_)))
-                document()->markContentsDirty(block.position(), block.length());
+            if (dress(block)) document()->markContentsDirty(block.position(), block.length());
         });
         slices_.start();
     }
-    answers_->update();
     Q_EMIT answersChanged();
 }
 
@@ -150,13 +162,35 @@ void Page::showStaleLines() {
         if (line % step == 0 && timer.elapsed() >= budget) break;
         if (!lines_.isStale(line)) continue;
         lines_.view(line);
-        if (!setFormats(block, formatsOf(*lines_.told(line), *theme_))) continue;
+        if (!dress(block)) continue;
         if (from < 0) from = block.position();
         to = block.position() + block.length();
     }
     if (from >= 0) document()->markContentsDirty(from, to - from);
     lines_.setStaleFrom(line);
     if (line >= end) settle();
+}
+
+bool Page::dress(const QTextBlock& block) {
+    const int line = block.blockNumber();
+    const LineList::Line* told = lines_.told(line);
+    return setFormats(block,
+                      told ? formatsOf(*told, *theme_, isHeld(line) ? Notes::left : Notes::marked) : LineFormats());
+}
+
+void Page::hold(int line) {
+    if (held_ != line) releaseHeldLine();
+    held_ = line;
+    hold_.start();
+}
+
+void Page::releaseHeldLine() {
+    hold_.stop();
+    const QTextBlock block = document()->findBlockByNumber(std::exchange(held_, -1));
+    if (!block.isValid()) return;
+    if (!lines_.isStale(block.blockNumber()) && dress(block))
+        document()->markContentsDirty(block.position(), block.length());
+    updateRow(block.blockNumber());
 }
 
 void Page::settle() {

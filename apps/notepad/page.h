@@ -45,6 +45,11 @@ public:
     // Offers words for what stands before the cursor; where nothing was `asked`, from two letters on.
     void complete(bool asked);
 
+    // A line that is being typed is not found fault with: its notes and its reason wait until the person pauses, or
+    // goes to another line.
+    bool isHeld(int line) const { return held_ == line; }
+    void releaseHeldLine();
+
     // How the page looks.
     const Theme& theme() const { return *theme_; }
     double answerShare() const { return share_; }  // the part of the width that answers take, from 0 to 1
@@ -91,6 +96,8 @@ private:
     void showStaleLines();
     void settle();
     void showAllAgain();
+    bool dress(const QTextBlock& block);  // true where its formats changed
+    void hold(int line);
     QString textOf(int start, int end) const;
     // The look.
     void placeColumns();
@@ -110,6 +117,8 @@ private:
     LineNumbers* numbers_;
     CompletionList* completions_;
     QTimer slices_;
+    QTimer hold_;
+    int held_ = -1;
     double share_;
     int cursorLine_ = 0;
     int typed_ = 0;  // units before the cursor that a completion replaces

@@ -13,7 +13,6 @@
 #include "notepad/answer_texts.h"
 #include "notepad/completion_list.h"
 #include "notepad/completion_source.h"
-#include "notepad/line_formats.h"
 #include "notepad/page.h"
 
 namespace vemo::notepad {
@@ -56,10 +55,12 @@ void Page::keyPressEvent(QKeyEvent* event) {
         QPlainTextEdit::keyPressEvent(event);
     }
     const QString text = event->text();
-    const bool typedWord = document()->revision() != revision && !text.isEmpty() && text.back().isLetterOrNumber();
+    const bool edited = document()->revision() != revision;
+    if (edited && !enter) hold(textCursor().blockNumber());
+    const bool typedWord = edited && !text.isEmpty() && text.back().isLetterOrNumber();
     if (typedWord || (event->key() == Qt::Key_Backspace && completions_->isVisible()))
         complete(false);
-    else if (!text.isEmpty() || document()->revision() != revision)
+    else if (!text.isEmpty() || edited)
         completions_->hide();
 }
 
@@ -86,9 +87,7 @@ void Page::takeCompletion(const QString& word) {
 void Page::inputMethodEvent(QInputMethodEvent* event) {
     QPlainTextEdit::inputMethodEvent(event);
     const QTextBlock block = textCursor().block();
-    const LineList::Line* told = lines_.told(block.blockNumber());
-    if (told && setFormats(block, formatsOf(*told, *theme_)))
-        document()->markContentsDirty(block.position(), block.length());
+    if (dress(block)) document()->markContentsDirty(block.position(), block.length());
     completions_->hide();
 }
 

@@ -88,6 +88,7 @@ void Page::followCursor() {
     if (!typing_) completions_->hide();
     const int line = textCursor().blockNumber();
     if (line == cursorLine_) return;
+    if (!isHeld(line)) releaseHeldLine();
     updateRow(cursorLine_);
     cursorLine_ = line;
     updateRow(line);

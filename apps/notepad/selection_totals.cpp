@@ -68,7 +68,8 @@ void SelectionTotals::calculate() {
             const LineList::Line* told = page_->lines().told(line);
             if (!told) continue;
             Value value = told->value();
-            if (!value.isEmpty()) values.push_back(std::move(value));
+            const bool none = value.isEmpty() || value.has(Attribute::error) || value.isNotANumber();
+            if (!none) values.push_back(std::move(value));
         }
     }
     if (values.size() < 2) return Q_EMIT changed({});

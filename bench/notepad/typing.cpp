@@ -68,6 +68,9 @@ void measure(WatchedApplication& application, int lines) {
     for (int i = 0; i < 20; ++i) page->undo();
     settle(*page);
     tell(application, "  undo");
+    timer.restart();
+    page->calculated().readingOf(lines - 2);
+    std::printf("  the reading of the last line: %lld ms\n", static_cast<long long>(timer.elapsed()));
     QScrollBar* bar = page->verticalScrollBar();
     for (int i = 0; i < 60; ++i) {
         bar->setValue(i % 2 ? bar->value() + bar->pageStep() : bar->maximum() / 60 * i);

@@ -40,6 +40,7 @@ struct OpenPage {
     }
 
     bool settled() {
+        page.releaseHeldLine();
         constexpr int longest = 60000;
         return QTest::qWaitFor([&] { return page.results() && page.lines().stale().empty(); }, longest);
     }

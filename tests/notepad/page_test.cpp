@@ -183,6 +183,16 @@ private Q_SLOTS:
         QVERIFY(isMarked(open.block(0), 1));
         QVERIFY(!isMarked(open.block(0), 6));
         QCOMPARE(open.answer(0), QStringLiteral("12"));
+        // Not while the line is being typed.
+        open.moveTo(0);
+        open.type(QStringLiteral("/0"));
+        QTRY_VERIFY(open.page.results());
+        QVERIFY(!isMarked(open.block(0), 1));
+        QVERIFY(open.page.isHeld(0));
+        QTRY_VERIFY(isMarked(open.block(0), 1));
+        open.type(QStringLiteral("5"));
+        open.press(Qt::Key_Return);
+        QVERIFY(!open.page.isHeld(0));
     }
 
     void inputMethodsKeepTheColours() {
