@@ -1,28 +1,13 @@
 // SPDX-License-Identifier: MIT
 // The engine's side of the server: settings, and what changes beside the edits.
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <sstream>
+#include <utility>
 
 #include "lsp/engine_listener.h"
+#include "session/sources.h"
 
 namespace vemo::lsp {
-
-namespace {
-
-// The text of a file; nothing where it can't be read or is too large for one of rates.
-std::optional<std::string> readFile(const std::string& path) {
-    constexpr std::uintmax_t largest = std::uintmax_t{16} << 20;
-    std::error_code error;
-    const std::uintmax_t size = std::filesystem::file_size(path, error);
-    if (error || size > largest) return std::nullopt;
-    std::ifstream file(path, std::ios::binary);
-    std::string text{std::istreambuf_iterator<char>(file), {}};
-    return file.bad() ? std::nullopt : std::optional(std::move(text));
-}
-
-}  // namespace
 
 void Server::Listener::engineLog(std::string_view text) {
     std::istringstream lines{std::string(text)};
@@ -95,14 +80,11 @@ void Server::buildEngine() {
 }
 
 void Server::engineReady() {
-    const auto takeRates = [&](VemoEngine::RatesFile kind, const std::string& file) {
-        if (file.empty() || isUrl(file)) return;
-        const auto json = readFile(file);
-        const std::string problem = json ? engine_->takeRates(kind, *json) : "cannot be read";
-        if (!problem.empty()) log(Severity::warning, file + ": " + problem);
-    };
-    takeRates(VemoEngine::RatesFile::currency, settings_.rates);
-    takeRates(VemoEngine::RatesFile::crypto, settings_.coins);
+    for (const auto& [kind, source] : {std::pair(VemoEngine::RatesFile::currency, settings_.rates),
+                                       std::pair(VemoEngine::RatesFile::crypto, settings_.coins)}) {
+        const std::string problem = session::takeRates(*engine_, kind, source);
+        if (!problem.empty()) log(Severity::warning, problem);
+    }
     for (const Extension& extension : engine_->extensions())
         if (extension.skipped || extension.failed) log(Severity::warning, extension.file + ": failed");
     engineReady_ = true;
@@ -136,7 +118,7 @@ void Server::filesChanged(const Json& changes) {
     for (const Json& change : changes) {
         const auto uri = change.at("uri").get<std::string>();
         if (uri.ends_with(".js") && !settings_.extensions.empty()) return buildEngine();
-        if (uri.ends_with(".json") && !isUrl(settings_.rates)) return engineReady();
+        if (uri.ends_with(".json") && !session::isUrl(settings_.rates)) return engineReady();
     }
 }
 

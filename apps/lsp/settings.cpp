@@ -4,11 +4,12 @@
 #include <chrono>
 #include <cstdlib>
 
+#include "session/configuration.h"
+#include "session/sources.h"
+
 namespace vemo::lsp {
 
 namespace {
-
-constexpr std::int64_t mostPrecision = 999;
 
 // Takes a value that is not null; says what was expected when it is none of that.
 struct Row {
@@ -53,7 +54,7 @@ constexpr Row rows[] = {
      }},
     {"precision",
      [](const Json& value, Settings& settings) -> std::string {
-         if (!value.is_number_integer() || value < 0 || value > mostPrecision) return "a number from 0 to 999";
+         if (!value.is_number_integer() || value < 0 || value > session::mostPrecision) return "a number from 0 to 999";
          settings.precision = value.get<std::int64_t>();
          return "";
      }},
@@ -90,17 +91,13 @@ Settings withJson(const Settings& base, const Json& object, std::vector<std::str
     return settings;
 }
 
-bool isUrl(const std::string& source) {
-    return source.starts_with("http://") || source.starts_with("https://");
-}
-
 Environment environmentFor(const Settings& settings) {
     Environment environment;
     environment.locale = settings.locale;
     environment.language = settings.language;
     environment.timeZone = settings.timeZone;
-    if (isUrl(settings.rates)) environment.sources.currencyRates = settings.rates;
-    if (isUrl(settings.coins)) environment.sources.cryptoRates = settings.coins;
+    if (session::isUrl(settings.rates)) environment.sources.currencyRates = settings.rates;
+    if (session::isUrl(settings.coins)) environment.sources.cryptoRates = settings.coins;
     environment.sources.timeZones = settings.places;
     environment.sources.offline = settings.offline;
     environment.trace = [](std::string_view) {};  // standard output is the client's

@@ -35,6 +35,4 @@ Settings withJson(const Settings& base, const Json& object, std::vector<std::str
 
 Environment environmentFor(const Settings& settings);
 
-bool isUrl(const std::string& source);
-
 }  // namespace vemo::lsp

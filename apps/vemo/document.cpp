@@ -3,37 +3,13 @@
 
 #include <algorithm>
 
-#include "files.h"
 #include "output.h"
+#include "session/document_text.h"
+#include "session/files.h"
 
 namespace vemo::cli {
 
 namespace {
-
-constexpr std::string_view byteOrderMark = "\xef\xbb\xbf";
-
-// The offset of the first byte that is not UTF-8, or nothing.
-std::optional<std::size_t> firstInvalidByte(const std::string& text) {
-    for (std::size_t i = 0; i < text.size();) {
-        const auto byte = static_cast<unsigned char>(text[i]);
-        const std::size_t length = byte < 0x80   ? 1
-                                   : byte < 0xc2 ? 0
-                                   : byte < 0xe0 ? 2
-                                   : byte < 0xf0 ? 3
-                                   : byte < 0xf5 ? 4
-                                                 : 0;
-        if (length == 0 || i + length > text.size()) return i;
-        for (std::size_t k = 1; k < length; ++k)
-            if ((static_cast<unsigned char>(text[i + k]) & 0xc0) != 0x80) return i;
-        const auto second = length > 1 ? static_cast<unsigned char>(text[i + 1]) : 0;
-        // Overlong forms, surrogates and code points past U+10FFFF.
-        if ((byte == 0xe0 && second < 0xa0) || (byte == 0xed && second > 0x9f) || (byte == 0xf0 && second < 0x90) ||
-            (byte == 0xf4 && second > 0x8f))
-            return i;
-        i += length;
-    }
-    return std::nullopt;
-}
 
 bool isLetter(char c) {
     return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
@@ -57,7 +33,7 @@ std::optional<std::string> readDocument(const Options& options) {
     const std::string name = fromInput ? "standard input" : options.file;
     std::optional<std::string> text;
     if (options.expressions.empty()) {
-        text = fromInput ? readInput() : readFile(options.file);
+        text = fromInput ? session::readInput() : session::readFile(options.file);
     } else {
         text.emplace();
         for (const std::string& line : options.expressions) *text += line + "\n";
@@ -66,11 +42,11 @@ std::optional<std::string> readDocument(const Options& options) {
         complain(name + ": cannot be read");
         return std::nullopt;
     }
-    if (const auto offset = firstInvalidByte(*text)) {
+    if (const auto offset = session::firstInvalidByte(*text)) {
         complain((options.argument ? "the argument" : name) + ": not UTF-8 at byte " + std::to_string(*offset));
         return std::nullopt;
     }
-    if (text->starts_with(byteOrderMark)) text->erase(0, byteOrderMark.size());
+    if (text->starts_with(session::byteOrderMark)) text->erase(0, session::byteOrderMark.size());
     return text;
 }
 

@@ -10,7 +10,6 @@
 
 #include "document.h"
 #include "extensions.h"
-#include "files.h"
 #include "lsp/run.h"
 #include "online.h"
 #include "options.h"
@@ -19,6 +18,7 @@
 #include "prompt/prompt.h"
 #include "prompt/raw_terminal.h"
 #include "session/printable.h"
+#include "session/sources.h"
 #include "watch.h"
 
 namespace vemo::cli {
@@ -27,8 +27,8 @@ namespace {
 
 constexpr int unusable = 2;
 
-Layout layoutFor(const Options& options) {
-    Layout layout;
+session::Layout layoutFor(const Options& options) {
+    session::Layout layout;
     layout.writing = {options.shortTexts, options.plain, options.precision};
     layout.total = options.expressions.empty();
     const bool terminal = isatty(STDOUT_FILENO) != 0;
@@ -47,12 +47,9 @@ bool wantsPrompt(const Options& options) {
 }
 
 // False when the file is no use, which has been said.
-bool takeRates(VemoEngine& engine, VemoEngine::RatesFile kind, const std::string& file) {
-    if (file.empty() || isUrl(file)) return true;
-    constexpr std::size_t largestRates = std::size_t(16) << 20;  // bytes; no file of rates is larger
-    const auto json = readFile(file, largestRates);
-    const std::string problem = json ? engine.takeRates(kind, *json) : "cannot be read";
-    if (!problem.empty()) complain(file + ": " + problem);
+bool takeRates(VemoEngine& engine, VemoEngine::RatesFile kind, const std::string& source) {
+    const std::string problem = session::takeRates(engine, kind, source);
+    if (!problem.empty()) complain(problem);
     return problem.empty();
 }
 

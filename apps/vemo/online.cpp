@@ -9,6 +9,8 @@
 #include <optional>
 #include <utility>
 
+#include "session/sources.h"
+
 namespace vemo::cli {
 
 namespace {
@@ -23,14 +25,10 @@ constexpr auto step = 5ms;
 
 }  // namespace
 
-bool isUrl(const std::string& source) {
-    return source.starts_with("http://") || source.starts_with("https://");
-}
-
 std::shared_ptr<Online> Online::forOptions(const Options& options) {
     auto online = std::make_shared<Online>();
-    if (isUrl(options.rates)) online->sources_.currencyRates = options.rates;
-    if (isUrl(options.coins)) online->sources_.cryptoRates = options.coins;
+    if (session::isUrl(options.rates)) online->sources_.currencyRates = options.rates;
+    if (session::isUrl(options.coins)) online->sources_.cryptoRates = options.coins;
     online->sources_.timeZones = options.places;
     if (online->sources_ == Sources()) return nullptr;
     online->sources_.offline = options.offline;
@@ -70,16 +68,7 @@ std::vector<std::string> Online::takeProblems() {
 }
 
 void Online::engineOnlineProblem(const OnlineProblem& problem) {
-    switch (problem.kind) {
-        case OnlineProblem::Kind::ratesNotFetched:
-            return complainOf("no rates came from " + problem.source + ": " + problem.message);
-        case OnlineProblem::Kind::ratesNotKept:
-            return complainOf("no copy can be kept of " + problem.source);
-        case OnlineProblem::Kind::copyUnusable:
-            return complainOf("the copy of rates is no use: " + problem.message);
-        case OnlineProblem::Kind::placeNotFetched:
-            return complainOf("the service for places " + problem.message);
-    }
+    complainOf(session::problemText(problem));
 }
 
 void Online::runUntil(const std::function<bool()>& done, std::chrono::milliseconds atMost) {

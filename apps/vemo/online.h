@@ -12,8 +12,6 @@
 
 namespace vemo::cli {
 
-bool isUrl(const std::string& source);
-
 // How long a calculation waits for rates: five seconds, or as many as VEMO_WAIT says.
 std::chrono::milliseconds waitForRates();
 

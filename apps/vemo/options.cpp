@@ -10,10 +10,11 @@
 
 #include "config_file.h"
 #include "document.h"
-#include "online.h"
 #include "output.h"
+#include "session/configuration.h"
 #include "session/nearest.h"
 #include "session/printable.h"
+#include "session/sources.h"
 #include "vemo/engine.h"
 
 namespace vemo::cli {
@@ -158,7 +159,7 @@ const std::map<std::string, Options::Color, std::less<>>& colors() {
 }
 
 std::variant<Options, int> parseOptions(int argc, char** argv) {
-    const Result<Options> configured = readConfig(configFile(), Options());
+    const Result<Options> configured = readConfig(session::configurationFile(), Options());
     Options options = configured ? *configured : Options();
     std::string now, checked, format, color;
     std::vector<std::string> arguments;
@@ -188,7 +189,7 @@ std::variant<Options, int> parseOptions(int argc, char** argv) {
     app.add_flag("--short", options.shortTexts, "Print short result texts");
     app.add_option("--precision", options.precision, "Most fraction digits of results (2 unless given)")
         ->type_name("N")
-        ->check(CLI::Range(0, mostPrecision).description(""));
+        ->check(CLI::Range(0, session::mostPrecision).description(""));
     app.add_option("--color", color, "auto, always or never")->type_name("WHEN");
     app.add_flag("-q,--quiet", options.quiet, "Say nothing about lines read in part or not at all");
     app.add_flag("--explain", options.explain, "Tell under each line how it was calculated");
@@ -226,7 +227,7 @@ std::variant<Options, int> parseOptions(int argc, char** argv) {
             refuse("--timezone", options.timeZone, knownTimeZones());
         if (!isKnownLocale(options.locale)) refuse("--locale", options.locale, knownLocales());
         if (!isKnownLanguage(options.language)) refuse("--language", options.language, knownLanguages());
-        if (!options.places.empty() && !isUrl(options.places))
+        if (!options.places.empty() && !session::isUrl(options.places))
             throw CLI::ValidationError("--places", "'" + options.places + "' is no URL");
         takeArguments(arguments, options);
         if (!color.empty()) options.color = named(colors(), "--color", color);

@@ -46,8 +46,6 @@ struct Options {
     bool strict() const { return results || argument; }
 };
 
-constexpr int mostPrecision = 999;
-
 // By the words that name them.
 const std::map<std::string, Options::Color, std::less<>>& colors();
 

@@ -19,16 +19,16 @@ using Format = Options::Format;
 constexpr int failed = 1;
 constexpr int unusable = 2;
 
-std::string textOf(const Options& options, const Layout& layout, const VemoEngine::Result& result,
+std::string textOf(const Options& options, const session::Layout& layout, const VemoEngine::Result& result,
                    const std::string& log, const std::vector<std::string>& problems,
                    const std::vector<std::string>& readings) {
     if (options.json()) return session::jsonText(result, log, problems, readings);
     if (options.format == Format::table) {
         std::ostringstream out;
         if (options.results)
-            printResults(out, result, layout.writing);
+            session::printResults(out, result, layout.writing);
         else
-            printResult(out, result, layout, readings);
+            session::printResult(out, result, layout, readings);
         return out.str();
     }
     auto rows = session::rowsOf(result, layout.writing);
@@ -43,8 +43,9 @@ std::string textOf(const Options& options, const Layout& layout, const VemoEngin
 
 }  // namespace
 
-int present(const Options& options, const Layout& layout, const VemoEngine::Result& result, const std::string& log,
-            const std::vector<std::string>& problems, const std::vector<std::string>& readings) {
+int present(const Options& options, const session::Layout& layout, const VemoEngine::Result& result,
+            const std::string& log, const std::vector<std::string>& problems,
+            const std::vector<std::string>& readings) {
     const bool anyResult = std::any_of(result.lines.begin(), result.lines.end(),
                                        [](const auto& line) { return line.formattedResult().regular.has_value(); });
     const bool anyReason = std::any_of(result.lines.begin(), result.lines.end(),
@@ -56,7 +57,7 @@ int present(const Options& options, const Layout& layout, const VemoEngine::Resu
     const bool written = writeOutput(textOf(options, layout, result, log, problems, readings));
     // Where the output has them not.
     if (options.format == Format::table && !options.quiet && (options.results || !layout.remarks))
-        printRemarks(std::cerr, result, options.file.empty() ? "vemo" : options.file);
+        session::printRemarks(std::cerr, result, options.file.empty() ? "vemo" : options.file);
     printLog(std::cerr, log);
     for (const std::string& problem : problems) complain(problem);
     return !written || (options.strict() && anyReason) ? failed : 0;

@@ -5,10 +5,10 @@
 #include <charconv>
 #include <iostream>
 
-#include "prompt/saving.h"
 #include "prompt/settings.h"
 #include "prompt/unit_lists.h"
 #include "session/nearest.h"
+#include "session/saving.h"
 
 namespace vemo::cli {
 
@@ -169,7 +169,7 @@ std::vector<Completer::Choice> filesLike(const std::string& typed) {
     const std::string folder = slash == typed.npos ? "" : typed.substr(0, slash + 1);
     std::vector<Completer::Choice> choices;
     std::error_code error;
-    std::filesystem::directory_iterator entries(folder.empty() ? "." : expanded(folder), error);
+    std::filesystem::directory_iterator entries(folder.empty() ? "." : session::expanded(folder), error);
     for (; !error && entries != std::filesystem::directory_iterator(); entries.increment(error)) {
         const std::string name = entries->path().filename().string();
         const bool isFolder = entries->is_directory(error);

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "prompt/edited_line.h"
 
-#include "characters.h"
+#include "session/characters.h"
 
 namespace vemo::cli {
 
@@ -50,10 +50,10 @@ void EditedLine::erase(std::size_t from, std::size_t to, bool keeps) {
 }
 
 void EditedLine::swap() {
-    const std::size_t right = nextStop(text_, cursor_);
-    const std::size_t middle = right > cursor_ ? cursor_ : previousStop(text_, cursor_);
+    const std::size_t right = session::nextStop(text_, cursor_);
+    const std::size_t middle = right > cursor_ ? cursor_ : session::previousStop(text_, cursor_);
     if (middle == 0) return;
-    const std::size_t left = previousStop(text_, middle);
+    const std::size_t left = session::previousStop(text_, middle);
     const std::u16string first = text_.substr(left, middle - left), second = text_.substr(middle, right - middle);
     text_.replace(left, right - left, second + first);
     cursor_ = right;
@@ -62,10 +62,10 @@ void EditedLine::swap() {
 bool EditedLine::obey(Press press) {
     switch (press) {
         case Press::left:
-            cursor_ = previousStop(text_, cursor_);
+            cursor_ = session::previousStop(text_, cursor_);
             return true;
         case Press::right:
-            cursor_ = nextStop(text_, cursor_);
+            cursor_ = session::nextStop(text_, cursor_);
             return true;
         case Press::wordLeft:
             cursor_ = wordLeft();
@@ -80,11 +80,11 @@ bool EditedLine::obey(Press press) {
             cursor_ = text_.size();
             return true;
         case Press::erase:
-            erase(previousStop(text_, cursor_), cursor_, false);
+            erase(session::previousStop(text_, cursor_), cursor_, false);
             return true;
         case Press::eraseHere:
         case Press::endOrErase:
-            erase(cursor_, nextStop(text_, cursor_), false);
+            erase(cursor_, session::nextStop(text_, cursor_), false);
             return true;
         case Press::eraseWord:
             erase(wordLeft(), cursor_, true);

@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-#include "characters.h"
+#include "session/characters.h"
 #include "session/printable.h"
 #include "vemo/engine.h"
 
@@ -36,8 +36,8 @@ Rows rowsOf(const View& view, std::size_t width) {
         rows.cursorColumn = column;
     };
     for (std::size_t i = 0; i < view.text.size();) {
-        const Character character = characterAt(view.text, i);
-        const std::size_t columns = columnsOf(character.code);
+        const session::Character character = session::characterAt(view.text, i);
+        const std::size_t columns = session::columnsOf(character.code);
         if (column + columns > width) {
             rows.starts.push_back(i);
             column = 0;
@@ -82,11 +82,11 @@ std::string tinted(const View& view, std::size_t from, std::size_t to) {
 // As much as a row has room for; the last column stays free, since a terminal may be about to leave it.
 std::string clipped(const std::string& text, std::size_t width) {
     const std::u16string units = utf16(text);
-    if (columnsOf(units) < width) return text;
+    if (session::columnsOf(units) < width) return text;
     std::size_t end = 0, columns = 0;
     while (end < units.size()) {
-        const Character character = characterAt(units, end);
-        columns += columnsOf(character.code);
+        const session::Character character = session::characterAt(units, end);
+        columns += session::columnsOf(character.code);
         if (columns + 2 > width) break;
         end += character.length;
     }
@@ -104,7 +104,7 @@ std::string textRows(const View& view, const Rows& rows, std::size_t first, std:
         if (row + 1 == rows.starts.size()) continue;
         // A wide character that did not fit leaves a column, in which something may stand.
         const std::size_t columns =
-            columnsOf(view.text.substr(start, end - start)) + (row == 0 ? view.prompt.size() : 0);
+            session::columnsOf(view.text.substr(start, end - start)) + (row == 0 ? view.prompt.size() : 0);
         if (columns < width) out += std::string(width - columns, ' ');
     }
     return out;

@@ -7,7 +7,7 @@
 #include <algorithm>
 #include <cstdlib>
 
-#include "files.h"
+#include "session/files.h"
 #include "vemo/engine.h"
 
 namespace vemo::cli {
@@ -47,7 +47,7 @@ void write(const std::filesystem::path& file, int flags, const std::string& text
 
 History::History(std::filesystem::path file) : file_(std::move(file)) {
     if (file_.empty()) return;
-    const auto text = readFile(file_.string(), largestFile);
+    const auto text = session::readFile(file_.string(), largestFile);
     if (!text) return;
     std::string_view rest = *text;
     const bool earlier = rest.starts_with(earlierForm);

@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <iostream>
 
-#include "characters.h"
+#include "session/characters.h"
 #include "session/printable.h"
 #include "vemo/engine.h"
 
@@ -205,7 +205,7 @@ bool LineEditor::searches(const Key& key) {
         search_->text += key.text;
         find(std::min(search_->at + 1, history_.size()));
     } else if (key.press == Press::erase && !search_->text.empty()) {
-        search_->text.erase(previousStop(search_->text, search_->text.size()));
+        search_->text.erase(session::previousStop(search_->text, search_->text.size()));
         if (!search_->text.empty()) find(history_.size());
     } else if (key.press == Press::search) {
         if (!search_->text.empty()) find(search_->at);
@@ -232,12 +232,12 @@ View LineEditor::view() const {
     if (search_) view.below.push_back({(search_->failed ? "nothing has: " : "search: ") + utf8(search_->text), {}});
     if (!menu_) return view;
     std::size_t widest = 0;
-    for (const auto& choice : menu_->answer.choices) widest = std::max(widest, columnsOf(choice.text));
+    for (const auto& choice : menu_->answer.choices) widest = std::max(widest, session::columnsOf(choice.text));
     for (std::size_t i = 0; i < menu_->answer.choices.size(); ++i) {
         const auto& choice = menu_->answer.choices[i];
         const bool chosen = i == menu_->chosen;
         std::string text = (chosen ? "> " : "  ") + session::printable(utf8(choice.text));
-        if (!choice.kind.empty()) text += std::string(widest - columnsOf(choice.text) + 2, ' ') + choice.kind;
+        if (!choice.kind.empty()) text += std::string(widest - session::columnsOf(choice.text) + 2, ' ') + choice.kind;
         view.below.push_back({std::move(text), chosen && hooks_.color ? reversed : std::string_view()});
     }
     return view;

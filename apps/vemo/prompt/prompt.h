@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "options.h"
-#include "terminal.h"
+#include "session/listing.h"
 #include "vemo/engine.h"
 
 namespace vemo::cli {
@@ -16,7 +16,7 @@ struct PromptSetting {
     VemoEngine& engine;
     RunLoop& loop;           // the engine's executor: what is posted to it runs between the keys
     const Context& context;  // with which every calculation begins
-    Layout layout;
+    session::Layout layout;
     std::function<std::vector<std::string>()> takeProblems;  // with rates and places, since the last call
 };
 

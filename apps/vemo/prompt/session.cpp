@@ -10,8 +10,8 @@
 #include "online.h"
 #include "output.h"
 #include "prompt/commands.h"
-#include "prompt/saving.h"
 #include "session/printable.h"
+#include "session/saving.h"
 
 namespace vemo::cli {
 
@@ -160,7 +160,7 @@ LineEditor::Preview Session::preview(std::u16string_view line) {
     if (!result || index >= result->lines.size()) return shown;
     const AttributedText runs = result->lines[index].attributedText();
     runs.enumerate([&](std::u16string_view text, RunType type, std::size_t) {
-        shown.tints.push_back({text.size(), colorOf(type)});
+        shown.tints.push_back({text.size(), session::colorOf(type)});
     });
     const std::string answer = session::printable(session::rowOf(*result, index, layout_.writing).result);
     const std::string_view command = commandOfWord(utf8(trimmed(line)));
@@ -186,7 +186,7 @@ void Session::show(const VemoEngine::Result& result, std::size_t index) const {
     printLog(std::cerr, utf8(line.extensionsLog()));
     const std::string text = session::printable(session::rowOf(result, index, layout_.writing).result);
     if (!text.empty()) std::cout << "= " << (layout_.color ? "\033[1m" + text + "\033[0m" : text) << '\n';
-    if (layout_.remarks) printRemarksOf(std::cout, line, layout_);
+    if (layout_.remarks) session::printRemarksOf(std::cout, line, layout_);
     std::cout << std::flush;
 }
 
@@ -244,15 +244,15 @@ void Session::list() {
     if (notebook_.size() == 0) return say("no lines");
     const auto result = calculate(notebook_.text());
     if (!result) return;
-    Layout layout = layout_;
+    session::Layout layout = layout_;
     layout.numbered = true;
     layout.width = RawTerminal::size().columns;
-    printResult(std::cout, *result, layout);
+    session::printResult(std::cout, *result, layout);
     std::cout << std::flush;
 }
 
 bool Session::load(const std::string& name, bool mayBeNew) {
-    const std::string file = expanded(name).string();
+    const std::string file = session::expanded(name).string();
     std::error_code error;
     if (mayBeNew && !std::filesystem::exists(file, error)) {
         notebook_.markSaved(file);
@@ -264,7 +264,7 @@ bool Session::load(const std::string& name, bool mayBeNew) {
     const auto text = readDocument(options);
     if (!text) return false;
     notebook_.load(utf16(*text), file);
-    fileStamp_ = stampOf(file);
+    fileStamp_ = session::stampOf(file);
     learned_ = false;
     const auto result = calculate(notebook_.text());
     const auto total = result ? session::totalOf(*result, layout_.writing.shortTexts) : std::nullopt;
@@ -274,17 +274,17 @@ bool Session::load(const std::string& name, bool mayBeNew) {
 }
 
 bool Session::save(const std::string& name) {
-    const std::string file = name.empty() ? notebook_.file() : expanded(name).string();
+    const std::string file = name.empty() ? notebook_.file() : session::expanded(name).string();
     if (file.empty()) return say(":save needs the name of a file"), false;
     std::error_code error;
     const bool exists = std::filesystem::exists(file, error);
-    const bool known = file == notebook_.file() && stampOf(file) == fileStamp_;
+    const bool known = file == notebook_.file() && session::stampOf(file) == fileStamp_;
     const std::string there = file == notebook_.file() ? " has changed since" : " is there already";
     if (exists && !known && !agrees(file + there + "; write over it?")) return say("not saved"), false;
-    const std::string problem = replaceFile(file, utf8(notebook_.fileText()));
+    const std::string problem = session::replaceFile(file, utf8(notebook_.fileText()));
     if (!problem.empty()) return say("cannot write " + file + ": " + problem), false;
     notebook_.markSaved(file);
-    fileStamp_ = stampOf(file);
+    fileStamp_ = session::stampOf(file);
     say("saved " + file);
     return true;
 }

@@ -5,11 +5,11 @@
 #include <string>
 #include <string_view>
 
-#include "files.h"
 #include "prompt/history.h"
 #include "prompt/line_editor.h"
 #include "prompt/notebook.h"
 #include "prompt/prompt.h"
+#include "session/files.h"
 
 namespace vemo::cli {
 
@@ -27,7 +27,7 @@ public:
     const Notebook& notebook() const { return notebook_; }
     const Context& context() const { return context_; }
     // For commands to change.
-    Layout& layout() { return layout_; }
+    session::Layout& layout() { return layout_; }
     void setPrecision(std::optional<std::int64_t> digits);
 
     // A row of output, in which nothing controls the terminal.
@@ -63,9 +63,9 @@ private:
 
     const PromptSetting& setting_;
     Context context_;
-    Layout layout_;
+    session::Layout layout_;
     Notebook notebook_;
-    FileStamp fileStamp_;  // as it was read or written last
+    session::FileStamp fileStamp_;  // as it was read or written last
     std::size_t edited_ = newLine;
     bool ended_ = false;
     bool waited_ = false;

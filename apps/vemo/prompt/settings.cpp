@@ -3,6 +3,7 @@
 
 #include <charconv>
 
+#include "session/configuration.h"
 #include "session/nearest.h"
 
 namespace vemo::cli {
@@ -49,7 +50,7 @@ bool takePrecision(Session& session, const std::string& value) {
     int digits = 0;
     const auto [end, error] = std::from_chars(value.data(), value.data() + value.size(), digits);
     const bool isNumber = error == std::errc() && end == value.data() + value.size();
-    if (value != "auto" && (!isNumber || digits < 0 || digits > mostPrecision)) return false;
+    if (value != "auto" && (!isNumber || digits < 0 || digits > session::mostPrecision)) return false;
     session.setPrecision(isNumber ? std::optional<std::int64_t>(digits) : std::nullopt);
     return true;
 }

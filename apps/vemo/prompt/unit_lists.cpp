@@ -4,8 +4,8 @@
 #include <algorithm>
 #include <iostream>
 
-#include "characters.h"
 #include "prompt/raw_terminal.h"
+#include "session/characters.h"
 #include "session/nearest.h"
 #include "session/printable.h"
 
@@ -48,13 +48,13 @@ std::vector<std::string> unitsLike(Session& session, const std::u16string& name)
 
 void printColumns(const std::vector<std::string>& texts) {
     std::size_t widest = 0;
-    for (const std::string& text : texts) widest = std::max(widest, displayWidth(text));
+    for (const std::string& text : texts) widest = std::max(widest, session::displayWidth(text));
     const std::size_t columns = std::max<std::size_t>((RawTerminal::size().columns - 1) / (widest + 2), 1);
     const std::size_t rows = (texts.size() + columns - 1) / columns;
     for (std::size_t row = 0; row < rows; ++row) {
         std::string line;
         for (std::size_t i = row; i < texts.size(); i += rows)
-            line += "  " + session::printable(texts[i]) + std::string(widest - displayWidth(texts[i]), ' ');
+            line += "  " + session::printable(texts[i]) + std::string(widest - session::displayWidth(texts[i]), ' ');
         std::cout << line.substr(0, line.find_last_not_of(' ') + 1) << '\n';
     }
     std::cout << std::flush;

@@ -7,7 +7,7 @@
 #include <optional>
 #include <string>
 
-namespace vemo::cli {
+namespace vemo::session {
 
 // The bytes of a file; nothing when it can't be read, a folder for one, or holds more than `most`.
 std::optional<std::string> readFile(const std::string& path, std::size_t most = static_cast<std::size_t>(-1));
@@ -24,4 +24,4 @@ FileStamp stampOf(const std::string& file);
 // All of standard input.
 std::optional<std::string> readInput();
 
-}  // namespace vemo::cli
+}  // namespace vemo::session

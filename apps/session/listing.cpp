@@ -1,14 +1,12 @@
 // SPDX-License-Identifier: MIT
-#include "terminal.h"
+#include "session/listing.h"
 
 #include <algorithm>
 
-#include "characters.h"
+#include "session/characters.h"
 #include "session/printable.h"
 
-namespace vemo::cli {
-
-using session::printable;
+namespace vemo::session {
 
 namespace {
 
@@ -97,7 +95,7 @@ void printResult(std::ostream& out, const VemoEngine::Result& result, const Layo
         std::string number, value;
         std::size_t width = 0;
     };
-    const auto total = layout.total ? session::totalOf(result, layout.writing.shortTexts) : std::nullopt;
+    const auto total = layout.total ? totalOf(result, layout.writing.shortTexts) : std::nullopt;
     const std::string label = total ? total->label : std::string();
     const std::string totalText = total ? printable(total->text) : std::string();
     // The column is as narrow as the longest row needs, and at most as wide as the terminal; where there is none, a
@@ -107,7 +105,7 @@ void printResult(std::ostream& out, const VemoEngine::Result& result, const Layo
     std::vector<Shown> rows;
     rows.reserve(result.lines.size());
     for (std::size_t i = 0; i < result.lines.size(); ++i) {
-        const session::Row row = session::rowOf(result, i, layout.writing);
+        const Row row = rowOf(result, i, layout.writing);
         Shown shown{layout.numbered ? numberOf(i, result.lines.size()) : "", printable(row.result), 0};
         shown.width = displayWidth(shown.number) + displayWidth(printable(row.text));
         const std::size_t needed = shown.width + gap + displayWidth(shown.value);
@@ -127,9 +125,9 @@ void printResult(std::ostream& out, const VemoEngine::Result& result, const Layo
     printRow(out, label, label.size(), totalText, column, layout);
 }
 
-void printResults(std::ostream& out, const VemoEngine::Result& result, const session::Writing& writing) {
+void printResults(std::ostream& out, const VemoEngine::Result& result, const Writing& writing) {
     for (std::size_t i = 0; i < result.lines.size(); ++i) {
-        const std::string value = session::rowOf(result, i, writing).result;
+        const std::string value = rowOf(result, i, writing).result;
         if (!value.empty()) out << printable(value) << '\n';
     }
 }
@@ -146,4 +144,4 @@ void printRemarks(std::ostream& out, const VemoEngine::Result& result, std::stri
     }
 }
 
-}  // namespace vemo::cli
+}  // namespace vemo::session

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "prompt/saving.h"
+#include "session/saving.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -11,7 +11,7 @@
 
 #include "session/write_all.h"
 
-namespace vemo::cli {
+namespace vemo::session {
 
 namespace {
 
@@ -40,8 +40,7 @@ std::string replaceFile(const std::filesystem::path& name, std::string_view text
     std::string beside = file.string() + ".XXXXXX";
     const int descriptor = mkostemp(beside.data(), O_CLOEXEC);
     if (descriptor < 0) return std::strerror(errno);
-    const bool written =
-        session::writeAll(descriptor, text) && fchmod(descriptor, modeFor(file)) == 0 && fsync(descriptor) == 0;
+    const bool written = writeAll(descriptor, text) && fchmod(descriptor, modeFor(file)) == 0 && fsync(descriptor) == 0;
     int fault = written ? 0 : errno;
     close(descriptor);
     if (written && rename(beside.c_str(), file.c_str()) != 0) fault = errno;
@@ -50,4 +49,4 @@ std::string replaceFile(const std::filesystem::path& name, std::string_view text
     return std::strerror(fault);
 }
 
-}  // namespace vemo::cli
+}  // namespace vemo::session

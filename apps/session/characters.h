@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <string_view>
 
-namespace vemo::cli {
+namespace vemo::session {
 
 // A character of UTF-16 text: a surrogate pair is one, and half of one is the replacement character.
 struct Character {
@@ -23,4 +23,4 @@ std::size_t columnsOf(std::u16string_view text);
 std::size_t nextStop(std::u16string_view text, std::size_t at);
 std::size_t previousStop(std::u16string_view text, std::size_t at);
 
-}  // namespace vemo::cli
+}  // namespace vemo::session

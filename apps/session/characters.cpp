@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
-#include "characters.h"
+#include "session/characters.h"
 
 #include <wchar.h>
 
 #include "session/printable.h"
 
-namespace vemo::cli {
+namespace vemo::session {
 
 namespace {
 
@@ -30,7 +30,7 @@ Character characterAt(std::u16string_view text, std::size_t at) {
 }
 
 std::size_t columnsOf(char32_t code) {
-    if (session::isControl(code)) return 1;
+    if (isControl(code)) return 1;
     const int width = wcwidth(static_cast<wchar_t>(code));
     return width > 0 ? static_cast<std::size_t>(width) : 0;
 }
@@ -66,4 +66,4 @@ std::size_t previousStop(std::u16string_view text, std::size_t at) {
     return stop;
 }
 
-}  // namespace vemo::cli
+}  // namespace vemo::session

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-namespace vemo::cli {
+namespace vemo::session {
 
 // A name of a file with the home folder in place of a "~" at its beginning.
 std::filesystem::path expanded(const std::string& name);
@@ -14,4 +14,4 @@ std::filesystem::path expanded(const std::string& name);
 // its permissions. Says why it can't be; nothing when it was written.
 std::string replaceFile(const std::filesystem::path& file, std::string_view text);
 
-}  // namespace vemo::cli
+}  // namespace vemo::session

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "files.h"
+#include "session/files.h"
 
 #include <sys/stat.h>
 
@@ -7,7 +7,7 @@
 #include <cstdio>
 #include <memory>
 
-namespace vemo::cli {
+namespace vemo::session {
 
 namespace {
 
@@ -38,4 +38,4 @@ std::optional<std::string> readInput() {
     return readAll(stdin, static_cast<std::size_t>(-1));
 }
 
-}  // namespace vemo::cli
+}  // namespace vemo::session

@@ -10,7 +10,7 @@
 #include "session/rows.h"
 #include "vemo/engine.h"
 
-namespace vemo::cli {
+namespace vemo::session {
 
 // How output for people looks.
 struct Layout {
@@ -19,7 +19,7 @@ struct Layout {
     bool remarks = false;   // notes and reasons under their lines
     bool total = true;      // the grand total after the lines
     bool numbered = false;  // the lines
-    session::Writing writing;
+    Writing writing;
 };
 
 // What turns on the color of runs; empty: nothing.
@@ -36,9 +36,9 @@ void printResult(std::ostream& out, const VemoEngine::Result& result, const Layo
 void printRemarksOf(std::ostream& out, const VemoEngine::Result::Line& line, const Layout& layout);
 
 // The results alone, one a row.
-void printResults(std::ostream& out, const VemoEngine::Result& result, const session::Writing& writing);
+void printResults(std::ostream& out, const VemoEngine::Result& result, const Writing& writing);
 
 // Notes and reasons, one a row, as "name:line:column: message"; columns are counted in UTF-16 units from 1.
 void printRemarks(std::ostream& out, const VemoEngine::Result& result, std::string_view name);
 
-}  // namespace vemo::cli
+}  // namespace vemo::session
