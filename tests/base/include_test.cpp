@@ -18,7 +18,7 @@ namespace fs = std::filesystem;
 const std::vector<std::string> rooms{"base",           "platform",       "decimal", "records",   "scanning/words",
                                      "scanning/dates", "matching",       "units",   "functions", "evaluation",
                                      "scanning",       "output/archive", "output",  "online",    "scripting",
-                                     "quicktype",      "engine"};
+                                     "quicktype",      "engine",         "session", "c"};
 
 // The position of the room that a path below src/ lies in; their number for no room.
 std::size_t roomOf(const std::string& path) {
@@ -54,6 +54,26 @@ TEST(Rooms, noIncludePointsUp) {
         }
     }
     EXPECT_GT(seen, 300u);
+}
+
+// An application includes what is public, the room that front ends share, and files of the applications.
+TEST(Rooms, applicationsKnowNoOtherRoom) {
+    const fs::path applications = fs::path(VEMO_TEST_DATA_DIR) / ".." / "apps";
+    std::size_t seen = 0;
+    for (const auto& entry : fs::recursive_directory_iterator(applications)) {
+        const std::string kind = entry.path().extension().string();
+        if (kind != ".cpp" && kind != ".h") continue;
+        const std::string own = fs::relative(entry.path(), applications).begin()->string();
+        std::ifstream file(entry.path());
+        for (std::string line; std::getline(file, line);) {
+            const auto included = includedPath(line);
+            if (!included || roomOf(*included) == rooms.size()) continue;
+            const bool allowed = included->starts_with("session/") || fs::exists(applications / own / *included);
+            EXPECT_TRUE(allowed) << entry.path() << ": " << line;
+            ++seen;
+        }
+    }
+    EXPECT_GT(seen, 30u);
 }
 
 }  // namespace

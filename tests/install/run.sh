@@ -1,5 +1,5 @@
 #!/bin/sh
-# Installs a build into a temporary prefix and uses it from outside: run.sh BUILD_FOLDER SHARED_LIBRARY
+# Installs a build into a temporary prefix and uses it from outside: run.sh BUILD_FOLDER
 set -eu
 here=$(cd "$(dirname "$0")" && pwd)
 work=$(mktemp -d)
@@ -20,6 +20,10 @@ for compiler in g++ clang++; do
             -Werror -I"$work/prefix/include" - || { echo "${header##*/} does not compile alone with $compiler"; exit 1; }
     done
 done
+for header in vemo mx_decimal; do
+    printf '#include <vemo/%s.h>\n' $header | cc -x c -std=c11 -fsyntax-only -Wall -Wextra -Wpedantic -Werror \
+        -I"$work/prefix/include" -
+done
 [ "$("$work/prefix/bin/vemo" -e '2 + 3')" = "2 + 3  5" ]
 
 # The example of an application, twice: the second time it shows first what the first one stored.
@@ -39,14 +43,15 @@ $expected" ] || { echo "$output"; exit 1; }
 
 config=$(find "$work/prefix" -name vemo.pc)
 export PKG_CONFIG_PATH=$(dirname "$config")
-c++ -std=c++20 "$here/main.cpp" -o "$work/program" $(pkg-config --define-prefix --static --cflags --libs vemo)
+c++ -std=c++20 "$here/main.cpp" -o "$work/program" $(pkg-config --define-prefix --cflags --libs vemo-cpp)
 [ "$("$work/program")" = "12.7 cm" ]
-# The same with the library as a shared one.
-mkdir "$work/shared" "$work/data/shared"
-cp "$2" "$work/shared"
-ln -s "$(basename "$2")" "$work/shared/libvemo.so"
-c++ -std=c++20 -I"$work/prefix/include" "$here/everything.cpp" -L"$work/shared" -lvemo -Wl,-rpath,"$work/shared" \
-    -o "$work/everything"
-[ "$("$work/everything" "$work/data/shared")" = "everything" ]
+# C needs the shared library alone.
+cc -std=c11 -Wall -Wextra -Werror "$here/../../examples/c/lines.c" -o "$work/lines" \
+    $(pkg-config --define-prefix --cflags --libs vemo)
+lines=$(printf 'rent = 1200\nrent * 12\n1 / 0\n' | LD_LIBRARY_PATH=$(dirname "$config")/.. "$work/lines")
+[ "$lines" = "1,200
+14,400
+! division by zero
+total 15,600" ] || { echo "$lines"; exit 1; }
 test -f "$work/prefix/share/man/man1/vemo.1"
 grep -q '^\.SH "Percentages"' "$work/prefix/share/man/man7/vemo.7"

@@ -1,0 +1,27 @@
+# What is installed where; the components are those of the packages.
+set(VEMO_CONFIG "${CMAKE_INSTALL_LIBDIR}/cmake/Vemo")
+install(TARGETS vemo EXPORT VemoTargets ARCHIVE COMPONENT development)
+install(TARGETS vemo_shared EXPORT VemoTargets
+  LIBRARY COMPONENT library NAMELINK_COMPONENT development)
+install(TARGETS vemo-cli COMPONENT command)
+install(DIRECTORY include/vemo DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT development)
+install(EXPORT VemoTargets NAMESPACE Vemo:: DESTINATION ${VEMO_CONFIG} COMPONENT development)
+configure_package_config_file(cmake/VemoConfig.cmake.in VemoConfig.cmake INSTALL_DESTINATION ${VEMO_CONFIG})
+write_basic_package_version_file(VemoConfigVersion.cmake COMPATIBILITY SameMinorVersion)
+install(FILES "${CMAKE_CURRENT_BINARY_DIR}/VemoConfig.cmake" "${CMAKE_CURRENT_BINARY_DIR}/VemoConfigVersion.cmake"
+  DESTINATION ${VEMO_CONFIG} COMPONENT development)
+foreach(name vemo vemo-cpp)
+  configure_file(cmake/${name}.pc.in ${name}.pc @ONLY)
+  install(FILES "${CMAKE_CURRENT_BINARY_DIR}/${name}.pc" DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig
+    COMPONENT development)
+endforeach()
+install(DIRECTORY examples/c DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/libvemo-dev/examples COMPONENT development)
+
+install(FILES docs/vemo.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT command)
+install(FILES "${VEMO_LANGUAGE_PAGE}" DESTINATION ${CMAKE_INSTALL_MANDIR}/man7 COMPONENT command)
+install(FILES completions/vemo.bash DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions RENAME vemo
+  COMPONENT command)
+# Where zsh looks of itself: what belongs to the distribution, and what does not.
+set(VEMO_ZSH "$<IF:$<STREQUAL:${CMAKE_INSTALL_PREFIX},/usr>,vendor-completions,site-functions>")
+install(FILES completions/_vemo DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/${VEMO_ZSH} COMPONENT command)
+install(FILES completions/vemo.fish DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d COMPONENT command)
