@@ -25,3 +25,8 @@ install(FILES completions/vemo.bash DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-co
 set(VEMO_ZSH "$<IF:$<STREQUAL:${CMAKE_INSTALL_PREFIX},/usr>,vendor-completions,site-functions>")
 install(FILES completions/_vemo DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/${VEMO_ZSH} COMPONENT command)
 install(FILES completions/vemo.fish DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d COMPONENT command)
+
+# In the place of a distribution, where the Python of the system finds it under /usr.
+install(DIRECTORY python/vemo DESTINATION lib/python3/dist-packages COMPONENT python PATTERN "__pycache__" EXCLUDE)
+install(DIRECTORY examples/python DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/python3-vemo/examples COMPONENT python
+  PATTERN "__pycache__" EXCLUDE)
