@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <cstdlib>
 #include <limits>
 
 #include "decimal/decimal_rounding.h"
@@ -158,9 +159,9 @@ double DecimalNumber::toDouble() const {
     if (isNegative()) *--start = '-';
     *digitsEnd = 'e';
     const auto written = std::to_chars(digitsEnd + 1, buffer + sizeof buffer, int{exponent_});
-    double result = 0;
-    std::from_chars(start, written.ptr, result);
-    return result;
+    *written.ptr = '\0';
+    // There is no point in it that could be another locale's.
+    return std::strtod(start, nullptr);
 }
 
 }  // namespace vemo

@@ -118,7 +118,8 @@ private:
     static std::u16string_view formOf(const ReadingStep& step) {
         const bool change = isPercent(step.operands.back().value) && !isPercent(step.operands.front().value);
         const auto find = [&](std::span<const Template> rows) {
-            const auto row = std::ranges::find(rows, step.name, &Template::id);
+            const auto row =
+                std::find_if(rows.begin(), rows.end(), [&](const Template& each) { return each.id == step.name; });
             return row == rows.end() ? std::u16string_view() : row->text;
         };
         const std::u16string_view changed = change ? find(ofLeft) : std::u16string_view();

@@ -13,7 +13,8 @@ namespace {
 
 bool defines(const LineResult& line, std::u16string_view name) {
     const std::u16string key = variableKey(name);
-    return std::ranges::any_of(line.updates(), [&](const auto& entry) { return entry->key() == key; });
+    const auto updates = line.updates();
+    return std::any_of(updates.begin(), updates.end(), [&](const auto& entry) { return entry->key() == key; });
 }
 
 }  // namespace

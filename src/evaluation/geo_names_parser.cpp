@@ -4,6 +4,7 @@
 #include <unicode/uchar.h>
 
 #include <algorithm>
+#include <iterator>
 
 #include "evaluation/element_replacement.h"
 #include "evaluation/element_tests.h"
@@ -48,7 +49,7 @@ bool isMoment(const Element& element) {
     if (element.value.has(Attribute::date) || element.value.has(Attribute::timeZone)) return true;
     const auto function = element.value.string(Attribute::function);
     constexpr std::u16string_view ofTime[] = {u"time", u"local_tz", u"today", u"yesterday", u"tomorrow"};
-    return function && std::ranges::find(ofTime, *function) != std::end(ofTime);
+    return function && std::find(std::begin(ofTime), std::end(ofTime), *function) != std::end(ofTime);
 }
 
 bool touches(char16_t end, char16_t begin) {

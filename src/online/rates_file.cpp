@@ -2,7 +2,6 @@
 #include "online/rates_file.h"
 
 #include <algorithm>
-#include <charconv>
 #include <nlohmann/json.hpp>
 
 #include "base/text.h"
@@ -94,9 +93,8 @@ std::string withoutHugeNumbers(std::string_view json) {
             end = std::min(end + 1, json.size());
         } else if (isOfNumber(i)) {
             while (isOfNumber(end)) ++end;
-            double number = 0;
-            const auto read = std::from_chars(json.data() + i, json.data() + end, number);
-            if (read.ec == std::errc::result_out_of_range && read.ptr == json.data() + end) {
+            RatesHandler alone;
+            if (!nlohmann::json::sax_parse(json.substr(i, end - i), &alone) && alone.outOfRange) {
                 result += "null";
                 continue;
             }

@@ -265,7 +265,7 @@ const IsEquatable* Context::dependencyFor(std::u16string_view name) const {
 }
 
 bool Context::hasUpdatesFor(const ContextEntries& dependencies) const {
-    return std::ranges::any_of(dependencies, [&](const auto& entry) {
+    return std::any_of(dependencies.begin(), dependencies.end(), [&](const auto& entry) {
         const IsEquatable* present = find(entry.first);
         return present && !present->isEqual(entry.second);
     });

@@ -261,11 +261,12 @@ std::size_t LineResult::bytes() const {
 bool LineResult::holdsIn(const Context& context) const {
     const ContextMap& data = ContextParts::data(context);
     // What it saw first: where that has changed, the rest need not be read.
-    return std::ranges::all_of(seen(),
-                               [&](const EntryPointer& entry) {
-                                   const IsEquatable* present = data.find(entry->key(), entry->hash());
-                                   return present && present->isEqual(entry->value());
-                               }) &&
+    const auto entries = seen();
+    return std::all_of(entries.begin(), entries.end(),
+                       [&](const EntryPointer& entry) {
+                           const IsEquatable* present = data.find(entry->key(), entry->hash());
+                           return present && present->isEqual(entry->value());
+                       }) &&
            Reader(*this).absentKeys([&](std::u16string_view key, std::size_t hash) {
                const IsEquatable* present = data.find(key, hash);
                return !present || present->isEmptyValue();

@@ -2,6 +2,7 @@
 #include "units/scale_manager.h"
 
 #include <algorithm>
+#include <iterator>
 
 #include "platform/locale_info.h"
 #include "scanning/words/localizer.h"
@@ -35,7 +36,7 @@ std::u16string currencyOfCents(const std::string& locale) {
     constexpr std::u16string_view withCents[] = {u"USD", u"EUR", u"CAD", u"AUD", u"NZD", u"SGD", u"HKD",
                                                  u"ZAR", u"CHF", u"MXN", u"BRL", u"ARS", u"COP"};
     std::u16string currency = currencyOfLocale(locale);
-    if (std::ranges::find(withCents, currency) != std::end(withCents)) return currency;
+    if (std::find(std::begin(withCents), std::end(withCents), currency) != std::end(withCents)) return currency;
     const bool euro = locale.starts_with("de") || locale.starts_with("fr") || locale.starts_with("es");
     return euro ? u"EUR" : u"USD";
 }
