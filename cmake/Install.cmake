@@ -30,3 +30,15 @@ install(FILES completions/vemo.fish DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/ve
 install(DIRECTORY python/vemo DESTINATION lib/python3/dist-packages COMPONENT python PATTERN "__pycache__" EXCLUDE)
 install(DIRECTORY examples/python DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/python3-vemo/examples COMPONENT python
   PATTERN "__pycache__" EXCLUDE)
+
+# Editors: what one looks for by itself is where it looks, the rest where a person can copy it.
+set(VEMO_SHARE ${CMAKE_INSTALL_DATADIR})
+install(FILES editors/kate/vemo.xml DESTINATION ${VEMO_SHARE}/org.kde.syntax-highlighting/syntax COMPONENT command)
+install(DIRECTORY editors/neovim/ DESTINATION ${VEMO_SHARE}/nvim/site COMPONENT command PATTERN README.md EXCLUDE)
+install(FILES editors/emacs/vemo-mode.el DESTINATION ${VEMO_SHARE}/emacs/site-lisp COMPONENT command)
+install(DIRECTORY editors DESTINATION ${VEMO_SHARE}/vemo COMPONENT command PATTERN *.sh EXCLUDE)
+install(DIRECTORY packaging/krunner packaging/rofi DESTINATION ${VEMO_SHARE}/doc/vemo/examples/launchers USE_SOURCE_PERMISSIONS
+  COMPONENT command)
+file(GLOB VEMO_EXAMPLES CONFIGURE_DEPENDS examples/*.vemo examples/*.json)
+install(FILES ${VEMO_EXAMPLES} DESTINATION ${VEMO_SHARE}/doc/vemo/examples COMPONENT command)
+install(DIRECTORY examples/extensions DESTINATION ${VEMO_SHARE}/doc/vemo/examples COMPONENT command)
