@@ -85,8 +85,9 @@ public:
                 read(*node.as_table(), notepad);
                 continue;
             }
+            const std::string_view word = key.str();
             const auto setter = std::find_if(std::begin(setters), std::end(setters), [&](const Setter& each) {
-                return each.table == name && each.key == key.str();
+                return each.table == name && each.key == word;
             });
             if (setter == std::end(setters)) {
                 complain(key.source(), "there is no key '" + std::string(key.str()) + "'; the nearest is " +
