@@ -109,7 +109,7 @@ void MainWindow::dress(Page& page) {
     font.setPointSizeF(font_.pointSizeF() * zoom_ / whole);
     // A letter that the font lacks may be in one for symbols, which knows it in black and white only.
     const QString emoji = QStringLiteral("Noto Color Emoji");
-    if (QFontDatabase::hasFamily(emoji)) font.setFamilies({font.family(), emoji});
+    if (QFontDatabase::hasFamily(emoji)) font.setFamilies({QFontInfo(font).family(), emoji});
     page.setFont(font);
 }
 
