@@ -16,6 +16,8 @@
 
 namespace vemo::notepad {
 
+const QString valueFormat = QStringLiteral("application/x-vemo-value");
+
 namespace {
 
 constexpr int margin = 14;  // at both sides of the answers
@@ -91,6 +93,7 @@ void AnswerColumn::drag(int line) {
     const AnsweredLine* told = page_.lines().told(line);
     if (!told) return;
     auto* value = new QMimeData;
+    value->setData(valueFormat, {});
     value->setText(valueText(page_.calculation(), *told));
     auto* dragged = new QDrag(this);
     dragged->setMimeData(value);

@@ -8,6 +8,9 @@ namespace vemo::notepad {
 
 class Page;
 
+// What a dragged answer has beside its text, so that it is set apart from the word it is dropped at.
+extern const QString valueFormat;
+
 // The answers of a page, each right-aligned in the first row of its line; where there is none though the line asks for
 // one, the reason, dimmed. A click copies an answer, dragging takes it elsewhere, and the left edge moves.
 class AnswerColumn : public QWidget {

@@ -18,6 +18,15 @@ session::Row rowOf(const AnsweredLine& line) {
     return session::rowOf(result, 0, {});
 }
 
+// The digits of a number, however they are grouped, without zeros at its end.
+QString digitsOf(const std::string& number) {
+    QString digits;
+    for (const QChar c : QString::fromStdString(number))
+        if (c.isDigit()) digits += c;
+    while (digits.endsWith(u'0')) digits.chop(1);
+    return digits;
+}
+
 QString tr(const char* text) {
     return QCoreApplication::translate("Answer", text);
 }
@@ -49,13 +58,8 @@ QString answerTip(const AnsweredLine& line, const std::optional<std::u16string>&
     } else {
         parts << QStringLiteral("<b>%1</b>").arg(QString::fromStdString(row.result).toHtmlEscaped());
         const QString exact = QString::fromStdString(session::plainResult(row));
-        QString shownDigits, exactDigits;
-        for (const QChar c : QString::fromStdString(row.result))
-            if (c.isDigit()) shownDigits += c;
-        for (const QChar c : QString::fromStdString(row.number))
-            if (c.isDigit()) exactDigits += c;
-        if (!exact.isEmpty() && !line.value().has(Attribute::date) && shownDigits != exactDigits)
-            part(tr("exactly %1").arg(exact));
+        const bool rounded = digitsOf(row.result) != digitsOf(row.number);
+        if (!exact.isEmpty() && rounded && !line.value().has(Attribute::date)) part(tr("exactly %1").arg(exact));
         if (reading) part(QStringLiteral("= ") + toQt(*reading));
     }
     for (const Note& note : line.notes()) part(toQt(note.message));

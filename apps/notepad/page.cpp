@@ -212,6 +212,7 @@ bool Page::canInsertFromMimeData(const QMimeData* source) const {
 void Page::insertFromMimeData(const QMimeData* source) {
     if (!source->hasText()) return;
     QString text = source->text();
+    if (source->hasFormat(valueFormat)) return insertValue(text);
     // A line of the engine never has a line break within.
     text.replace(QStringLiteral("\r\n"), QStringLiteral("\n")).replace(QChar::LineSeparator, u'\n');
     textCursor().insertText(text);

@@ -118,13 +118,16 @@ void Page::insertAnswerAbove() {
     }
 }
 
-// A value stands apart from the word before.
+// A value stands apart from the words before and after.
 void Page::insertValue(const QString& value) {
     QTextCursor cursor = textCursor();
-    const int at = cursor.selectionStart() - document()->findBlock(cursor.selectionStart()).position();
-    const QString before = document()->findBlock(cursor.selectionStart()).text().left(at);
-    const bool apart = before.isEmpty() || !before.back().isLetterOrNumber();
-    cursor.insertText(apart ? value : u' ' + value);
+    const QTextBlock first = document()->findBlock(cursor.selectionStart());
+    const QTextBlock last = document()->findBlock(cursor.selectionEnd());
+    const QString before = first.text().left(cursor.selectionStart() - first.position());
+    const QString after = last.text().mid(cursor.selectionEnd() - last.position());
+    const auto blank = [](bool touches) { return touches ? QStringLiteral(" ") : QString(); };
+    cursor.insertText(blank(!before.isEmpty() && before.back().isLetterOrNumber()) + value +
+                      blank(!after.isEmpty() && after.front().isLetterOrNumber()));
     setTextCursor(cursor);
 }
 

@@ -2,8 +2,10 @@
 // What a person does with keys and the mouse: completion, lines, answers, finding.
 #include <QAccessible>
 #include <QClipboard>
+#include <QDropEvent>
 #include <QLineEdit>
 #include <QMenuBar>
+#include <QMimeData>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QStatusBar>
@@ -131,6 +133,17 @@ private Q_SLOTS:
         QCOMPARE(open.block(1).text(), QStringLiteral("x is $333.333333333333"));
         QVERIFY(open.settled());
         QCOMPARE(open.answer(1), QStringLiteral("$333.33"));
+        // One that is dropped at a word stands apart from it.
+        open.moveTo(1, 2);
+        QMimeData dropped;
+        dropped.setText(QStringLiteral("$5"));
+        dropped.setData(valueFormat, {});
+        const QPoint at = open.page.cursorRect().center();
+        QDragEnterEvent entered(at, Qt::CopyAction, &dropped, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(open.page.viewport(), &entered);
+        QDropEvent drop(at, Qt::CopyAction, &dropped, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(open.page.viewport(), &drop);
+        QVERIFY2(open.block(1).text().startsWith(QStringLiteral("x $5 is")), qPrintable(open.block(1).text()));
         // A line without an answer leaves the clipboard as it is.
         open.moveTo(2);
         trigger(open, "Ctrl+Shift+C");
@@ -158,6 +171,9 @@ private Q_SLOTS:
         QVERIFY2(tip.contains(QStringLiteral("<b>3.33</b>")), qPrintable(tip));
         QVERIFY2(tip.contains(QStringLiteral("exactly 3.3333")), qPrintable(tip));
         QVERIFY2(tip.contains(QStringLiteral("4 + 1")), qPrintable(tip));
+        QVERIFY(!answerTip(open.toldOf(0), std::nullopt).contains(QStringLiteral("exactly")));
+        open.page.setText(QStringLiteral("20% of $1,041"));
+        QVERIFY(open.settled());
         QVERIFY(!answerTip(open.toldOf(0), std::nullopt).contains(QStringLiteral("exactly")));
     }
 
