@@ -1,25 +1,79 @@
 // SPDX-License-Identifier: MIT
 #include <QApplication>
-#include <QFile>
+#include <QCommandLineParser>
+#include <QFileInfo>
+#include <QIcon>
+#include <cstdio>
 
+#include "notepad/file_menu.h"
+#include "notepad/folders.h"
 #include "notepad/main_window.h"
-#include "notepad/page.h"
+#include "notepad/settings.h"
+#include "notepad/settings_menu.h"
+#include "notepad/single_instance.h"
+#include "notepad/workspace.h"
+#include "vemo/engine.h"
+
+namespace {
+
+using namespace vemo::notepad;
+
+// The files of the command line, by their whole names.
+QStringList filesOf(const QApplication& application) {
+    QCommandLineParser parser;
+    parser.setApplicationDescription("A notepad that calculates what people write.");
+    parser.addHelpOption();
+    parser.addVersionOption();
+    parser.addPositionalArgument("FILE", "documents to open", "[FILE…]");
+    parser.process(application);
+    QStringList files;
+    for (const QString& file : parser.positionalArguments()) {
+        const QUrl url(file);
+        files += QFileInfo(url.isLocalFile() ? url.toLocalFile() : file).absoluteFilePath();
+    }
+    return files;
+}
+
+void comeToFront(MainWindow& window, const QString& token) {
+    if (!token.isEmpty()) qputenv("XDG_ACTIVATION_TOKEN", token.toUtf8());
+    window.setWindowState(window.windowState() & ~Qt::WindowMinimized);
+    window.raise();
+    window.activateWindow();
+}
+
+}  // namespace
 
 int main(int argc, char** argv) {
-    using namespace vemo::notepad;
     QApplication application(argc, argv);
-    QApplication::setApplicationName(QStringLiteral("vemo-notepad"));
-    QApplication::setApplicationDisplayName(QStringLiteral("Vemo"));
-    QApplication::setStyle(QStringLiteral("fusion"));
-    applyTheme(ThemeChoice::desktop);
+    const std::string_view version = vemo::VemoEngine::version();
+    QApplication::setApplicationName("vemo-notepad");
+    QApplication::setApplicationVersion(QString::fromUtf8(version.data(), static_cast<qsizetype>(version.size())));
+    QApplication::setApplicationDisplayName("Vemo");
+    QApplication::setDesktopFileName("vemo-notepad");
+    QApplication::setWindowIcon(QIcon::fromTheme("vemo-notepad"));
+    QApplication::setStyle("fusion");
+    const QStringList files = filesOf(application);
+    SingleInstance instance(stateFolder());
+    if (!instance.isFirst()) {
+        if (instance.handOver(files, qEnvironmentVariable("XDG_ACTIVATION_TOKEN"))) return 0;
+        std::fputs("vemo-notepad: it is running already, and does not answer\n", stderr);
+        return 1;
+    }
+    instance.listen();
     Calculation calculation;
     MainWindow window(calculation);
-    Page* page = window.addPage(QStringLiteral("Untitled"));
-    if (argc > 1) {
-        QFile file(QString::fromLocal8Bit(argv[1]));
-        if (file.open(QIODevice::ReadOnly)) page->setText(QString::fromUtf8(file.readAll()));
-    }
-    QObject::connect(&window, &MainWindow::shownFirst, &calculation, [&] { calculation.start({}); });
+    Settings settings(calculation, window);
+    Workspace workspace(window, stateFolder());
+    fillFileMenu(window, workspace);
+    fillSettingsMenu(window, settings, calculation);
+    workspace.restore(files);
+    QObject::connect(&window, &MainWindow::shownFirst, &settings, &Settings::start);
+    QObject::connect(&instance, &SingleInstance::received, &window, [&](const QStringList& more, const QString& token) {
+        comeToFront(window, token);
+        workspace.open(more);
+    });
     window.show();
-    return QApplication::exec();
+    const int status = QApplication::exec();
+    workspace.flush();
+    return status;
 }

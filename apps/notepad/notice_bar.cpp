@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: MIT
+#include "notepad/notice_bar.h"
+
+#include <QLabel>
+
+namespace vemo::notepad {
+
+NoticeBar::NoticeBar(QWidget* parent) : QToolBar(tr("Notice"), parent), label_(new QLabel(this)) {
+    setObjectName("notice");
+    setMovable(false);
+    setToolButtonStyle(Qt::ToolButtonTextOnly);
+    toggleViewAction()->setVisible(false);
+    label_->setMargin(6);
+    setVisible(false);
+}
+
+void NoticeBar::show(const Notice* notice) {
+    clear();
+    setVisible(notice != nullptr);
+    if (!notice) return;
+    label_ = new QLabel(notice->message, this);
+    label_->setMargin(6);
+    addWidget(label_);
+    for (const Notice::Choice& choice : notice->choices) addAction(choice.label, this, choice.act);
+    setAccessibleName(notice->message);
+}
+
+QString NoticeBar::message() const {
+    return isVisibleTo(parentWidget()) ? label_->text() : QString();
+}
+
+}  // namespace vemo::notepad
