@@ -6,12 +6,12 @@
 #include <unistd.h>
 
 #include <QCryptographicHash>
+#include <QDir>
 #include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QLocalSocket>
-#include <QStandardPaths>
 #include <QThread>
 
 namespace vemo::notepad {
@@ -21,11 +21,14 @@ namespace {
 constexpr int patience = 5000;  // milliseconds for a process that is busy or just beginning
 constexpr qint64 longestRequest = 1 << 20;
 
-// In the folder for sockets, since their names may not be long.
+// Beside the lock, or where its name would be too long for a socket, in the user's folder for sockets.
 QString socketFor(const QString& folder) {
-    const QString runtime = QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation);
+    constexpr qsizetype longestName = 100;
+    const QString name = folder + "/socket";
+    if (QFile::encodeName(name).size() <= longestName) return name;
     const QByteArray digest = QCryptographicHash::hash(folder.toUtf8(), QCryptographicHash::Sha1).toHex().left(16);
-    return runtime + QStringLiteral("/vemo-notepad-") + QString::fromLatin1(digest);
+    const QString runtime = qEnvironmentVariable("XDG_RUNTIME_DIR", QDir::tempPath());
+    return runtime + "/vemo-notepad-" + QString::fromLatin1(digest);
 }
 
 }  // namespace

@@ -118,6 +118,7 @@ void Workspace::restore(const QStringList& files) {
         Entry& entry = entryOf(add(new Document(tab.id, kept, this)));
         if (left != unsaved.constEnd()) entry.unsaved = unsaved.take(tab.id);
         entry.cursor = tab.cursor;
+        showTitles(*entry.page);
     };
     int current = state_.current;
     for (const SessionState::Tab& tab : std::as_const(state_.tabs)) addTab(tab);
@@ -261,7 +262,7 @@ void Workspace::tell(Entry& entry, std::optional<Notice> notice) {
 
 void Workspace::showTitles(const Page& page) {
     const Entry& entry = entryOf(page);
-    const bool modified = page.document()->isModified();
+    const bool modified = page.document()->isModified() || entry.unsaved;
     QTabWidget* tabs = window_.tabs();
     const int index = tabs->indexOf(entry.page);
     const QString title = entry.document->title();
