@@ -162,12 +162,10 @@ void addPrinting(MainWindow& window, Workspace& workspace, QMenu& menu) {
 }
 
 QMenu* buildCopyMenu(MainWindow& window, Workspace& workspace, QMenu& parent) {
-    auto* menu = new QMenu(tr("Copy &With Answers"), &parent);
+    auto* menu = new QMenu(tr("Copy Wit&h Answers"), &parent);
     for (const Format& format : formats) {
-        QAction* action = menu->addAction(tr(format.label), &window, [&window, &workspace, &format] {
-            copyWithAnswers(window, workspace, format.format);
-        });
-        if (format.format == TextFormat::plain) action->setShortcut(Qt::CTRL | Qt::SHIFT | Qt::Key_C);
+        menu->addAction(tr(format.label), &window,
+                        [&window, &workspace, &format] { copyWithAnswers(window, workspace, format.format); });
     }
     return menu;
 }

@@ -27,6 +27,8 @@ SessionState SessionState::read(const QString& name) {
     for (const auto& path : object[u"recent"].toArray()) state.recent += path.toString();
     state.geometry = QByteArray::fromBase64(object[u"geometry"].toString().toLatin1());
     state.answerShare = object[u"answerShare"].toDouble();
+    state.zoom = object[u"zoom"].toInt(state.zoom);
+    state.lineNumbers = object[u"lineNumbers"].toBool();
     return state;
 }
 
@@ -39,7 +41,9 @@ QByteArray SessionState::bytes() const {
                                      {QStringLiteral("current"), current},
                                      {QStringLiteral("recent"), QJsonArray::fromStringList(recent)},
                                      {QStringLiteral("geometry"), QString::fromLatin1(geometry.toBase64())},
-                                     {QStringLiteral("answerShare"), answerShare}})
+                                     {QStringLiteral("answerShare"), answerShare},
+                                     {QStringLiteral("zoom"), zoom},
+                                     {QStringLiteral("lineNumbers"), lineNumbers}})
         .toJson();
 }
 

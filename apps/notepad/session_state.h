@@ -21,6 +21,8 @@ struct SessionState {
     QStringList recent;  // files, the latest first
     QByteArray geometry;
     double answerShare = 0;  // of the width; 0: as usual
+    int zoom = 100;          // in percent
+    bool lineNumbers = false;
 
     // Nothing of it where the file is missing or damaged.
     static SessionState read(const QString& file);

@@ -3,11 +3,11 @@
 
 #include <QApplication>
 #include <QFontDatabase>
+#include <cmath>
 #include <filesystem>
 #include <optional>
 
 #include "notepad/main_window.h"
-#include "notepad/page.h"
 #include "notepad/theme.h"
 #include "session/configuration_writer.h"
 #include "session/sources.h"
@@ -69,9 +69,9 @@ Calculation::Settings calculationSettings(const Configuration& values) {
 }
 
 QFont fontNamed(const std::string& name) {
-    constexpr qreal usualSize = 12;
+    constexpr qreal largerThanMenus = 1.2;
     QFont font = QFontDatabase::systemFont(QFontDatabase::GeneralFont);
-    font.setPointSizeF(usualSize);
+    font.setPointSizeF(std::round(font.pointSizeF() * largerThanMenus));
     const QString text = QString::fromStdString(name).trimmed();
     if (text.isEmpty()) return font;
     bool isNumber = false;
@@ -93,7 +93,6 @@ Settings::Settings(Calculation& calculation, MainWindow& window, QObject* parent
     connect(&calculation_, &Calculation::onlineProblem, this, [this](const OnlineProblem& problem) {
         addProblem(QString::fromStdString(session::problemText(problem)));
     });
-    connect(&window_, &MainWindow::pageAdded, this, [this](Page* page) { page->setFont(fontNamed(values_.font)); });
     read();
 }
 
@@ -135,10 +134,7 @@ void Settings::updateRates() {
 
 void Settings::showAppearance() {
     applyTheme(themeOf(values_));
-    const QFont font = fontNamed(values_.font);
-    for (int i = 0; i < window_.tabs()->count(); ++i)
-        if (auto* page = qobject_cast<Page*>(window_.tabs()->widget(i)); page && page->font() != font)
-            page->setFont(font);
+    window_.setPageFont(fontNamed(values_.font));
 }
 
 void Settings::takeRates() {

@@ -11,7 +11,7 @@ namespace vemo::notepad {
 
 void fillSettingsMenu(MainWindow& window, Settings& settings, Calculation& calculation) {
     window.editMenu()->addSeparator();
-    QAction* action = window.editMenu()->addAction(SettingsDialog::tr("Setti&ngs…"), &window, [&] {
+    QAction* action = window.editMenu()->addAction(SettingsDialog::tr("&Settings…"), &window, [&] {
         SettingsDialog dialog(settings, calculation, &window);
         dialog.exec();
     });

@@ -37,7 +37,7 @@ void StoredAnswers::show(const QString& id, Page& page) const {
     page.showStoredResults(*stored);
 }
 
-void StoredAnswers::store(const QString& id, const Page& page) {
+void StoredAnswers::store(const QString& id, Page& page) {
     if (!page.results()) return;
     const QString file = fileFor(id);
     writer_.post(QFile::encodeName(file).toStdString(), [file, answer = page.calculated().answer()] {

@@ -22,7 +22,7 @@ public:
 
     // Shows what is stored under a name on a page, down to the first line that is another one now.
     void show(const QString& id, Page& page) const;
-    void store(const QString& id, const Page& page);
+    void store(const QString& id, Page& page);
     void forget(const QString& id);
     // Removes what is stored under other names.
     void keepOnly(const QSet<QString>& ids);

@@ -101,7 +101,7 @@ const Document& Workspace::documentOf(const Page& page) const {
 void Workspace::restore(const QStringList& files) {
     const bool first = !QFileInfo::exists(folder_ + "/session.json");
     state_ = SessionState::read(folder_ + "/session.json");
-    if (!state_.geometry.isEmpty()) window_.restoreGeometry(state_.geometry);
+    showLook();
     QHash<QString, Unsaved> unsaved;
     QStringList order;
     for (Unsaved& each : Recovery::leftIn(folder_ + "/unsaved")) {
@@ -142,10 +142,15 @@ void Workspace::restore(const QStringList& files) {
         load(entryOf(*page));
         showTitles(*page);
     }
-    if (state_.answerShare > 0)
-        for (const Entry& entry : std::as_const(entries_)) entry.page->setAnswerShare(state_.answerShare);
     connect(&window_, &MainWindow::shownFirst, this, &Workspace::loadNext);
     sessionTimer_.start();
+}
+
+void Workspace::showLook() {
+    if (!state_.geometry.isEmpty()) window_.restoreGeometry(state_.geometry);
+    if (state_.zoom != window_.zoom()) window_.setZoom(state_.zoom);
+    if (state_.lineNumbers) window_.setLineNumbers(true);
+    connect(&window_, &MainWindow::lookChanged, &sessionTimer_, qOverload<>(&QTimer::start));
 }
 
 Page* Workspace::pageWith(const QString& path) const {
@@ -157,6 +162,7 @@ Page* Workspace::pageWith(const QString& path) const {
 
 Page& Workspace::add(Document* document) {
     Page* page = window_.addPage(document->title());
+    if (state_.answerShare > 0) page->setAnswerShare(state_.answerShare);
     entries_.insert(page, {page, document, std::nullopt, 0, false, std::nullopt});
     page->viewport()->installEventFilter(this);
     connect(document, &Document::changedOnDisk, page, [this, page](auto what) { changedOnDisk(*page, what); });
@@ -170,11 +176,6 @@ Page& Workspace::add(Document* document) {
         sessionTimer_.start();
     });
     connect(page, &Page::answersSettled, &answersTimer_, qOverload<>(&QTimer::start));
-    connect(page, &Page::answerShareChanged, this, [this, page] {
-        state_.answerShare = page->answerShare();
-        for (const Entry& entry : std::as_const(entries_)) entry.page->setAnswerShare(state_.answerShare);
-        sessionTimer_.start();
-    });
     return *page;
 }
 
@@ -239,6 +240,11 @@ void Workspace::keepSession() {
     }
     state_.current = tabs->currentIndex();
     state_.geometry = window_.saveGeometry();
+    state_.zoom = window_.zoom();
+    if (const Page* page = window_.currentPage()) {
+        state_.answerShare = page->answerShare();
+        state_.lineNumbers = page->hasLineNumbers();
+    }
     const std::string file = QFile::encodeName(folder_ + "/session.json").toStdString();
     writer_.post(file, [file, bytes = state_.bytes().toStdString()] { session::replaceFile(file, bytes); });
 }
@@ -262,7 +268,7 @@ void Workspace::tell(Entry& entry, std::optional<Notice> notice) {
 
 void Workspace::showTitles(const Page& page) {
     const Entry& entry = entryOf(page);
-    const bool modified = page.document()->isModified() || entry.unsaved;
+    const bool modified = entry.loaded ? page.document()->isModified() : entry.unsaved.has_value();
     QTabWidget* tabs = window_.tabs();
     const int index = tabs->indexOf(entry.page);
     const QString title = entry.document->title();

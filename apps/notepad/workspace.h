@@ -63,6 +63,7 @@ private:
     };
 
     Entry& entryOf(const Page& page) { return entries_[&page]; }
+    void showLook();
     Page* pageWith(const QString& path) const;
     Page& add(Document* document);
     void load(Entry& entry);

@@ -52,6 +52,7 @@ void Workspace::problem(const QString& message) {
 
 void Workspace::addNew() {
     Entry& entry = entryOf(add(new Document(this)));
+    entry.page->setText({});
     entry.loaded = true;
     showTitles(*entry.page);
     sessionTimer_.start();

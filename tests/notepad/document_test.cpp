@@ -5,7 +5,7 @@
 #include <QSignalSpy>
 #include <QTest>
 
-#include "home.h"
+#include "notepad/home.h"
 
 namespace vemo::notepad {
 

@@ -7,8 +7,8 @@
 #include <QPdfWriter>
 #include <QTest>
 
-#include "application.h"
-#include "home.h"
+#include "notepad/application.h"
+#include "notepad/home.h"
 #include "notepad/printing.h"
 
 namespace vemo::notepad {
@@ -24,10 +24,10 @@ private Q_SLOTS:
         QTest::newRow("text") << "Plain Text…"
                               << ".txt"
                               << "# Größe\n"
-                                 "a, \"b\": 1,200 * 2    2,400\n"
-                                 "6 in in cm        15.24 cm\n"
-                                 "--------------------------\n"
-                                 "total              2,415.24\n";
+                                 "a, \"b\": 1,200 * 2  2,400\n"
+                                 "6 in in cm      15.24 cm\n"
+                                 "------------------------\n"
+                                 "total        2,415.24 cm\n";
         QTest::newRow("Markdown") << "Markdown…"
                                   << ".md"
                                   << "| a, \"b\": 1,200 \\* 2 | 2,400 |\n";

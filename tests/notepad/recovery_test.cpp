@@ -8,8 +8,8 @@
 #include <QTest>
 #include <cstdio>
 
-#include "application.h"
-#include "home.h"
+#include "notepad/application.h"
+#include "notepad/home.h"
 
 namespace vemo::notepad {
 

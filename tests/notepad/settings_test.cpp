@@ -12,8 +12,8 @@
 #include <QTest>
 #include <QTreeWidget>
 
-#include "application.h"
-#include "home.h"
+#include "notepad/application.h"
+#include "notepad/home.h"
 #include "notepad/settings_dialog.h"
 
 namespace vemo::notepad {
@@ -86,7 +86,7 @@ private Q_SLOTS:
         const QByteArray written = home.read(configuration);
         QVERIFY2(written.startsWith("# mine\nlocale = \"de_DE\"\ncolor = \"never\"  # the command's\nprecision = 1\n"
                                     "language = \"de\"\n\n[notepad]\n"),
-                 written);
+                 written.constData());
         QVERIFY(written.contains("theme = \"dark\"\n") && written.contains(" 17\"\n"));
         QTRY_COMPARE(notepad.page().lines().view(0).answer, "1.000,3");
         QTRY_COMPARE(notepad.page().lines().view(1).answer, "5,1 cm");
@@ -147,8 +147,8 @@ private Q_SLOTS:
         const test::Home home;
         QDir().mkpath(home.path("scripts"));
         home.write("scripts/good.js",
-                   "vemo.addUnit({ id: \"furlong\", phrases: \"furlong, furlongs\", baseUnitId: "
-                   "\"meter\", format: \"fur\", ratio: 201.168 });");
+                   "vemo.addUnit({ id: \"furlong\", phrases: \"furlong,furlongs\", baseUnitId: "
+                   "\"m\", format: \"%@ fur\", ratio: 201.168 });");
         home.write("scripts/bad.js", "vemo.noSuchThing();");
         test::Application notepad;
         notepad.page().setText("1 furlong in m");

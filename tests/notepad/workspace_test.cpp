@@ -10,8 +10,8 @@
 #include <QSignalSpy>
 #include <QTest>
 
-#include "application.h"
-#include "home.h"
+#include "notepad/application.h"
+#include "notepad/home.h"
 #include "vemo/engine.h"
 
 namespace vemo::notepad {
