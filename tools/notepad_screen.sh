@@ -3,7 +3,7 @@
 
 work=$(mktemp -d)
 processes=()
-trap 'for process in "${processes[@]}"; do kill "$process" 2>/dev/null; done; rm -rf "$work"' EXIT
+trap 'for process in "${processes[@]}"; do kill -9 "$process" 2>/dev/null; done; rm -rf "$work"' EXIT
 # A folder of its own for everything that is kept.
 export HOME=$work/home XDG_CONFIG_HOME=$work/config XDG_STATE_HOME=$work/state XDG_CACHE_HOME=$work/cache \
     XDG_RUNTIME_DIR=$work/runtime LANG=en_US.UTF-8 LC_ALL=C.UTF-8 TZ=UTC QT_QPA_PLATFORM=xcb QT_ENABLE_HIGHDPI_SCALING=1
@@ -36,9 +36,11 @@ screen() {
     export DISPLAY=:$number
     Xvfb "$DISPLAY" -screen 0 "$1x$2x24" -dpi 96 -nolisten tcp >"$work/screen.log" 2>&1 &
     processes+=($!)
+    disown
     wait_for xdpyinfo
     openbox >"$work/windows.log" 2>&1 &
     processes+=($!)
+    disown
     wait_for sh -c 'xprop -root _NET_SUPPORTING_WM_CHECK | grep -q "window id"'
 }
 
@@ -58,8 +60,31 @@ close_notepad() {
     return 0
 }
 
+# A key of its own for every character that the keyboard lacks: one that is made while it is pressed comes too late.
+keys_for() { # TEXT
+    xmodmap -pke >"$work/keyboard"
+    printf '%s' "$1" | python3 -c '
+import re, sys
+rows = re.findall(r"keycode +(\d+) =(.*)", open(sys.argv[1]).read())
+known = " ".join(keys for _, keys in rows)
+free = iter([code for code, keys in rows if not keys.strip() or "XF86" in keys])
+for c in sorted(set(sys.stdin.read())):
+    name = "U%04X" % ord(c)
+    if ord(c) > 126 and name not in known:
+        print("keycode", next(free), "=", name, name)
+' "$work/keyboard" >"$work/keys"
+    [ ! -s "$work/keys" ] || xmodmap "$work/keys"
+}
+
 # As fast as somebody in a hurry.
-type_text() { xdotool type --delay 12 -- "$1"; }
+type_text() {
+    local line first=1
+    while IFS= read -r line || [ -n "$line" ]; do
+        [ -n "$first" ] || press Return
+        first=""
+        [ -z "$line" ] || xdotool type --delay 12 -- "$line"
+    done <<<"$1"
+}
 press() { xdotool key --delay 40 --clearmodifiers "$@"; }
 
 # dialog TITLE: waits for it, and sets `dialog`

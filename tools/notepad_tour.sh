@@ -13,7 +13,7 @@ program=${2:-$root/build/notepad/apps/notepad/vemo-notepad}
 [ -x "$program" ] || build notepad vemo-notepad -DCMAKE_BUILD_TYPE=Release -DVEMO_BUILD_NOTEPAD=ON
 failure=$folder/failure.png
 . "$root/tools/notepad_screen.sh"
-screen 2400 1800
+screen 1640 1160
 
 text_en='# Weekend in the mountains
 distance = 212 mi
@@ -26,8 +26,7 @@ fuel: distance / 38 mpg * $3.89/gal
 hotel = 95 EUR * 2
 dinner: $64 + 18%   // with the tip
 lift tickets = 4 * $42
-20% off $180
-total in EUR'
+20% off $180'
 text_de='# Wochenende in den Bergen
 Strecke = 340 km
 Strecke in Meilen
@@ -77,6 +76,7 @@ write_page() { # LOCALE THEME SCALE
     open_notepad
     size "$3"
     empty_page
+    keys_for "${!text}"
     type_text "${!text}"
     press Escape
     sleep 1

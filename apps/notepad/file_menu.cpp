@@ -66,7 +66,7 @@ void fillFileMenu(MainWindow& window, Workspace& workspace) {
     menu->addSeparator();
     addPrinting(window, workspace, *menu);
     menu->addSeparator();
-    menu->addAction(tr("&Close"), QKeySequence(Qt::CTRL | Qt::Key_W), &workspace,
+    menu->addAction(tr("&Close Tab"), QKeySequence(Qt::CTRL | Qt::Key_W), &workspace,
                     onPage([&](Page& page) { workspace.close(page); }));
     // What was there before comes last.
     for (QAction* action : after) {

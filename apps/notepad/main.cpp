@@ -3,6 +3,7 @@
 #include <QCommandLineParser>
 #include <QFileInfo>
 #include <QIcon>
+#include <QProxyStyle>
 #include <cstdio>
 
 #include "notepad/file_menu.h"
@@ -34,6 +35,18 @@ QStringList filesOf(const QApplication& application) {
     return files;
 }
 
+// Labels say what buttons do.
+class Style : public QProxyStyle {
+public:
+    Style() : QProxyStyle("fusion") {}
+
+    int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                  QStyleHintReturn* more) const override {
+        if (hint == SH_DialogButtonBox_ButtonsHaveIcons) return 0;
+        return QProxyStyle::styleHint(hint, option, widget, more);
+    }
+};
+
 void comeToFront(MainWindow& window, const QString& token) {
     if (!token.isEmpty()) qputenv("XDG_ACTIVATION_TOKEN", token.toUtf8());
     window.setWindowState(window.windowState() & ~Qt::WindowMinimized);
@@ -51,7 +64,7 @@ int main(int argc, char** argv) {
     QApplication::setApplicationDisplayName("Vemo");
     QApplication::setDesktopFileName("vemo-notepad");
     QApplication::setWindowIcon(QIcon::fromTheme("vemo-notepad"));
-    QApplication::setStyle("fusion");
+    QApplication::setStyle(new Style);
     const QStringList files = filesOf(application);
     SingleInstance instance(stateFolder());
     if (!instance.isFirst()) {

@@ -34,17 +34,22 @@ QString native(const std::string& text) {
 QLabel* hint(const QString& text) {
     auto* label = new QLabel(text);
     label->setWordWrap(true);
-    label->setForegroundRole(QPalette::PlaceholderText);
     return label;
+}
+
+// What speakers call it. A locale's own name of its language names the country, too.
+QString languageName(const QString& code) {
+    for (const auto& [known, name] : {std::pair("en", "English"), std::pair("es", "Español")})
+        if (code == known) return name;
+    QString name = QLocale(code).nativeLanguageName();
+    if (name.isEmpty()) return code;
+    name[0] = name[0].toUpper();
+    return name;
 }
 
 void addLanguages(QComboBox& box) {
     box.addItem(SettingsDialog::tr("As in the system"), QString());
-    for (const std::string& code : knownLanguages()) {
-        QString name = QLocale(native(code)).nativeLanguageName();
-        if (!name.isEmpty()) name[0] = name[0].toUpper();
-        box.addItem(name.isEmpty() ? native(code) : name, native(code));
-    }
+    for (const std::string& code : knownLanguages()) box.addItem(languageName(native(code)), native(code));
 }
 
 // Found by typing the name of a language or country, or the identifier.
@@ -147,7 +152,10 @@ QWidget* SettingsDialog::ratesTab() {
     });
     form->addRow(tr("Exchange &rates:"), withButton(rates_, tr("Choose the File of Exchange Rates"), false));
     form->addRow(QString(), updated_);
-    form->addRow(QString(), update);
+    auto* row = new QHBoxLayout;
+    row->addWidget(update);
+    row->addStretch();
+    form->addRow(QString(), row);
     form->addRow(tr("&Crypto-currencies:"), withButton(coins_, tr("Choose the File of Crypto-Currencies"), false));
     form->addRow(tr("&Service for places:"), places_);
     form->addRow(QString(), hint(tr("A URL or a file for rates, a URL for places. Nothing is fetched unless it is "

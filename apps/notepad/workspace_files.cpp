@@ -115,7 +115,7 @@ bool Workspace::saveAs(Page& page) {
 
 bool Workspace::mayOverwrite(Entry& entry) {
     if (entry.document->onDisk() != Document::OnDisk::changed) return true;
-    QMessageBox box(QMessageBox::Question, QString(),
+    QMessageBox box(QMessageBox::NoIcon, QString(),
                     tr("“%1” was changed by another program. Write over its changes?").arg(entry.document->title()),
                     QMessageBox::Cancel, &window_);
     const QPushButton* over = box.addButton(tr("&Write Over"), QMessageBox::DestructiveRole);
@@ -158,7 +158,7 @@ bool Workspace::close(Page& page) {
     load(entry);
     if (page.document()->isModified() && !(entry.document->path().isEmpty() && page.document()->isEmpty())) {
         window_.tabs()->setCurrentWidget(&page);
-        QMessageBox box(QMessageBox::Question, QString(),
+        QMessageBox box(QMessageBox::NoIcon, QString(),
                         tr("Save what you wrote in “%1” before it is closed?").arg(entry.document->title()),
                         QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, &window_);
         box.setDefaultButton(QMessageBox::Save);
@@ -187,7 +187,7 @@ bool Workspace::mayCloseWindow() {
         names += entry.document->title();
     }
     if (changed.isEmpty()) return true;
-    QMessageBox box(QMessageBox::Question, QString(),
+    QMessageBox box(QMessageBox::NoIcon, QString(),
                     tr("Save %1?").arg(names.size() == 1 ? "“" + names.front() + "”" : names.join(", ")),
                     QMessageBox::Save | QMessageBox::Cancel, &window_);
     box.setInformativeText(tr("What is not saved is there again at the next start."));

@@ -5,7 +5,7 @@
 #include <QSignalSpy>
 #include <QTest>
 
-#include "notepad/home.h"
+#include "home.h"
 
 namespace vemo::notepad {
 

@@ -4,8 +4,8 @@
 #include <QSignalSpy>
 #include <QTest>
 
+#include "home.h"
 #include "notepad/folders.h"
-#include "notepad/home.h"
 #include "notepad/session_state.h"
 #include "notepad/single_instance.h"
 

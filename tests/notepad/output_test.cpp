@@ -7,8 +7,8 @@
 #include <QPdfWriter>
 #include <QTest>
 
-#include "notepad/application.h"
-#include "notepad/home.h"
+#include "application.h"
+#include "home.h"
 #include "notepad/printing.h"
 
 namespace vemo::notepad {

@@ -8,8 +8,8 @@
 #include <QTest>
 #include <cstdio>
 
-#include "notepad/application.h"
-#include "notepad/home.h"
+#include "application.h"
+#include "home.h"
 
 namespace vemo::notepad {
 

@@ -12,8 +12,8 @@
 #include <QTest>
 #include <QTreeWidget>
 
-#include "notepad/application.h"
-#include "notepad/home.h"
+#include "application.h"
+#include "home.h"
 #include "notepad/settings_dialog.h"
 
 namespace vemo::notepad {

@@ -10,8 +10,8 @@
 #include <QSignalSpy>
 #include <QTest>
 
-#include "notepad/application.h"
-#include "notepad/home.h"
+#include "application.h"
+#include "home.h"
 #include "vemo/engine.h"
 
 namespace vemo::notepad {
@@ -117,9 +117,8 @@ private Q_SLOTS:
         test::Application second;
         QCOMPARE(second.page().text(), "91");
         QVERIFY(second.window.findChild<NoticeBar*>()->message().contains("changed by another program"));
-        for (QAction* action : second.window.findChild<NoticeBar*>()->actions())
-            if (action->text() == "&Read It Again") action->trigger();
-        QCOMPARE(second.page().text(), "2");
+        test::press(*second.window.findChild<NoticeBar*>(), "Read It Again");
+        QTRY_COMPARE(second.page().text(), "2");
     }
 
     void asksBeforeATextIsLost() {
@@ -128,7 +127,7 @@ private Q_SLOTS:
         notepad.choose("New");
         notepad.type("# My trip\n5 * 5");
         test::inDialog([](QWidget& dialog) { test::press(dialog, "Cancel"); });
-        notepad.choose("Close");
+        notepad.choose("Close Tab");
         QCOMPARE(notepad.page().text(), "# My trip\n5 * 5");
         test::inDialog([](QWidget& dialog) {
             test::inDialog([](QWidget& files) {
@@ -139,7 +138,7 @@ private Q_SLOTS:
             });
             test::press(dialog, "Save");
         });
-        notepad.choose("Close");
+        notepad.choose("Close Tab");
         QCOMPARE(home.read("trip.vemo"), "# My trip\n5 * 5");
         QVERIFY(!notepad.titles().contains("trip"));
 
@@ -147,7 +146,7 @@ private Q_SLOTS:
         notepad.type("6");
         notepad.workspace.flush();
         test::inDialog([](QWidget& dialog) { test::press(dialog, "Discard"); });
-        notepad.choose("Close");
+        notepad.choose("Close Tab");
         notepad.workspace.flush();
         QVERIFY(Recovery::leftIn(stateFolder() + "/unsaved").empty());
 
