@@ -175,6 +175,7 @@ Attempt<DayReading> DayShapes::calendarDate(std::size_t i) const {
     Attempt<DayReading> best = numeric(i);
     keepLonger(best, joinedByDashes(i));
     keepLonger(best, dottedWithoutYear(i));
+    keepLonger(best, strokedWithoutYear(i));
     keepLonger(best, marked(i));
     keepLonger(best, monthFirst(i));
     keepLonger(best, dayFirst(i));

@@ -116,6 +116,7 @@ private:
     Attempt<DayReading> marked(std::size_t i) const;
     Attempt<DayReading> numeric(std::size_t i) const;
     Attempt<DayReading> dottedWithoutYear(std::size_t i) const;
+    Attempt<DayReading> strokedWithoutYear(std::size_t i) const;
     Attempt<DayReading> joinedByDashes(std::size_t i) const;
     bool endsNumeric(std::size_t last) const;
     static int fullYear(const DateLexeme& year);

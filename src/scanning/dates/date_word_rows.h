@@ -186,7 +186,7 @@ constexpr bool isTelling(DateWord word) {
 
 // Words that make a date of the number after them: "at" 12.30, "in" 3 h.
 constexpr bool isTellingBeforeDigits(DateWord word) {
-    return word == DateWord::at || word == DateWord::atHour || word == DateWord::ahead;
+    return word == DateWord::at || word == DateWord::atHour || word == DateWord::ahead || word == DateWord::howLong;
 }
 
 }  // namespace vemo

@@ -50,8 +50,11 @@ Attempt<DayReading> DayShapes::numeric(std::size_t i) const {
         date = numericDate(*fields[0], *fields[1], *fields[2], i);
     else
         date = numericDate(*fields[2], *fields[0], *fields[1], i);
-    // "12/25/26", as dates are shown: three numbers of two digits that are a day are no quotients.
-    if (date) date->certain = isOfOurTime(*fields[2]) || ((stops || slashes) && digits[0] == 2 && digits[1] == 2);
+    // "12/25/26", as dates are shown: three numbers of two digits that are a day are no quotients, nor is what days
+    // are added to: "9/1/26 + 1 year". Both signs of arithmetic are "*" here.
+    const bool shifted = isSign(i + 5, u'*') && number(i + 6) && is(i + 7, DateWord::unit);
+    const bool asShown = (stops || slashes) && digits[0] == 2 && digits[1] == 2;
+    if (date) date->certain = isOfOurTime(*fields[2]) || asShown || (slashes && shifted);
     return date;
 }
 
@@ -86,6 +89,28 @@ Attempt<DayReading> DayShapes::dottedWithoutYear(std::size_t i) const {
     if ((!led && !endsPhrase(i + 4)) || (at(i + 4) && touches(i + 4) && !endsPhrase(i + 4))) return std::nullopt;
     Parsed<DayReading> date{
         NamedDay{std::nullopt, static_cast<unsigned>(month->value), static_cast<unsigned>(day->value)}, i + 4};
+    date.certain = true;
+    return date;
+}
+
+// "days until 12/25": a day where a word asks for one, else a fraction
+Attempt<DayReading> DayShapes::strokedWithoutYear(std::size_t i) const {
+    constexpr int lastMonth = 12, lastDay = 31;
+    const DateLexeme* first = number(i);
+    const DateLexeme* second = number(i + 2);
+    if (!first || !second || !isSign(i + 1, u'/') || !touches(i + 1) || !touches(i + 2) || first->openLeft ||
+        second->openRight || first->digits > 2 || second->digits > 2)
+        return std::nullopt;
+    const bool led =
+        i > 0 && isAny(i - 1, DateWord::until, DateWord::since, DateWord::before, DateWord::after, DateWord::howLong);
+    const bool followed = touches(i + 3) && isAny(i + 3, DateWord::until, DateWord::howLong);
+    if (!followed && !(led && endsPhrase(i + 3))) return std::nullopt;
+    const bool dayFirst = text_.order == DateOrder::dayMonthYear;
+    const DateLexeme& month = dayFirst ? *second : *first;
+    const DateLexeme& day = dayFirst ? *first : *second;
+    if (month.value < 1 || month.value > lastMonth || day.value < 1 || day.value > lastDay) return std::nullopt;
+    Parsed<DayReading> date{
+        NamedDay{std::nullopt, static_cast<unsigned>(month.value), static_cast<unsigned>(day.value)}, i + 3};
     date.certain = true;
     return date;
 }
