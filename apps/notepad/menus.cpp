@@ -46,10 +46,11 @@ QMenu* MainWindow::buildEditMenu() {
     addPageAction(menu, tr("&Paste"), QKeySequence::Paste, [](Page& page) { page.paste(); });
     addPageAction(menu, tr("Select &All"), QKeySequence::SelectAll, [](Page& page) { page.selectAll(); });
     menu->addSeparator();
-    addPageAction(menu, tr("Copy Ans&wer"), Qt::CTRL | Qt::SHIFT | Qt::Key_C, [](Page& page) { page.copyAnswer(); });
-    addPageAction(menu, tr("Copy Plain Num&ber"), Qt::CTRL | Qt::ALT | Qt::Key_C,
+    addPageAction(menu, tr("Copy Ans&wer"), Qt::CTRL | Qt::ALT | Qt::Key_C, [](Page& page) { page.copyAnswer(); });
+    addPageAction(menu, tr("Copy Plain Num&ber"), Qt::CTRL | Qt::ALT | Qt::Key_N,
                   [](Page& page) { page.copyPlainNumber(); });
     addPageAction(menu, tr("&Insert Answer Above"), Qt::CTRL | Qt::Key_I, [](Page& page) { page.insertAnswerAbove(); });
+    addPageAction(menu, tr("E&xplain Answer"), Qt::Key_F2, [](Page& page) { page.explainAnswer(); });
     menu->addSeparator();
     addPageAction(menu, tr("C&omplete Word"), Qt::CTRL | Qt::Key_Space, [](Page& page) { page.complete(true); });
     addPageAction(menu, tr("Co&mment or Uncomment"), Qt::CTRL | Qt::Key_Slash, [](Page& page) { toggleComment(page); });

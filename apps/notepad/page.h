@@ -42,6 +42,8 @@ public:
     void copyPlainNumber(int line = -1);
     // The nearest answer above the cursor's line, as a value.
     void insertAnswerAbove();
+    // Tells at its answer what a tip there tells.
+    void explainAnswer();
     // Offers words for what stands before the cursor; where nothing was `asked`, from two letters on.
     void complete(bool asked);
 

@@ -10,6 +10,7 @@
 
 #include "notepad/accessible_answers.h"
 #include "notepad/answer_column.h"
+#include "notepad/answer_texts.h"
 #include "notepad/completion_list.h"
 #include "notepad/line_formats.h"
 #include "notepad/line_numbers.h"
@@ -167,6 +168,18 @@ QString Page::noteAt(const QPoint& point) const {
     for (const Note& note : told->notes())
         if (note.start <= unit && unit <= note.start + note.length) notes << toQt(note.message).toHtmlEscaped();
     return notes.join(QStringLiteral("<br>"));
+}
+
+void Page::explainAnswer() {
+    ensureCursorVisible();
+    const int line = textCursor().blockNumber();
+    visitLines(0, viewport()->height(), [&](const QTextBlock& block, qreal, qreal bottom, qreal) {
+        const LineList::Line* told = lines_.told(line);
+        if (block.blockNumber() != line || !told) return;
+        const QString tip = answerTip(*told, text_.readingOf(line));
+        const QPoint below = answers_->mapToGlobal(QPoint(0, static_cast<int>(bottom)));
+        if (!tip.isEmpty()) QToolTip::showText(below, tip, answers_);
+    });
 }
 
 bool Page::viewportEvent(QEvent* event) {

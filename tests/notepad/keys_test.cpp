@@ -9,6 +9,7 @@
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QStatusBar>
+#include <QToolTip>
 
 #include "notepad/accessible_answers.h"
 #include "notepad/answer_column.h"
@@ -146,7 +147,7 @@ private Q_SLOTS:
         QVERIFY2(open.block(1).text().startsWith(QStringLiteral("x $5 is")), qPrintable(open.block(1).text()));
         // A line without an answer leaves the clipboard as it is.
         open.moveTo(2);
-        trigger(open, "Ctrl+Shift+C");
+        trigger(open, "Ctrl+Alt+C");
         QVERIFY(clipboard->text().startsWith(QStringLiteral("333")));
     }
 
@@ -172,6 +173,9 @@ private Q_SLOTS:
         QVERIFY2(tip.contains(QStringLiteral("exactly 3.3333")), qPrintable(tip));
         QVERIFY2(tip.contains(QStringLiteral("4 + 1")), qPrintable(tip));
         QVERIFY(!answerTip(open.toldOf(0), std::nullopt).contains(QStringLiteral("exactly")));
+        open.moveTo(1);
+        trigger(open, "F2");
+        QCOMPARE(QToolTip::text(), tip);
         open.page.setText(QStringLiteral("20% of $1,041"));
         QVERIFY(open.settled());
         QVERIFY(!answerTip(open.toldOf(0), std::nullopt).contains(QStringLiteral("exactly")));
