@@ -45,7 +45,8 @@ void CalculatedText::calculate() {
 }
 
 std::optional<std::u16string> CalculatedText::readingOf(int line) const {
-    return document_ ? document_->readingOf(static_cast<std::size_t>(line)) : std::nullopt;
+    // It would wait for a calculation under way.
+    return document_ && isCurrent() ? document_->readingOf(static_cast<std::size_t>(line)) : std::nullopt;
 }
 
 void CalculatedText::attach() {
