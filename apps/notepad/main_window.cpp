@@ -59,9 +59,7 @@ MainWindow::MainWindow(Calculation& calculation, QWidget* parent)
     statusBar()->addPermanentWidget(total_);
     connect(selection_, &SelectionTotals::changed, selected_, &QLabel::setText);
     connect(tabs_, &QTabWidget::currentChanged, this, [this] {
-        find_->setPage(currentPage());
-        selection_->follow(currentPage());
-        showTotal();
+        followCurrentPage();
         Q_EMIT currentPageChanged(currentPage());
     });
     constexpr int usualWidth = 860, usualHeight = 620;
@@ -136,6 +134,12 @@ void MainWindow::say(const QString& message) {
     statusBar()->showMessage(message, duration);
 }
 
+void MainWindow::followCurrentPage() {
+    find_->setPage(currentPage());
+    selection_->follow(currentPage());
+    showTotal();
+}
+
 void MainWindow::showTotal() {
     Page* page = currentPage();
     total_->setText(page ? totalText(*page) : QString());
@@ -145,6 +149,7 @@ bool MainWindow::event(QEvent* event) {
     const bool done = QMainWindow::event(event);
     if (event->type() == QEvent::Paint && !painted_) {
         painted_ = true;
+        followCurrentPage();  // pages may have been added without signals
         QTimer::singleShot(0, this, &MainWindow::shownFirst);
     }
     return done;

@@ -58,6 +58,7 @@ private:
     QAction* addPageAction(QMenu* menu, const QString& text, const QKeySequence& key, std::function<void(Page&)> act);
     void dress(Page& page);
     void forEachPage(const std::function<void(Page&)>& act);
+    void followCurrentPage();
     void showTotal();
 
     Calculation& calculation_;

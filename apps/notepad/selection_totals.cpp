@@ -90,9 +90,11 @@ void SelectionTotals::ask(const std::vector<Value>& values) {
         for (const Value& value : values) total = total.adding(*value.decimal());
         context.setValue(values.front().with(total), sum);
     } else {
-        for (std::size_t i = 0; i < values.size(); ++i) {
-            context.setValue(values[i], nameOf(i));
-            text += sum + (i == 0 ? u" = " : u" = " + sum + u" + ") + nameOf(i) + u'\n';
+        // From the last to the first, whose unit the sum then has.
+        for (std::size_t i = values.size(); i-- > 0;) {
+            const std::u16string name = nameOf(i);
+            context.setValue(values[i], name);
+            text += sum + (i + 1 == values.size() ? u" = " + name : u" = " + sum + u" + " + name) + u'\n';
         }
     }
     text += sum + u'\n' + sum + u" / " + number;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QSignalBlocker>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTextBlock>
@@ -18,12 +19,18 @@ struct OpenPage {
     MainWindow window{calculation};
     Page& page;
 
-    explicit OpenPage(const QString& text, bool start = true) : page(*window.addPage(QStringLiteral("page"))) {
+    explicit OpenPage(const QString& text, bool start = true) : page(addPage()) {
         page.setText(text);
         window.show();
         window.activateWindow();
         page.setFocus();
         if (start) startEngine();
+    }
+
+    // As those that are restored are added.
+    Page& addPage() {
+        const QSignalBlocker quiet(window.tabs());
+        return *window.addPage(QStringLiteral("page"));
     }
 
     void startEngine() {
