@@ -52,7 +52,7 @@ sleep 1
 # Edit > Settings, the tab of rates by its letter, the field by its letter.
 press alt+e s
 await_dialog Settings
-press alt+p alt+r
+press alt+t alt+r
 type_text "http://127.0.0.1:$port/latest.json"
 press Return
 wait_for grep -q latest.json "$work/server.log"

@@ -86,10 +86,10 @@ std::string chosen(const QComboBox& box) {
 SettingsDialog::SettingsDialog(Settings& settings, Calculation& calculation, QWidget* parent)
     : QDialog(parent), settings_(settings), calculation_(calculation), tabs_(new QTabWidget), problem_(new QLabel) {
     setWindowTitle(tr("Settings"));
-    tabs_->addTab(readingTab(), tr("&Reading"));
-    tabs_->addTab(ratesTab(), tr("Rates and &Places"));
+    tabs_->addTab(readingTab(), tr("Rea&ding"));
+    tabs_->addTab(ratesTab(), tr("Ra&tes and Places"));
     tabs_->addTab(extensionsTab(), tr("&Extensions"));
-    tabs_->addTab(appearanceTab(), tr("&Appearance"));
+    tabs_->addTab(appearanceTab(), tr("A&ppearance"));
     problem_->setWordWrap(true);
     problem_->hide();
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Apply | QDialogButtonBox::Cancel);
@@ -156,7 +156,7 @@ QWidget* SettingsDialog::ratesTab() {
     row->addWidget(update);
     row->addStretch();
     form->addRow(QString(), row);
-    form->addRow(tr("&Crypto-currencies:"), withButton(coins_, tr("Choose the File of Crypto-Currencies"), false));
+    form->addRow(tr("Crypto-curre&ncies:"), withButton(coins_, tr("Choose the File of Crypto-Currencies"), false));
     form->addRow(tr("&Service for places:"), places_);
     form->addRow(QString(), hint(tr("A URL or a file for rates, a URL for places. Nothing is fetched unless it is "
                                     "named here.")));
@@ -190,7 +190,7 @@ QWidget* SettingsDialog::appearanceTab() {
     theme_->addItem(tr("Dark"), "dark");
     form->addRow(tr("&Font:"), font_);
     form->addRow(tr("&Size:"), size_);
-    form->addRow(tr("&Theme:"), theme_);
+    form->addRow(tr("T&heme:"), theme_);
     return tab;
 }
 
