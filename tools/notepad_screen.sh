@@ -29,14 +29,12 @@ wait_for() {
 
 # screen WIDTH HEIGHT
 screen() {
-    local number
-    for number in $(seq 90 120); do
-        [ -e "/tmp/.X11-unix/X$number" ] || [ -e "/tmp/.X$number-lock" ] || break
-    done
-    export DISPLAY=:$number
-    Xvfb "$DISPLAY" -screen 0 "$1x$2x24" -dpi 96 -nolisten tcp >"$work/screen.log" 2>&1 &
+    Xvfb -displayfd 3 -screen 0 "$1x$2x24" -dpi 96 -nolisten tcp 3>"$work/display" >"$work/screen.log" 2>&1 &
     processes+=($!)
     disown
+    wait_for test -s "$work/display"
+    DISPLAY=:$(cat "$work/display")
+    export DISPLAY
     wait_for xdpyinfo
     openbox >"$work/windows.log" 2>&1 &
     processes+=($!)

@@ -23,6 +23,11 @@ namespace {
 
 constexpr double leastShare = 0.1, mostShare = 0.8;
 
+// The height of a line's rows: the document's margin belongs to none.
+qreal rowsHeight(const QTextBlock& block, const QRectF& box) {
+    return box.height() - (block.next().isValid() ? 0 : block.document()->documentMargin());
+}
+
 }  // namespace
 
 void Page::visitLines(int top, int bottom, const VisitLine& visit) const {
@@ -33,7 +38,8 @@ void Page::visitLines(int top, int bottom, const VisitLine& visit) const {
         const QTextLayout* layout = block.layout();
         if (block.isVisible() && end >= top && layout->lineCount() > 0) {
             const QTextLine first = layout->lineAt(0);
-            visit(block, at, end, at + layout->position().y() + first.y() + first.ascent());
+            visit(block, at, at + rowsHeight(block, blockBoundingRect(block)),
+                  at + layout->position().y() + first.y() + first.ascent());
         }
         at = end;
     }
@@ -125,8 +131,9 @@ void Page::paintMatches(QPainter& painter, const QRect& part) {
 
 void Page::paintEvent(QPaintEvent* event) {
     QPainter painter(viewport());
-    const QRectF row = blockBoundingGeometry(textCursor().block()).translated(contentOffset());
-    painter.fillRect(QRectF(0, row.top(), viewport()->width(), row.height()), theme_->currentLine);
+    const QTextBlock current = textCursor().block();
+    const QRectF row = blockBoundingGeometry(current).translated(contentOffset());
+    painter.fillRect(QRectF(0, row.top(), viewport()->width(), rowsHeight(current, row)), theme_->currentLine);
     if (!sought_.isEmpty()) paintMatches(painter, event->rect());
     painter.end();
     QPlainTextEdit::paintEvent(event);

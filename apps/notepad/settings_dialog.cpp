@@ -226,6 +226,9 @@ void SettingsDialog::showValues() {
     const QFont font = fontNamed(values.font);
     font_->setCurrentFont(font);
     size_->setValue(static_cast<int>(font.pointSizeF()));
+    QFont shown = font_->currentFont();
+    shown.setPointSizeF(size_->value());
+    shownFont_ = nameOf(shown);
     showSample();
     showRates();
     showExtensions();
@@ -246,9 +249,7 @@ session::Configuration SettingsDialog::wanted() const {
     // Only a font that was chosen is written down.
     QFont font = font_->currentFont();
     font.setPointSizeF(size_->value());
-    const QFont before = fontNamed(values.font);
-    if (font.family() != QFontInfo(before).family() || size_->value() != static_cast<int>(before.pointSizeF()))
-        values.font = nameOf(font);
+    if (nameOf(font) != shownFont_) values.font = nameOf(font);
     return values;
 }
 

@@ -51,6 +51,7 @@ private:
     QLineEdit *rates_, *coins_, *places_, *extensions_;
     QTreeWidget* scripts_;
     QFontComboBox* font_;
+    std::string shownFont_;  // when the dialog came up
 };
 
 }  // namespace vemo::notepad

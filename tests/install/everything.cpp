@@ -12,6 +12,7 @@
 #include <vemo/number_formatter.h>
 #include <vemo/number_parsers.h>
 #include <vemo/quick_type.h>
+#include <vemo/rates_copy.h>
 #include <vemo/remarks.h>
 #include <vemo/result.h>
 #include <vemo/result_serializer.h>
@@ -208,6 +209,7 @@ void engines(const std::filesystem::path& folder) {
     engine.buildVemoWorker();
     check(delegate->calls == 2 && !engine.startUpLog().empty() && engine.extensions().empty());
     check(engine.takeRates(VemoEngine::RatesFile::currency, R"({"rates":{"EUR":0.5}})").empty());
+    check(!ratesFetched("https://rates.example.com/latest.json", folder));
     check(engine.takeRates(VemoEngine::RatesFile::crypto, R"({"rates":{"QQQ":0.25}})").empty());
     loop->post([&] { loop->stop(); });
     loop->run();

@@ -140,7 +140,7 @@ private Q_SLOTS:
         });
         notepad.choose("Settings…");
         QVERIFY(home.read(configuration).contains("rates = \"" + server.url().toUtf8()));
-        QVERIFY(!home.read(configuration).contains("places"));
+        QVERIFY(!home.read(configuration).contains("places") && !home.read(configuration).contains("font"));
     }
 
     void tellsWhatScriptsDefine() {
