@@ -3,7 +3,7 @@
 
 work=$(mktemp -d)
 processes=()
-trap 'for process in "${processes[@]}"; do kill -9 "$process" 2>/dev/null; done; rm -rf "$work"' EXIT
+trap 'for process in "${processes[@]}"; do kill -9 "$process"; wait "$process"; done 2>/dev/null; rm -rf "$work"' EXIT
 # A folder of its own for everything that is kept.
 export HOME=$work/home XDG_CONFIG_HOME=$work/config XDG_STATE_HOME=$work/state XDG_CACHE_HOME=$work/cache \
     XDG_RUNTIME_DIR=$work/runtime LANG=en_US.UTF-8 LC_ALL=C.UTF-8 TZ=UTC QT_QPA_PLATFORM=xcb QT_ENABLE_HIGHDPI_SCALING=1

@@ -150,13 +150,13 @@ QWidget* SettingsDialog::ratesTab() {
         updated_->setText(tr("Asking for rates…"));
         settings_.updateRates();
     });
-    form->addRow(tr("Exchange &rates:"), withButton(rates_, tr("Choose the File of Exchange Rates"), false));
+    addPathRow(*form, tr("Exchange &rates:"), rates_, tr("Choose the File of Exchange Rates"), false);
     form->addRow(QString(), updated_);
     auto* row = new QHBoxLayout;
     row->addWidget(update);
     row->addStretch();
     form->addRow(QString(), row);
-    form->addRow(tr("Crypto-curre&ncies:"), withButton(coins_, tr("Choose the File of Crypto-Currencies"), false));
+    addPathRow(*form, tr("Crypto-curre&ncies:"), coins_, tr("Choose the File of Crypto-Currencies"), false);
     form->addRow(tr("&Service for places:"), places_);
     form->addRow(QString(), hint(tr("A URL or a file for rates, a URL for places. Nothing is fetched unless it is "
                                     "named here.")));
@@ -168,7 +168,7 @@ QWidget* SettingsDialog::extensionsTab() {
     auto* layout = new QVBoxLayout(tab);
     auto* form = new QFormLayout;
     extensions_ = new QLineEdit;
-    form->addRow(tr("&Folder of scripts:"), withButton(extensions_, tr("Choose the Folder of Scripts"), true));
+    addPathRow(*form, tr("&Folder of scripts:"), extensions_, tr("Choose the Folder of Scripts"), true);
     scripts_ = new QTreeWidget;
     scripts_->setHeaderLabels({tr("Script"), tr("What became of it")});
     scripts_->setAccessibleName(tr("Scripts"));
@@ -194,7 +194,8 @@ QWidget* SettingsDialog::appearanceTab() {
     return tab;
 }
 
-QWidget* SettingsDialog::withButton(QLineEdit* edit, const QString& label, bool folder) {
+void SettingsDialog::addPathRow(QFormLayout& form, const QString& name, QLineEdit* edit, const QString& label,
+                                bool folder) {
     auto* both = new QWidget;
     auto* layout = new QHBoxLayout(both);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -209,8 +210,9 @@ QWidget* SettingsDialog::withButton(QLineEdit* edit, const QString& label, bool 
     });
     layout->addWidget(edit);
     layout->addWidget(button);
-    both->setFocusProxy(edit);
-    return both;
+    form.addRow(name, both);
+    qobject_cast<QLabel*>(form.labelForField(both))->setBuddy(edit);
+    edit->setAccessibleName(QString(name).remove('&').remove(':'));
 }
 
 void SettingsDialog::showValues() {

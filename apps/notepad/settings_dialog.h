@@ -34,7 +34,8 @@ private:
     QWidget* ratesTab();
     QWidget* extensionsTab();
     QWidget* appearanceTab();
-    QWidget* withButton(QLineEdit* edit, const QString& label, bool folder);
+    // A field with a button that chooses a file or folder; `label` is the title of that choice.
+    void addPathRow(QFormLayout& form, const QString& name, QLineEdit* edit, const QString& label, bool folder);
 
     session::Configuration wanted() const;
     void showValues();

@@ -3,6 +3,7 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QDialog>
 #include <QMenu>
 #include <QTest>
 #include <functional>
@@ -72,6 +73,9 @@ inline void inDialog(const std::function<void(QWidget&)>& act) {
         timer->stop();
         timer->deleteLater();
         act(*dialog);
+        // A test that failed there waits for nobody.
+        if (QTest::currentTestFailed())
+            if (auto* left = qobject_cast<QDialog*>(QApplication::activeModalWidget())) left->reject();
     });
     timer->start();
 }

@@ -2,6 +2,7 @@
 // The dialog of settings and the file that it shares with the command.
 #include "notepad/settings.h"
 
+#include <QAccessible>
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
@@ -27,9 +28,7 @@ template <class Field>
 Field& field(QWidget& dialog, const QString& label) {
     for (auto* each : dialog.findChildren<QLabel*>()) {
         if (each->text().remove('&') != label) continue;
-        QWidget* buddy = each->buddy();
-        if (buddy && buddy->focusProxy()) buddy = buddy->focusProxy();
-        if (auto* found = qobject_cast<Field*>(buddy)) return *found;
+        if (auto* found = qobject_cast<Field*>(each->buddy())) return *found;
     }
     qFatal("no field is labelled %s", qPrintable(label));
 }
@@ -141,6 +140,32 @@ private Q_SLOTS:
         notepad.choose("Settings…");
         QVERIFY(home.read(configuration).contains("rates = \"" + server.url().toUtf8()));
         QVERIFY(!home.read(configuration).contains("places") && !home.read(configuration).contains("font"));
+    }
+
+    // Each tab and field by its letter, and by a name that a screen reader tells.
+    void needsNoMouse() {
+        const test::Home home;
+        test::Application notepad;
+        QApplication::setActiveWindow(&notepad.window);
+        test::inDialog([](QWidget& dialog) {
+            QApplication::setActiveWindow(&dialog);
+            QTest::keyClick(&dialog, Qt::Key_T, Qt::AltModifier);
+            for (const auto& [key, name] :
+                 {std::pair(Qt::Key_R, "Exchange rates:"), {Qt::Key_N, "Crypto-currencies:"}}) {
+                QTest::keyClick(&dialog, key, Qt::AltModifier);
+                auto& edit = field<QLineEdit>(dialog, name);
+                QVERIFY(edit.hasFocus());
+                QTest::keyClicks(&edit, "x.json");
+                QCOMPARE(edit.text(), "x.json");
+                const QAccessibleInterface* told = QAccessible::queryAccessibleInterface(&edit);
+                QCOMPARE(told->text(QAccessible::Name) + ':', name);
+            }
+            QTest::keyClick(&dialog, Qt::Key_E, Qt::AltModifier);
+            QTest::keyClick(&dialog, Qt::Key_F, Qt::AltModifier);
+            QVERIFY(field<QLineEdit>(dialog, "Folder of scripts:").hasFocus());
+            QTest::keyClick(&dialog, Qt::Key_Escape);
+        });
+        notepad.choose("Settings…");
     }
 
     void tellsWhatScriptsDefine() {
