@@ -4,6 +4,7 @@
 #include <QFileInfo>
 #include <QIcon>
 #include <QProxyStyle>
+#include <algorithm>
 #include <cstdio>
 
 #include "notepad/file_menu.h"
@@ -20,7 +21,7 @@ namespace {
 using namespace vemo::notepad;
 
 // The files of the command line, by their whole names.
-QStringList filesOf(const QApplication& application) {
+QStringList filesOf(const QCoreApplication& application) {
     QCommandLineParser parser;
     parser.setApplicationDescription("A notepad that calculates what people write.");
     parser.addHelpOption();
@@ -57,10 +58,14 @@ void comeToFront(MainWindow& window, const QString& token) {
 }  // namespace
 
 int main(int argc, char** argv) {
-    QApplication application(argc, argv);
     const std::string_view version = vemo::VemoEngine::version();
-    QApplication::setApplicationName("vemo-notepad");
-    QApplication::setApplicationVersion(QString::fromUtf8(version.data(), static_cast<qsizetype>(version.size())));
+    QCoreApplication::setApplicationName("vemo-notepad");
+    QCoreApplication::setApplicationVersion(QString::fromUtf8(version.data(), static_cast<qsizetype>(version.size())));
+    // What is only to be printed needs no screen.
+    constexpr std::string_view printed[] = {"-h", "--help", "-v", "--version"};
+    if (argc == 2 && std::find(std::begin(printed), std::end(printed), argv[1]) != std::end(printed))
+        filesOf(QCoreApplication(argc, argv));
+    QApplication application(argc, argv);
     QApplication::setApplicationDisplayName("Vemo");
     QApplication::setDesktopFileName("vemo-notepad");
     QApplication::setWindowIcon(QIcon::fromTheme("vemo-notepad"));
