@@ -33,8 +33,11 @@ bool endsPart(const ElementList& elements, std::size_t i) {
            (elements[i].value.has(Attribute::operation) && !hasLetter(elements[i].text()));
 }
 
+// At most so many elements on as a request may take.
 std::size_t endOfPart(const ElementList& elements, std::size_t i) {
-    while (!endsPart(elements, i)) ++i;
+    constexpr std::size_t mostElements = 16;
+    const std::size_t most = i + mostElements;
+    while (i < most && !endsPart(elements, i)) ++i;
     return i;
 }
 
@@ -230,8 +233,16 @@ std::optional<Value> RoundingEvaluator::rounded(const Value& given, TextRange wr
     return result;
 }
 
+// "10 / 3 rounded to 3 dp + 1 rounded to 2 dp": one after the other.
 std::optional<ElementList> RoundingEvaluator::evaluate(const ElementList& elements, Context& context,
                                                        const EvaluationContext& evaluationContext) const {
+    std::optional<ElementList> result = withFirst(elements, context, evaluationContext);
+    for (auto next = result; next; next = withFirst(*result, context, evaluationContext)) result = std::move(next);
+    return result;
+}
+
+std::optional<ElementList> RoundingEvaluator::withFirst(const ElementList& elements, Context& context,
+                                                        const EvaluationContext& evaluationContext) const {
     if (!elements.anyHas(Attribute::function) && !elements.anyHas(Attribute::nsystem) && !hasPlainWords(elements))
         return std::nullopt;
     std::size_t start = 0;

@@ -41,6 +41,8 @@ private:
         RoundingMode mode;
     };
 
+    std::optional<ElementList> withFirst(const ElementList& elements, Context& context,
+                                         const EvaluationContext& evaluationContext) const;
     std::optional<Rounding> roundingAt(const ElementList& elements, std::size_t from, bool led) const;
     bool readDigits(const ElementList& elements, std::size_t number, bool bare, bool named, Rounding& rounding) const;
     bool readStep(const ElementList& elements, std::size_t number, std::u16string_view words, Rounding& rounding) const;
