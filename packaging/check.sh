@@ -1,10 +1,11 @@
 #!/usr/bin/env bash
 # Makes the packages, and on a bare Debian installs them from their files, uses them, and removes them. As root; needs
-# debootstrap, lintian, and a mirror of Debian: packaging/check.sh [MIRROR]
+# debootstrap, lintian, and a mirror of Debian, which DEBIAN_MIRROR may name: packaging/check.sh [CMAKE OPTIONS…], such as
+# -DVEMO_BUILD_NOTEPAD=ON.
 set -eu
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
-mirror=${1:-http://deb.debian.org/debian}
-"$here/build.sh"
+mirror=${DEBIAN_MIRROR:-http://deb.debian.org/debian}
+"$here/build.sh" "$@"
 packages=$here/../build/package/packages
 lintian --allow-root --fail-on error "$packages"/*.deb
 

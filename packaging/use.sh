@@ -27,6 +27,9 @@ same "$(/usr/bin/python3 -c 'import vemo; print(vemo.Engine(language="en").calcu
 /usr/bin/python3 /examples/python/add_column.py /examples/python/trips.csv /tmp/out.csv miles '{distance} in mi' 2>/dev/null
 same "$(sed -n 3p /tmp/out.csv | tr -d '\r')" "Coast,540 km,335.54 mi"
 
+# The notepad, where it was built.
+[ ! -e /packages/vemo-notepad_* ] || QT_QPA_PLATFORM=offscreen vemo-notepad --version
+
 # All of it goes.
 rm -r /tmp/*
 apt-get purge -y -qq vemo libvemo0 libvemo-dev python3-vemo $(dpkg-query -W -f='${Package} ' 'vemo-notepad' 2>/dev/null) \
