@@ -87,43 +87,62 @@ void LineList::replace(int first, int removed, int inserted, bool pushedDown) {
     asked_.replace(first, removed, inserted);
     since_.replace(first, removed, inserted);
     since_.unite({first, first + inserted});
-    moved_ = moved_ || removed != inserted;
+    if (removed != inserted) moves_.push_back({first, removed, inserted});
 }
 
 void LineList::requested() {
     asked_.unite(since_);
     since_ = {};
-    moved_ = false;
+    moves_.clear();
+}
+
+int LineList::placeOf(int asked) const {
+    for (const Move& move : moves_) {
+        if (asked >= move.first + move.removed)
+            asked += move.inserted - move.removed;
+        else if (asked >= move.first)
+            return -1;
+    }
+    return asked;
+}
+
+int LineList::askedAt(int place) const {
+    for (auto move = moves_.rbegin(); move != moves_.rend(); ++move) {
+        if (place >= move->first + move->inserted)
+            place -= move->inserted - move->removed;
+        else if (place >= move->first)
+            return -1;
+    }
+    return place;
 }
 
 void LineList::take(const VemoDocument::Answer& answer, bool first) {
-    missed_ = missed_ || first;
-    if (moved_) {
-        missed_ = true;
-        return;
-    }
     const auto& lines = answer.result.lines;
-    const int most = std::min(count(), static_cast<int>(lines.size()));
-    const auto takeSpan = [&](int from, int to) {
-        for (int i = from; i < std::min(to, most); ++i)
-            if (!since_.contains(i)) set(i, lines[static_cast<std::size_t>(i)]);
+    const int told = static_cast<int>(lines.size());
+    const auto takeLine = [&](int line, int place) {
+        const bool known = line >= 0 && line < told && place >= 0 && place < count();
+        if (known && !since_.contains(place)) set(place, lines[static_cast<std::size_t>(line)]);
     };
-    if (missed_) {
-        takeSpan(0, most);
+    const auto takeChange = [&](std::size_t begin, std::size_t length) {
+        for (std::size_t i = begin; i < begin + length; ++i)
+            takeLine(static_cast<int>(i), placeOf(static_cast<int>(i)));
+    };
+    if (first) {
+        takeChange(0, lines.size());
     } else {
-        for (const auto& change : answer.changes)
-            takeSpan(static_cast<int>(change.first), static_cast<int>(change.first + change.inserted));
-        takeSpan(asked_.from, asked_.to);
+        for (const auto& change : answer.changes) takeChange(change.first, change.inserted);
+        for (int place = asked_.from; place < asked_.to; ++place) takeLine(askedAt(place), place);
     }
+    asked_ = {};
+    if (!moves_.empty()) return;
     // An empty line at the end is none of the engine's.
-    for (int i = most; i < count(); ++i) {
+    for (int i = told; i < count(); ++i) {
         Entry& entry = lines_[static_cast<std::size_t>(i)];
+        if (since_.contains(i)) continue;
         count(entry, -1);
         if (entry.told) stale_.unite({i, i + 1});
         entry = {};
     }
-    missed_ = false;
-    asked_ = {};
 }
 
 void LineList::take(const VemoEngine::Result& result) {

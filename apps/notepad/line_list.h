@@ -47,7 +47,7 @@ public:
     void replace(int first, int removed, int inserted, bool pushedDown);
     // An answer is asked for, to the text as it is now.
     void requested();
-    // Gives the lines that now differ from their views; an answer can be to an earlier text than that there is.
+    // An answer can be to an earlier text than that there is: what was edited since waits for the next.
     void take(const VemoDocument::Answer& answer, bool first);
     // What was stored, for a text that has no answer yet.
     void take(const VemoEngine::Result& result);
@@ -79,14 +79,21 @@ private:
         std::shared_ptr<const LineView> view;
     };
 
+    // Lines that were added or removed while an answer is awaited.
+    struct Move {
+        int first, removed, inserted;
+    };
+
     void set(int line, const Line& told);
     void count(const Entry& entry, int sign);
+    // Where a line of the text that was asked for is now, and the other way round; -1 where it is no more.
+    int placeOf(int asked) const;
+    int askedAt(int place) const;
 
     std::vector<Entry> lines_ = std::vector<Entry>(1);
     LineSpan stale_;
     LineSpan asked_, since_;  // lines that were edited: before the latest request, and after
-    bool moved_ = false;      // lines were added or removed since
-    bool missed_ = false;     // an answer could not be taken
+    std::vector<Move> moves_;
     Facts facts_;
 };
 

@@ -85,8 +85,10 @@ void Page::takeCompletion(const QString& word) {
 
 // An input method's text has formats of its own, which took the place of the line's.
 void Page::inputMethodEvent(QInputMethodEvent* event) {
+    const int revision = document()->revision();
     QPlainTextEdit::inputMethodEvent(event);
     const QTextBlock block = textCursor().block();
+    if (document()->revision() != revision) hold(block.blockNumber());
     if (dress(block)) document()->markContentsDirty(block.position(), block.length());
     completions_->hide();
 }
