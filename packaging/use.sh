@@ -34,7 +34,7 @@ same "$(sed -n 3p /tmp/out.csv | tr -d '\r')" "Coast,540 km,335.54 mi"
 rm -r /tmp/*
 apt-get purge -y -qq vemo libvemo0 libvemo-dev python3-vemo $(dpkg-query -W -f='${Package} ' 'vemo-notepad' 2>/dev/null) \
     >/var/log/purge 2>&1 || { cat /var/log/purge; exit 1; }
-! command -v vemo
+if command -v vemo; then exit 1; fi
 left=$(find / -xdev -not -path '/proc/*' -not -path '/var/*' -not -path '/etc/*' | sort | comm -13 /var/before - |
     grep -i vemo || true)
 same "$left" ""

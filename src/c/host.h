@@ -34,7 +34,7 @@ struct LiveDocument {
 };
 
 // An engine on a thread of its own, which is the engine's main executor: what other threads want of it is run there.
-class Host : public std::enable_shared_from_this<Host> {
+class Host {
 public:
     // Ready when this returns.
     explicit Host(const vemo_options& options);
@@ -57,7 +57,7 @@ public:
     VemoEngine::Result calculate(std::u16string_view text);
     std::optional<std::u16string> readingOf(std::size_t line, std::u16string_view text);
     void takeRates(VemoEngine::RatesFile kind, std::string_view json);
-    // Nothing where all that was awaited came; what went wrong; see `vemo_engine_wait`.
+    // Waits for what is being fetched; `problem` says what did not come.
     vemo_status wait(std::chrono::milliseconds atMost, std::string& problem);
     // The vocabulary of what the engine knows now. On the engine's thread.
     const Completions& completions(VemoEngine& engine);
