@@ -19,8 +19,8 @@ enum class Attribute : std::uint8_t {
     unit,         // text: id of the unit, "percent" for a percentage
     date,         // date: an instant
     timeZone,     // time zone
-    nsystem,      // text: "hex", "oct", "bin", "sci", "fraction", or how many fraction digits are shown at least; absent means
-                  // decimal notation
+    nsystem,      // text: "hex", "oct", "bin", "sci", "fraction", or the least number of fraction digits shown; absent
+                  // means decimal notation
     scale,        // text: id of a scale word
     operation,    // text: id of an operator
     function,     // text: id of a function

@@ -56,12 +56,9 @@ struct PrefixedLiteral {
 constexpr struct {
     std::u16string_view key;
     std::u16string_view system;
-} numeralSystems[] = {{u"decimal.variants", u"decimal"},
-                      {u"binary.variants", u"bin"},
-                      {u"octal.variants", u"oct"},
-                      {u"hex.variants", u"hex"},
-                      {u"scientific.variants", u"sci"},
-                      {u"fraction.variants", u"fraction"}};
+} numeralSystems[] = {{u"decimal.variants", u"decimal"}, {u"binary.variants", u"bin"},
+                      {u"octal.variants", u"oct"},       {u"hex.variants", u"hex"},
+                      {u"scientific.variants", u"sci"},  {u"fraction.variants", u"fraction"}};
 
 constexpr struct {
     std::u16string_view key, type;
