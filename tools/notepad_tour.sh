@@ -6,8 +6,6 @@ set -u
 root=$(cd "$(dirname "$0")/.." && pwd)
 . "$root/scripts/build.sh"
 install_packages "$root/packages-notepad.txt" "$root/tools/notepad_packages.txt"
-readme=""
-[ "${1:-}" = --readme ] && { readme=1; shift; }
 folder=$(mkdir -p "${1:?a folder for the pictures}" && cd "$1" && pwd)
 program=${2:-$root/build/notepad/apps/notepad/vemo-notepad}
 [ -x "$program" ] || build notepad vemo-notepad -DCMAKE_BUILD_TYPE=Release -DVEMO_BUILD_NOTEPAD=ON
@@ -65,7 +63,7 @@ empty_page() {
 
 # size SCALE: of the window
 size() {
-    xdotool windowsize --sync "$window" $((760 * $1)) $((500 * $1))
+    xdotool windowsize --sync "$window" $((760 * $1)) $((430 * $1))
     xdotool windowmove "$window" 40 60
 }
 
@@ -82,9 +80,9 @@ write_page() { # LOCALE THEME SCALE
     sleep 1
 }
 
-if [ -n "$readme" ]; then
+if [ "$folder" = "$root/docs" ]; then
     write_page en_US light 1
-    picture "$window" "$root/docs/notepad.png"
+    picture "$window" "$folder/notepad.png"
     close_notepad
     exit
 fi

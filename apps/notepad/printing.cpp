@@ -86,7 +86,8 @@ public:
             const Row& row = rows_[i];
             if (row.ruled) {
                 painter.setPen(QPen(theme.divider, rowHeight_ / 20));
-                painter.drawLine(QPointF(0, y), QPointF(width_, y));
+                const qreal rule = y + rowHeight_ / 4;
+                painter.drawLine(QPointF(0, rule), QPointF(width_, rule));
             }
             painter.setPen(theme.text);
             row.text.layout->draw(&painter, {0, y});
@@ -159,7 +160,7 @@ private:
         row.answer = blockOf(printout_.total, font, device_, width_, Qt::AlignRight);
         row.text = blockOf(QString(), font, device_, width_, Qt::AlignLeft);
         row.below = true;
-        row.answerTop = rowHeight_ / 3;
+        row.answerTop = rowHeight_ / 2;
         row.height = row.answerTop + row.answer.height;
         rows_.push_back(std::move(row));
     }
