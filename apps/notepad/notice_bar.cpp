@@ -7,17 +7,21 @@
 
 namespace vemo::notepad {
 
-NoticeBar::NoticeBar(QWidget* parent) : QToolBar(tr("Notice"), parent), label_(new QLabel(this)) {
+NoticeBar::NoticeBar(QWidget* parent) : QToolBar(tr("Notice"), parent) {
     setObjectName("notice");
     setMovable(false);
     layout()->setSpacing(6);
     toggleViewAction()->setVisible(false);
-    label_->setMargin(6);
     setVisible(false);
 }
 
 void NoticeBar::show(const Notice* notice) {
-    clear();
+    // With the widgets that they show.
+    for (QAction* action : actions()) {
+        removeAction(action);
+        action->deleteLater();
+    }
+    label_ = nullptr;
     setVisible(notice != nullptr);
     if (!notice) return;
     label_ = new QLabel(notice->message, this);
@@ -33,7 +37,7 @@ void NoticeBar::show(const Notice* notice) {
 }
 
 QString NoticeBar::message() const {
-    return isVisibleTo(parentWidget()) ? label_->text() : QString();
+    return label_ ? label_->text() : QString();
 }
 
 }  // namespace vemo::notepad

@@ -31,7 +31,7 @@ public:
     QString message() const;
 
 private:
-    QLabel* label_;
+    QLabel* label_ = nullptr;  // of the notice that is shown
 };
 
 }  // namespace vemo::notepad

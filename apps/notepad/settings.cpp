@@ -108,6 +108,7 @@ void Settings::read() {
 }
 
 void Settings::start() {
+    sourceProblems_.clear();
     calculation_.start(calculationSettings(values_));
     if (!problems_.isEmpty()) window_.say(problems_.front());
 }
@@ -146,8 +147,8 @@ void Settings::takeRates() {
 }
 
 void Settings::addProblem(const QString& problem) {
-    if (problems_.contains(problem)) return;
-    problems_ += problem;
+    if (sourceProblems_.contains(problem)) return;
+    sourceProblems_ += problem;
     window_.say(problem);
     Q_EMIT problemsChanged();
 }

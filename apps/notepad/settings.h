@@ -22,7 +22,7 @@ public:
 
     const session::Configuration& values() const { return values_; }
     // What is wrong with the file, or with what it names.
-    const QStringList& problems() const { return problems_; }
+    QStringList problems() const { return problems_ + sourceProblems_; }
 
     // Reads the file again.
     void read();
@@ -44,7 +44,8 @@ private:
     Calculation& calculation_;
     MainWindow& window_;
     session::Configuration values_;
-    QStringList problems_;
+    QStringList problems_;        // of the file
+    QStringList sourceProblems_;  // of what this engine asked for
 };
 
 // What the engine is to be like.

@@ -69,10 +69,7 @@ Workspace::Workspace(MainWindow& window, const QString& folder, QObject* parent)
     answersTimer_.setSingleShot(true);
     answersTimer_.setInterval(answersDelay);
     connect(&sessionTimer_, &QTimer::timeout, this, &Workspace::keepSession);
-    connect(&answersTimer_, &QTimer::timeout, this, [this] {
-        for (const Entry& entry : std::as_const(entries_))
-            if (entry.loaded) answers_.store(entry.document->id(), *entry.page);
-    });
+    connect(&answersTimer_, &QTimer::timeout, this, &Workspace::storeAnswers);
     connect(tabs, &QTabWidget::tabCloseRequested, this, [this, tabs](int index) {
         if (auto* page = qobject_cast<Page*>(tabs->widget(index))) close(*page);
     });
@@ -175,7 +172,10 @@ Page& Workspace::add(Document* document) {
         showTitles(*page);
         sessionTimer_.start();
     });
-    connect(page, &Page::answersSettled, &answersTimer_, qOverload<>(&QTimer::start));
+    connect(page, &Page::answersSettled, this, [this, page] {
+        answered_ += page;
+        answersTimer_.start();
+    });
     return *page;
 }
 
@@ -253,12 +253,14 @@ void Workspace::flush() {
     recovery_.keepNow();
     sessionTimer_.stop();
     keepSession();
-    if (answersTimer_.isActive()) {
-        answersTimer_.stop();
-        for (const Entry& entry : std::as_const(entries_))
-            if (entry.loaded) answers_.store(entry.document->id(), *entry.page);
-    }
+    storeAnswers();
     writer_.flush();
+}
+
+void Workspace::storeAnswers() {
+    answersTimer_.stop();
+    for (const Page* page : std::exchange(answered_, {}))
+        if (const Entry& entry = entryOf(*page); entry.loaded) answers_.store(entry.document->id(), *entry.page);
 }
 
 void Workspace::tell(Entry& entry, std::optional<Notice> notice) {

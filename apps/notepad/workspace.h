@@ -82,6 +82,7 @@ private:
 
     std::optional<Unsaved> snapshotOf(const QString& id) const;
     void keepSession();
+    void storeAnswers();
 
     MainWindow& window_;
     NoticeBar* notices_;
@@ -91,6 +92,7 @@ private:
     Recovery recovery_;
     SessionState state_;
     QHash<const Page*, Entry> entries_;
+    QSet<const Page*> answered_;  // whose answers are to be stored
     QTimer sessionTimer_, answersTimer_;
 };
 

@@ -166,6 +166,7 @@ bool Workspace::close(Page& page) {
         if (chosen == QMessageBox::Cancel || (chosen == QMessageBox::Save && !save(page))) return false;
     }
     const Entry closed = entries_.take(&page);
+    answered_.remove(&page);
     recovery_.forget(closed.document->id());
     if (closed.document->path().isEmpty()) answers_.forget(closed.document->id());
     page.disconnect(this);

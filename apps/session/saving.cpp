@@ -18,8 +18,12 @@ namespace {
 mode_t modeFor(const std::filesystem::path& file) {
     struct stat status {};
     if (stat(file.c_str(), &status) == 0) return status.st_mode & 07777;
-    const mode_t mask = umask(0);
-    umask(mask);
+    // Asked for once: for a moment it is another one, for all threads.
+    static const mode_t mask = [] {
+        const mode_t present = umask(0);
+        umask(present);
+        return present;
+    }();
     return 0666 & ~mask;
 }
 
