@@ -137,9 +137,9 @@ void UnitExtractor::chooseHomonyms(std::u16string_view text, std::vector<Extract
                 return unit && std::find(homonym.companions.begin(), homonym.companions.end(), *unit) !=
                                    homonym.companions.end();
             });
-            if (beside)
-                extraction.element =
-                    makeElement(Value(Attribute::unit, homonym.unit), extraction.element->attributedText);
+            if (!beside) continue;
+            extraction.element = makeElement(Value(Attribute::unit, homonym.unit), extraction.element->attributedText);
+            break;  // what was written went with the element
         }
     }
 }
