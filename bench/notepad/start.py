@@ -97,6 +97,8 @@ def main():
     if arguments[:1] == ["-n"]:
         runs, arguments = int(arguments[1]), arguments[2:]
     programs = [argument.partition("=") for argument in arguments]
+    if not programs or any(not command for _, _, command in programs):
+        sys.exit(__doc__)
     times = {name: [] for name, _, _ in programs}
     for run in range(runs + 1):
         for name, _, command in programs:
