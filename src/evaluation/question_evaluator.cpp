@@ -50,6 +50,7 @@ QuestionEvaluator::QuestionEvaluator(const Localizer& localizer) {
     moreThan_ = localizer.variants(u"more_than.variants", u"Operations");
     lessThan_ = localizer.variants(u"less_than.variants", u"Operations");
     unanswered_ = localizer.variants(u"unanswered.variants", u"Operations");
+    for (const std::u16string& words : unanswered_) unansweredUnits_ += words.front();
     changeTo_ = localizer.variants(u"percent_change_to.variants", u"Operations");
     changeAsked_ = localizer.variants(u"percent_change_asked.variants", u"Operations");
     wholeAsked_ = localizer.variants(u"whole_asked.variants", u"Operations");
@@ -117,16 +118,18 @@ void QuestionEvaluator::noteUnanswered(const ElementList& elements, Context& con
     for (std::size_t i = 0; i < elements.size(); ++i) {
         if (!isPlainWords(elements[i])) continue;
         const std::u16string_view text = elements[i].text();
-        for (const std::u16string& words : unanswered_) {
-            const auto found = std::search(text.begin(), text.end(), words.begin(), words.end(),
-                                           [](char16_t a, char16_t b) { return lowercasedUnit(a) == b; });
-            if (found == text.end()) continue;
-            const auto place = static_cast<std::size_t>(found - text.begin()), end = place + words.size();
-            const bool whole =
-                (place == 0 || !isLetter(text[place - 1])) && (end == text.size() || !isLetter(text[end]));
-            if (!whole && !isCjk(words.back())) continue;
-            remarksOf(context).note(NoteKind::unknownWord, {elements.rangeOf(i, i + 1).location + place, words.size()},
-                                    text.substr(place, words.size()));
+        for (std::size_t place = 0; place < text.size(); ++place) {
+            const bool begins = place == 0 || !isLetter(text[place - 1]) || isCjk(text[place]);
+            if (!begins || unansweredUnits_.find(lowercasedUnit(text[place])) == std::u16string::npos) continue;
+            for (const std::u16string& words : unanswered_) {
+                const std::size_t end = place + words.size();
+                if (end > text.size() || (end < text.size() && isLetter(text[end]) && !isCjk(words.back())) ||
+                    lowercased(text.substr(place, words.size())) != words)
+                    continue;
+                remarksOf(context).note(NoteKind::unknownWord,
+                                        {elements.rangeOf(i, i + 1).location + place, words.size()},
+                                        text.substr(place, words.size()));
+            }
         }
     }
 }

@@ -38,7 +38,8 @@ private:
 
     std::vector<Question> questions_;
     std::vector<std::u16string> wholeIs_, wholeAsked_, changeTo_, changeAsked_, moreThan_, lessThan_, unanswered_;
-    std::u16string firstUnits_;  // of all beginnings
+    std::u16string firstUnits_;       // of all beginnings
+    std::u16string unansweredUnits_;  // of the words that ask for more
 };
 
 }  // namespace vemo

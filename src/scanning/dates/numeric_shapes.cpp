@@ -96,10 +96,11 @@ Attempt<DayReading> DayShapes::dottedWithoutYear(std::size_t i) const {
 // "days until 12/25": a day where a word asks for one, else a fraction
 Attempt<DayReading> DayShapes::strokedWithoutYear(std::size_t i) const {
     constexpr int lastMonth = 12, lastDay = 31;
+    if (!isSign(i + 1, u'/')) return std::nullopt;
     const DateLexeme* first = number(i);
     const DateLexeme* second = number(i + 2);
-    if (!first || !second || !isSign(i + 1, u'/') || !touches(i + 1) || !touches(i + 2) || first->openLeft ||
-        second->openRight || first->digits > 2 || second->digits > 2)
+    if (!first || !second || !touches(i + 1) || !touches(i + 2) || first->openLeft || second->openRight ||
+        first->digits > 2 || second->digits > 2)
         return std::nullopt;
     const bool led =
         i > 0 && isAny(i - 1, DateWord::until, DateWord::since, DateWord::before, DateWord::after, DateWord::howLong);
