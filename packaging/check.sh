@@ -12,7 +12,7 @@ lintian --allow-root --fail-on error "$packages"/*.deb
 # The archive of sources builds outside a repository.
 work=$(mktemp -d)
 bare=$work/bare
-trap 'umount "$bare/proc" 2>/dev/null || true; rm -rf "$work"' EXIT
+trap 'umount "$bare/proc" 2>/dev/null || true; rm -rf --one-file-system "$work"' EXIT
 tar -C "$work" -xf "$packages"/*.tar.xz
 cmake -G Ninja -S "$work"/vemo-* -B "$work/build" -DCMAKE_BUILD_TYPE=Release >"$work/log"
 ninja -C "$work/build" vemo-cli >"$work/log" || { tail -n 30 "$work/log"; exit 1; }

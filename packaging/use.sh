@@ -1,6 +1,7 @@
 #!/bin/sh
 # In a bare Debian: installs the packages of /packages, uses each, and removes them.
 set -eu
+[ "$0" = /use.sh ] && [ -d /packages ] || { echo "packaging/check.sh runs this in a system of its own" >&2; exit 2; }
 same() { [ "$1" = "$2" ] || { echo "'$1' is not '$2'"; exit 1; }; }
 find / -xdev -not -path '/proc/*' -not -path '/var/*' -not -path '/etc/*' | sort >/var/before
 apt-get update -qq
@@ -31,7 +32,7 @@ same "$(sed -n 3p /tmp/out.csv | tr -d '\r')" "Coast,540 km,335.54 mi"
 [ ! -e /packages/vemo-notepad_* ] || QT_QPA_PLATFORM=offscreen vemo-notepad --version
 
 # All of it goes.
-rm -r /tmp/*
+rm /tmp/lines /tmp/out.csv
 apt-get purge -y -qq vemo libvemo0 libvemo-dev python3-vemo $(dpkg-query -W -f='${Package} ' 'vemo-notepad' 2>/dev/null) \
     >/var/log/purge 2>&1 || { cat /var/log/purge; exit 1; }
 if command -v vemo; then exit 1; fi
