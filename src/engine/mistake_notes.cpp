@@ -47,10 +47,7 @@ private:
     bool isComment(std::size_t i) const { return runTypeOf(elements_[i]) == RunType::comment; }
     // After a label and a name that is assigned to.
     std::size_t firstWritten() const {
-        std::size_t first = 0;
-        for (std::size_t i = 0; i < elements_.size(); ++i)
-            if (runTypeOf(elements_[i]) == RunType::label || elements_[i].value.has(Attribute::assignment))
-                first = i + 1;
+        std::size_t first = startOfValue(elements_);
         while (first < elements_.size() && isBlank(elements_[first])) ++first;
         return first;
     }
@@ -236,8 +233,7 @@ private:
             const bool money = before + 2 == i && isUnit(before);
             const bool led = before < i && !money && !isPlainWords(elements_[before]);
             // "10-12 people", "call 555-1234"
-            const bool words = touchesNumbers(i) && isWholeNumber(elements_[i - 1]) &&
-                               isWholeNumber(elements_[i + 1]) &&
+            const bool words = isWholeNumber(elements_[i - 1]) && isWholeNumber(elements_[i + 1]) &&
                                ((after < elements_.size() && isPlainWords(elements_[after])) ||
                                 (before < i && isPlainWords(elements_[before])));
             const bool digits = words && elements_[i + 1].text().front() == u'0' && elements_[i + 1].text().size() > 1;
@@ -245,10 +241,6 @@ private:
             const DecimalNumber from = *elements_[i - 1].value.decimal(), to = *elements_[i + 1].value.decimal();
             if (digits || DecimalNumber::compare(from, to) == -1) note(NoteKind::dashedRange, i - 1, i + 2);
         }
-    }
-
-    bool touchesNumbers(std::size_t sign) const {
-        return isNumberWithoutUnit(elements_[sign - 1]) && isNumberWithoutUnit(elements_[sign + 1]);
     }
 
     // A written number is beside an operator, with or without a unit, and nothing else on that side.

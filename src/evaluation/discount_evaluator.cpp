@@ -31,8 +31,6 @@ bool beginsAmount(const ElementList& elements, std::size_t index) {
 DiscountEvaluator::DiscountEvaluator(const Localizer& localizer, const PercentageWords& words)
     : Evaluator({Attribute::unit}),
       words_(words),
-      moreThan_(localizer.variants(u"more_than.variants", u"Operations")),
-      lessThan_(localizer.variants(u"less_than.variants", u"Operations")),
       tenthsOff_(localizer.variants(u"tenths_off.variants", u"Operations")) {
     // "tip on" without the word for "on"
     const auto on = localizer.variants(u"percent_on.variants", u"Percent");
@@ -64,12 +62,8 @@ std::optional<DiscountEvaluator::Relation> DiscountEvaluator::relationAfter(cons
     std::size_t end = percentage + 1;
     while (end < elements.size() && end <= percentage + mostElements && !beginsAmount(elements, end)) ++end;
     if (end == percentage + 1 || !beginsAmount(elements, end)) return std::nullopt;
-    const std::u16string written = elements.slice(percentage + 1, end).text();
-    const std::u16string words = lowercased(trimmed(written));
-    if (words.empty()) return std::nullopt;
-    for (const auto& [relations, operation] : {std::pair(&moreThan_, u"percent_on"), {&lessThan_, u"percent_off"}})
-        if (std::find(relations->begin(), relations->end(), words) != relations->end()) return Relation{operation, end};
-    return std::nullopt;
+    const std::u16string_view operation = words_.comparison(elements.slice(percentage + 1, end).text());
+    return operation.empty() ? std::nullopt : std::optional(Relation{operation, end});
 }
 
 // A word for one stands before the percentage, and no amount.

@@ -34,7 +34,7 @@ private:
     std::optional<ElementList> withTenths(const ElementList& elements) const;
 
     const PercentageWords& words_;
-    std::vector<std::u16string> moreThan_, lessThan_, tenthsOff_, parts_;
+    std::vector<std::u16string> tenthsOff_, parts_;
 };
 
 }  // namespace vemo

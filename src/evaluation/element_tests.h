@@ -69,6 +69,21 @@ inline std::size_t neighbourOf(const ElementList& elements, std::size_t index, i
     return elements.size();
 }
 
+// The last element that is neither a blank nor a comment; their number without one.
+inline std::size_t lastWritten(const ElementList& elements) {
+    const std::size_t last = neighbourOf(elements, elements.size(), -1);
+    const bool comment = last < elements.size() && runTypeOf(elements[last]) == RunType::comment;
+    return comment ? neighbourOf(elements, last, -1) : last;
+}
+
+// What is calculated begins there: after labels and names that are assigned to.
+inline std::size_t startOfValue(const ElementList& elements) {
+    std::size_t start = 0;
+    for (std::size_t i = 0; i < elements.size(); ++i)
+        if (runTypeOf(elements[i]) == RunType::label || elements[i].value.has(Attribute::assignment)) start = i + 1;
+    return start;
+}
+
 // Where the words of a line begin: after its label.
 inline std::size_t startOfWords(const ElementList& elements) {
     std::size_t i = 0;

@@ -38,7 +38,7 @@ void registerEvaluators(EvaluatorList& evaluators, const EvaluatorParts& parts) 
     evaluators.add(std::make_shared<DurationEvaluator>());
     evaluators.add(std::make_shared<FractionEvaluator>(parts.unitConverter));
     evaluators.add(std::make_shared<CompoundMeasureEvaluator>(parts.localizer));
-    evaluators.add(std::make_shared<QuestionEvaluator>(parts.localizer));
+    evaluators.add(std::make_shared<QuestionEvaluator>(parts.localizer, parts.percentageWords));
     evaluators.add(std::make_shared<TimeDifferenceEvaluator>(parts.localizer, parts.places));
     evaluators.add(std::make_shared<EachPriceEvaluator>(parts.localizer, parts.unitConverter));
     evaluators.add(std::make_shared<ImplicitProductEvaluator>(parts.functions));

@@ -28,13 +28,23 @@ bool contains(const std::vector<std::u16string>& words, std::u16string_view word
     return std::find(words.begin(), words.end(), lowercased(trimmed(word))) != words.end();
 }
 
+// Without the question mark and blanks at the ends.
+std::u16string_view questionWords(std::u16string_view text) {
+    text = trimmed(text);
+    while (!text.empty() && (text.back() == u'?' || isWhitespace(text.back()))) text.remove_suffix(1);
+    return text;
+}
+
+constexpr std::size_t fewestOfQuestion = 5;  // elements, of one that ends with what is asked
+
 ElementPointer asText(const Element& element) {
     return makeElement({}, AttributedText(element.text(), runTypeOf(element)));
 }
 
 }  // namespace
 
-QuestionEvaluator::QuestionEvaluator(const Localizer& localizer) {
+QuestionEvaluator::QuestionEvaluator(const Localizer& localizer, const PercentageWords& percentageWords)
+    : percentageWords_(percentageWords) {
     for (const auto& row : rows) {
         Question question{localizer.variants(row.beginnings, u"Operations"),
                           localizer.variants(row.links, u"Operations"), row.operation};
@@ -47,8 +57,6 @@ QuestionEvaluator::QuestionEvaluator(const Localizer& localizer) {
         questions_.push_back(std::move(question));
     }
     wholeIs_ = localizer.variants(u"whole_is.variants", u"Operations");
-    moreThan_ = localizer.variants(u"more_than.variants", u"Operations");
-    lessThan_ = localizer.variants(u"less_than.variants", u"Operations");
     unanswered_ = localizer.variants(u"unanswered.variants", u"Operations");
     for (const std::u16string& words : unanswered_) unansweredUnits_ += words.front();
     changeTo_ = localizer.variants(u"percent_change_to.variants", u"Operations");
@@ -80,22 +88,17 @@ std::optional<ElementList> QuestionEvaluator::evaluate(const ElementList& elemen
 
 // "$64 is 20% off what": the amount is told, and what it is a part of is asked for. Nothing for other lines.
 std::optional<ElementList> QuestionEvaluator::askedWhole(const ElementList& elements) const {
-    constexpr std::size_t fewest = 5;
-    if (elements.size() < fewest) return std::nullopt;
-    std::size_t last = neighbourOf(elements, elements.size(), -1);
-    if (last < elements.size() && runTypeOf(elements[last]) == RunType::comment) last = neighbourOf(elements, last, -1);
+    if (elements.size() < fewestOfQuestion) return std::nullopt;
+    const std::size_t last = lastWritten(elements);
     if (last >= elements.size() || !isPlainWords(elements[last])) return std::nullopt;
-    std::u16string_view asked = trimmed(elements[last].text());
-    while (!asked.empty() && (asked.back() == u'?' || isWhitespace(asked.back()))) asked.remove_suffix(1);
-    const std::u16string_view compared = comparison(elements, last);
-    if (compared.empty() && !contains(wholeAsked_, asked)) return std::nullopt;
+    // "is 20% off", or the words up to the percentage: "more than", or "less", which is an operator, and "than".
     std::size_t relation = neighbourOf(elements, last, -1);
     auto id = relation < elements.size() ? elements[relation].value.string(Attribute::operation) : std::nullopt;
-    if (!compared.empty()) {
-        // The words up to the percentage: "more than", or "less", which is an operator, and "than".
+    if (!contains(wholeAsked_, questionWords(elements[last].text()))) {
         relation = last;
         while (relation > 0 && !elements[relation - 1].value.is(Attribute::unit, u"percent")) --relation;
-        id = compared;
+        if (relation == 0) return std::nullopt;
+        id = askedComparison(elements.slice(relation, last + 1).text());
     }
     if (!id || (*id != u"percent_of" && *id != u"percent_on" && *id != u"percent_off")) return std::nullopt;
     const std::size_t percent = neighbourOf(elements, relation, -1);
@@ -134,29 +137,22 @@ void QuestionEvaluator::noteUnanswered(const ElementList& elements, Context& con
     }
 }
 
-// Of "120 is 20% more than what" the operator that the words after the percentage stand for; empty for none.
-std::u16string_view QuestionEvaluator::comparison(const ElementList& elements, std::size_t last) const {
-    std::size_t first = last;
-    while (first > 0 && !elements[first - 1].value.is(Attribute::unit, u"percent")) --first;
-    if (first == 0) return {};
-    const std::u16string words = lowercased(elements.slice(first, last + 1).text());
-    std::u16string_view text = trimmed(words);
-    while (!text.empty() && (text.back() == u'?' || isWhitespace(text.back()))) text.remove_suffix(1);
-    const auto asks = [&](const std::vector<std::u16string>& relations) {
-        return std::any_of(relations.begin(), relations.end(), [&](const std::u16string& relation) {
-            return text.starts_with(relation) && contains(wholeAsked_, text.substr(relation.size()));
-        });
-    };
-    return asks(moreThan_) ? u"percent_on" : asks(lessThan_) ? u"percent_off" : u"";
+// Of "more than what?" the operator that the words before what is asked stand for; empty for none.
+std::u16string_view QuestionEvaluator::askedComparison(std::u16string_view words) const {
+    const std::u16string lower = lowercased(questionWords(words));
+    for (const std::u16string& asked : wholeAsked_) {
+        if (!lower.ends_with(asked)) continue;
+        const auto operation =
+            percentageWords_.comparison(std::u16string_view(lower).substr(0, lower.size() - asked.size()));
+        if (!operation.empty()) return operation;
+    }
+    return {};
 }
 
 // "80 to 100 is what % increase", "from 10 to 15 % change": two amounts, and words that ask for the change.
 std::optional<ElementList> QuestionEvaluator::askedChange(const ElementList& elements) const {
-    constexpr std::size_t fewest = 5;
-    if (elements.size() < fewest || !elements.anyHas(Attribute::unit)) return std::nullopt;
-    std::size_t ending = neighbourOf(elements, elements.size(), -1);
-    if (ending < elements.size() && runTypeOf(elements[ending]) == RunType::comment)
-        ending = neighbourOf(elements, ending, -1);
+    if (elements.size() < fewestOfQuestion || !elements.anyHas(Attribute::unit)) return std::nullopt;
+    const std::size_t ending = lastWritten(elements);
     if (ending >= elements.size() ||
         !(isPlainWords(elements[ending]) || elements[ending].value.is(Attribute::unit, u"percent")))
         return std::nullopt;
@@ -169,10 +165,7 @@ std::optional<ElementList> QuestionEvaluator::askedChange(const ElementList& ele
         end = unit + 1;
     std::size_t last = end;
     while (last < elements.size() && runTypeOf(elements[last]) != RunType::comment) ++last;
-    const std::u16string written = elements.slice(end, last).text();
-    std::u16string_view asked = trimmed(written);
-    while (!asked.empty() && (asked.back() == u'?' || isWhitespace(asked.back()))) asked.remove_suffix(1);
-    if (asked.empty() || !contains(changeAsked_, asked)) return std::nullopt;
+    if (!contains(changeAsked_, questionWords(elements.slice(end, last).text()))) return std::nullopt;
     std::size_t link = neighbourOf(elements, second, -1);
     if (link < second && isUnitAlone(elements[link])) link = neighbourOf(elements, link, -1);
     if (link == 0 || link > second || !contains(changeTo_, elements[link].text())) return std::nullopt;
@@ -201,7 +194,7 @@ std::optional<ElementList> QuestionEvaluator::lessThan(const ElementList& elemen
     if (isOperator(elements[less], u"-")) {
         end = neighbourOf(elements, less, 1) + 1;
         if (end > elements.size() || !isPlainWords(elements[end - 1]) ||
-            !contains(lessThan_, elements.slice(less, end).text()))
+            !percentageWords_.isLessThan(elements.slice(less, end).text()))
             return std::nullopt;
     } else if (!isOperator(elements[less], u"percent_off") || !quantity) {
         return std::nullopt;

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "evaluation/evaluator.h"
+#include "evaluation/percentage_words.h"
 
 namespace vemo {
 
@@ -14,7 +15,7 @@ class Localizer;
 // They are put as "5 inches in cm", and as two values with an operator between them; so is "$64 is 20% off what".
 class QuestionEvaluator : public Evaluator {
 public:
-    explicit QuestionEvaluator(const Localizer& localizer);
+    QuestionEvaluator(const Localizer& localizer, const PercentageWords& percentageWords);
     std::u16string_view name() const override { return u"QuestionEvaluator"; }
     std::optional<ElementList> evaluate(const ElementList&, Context&, const EvaluationContext&) const override;
 
@@ -27,7 +28,7 @@ private:
 
     std::optional<ElementList> askedWhole(const ElementList& elements) const;
     void noteUnanswered(const ElementList& elements, Context& context) const;
-    std::u16string_view comparison(const ElementList& elements, std::size_t last) const;
+    std::u16string_view askedComparison(std::u16string_view words) const;
     std::optional<ElementList> lessThan(const ElementList& elements, std::size_t start) const;
     std::optional<ElementList> askedChange(const ElementList& elements) const;
     std::size_t endOfBeginning(const ElementList& elements, std::size_t start, const Question& question) const;
@@ -36,8 +37,9 @@ private:
     std::optional<ElementList> asOperation(const ElementList& elements, std::size_t start, std::size_t end,
                                            const Question& question, Context& context) const;
 
+    const PercentageWords& percentageWords_;
     std::vector<Question> questions_;
-    std::vector<std::u16string> wholeIs_, wholeAsked_, changeTo_, changeAsked_, moreThan_, lessThan_, unanswered_;
+    std::vector<std::u16string> wholeIs_, wholeAsked_, changeTo_, changeAsked_, unanswered_;
     std::u16string firstUnits_;       // of all beginnings
     std::u16string unansweredUnits_;  // of the words that ask for more
 };

@@ -46,15 +46,12 @@ std::u16string wordsOf(const ElementList& elements, std::size_t from, std::size_
     return lowercased(trimmed(text));
 }
 
-bool isRoundFunction(const Element& element) {
-    return element.value.is(Attribute::function, u"round") || element.value.is(Attribute::function, u"ceil") ||
-           element.value.is(Attribute::function, u"floor");
-}
-
-RoundingMode modeOf(const Element& function) {
-    return function.value.is(Attribute::function, u"ceil")    ? RoundingMode::up
-           : function.value.is(Attribute::function, u"floor") ? RoundingMode::down
-                                                              : RoundingMode::plain;
+// How a function rounds; nothing for others.
+std::optional<RoundingMode> modeOf(const Element& element) {
+    const auto function = element.value.string(Attribute::function);
+    if (function == u"round") return RoundingMode::plain;
+    if (function == u"ceil") return RoundingMode::up;
+    return function == u"floor" ? std::optional(RoundingMode::down) : std::nullopt;
 }
 
 // The digits before the point, for numbers below 1 less than 1: 1234 has 4, 0.05 has -1.
@@ -245,29 +242,27 @@ std::optional<ElementList> RoundingEvaluator::withFirst(const ElementList& eleme
                                                         const EvaluationContext& evaluationContext) const {
     if (!elements.anyHas(Attribute::function) && !elements.anyHas(Attribute::nsystem) && !hasPlainWords(elements))
         return std::nullopt;
-    std::size_t start = 0;
-    for (std::size_t i = 0; i < elements.size(); ++i)
-        if (runTypeOf(elements[i]) == RunType::label || elements[i].value.has(Attribute::assignment)) start = i + 1;
+    const std::size_t start = startOfValue(elements);
     std::size_t first = start;
     while (first < elements.size() && elements[first].value.isEmpty()) ++first;
     if (first == elements.size()) return std::nullopt;
-    const bool led = isRoundFunction(elements[first]);
+    const auto led = modeOf(elements[first]);
     bool value = false;
     for (std::size_t i = first; i < elements.size(); ++i) {
         value = value || elements[i].value.has(Attribute::decimal);
         if (!value || !mayBegin(elements, i)) continue;
-        auto rounding = roundingAt(elements, i, led);
+        auto rounding = roundingAt(elements, i, led.has_value());
         if (!rounding) continue;
-        if (led && rounding->mode == RoundingMode::plain) rounding->mode = modeOf(elements[first]);
-        return reduced(elements, led ? first : start, *rounding, led, context, evaluationContext);
+        if (led && rounding->mode == RoundingMode::plain) rounding->mode = *led;
+        return reduced(elements, led ? first : start, *rounding, led.has_value(), context, evaluationContext);
     }
     if (!led || !roundsAll(elements, first)) return std::nullopt;
     Rounding rounding;
-    rounding.mode = modeOf(elements[first]);
+    rounding.mode = *led;
     rounding.from = rounding.to = elements.size();
     while (rounding.from > first && runTypeOf(elements[rounding.from - 1]) == RunType::comment) --rounding.from;
     rounding.to = rounding.from;
-    return reduced(elements, first, rounding, led, context, evaluationContext);
+    return reduced(elements, first, rounding, true, context, evaluationContext);
 }
 
 // "round up 180/25": nobody rounds a whole number before it is divided.
