@@ -55,17 +55,6 @@ bool DiscountEvaluator::endsWithPart(std::u16string_view text) const {
     });
 }
 
-// "20% more than 150", "30% cheaper than $80": the words between a percentage and the amount that it is of.
-std::optional<DiscountEvaluator::Relation> DiscountEvaluator::relationAfter(const ElementList& elements,
-                                                                            std::size_t percentage) const {
-    constexpr std::size_t mostElements = 5;
-    std::size_t end = percentage + 1;
-    while (end < elements.size() && end <= percentage + mostElements && !beginsAmount(elements, end)) ++end;
-    if (end == percentage + 1 || !beginsAmount(elements, end)) return std::nullopt;
-    const std::u16string_view operation = words_.comparison(elements.slice(percentage + 1, end).text());
-    return operation.empty() ? std::nullopt : std::optional(Relation{operation, end});
-}
-
 // A word for one stands before the percentage, and no amount.
 bool DiscountEvaluator::isLedByDiscount(const ElementList& elements, std::size_t percentage) const {
     bool named = false;
@@ -121,11 +110,6 @@ std::optional<ElementList> DiscountEvaluator::evaluate(const ElementList& given,
             named = named || isDiscount(elements, before);
             ofPart = ofPart || endsWithPart(elements[before].text());
             before = neighbourOf(elements, before, -1);
-        }
-        if (const auto relation = relationAfter(elements, i)) {
-            replacer.replace({i + 1, relation->end - i - 1})
-                .append(unwrittenOperator(relation->operation, elements.slice(i + 1, relation->end).text()));
-            continue;
         }
         // "tip 15% on $84" is the tip.
         if (ofPart && after < elements.size() && isOperator(elements[after], u"percent_on")) {

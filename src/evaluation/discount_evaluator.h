@@ -12,7 +12,6 @@ namespace vemo {
 class Localizer;
 
 // A percentage that a word such as "discount" takes off: "$80 with 10% discount", "$80, 10% off", "20% discount $50".
-// And one that tells how much more or less than an amount another is: "20% more than 150".
 class DiscountEvaluator : public Evaluator {
 public:
     DiscountEvaluator(const Localizer& localizer, const PercentageWords& words);
@@ -26,11 +25,6 @@ private:
     bool endsWithPart(std::u16string_view text) const;
     bool isIdle(const ElementList& elements, std::size_t op) const;
 
-    struct Relation {
-        std::u16string_view operation;
-        std::size_t end = 0;  // of its words
-    };
-    std::optional<Relation> relationAfter(const ElementList& elements, std::size_t percentage) const;
     std::optional<ElementList> withTenths(const ElementList& elements) const;
 
     const PercentageWords& words_;

@@ -45,12 +45,8 @@ bool isNumber(const Element& element) {
 EachPriceEvaluator::EachPriceEvaluator(const Localizer& localizer, const UnitConverter& unitConverter)
     : unitConverter_(unitConverter),
       at_(localizer.variants(u"each_at.variants", u"Operations")),
-      split_(localizer.variants(u"split.variants", u"Operations")),
-      ways_(localizer.variants(u"split_ways.variants", u"Operations")),
-      between_(localizer.variants(u"split_between.variants", u"Operations")),
       by_(localizer.variants(u"measured_by.variants", u"Operations")),
-      each_(localizer.variants(u"each.variants", u"Operations")),
-      splitAfter_(localizer.variants(u"split_after.variants", u"Operations")) {}
+      each_(localizer.variants(u"each.variants", u"Operations")) {}
 
 // "10 ft by 12 ft", "3 by 4 m": the word between measures of length, or a number and one.
 bool EachPriceEvaluator::isBy(const ElementList& elements, std::size_t word) const {
@@ -151,14 +147,6 @@ bool EachPriceEvaluator::isMoney(const ElementList& elements, std::size_t index)
     return isMoneyAt(index) && next < elements.size() && isNumber(elements[next]);
 }
 
-// The place in the text before a number from which it says that what stands before is split; npos where it does not.
-std::size_t EachPriceEvaluator::splitAt(const ElementList& elements, std::size_t index) const {
-    if (index == 0 || !isNumber(elements[index]) || !isPlainWords(elements[index - 1])) return std::u16string::npos;
-    const std::u16string& text = elements[index - 1].text();
-    const bool ways = index + 1 < elements.size() && beginsWith(elements[index + 1].text(), ways_);
-    return startOfLast(text, ways ? split_ : between_);
-}
-
 std::optional<ElementList> EachPriceEvaluator::evaluate(const ElementList& elements, Context&,
                                                         const EvaluationContext&) const {
     const auto& all = elements.pointers();
@@ -167,25 +155,7 @@ std::optional<ElementList> EachPriceEvaluator::evaluate(const ElementList& eleme
     ElementReplacer replacer(elements);
     bool value = false;
     for (std::size_t i = 0; i < elements.size(); ++i) {
-        const bool follows = value;  // a value
         value = value || elements[i].value.has(Attribute::decimal);
-        const std::size_t split = follows ? splitAt(elements, i) : std::u16string::npos;
-        if (split != std::u16string::npos) {
-            const std::u16string_view text = elements[i - 1].text();
-            ElementList& result = replacer.replace({i - 1, 1});
-            if (split > 0) result.append(plainText(text.substr(0, split)));
-            result.append(asOperator(u"/", text.substr(split)));
-            continue;
-        }
-        // "24000円 5人で割り勘"
-        const std::size_t next = neighbourOf(elements, i, 1);
-        if (follows && isNumber(elements[i]) && next < elements.size() && isPlainWords(elements[next]) &&
-            beginsWith(elements[next].text(), splitAfter_) && !elements[i - 1].value.has(Attribute::operation)) {
-            const std::size_t before = neighbourOf(elements, i, -1);
-            replacer.replace({before + 1, i - before - 1})
-                .append(unwrittenOperator(u"/", elements.slice(before + 1, i).text()));
-            continue;
-        }
         if (value && isBy(elements, i)) {
             // A number without a unit has that of the last one: "10 by 12 ft".
             const std::size_t before = neighbourOf(elements, i, -1);

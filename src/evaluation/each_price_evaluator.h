@@ -12,8 +12,7 @@ namespace vemo {
 
 class Localizer;
 
-// "5 items at $12.50": a count with words after it, and what one of them costs. "$99.36 split 4 ways" divides,
-// "10 ft by 12 ft" multiplies.
+// "5 items at $12.50": a count with words after it, and what one of them costs. "10 ft by 12 ft" multiplies, too.
 class EachPriceEvaluator : public Evaluator {
 public:
     EachPriceEvaluator(const Localizer& localizer, const UnitConverter& unitConverter);
@@ -27,10 +26,9 @@ private:
     bool isPricedEach(const ElementList& elements, std::size_t price) const;
     bool isMoney(const ElementList& elements, std::size_t index) const;
     bool isBy(const ElementList& elements, std::size_t word) const;
-    std::size_t splitAt(const ElementList& elements, std::size_t index) const;
 
     const UnitConverter& unitConverter_;
-    const std::vector<std::u16string> at_, split_, ways_, between_, by_, each_, splitAfter_;
+    const std::vector<std::u16string> at_, by_, each_;
 };
 
 }  // namespace vemo

@@ -61,6 +61,14 @@ inline bool hasPlainWords(const ElementList& elements) {
     return std::any_of(all.begin(), all.end(), [](const ElementPointer& e) { return isPlainWords(*e); });
 }
 
+// The same, or an operator that is a word.
+inline bool hasWords(const ElementList& elements) {
+    const auto& all = elements.pointers();
+    return std::any_of(all.begin(), all.end(), [](const ElementPointer& e) {
+        return isPlainWords(*e) || (e->value.has(Attribute::operation) && hasLetter(e->text()));
+    });
+}
+
 // The next element in a direction that is no blank; their number without one.
 inline std::size_t neighbourOf(const ElementList& elements, std::size_t index, int step) {
     const auto offset = static_cast<std::size_t>(step);

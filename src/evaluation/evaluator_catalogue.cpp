@@ -13,16 +13,17 @@
 #include "evaluation/joined_digits_evaluator.h"
 #include "evaluation/line_marks_evaluator.h"
 #include "evaluation/number_word_evaluator.h"
+#include "evaluation/phrase_evaluator.h"
 #include "evaluation/power_evaluator.h"
 #include "evaluation/price_evaluators.h"
 #include "evaluation/quantity_evaluators.h"
-#include "evaluation/question_evaluator.h"
 #include "evaluation/quick_type_expression_evaluator.h"
 #include "evaluation/rate_evaluator.h"
 #include "evaluation/rounding_evaluator.h"
 #include "evaluation/structure_evaluators.h"
 #include "evaluation/time_difference_evaluator.h"
 #include "evaluation/time_zone_evaluator.h"
+#include "evaluation/unanswered_evaluator.h"
 
 namespace vemo {
 
@@ -38,7 +39,8 @@ void registerEvaluators(EvaluatorList& evaluators, const EvaluatorParts& parts) 
     evaluators.add(std::make_shared<DurationEvaluator>());
     evaluators.add(std::make_shared<FractionEvaluator>(parts.unitConverter));
     evaluators.add(std::make_shared<CompoundMeasureEvaluator>(parts.localizer));
-    evaluators.add(std::make_shared<QuestionEvaluator>(parts.localizer, parts.percentageWords));
+    evaluators.add(std::make_shared<PhraseEvaluator>(parts.localizer));
+    evaluators.add(std::make_shared<UnansweredEvaluator>(parts.localizer));
     evaluators.add(std::make_shared<TimeDifferenceEvaluator>(parts.localizer, parts.places));
     evaluators.add(std::make_shared<EachPriceEvaluator>(parts.localizer, parts.unitConverter));
     evaluators.add(std::make_shared<ImplicitProductEvaluator>(parts.functions));

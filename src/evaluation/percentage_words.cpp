@@ -30,9 +30,7 @@ bool holdsAny(std::u16string_view text, const std::vector<std::u16string>& words
 PercentageWords::PercentageWords(const Localizer& localizer)
     : applying_(localizer.variants(u"percentage.variants", u"Operations")),
       discounts_(localizer.variants(u"discount.variants", u"Operations")),
-      including_(localizer.variants(u"including.variants", u"Operations")),
-      moreThan_(localizer.variants(u"more_than.variants", u"Operations")),
-      lessThan_(localizer.variants(u"less_than.variants", u"Operations")) {}
+      including_(localizer.variants(u"including.variants", u"Operations")) {}
 
 bool PercentageWords::mayApply(const ElementList& elements) const {
     bool words = false;
@@ -50,14 +48,6 @@ bool PercentageWords::isDiscount(std::u16string_view text) const {
 
 bool PercentageWords::isIncluding(std::u16string_view text) const {
     return holdsAny(text, including_);
-}
-
-std::u16string_view PercentageWords::comparison(std::u16string_view words) const {
-    const std::u16string text = lowercased(trimmed(words));
-    const auto isAmong = [&](const std::vector<std::u16string>& relations) {
-        return std::find(relations.begin(), relations.end(), text) != relations.end();
-    };
-    return isAmong(moreThan_) ? u"percent_on" : isAmong(lessThan_) ? u"percent_off" : u"";
 }
 
 }  // namespace vemo

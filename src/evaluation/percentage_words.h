@@ -23,13 +23,9 @@ public:
     bool isDiscount(std::u16string_view text) const;
     // True for one with a word such as "incl.".
     bool isIncluding(std::u16string_view text) const;
-    // The operator that words such as "more than" and "cheaper than" stand for after a percentage; empty for others.
-    std::u16string_view comparison(std::u16string_view words) const;
-    // True for "less than" and the like.
-    bool isLessThan(std::u16string_view words) const { return comparison(words) == u"percent_off"; }
 
 private:
-    std::vector<std::u16string> applying_, discounts_, including_, moreThan_, lessThan_;
+    std::vector<std::u16string> applying_, discounts_, including_;
 };
 
 }  // namespace vemo

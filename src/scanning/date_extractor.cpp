@@ -49,8 +49,8 @@ DateExtractor::DateExtractor(const Localizer& localizer, std::string_view langua
                              std::shared_ptr<const TimeZoneRules> zone)
     : detector_(localizer, language, locale),
       hourPhrases_(localizer.variants(u"hour.variants", u"Time", true, true)),
-      countAsked_(localizer.variants(u"how_many.variants", u"Operations")),
-      countLinks_(localizer.variants(u"how_many_link.variants", u"Operations")),
+      countAsked_(localizer.variants(u"how_many.variants", u"Phrases")),
+      countLinks_(localizer.variants(u"how_many_link.variants", u"Phrases")),
       zone_(std::move(zone)) {}
 
 // "how many days in 6 weeks": a length of time, whatever day is in six weeks.

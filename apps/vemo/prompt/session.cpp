@@ -94,7 +94,7 @@ std::string Session::commandIn(std::u16string_view line) {
     if (command.empty()) return "";
     const auto result = calculateWith(notebook_.size(), line);
     const bool means = result && result->lines.back().formattedResult().regular.has_value();
-    return means ? "" : ":" + std::string(command);
+    return means ? "" : std::string(":").append(command);
 }
 
 void Session::setPrecision(std::optional<std::int64_t> digits) {
@@ -167,7 +167,7 @@ LineEditor::Preview Session::preview(std::u16string_view line) {
     if (!answer.empty())
         shown.answer = "= " + answer;
     else if (!command.empty())
-        shown.answer = commandHint(":" + std::string(command));
+        shown.answer = commandHint(std::string(":").append(command));
     if (!layout_.remarks) return shown;
     for (const Note& note : result->lines[index].notes()) shown.remarks.push_back("  " + utf8(note.message));
     if (const auto reason = result->lines[index].reason()) shown.remarks.push_back("  " + utf8(reason->message));
