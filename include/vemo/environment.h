@@ -31,7 +31,7 @@ struct OnlineProblem {
         ratesNotFetched,
         ratesNotKept,     // they were fetched, and are used
         copyUnusable,     // of rates fetched earlier
-        placeNotFetched,  // the service for places did not answer, or as none does
+        placeNotFetched,  // the service for places did not answer, or not as it should
     };
     Kind kind = Kind::ratesNotFetched;
     std::string source;   // the URL, or the place
