@@ -15,7 +15,7 @@ namespace {
 
 constexpr std::u16string_view table = u"Remarks";
 
-// What has the form of a date or a clock time, and was read as neither: how many elements of it begin there.
+// How many elements from there on have the form of a date or a clock time, but were read as neither; 0 for others.
 std::size_t elementsOfNoDate(const ElementList& elements, std::size_t i, bool calculated) {
     const std::u16string& begin = elements[i].text();
     if (!isDigitAt(begin, 0)) return 0;

@@ -95,7 +95,7 @@ private:
         }
         return false;
     }
-    // The length of the word that a day or time must follow.
+    // The length of the word at the beginning that must be followed by a day or time; 0 without one.
     std::size_t relationOf(const std::u16string& words) const {
         std::size_t longest = 0;
         for (const char16_t* key : {u"until.variants", u"since.variants", u"range_from.variants"})
