@@ -61,17 +61,17 @@ struct Relations {
     }
     std::optional<Value> untilDate(const Value& left, const Value& right, Context& context) const {
         if (isDate(left) && isDate(right)) return between(left, right, Value(), context);
-        const bool behind = isDate(left);
-        const Value& date = behind ? left : right;
-        const Value& unit = behind ? right : left;
+        const bool dateFirst = isDate(left);
+        const Value& date = dateFirst ? left : right;
+        const Value& unit = dateFirst ? right : left;
         if (!isDate(date) || (!unit.isEmpty() && !isBareUnit(unit))) return std::nullopt;
         const auto present = presentBeside(date, context);
         return present ? between(*present, date, unit, context) : std::nullopt;
     }
     std::optional<Value> sinceDate(const Value& left, const Value& right, Context& context) const {
-        const bool behind = isDate(left);
-        const Value& date = behind ? left : right;
-        const Value& unit = behind ? right : left;
+        const bool dateFirst = isDate(left);
+        const Value& date = dateFirst ? left : right;
+        const Value& unit = dateFirst ? right : left;
         if (!isDate(date) || (!unit.isEmpty() && !isBareUnit(unit))) return std::nullopt;
         const auto present = presentBeside(date, context);
         return present ? between(date, *present, unit, context) : std::nullopt;

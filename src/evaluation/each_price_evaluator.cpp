@@ -61,9 +61,9 @@ bool EachPriceEvaluator::isBy(const ElementList& elements, std::size_t word) con
         return unit < elements.size() && isUnitAlone(elements[unit]) &&
                unitConverter_.isConvertible(*elements[unit].value.string(Attribute::unit), u"m");
     };
-    const std::size_t before = neighbourOf(elements, word, -1), behind = neighbourOf(elements, word, 1);
-    if (before >= elements.size() || behind >= elements.size() || !isNumber(elements[behind])) return false;
-    const std::size_t unit = neighbourOf(elements, behind, 1);
+    const std::size_t before = neighbourOf(elements, word, -1), after = neighbourOf(elements, word, 1);
+    if (before >= elements.size() || after >= elements.size() || !isNumber(elements[after])) return false;
+    const std::size_t unit = neighbourOf(elements, after, 1);
     const bool measured = isLength(unit) || (unit < elements.size() && isBy(elements, unit));
     const bool counted = isNumber(elements[before]) ||
                          (isLength(before) && before > 0 && neighbourOf(elements, before, -1) < elements.size() &&

@@ -125,8 +125,8 @@ NumberWordEvaluator::Count NumberWordEvaluator::countAt(const ElementList& eleme
         end = word + 1;
         next = neighbourOf(elements, word, 1);
     }
-    const std::size_t behind = neighbourOf(elements, end - 1, 1);
-    if (!anyScale && !isUnitAt(elements, behind) && !isCalculated(elements, start, end)) return {};
+    const std::size_t after = neighbourOf(elements, end - 1, 1);
+    if (!anyScale && !isUnitAt(elements, after) && !isCalculated(elements, start, end)) return {};
     return {scaled.adding(DecimalNumber::fromInt64(group)), end};
 }
 
@@ -150,16 +150,16 @@ bool NumberWordEvaluator::isMeasured(const ElementList& elements, std::size_t i)
         (elements[before].value.has(Attribute::decimal) || elements[before].value.has(Attribute::unit) ||
          elements[before].value.has(Attribute::date)))
         return elements[before].value.is(Attribute::type, number_word::fraction);
-    const std::size_t behind = neighbourOf(elements, i, 1);
-    return scaleAt(elements, behind) || (isUnitAt(elements, behind) && hasConversion(elements));
+    const std::size_t after = neighbourOf(elements, i, 1);
+    return scaleAt(elements, after) || (isUnitAt(elements, after) && hasConversion(elements));
 }
 
 std::optional<ElementList> NumberWordEvaluator::withArticles(const ElementList& elements) const {
     if (!elements.anyHas(Attribute::scale) && !elements.anyHas(Attribute::unit)) return std::nullopt;
     ElementReplacer replacer(elements);
     for (std::size_t i = 0; i + 1 < elements.size(); ++i) {
-        const Value& behind = elements[i + 1].value;
-        if (behind.has(Attribute::decimal) || (!behind.has(Attribute::unit) && !behind.has(Attribute::scale))) continue;
+        const Value& after = elements[i + 1].value;
+        if (after.has(Attribute::decimal) || (!after.has(Attribute::unit) && !after.has(Attribute::scale))) continue;
         const std::size_t start = articleAt(elements, i);
         if (start == std::u16string::npos || !isMeasured(elements, i)) continue;
         const std::u16string_view text = elements[i].text();

@@ -131,12 +131,12 @@ std::optional<ElementList> DecimalSurroundByCurrencyEvaluator::evaluate(const El
                                                                         const EvaluationContext&) const {
     return replacingMatches(elements, matcher_, [&](const Match& match) -> std::optional<Value> {
         if (isSignOfNextNumber(elements, match.group(u"unit2")->location, unitConverter_)) return std::nullopt;
-        const Value& behind = elements[match.group(u"unit2")->location].value;
-        for (const Value* unit : {&elements[match.group(u"unit1")->location].value, &behind}) {
+        const Value& after = elements[match.group(u"unit2")->location].value;
+        for (const Value* unit : {&elements[match.group(u"unit1")->location].value, &after}) {
             const auto id = unit->string(Attribute::unit);
             if (!id || !unitConverter_.isCurrency(*id)) return std::nullopt;
         }
-        return elements[match.group(u"decimal")->location].value.merging(behind);
+        return elements[match.group(u"decimal")->location].value.merging(after);
     });
 }
 
@@ -163,10 +163,10 @@ std::optional<ElementList> DecimalUnitEvaluator::evaluate(const ElementList& giv
             return list[match.group(u"value")->location].value.merging(list[match.group(u"unit")->location].value);
         });
     };
-    auto behind = attach(elements, decimalUnitMatcher_);
-    auto before = attach(behind ? *behind : elements, unitDecimalMatcher_);
+    auto after = attach(elements, decimalUnitMatcher_);
+    auto before = attach(after ? *after : elements, unitDecimalMatcher_);
     if (before) return before;
-    return behind ? behind : withSigned;
+    return after ? after : withSigned;
 }
 
 std::optional<ElementList> ConvertableValueSequenceEvaluator::evaluate(const ElementList& elements, Context& context,

@@ -101,8 +101,8 @@ private:
         if (!stroke && !ownWord) {
             if (!lot && !units_.isRateWord(word)) return i;
             if (counted && !lot && list()[sign].value.has(Attribute::operation)) return i;
-            const std::size_t behind = after(i);
-            if (behind != none && isNumberWithoutUnit(list()[behind])) return i;  // "im Jahr 2020"
+            const std::size_t next = after(i);
+            if (next != none && isNumberWithoutUnit(list()[next])) return i;  // "im Jahr 2020"
         }
         if (counted && stroke && (isBlank(list()[sign - 1]) || !isRoundLot(count) || isTime(lower))) return i;
         std::size_t left = before(sign);

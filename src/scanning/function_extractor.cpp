@@ -32,9 +32,9 @@ bool hasItsPlace(std::u16string_view text, TextRange range) {
     constexpr std::u16string_view signs = u"+-*/^=:;,\u00d7\u00f7\u2212";
     const std::u16string_view before = trimmed(text.substr(0, range.location));
     if (!before.empty() && before.back() != u'(' && signs.find(before.back()) == signs.npos) return false;
-    const std::u16string_view behind = trimmed(text.substr(range.end()));
-    return behind.empty() || behind.front() == u')' || behind.front() == u'"' ||
-           (behind.front() != u'=' && behind.front() != u':' && signs.find(behind.front()) != signs.npos);
+    const std::u16string_view after = trimmed(text.substr(range.end()));
+    return after.empty() || after.front() == u')' || after.front() == u'"' ||
+           (after.front() != u'=' && after.front() != u':' && signs.find(after.front()) != signs.npos);
 }
 
 // The length of the word at `start`, whole words only, or of a sign; 0 without one.
@@ -48,7 +48,7 @@ std::size_t wordAt(std::u16string_view text, std::size_t start, const std::vecto
     return 0;
 }
 
-std::size_t behindBlanks(std::u16string_view text, std::size_t i) {
+std::size_t afterBlanks(std::u16string_view text, std::size_t i) {
     while (i < text.size() && isWhitespace(text[i])) ++i;
     return i;
 }
@@ -96,7 +96,7 @@ void FunctionExtractor::extract(const std::u16string& text, Context& context, st
 
 // A number, with a sign of money or a bracket before it, or the name of a value.
 bool FunctionExtractor::beginsItem(std::u16string_view text, std::size_t start, const Context& context) const {
-    std::size_t i = behindBlanks(text, start);
+    std::size_t i = afterBlanks(text, start);
     while (i < text.size() && i < start + groupLength && digitValue(text[i]) < 0 && !isLetter(text[i])) ++i;
     if (i >= text.size() || text[i] == u',') return false;
     if (digitValue(text[i]) >= 0) return true;
@@ -110,11 +110,11 @@ bool FunctionExtractor::listAfter(const std::u16string& text, std::size_t end, b
                                   std::vector<TextRange>& found) const {
     const std::size_t blank = text.rfind(u' ', end - 1);
     bool led = blank != text.npos && wordAt(text, blank + 1, ofWords_) == end - blank - 1;
-    std::size_t i = behindBlanks(text, end);
+    std::size_t i = afterBlanks(text, end);
     if (!led && i > end) {
         const std::size_t length = wordAt(text, i, ofWords_);
         led = length > 0;
-        i = behindBlanks(text, i + length);
+        i = afterBlanks(text, i + length);
     }
     if ((!led && (isWord || (i < text.size() && text[i] == u'('))) || !beginsItem(text, i, context)) return false;
     for (std::size_t depth = 0; i < text.size(); ++i) {
@@ -124,7 +124,7 @@ bool FunctionExtractor::listAfter(const std::u16string& text, std::size_t end, b
         if (depth > 0 || (!mark && !(i > 0 && isWhitespace(text[i])))) continue;
         // ", and 20", " and 20"
         const std::size_t start = i;
-        std::size_t next = behindBlanks(text, i + 1);
+        std::size_t next = afterBlanks(text, i + 1);
         const std::size_t length = wordAt(text, next, andWords_);
         next += length;
         if (!mark && length == 0) continue;

@@ -17,7 +17,7 @@ constexpr char16_t apostrophe = u'\u2019';
 constexpr std::size_t digitsOfAGroup = 3;
 
 // True after a digit, which may be followed by what is left of its second unit.
-bool isBehindDigit(std::u16string_view text, std::size_t at) {
+bool isAfterDigit(std::u16string_view text, std::size_t at) {
     return at > 0 && (isDigitAt(text, at - 1) || text[at - 1] == filler);
 }
 
@@ -87,7 +87,7 @@ bool LocaleNumerals::isGrouping(std::u16string_view text, std::size_t at) const 
 
 void LocaleNumerals::foldSeparators(std::u16string& text) const {
     for (std::size_t i = 1; i + 1 < text.size(); ++i) {
-        if (!isBehindDigit(text, i) || !isDigitAt(text, i + 1)) continue;
+        if (!isAfterDigit(text, i) || !isDigitAt(text, i + 1)) continue;
         if (decimal_ != 0 && text[i] == decimal_)
             text[i] = u'.';
         else if (isGrouping(text, i))
@@ -100,7 +100,7 @@ bool LocaleNumerals::isExponent(std::u16string_view text, std::size_t at, std::u
     if (mark.empty() || text.substr(at, mark.size()) != mark) return false;
     if (mark.back() != u'^') return true;
     std::size_t start = at, digits = 0;
-    for (; start > 0 && (isBehindDigit(text, start) || text[start - 1] == u'.' || text[start - 1] == u','); --start) {
+    for (; start > 0 && (isAfterDigit(text, start) || text[start - 1] == u'.' || text[start - 1] == u','); --start) {
         if (isDigitAt(text, start - 1)) ++digits;
         if (text[start - 1] == u'.' || text[start - 1] == u',') digits = 0;
     }
@@ -110,7 +110,7 @@ bool LocaleNumerals::isExponent(std::u16string_view text, std::size_t at, std::u
 
 void LocaleNumerals::foldExponents(std::u16string& text) const {
     for (std::size_t i = 1; i + 1 < text.size(); ++i) {
-        if (!isBehindDigit(text, i)) continue;
+        if (!isAfterDigit(text, i)) continue;
         const bool usual = text[i] == u'e' || text[i] == u'E';
         const bool own = isExponent(text, i, locale_.exponentSign);
         if (!usual && !own) continue;

@@ -165,10 +165,10 @@ bool NumeralRepresentationExtractor::isFraction(std::u16string_view text, TextRa
     constexpr char16_t japaneseOf = u'\u306e';
     const std::u16string_view before = trimmed(text.substr(0, range.location));
     if (!before.empty() && before.back() == japaneseOf) return true;
-    const std::u16string_view behind = trimmed(text.substr(range.end()));
+    const std::u16string_view after = trimmed(text.substr(range.end()));
     const auto begins = [&](const std::u16string& word) {
-        return behind.size() > word.size() && isWhitespace(behind[word.size()]) &&
-               lowercased(behind.substr(0, word.size())) == word;
+        return after.size() > word.size() && isWhitespace(after[word.size()]) &&
+               lowercased(after.substr(0, word.size())) == word;
     };
     return std::any_of(ofWords_.begin(), ofWords_.end(), begins) ||
            std::any_of(articles_.begin(), articles_.end(), begins);

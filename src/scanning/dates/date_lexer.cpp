@@ -47,11 +47,11 @@ DateLexeme number(std::u16string_view text, std::size_t start) {
         start > 0 && std::u16string_view(u"*/^-+").find(text[start - 1]) != std::u16string_view::npos;
     lexeme.openRight = attachesRight(text, i);
     // "$ 5", "5 %", "5 €"
-    std::size_t before = start, behind = i;
+    std::size_t before = start, after = i;
     while (before > 0 && isWhitespace(text[before - 1])) --before;
-    while (behind < text.size() && isWhitespace(text[behind])) ++behind;
+    while (after < text.size() && isWhitespace(text[after])) ++after;
     if (before > 0 && isMoney(text[before - 1])) lexeme.openLeft = true;
-    if (behind < text.size() && (isMoney(text[behind]) || text[behind] == u'%')) lexeme.openRight = true;
+    if (after < text.size() && (isMoney(text[after]) || text[after] == u'%')) lexeme.openRight = true;
     return lexeme;
 }
 

@@ -75,7 +75,7 @@ protected:
         return isAny(i, DateWord::unit, DateWord::unitSymbol, DateWord::businessDay, DateWord::duration);
     }
 
-    std::size_t behindComma(std::size_t i) const { return isSign(i, u',') ? i + 1 : i; }
+    std::size_t afterComma(std::size_t i) const { return isSign(i, u',') ? i + 1 : i; }
     template <class... Words>
     std::size_t skipping(std::size_t i, Words... words) const {
         while ((is(i, words) || ...)) ++i;
@@ -126,9 +126,9 @@ private:
     const DateLexeme* dayNumber(std::size_t i) const;
     const DateLexeme* year(std::size_t i) const;
     std::size_t takeYear(std::size_t i, NamedDay& date, bool twoDigits) const;
-    std::size_t behindWeekday(std::size_t i) const;
-    std::size_t behindOrdinal(std::size_t i) const;
-    std::size_t behindStop(std::size_t i) const;
+    std::size_t afterWeekday(std::size_t i) const;
+    std::size_t afterOrdinal(std::size_t i) const;
+    std::size_t afterStop(std::size_t i) const;
     bool endsPhrase(std::size_t i) const;
 
     // Days told from today, in relative_shapes.cpp.
