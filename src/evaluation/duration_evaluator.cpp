@@ -18,7 +18,7 @@ bool isBareUnit(const ElementList& elements, std::size_t i, std::u16string_view 
            !elements[i].value.has(Attribute::decimal);
 }
 
-// The minutes of an hour, as digits; `digits` of them, or any for 0.
+// The minutes of an hour, written in `digits` digits, or in one or two where that is 0.
 std::optional<int> minutesOf(const ElementList& elements, std::size_t i, std::size_t digits) {
     if (i >= elements.size() || !isNumberWithoutUnit(elements[i]) || runTypeOf(elements[i]) != RunType::number)
         return std::nullopt;
@@ -66,7 +66,7 @@ std::optional<Clock> clockOf(std::u16string_view text, char16_t separator) {
     return digit && clock.count > 1 ? std::optional(clock) : std::nullopt;
 }
 
-// The fields as an amount of the unit of the first: 1:30 is 1.5.
+// The fields as an amount of the unit of the first field: 1:30 is 1.5.
 Value amount(const Clock& clock, std::u16string_view unit) {
     std::int64_t smallest = 0, divisor = 1;
     for (std::size_t i = 0; i < clock.count; ++i) {

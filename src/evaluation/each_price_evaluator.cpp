@@ -12,7 +12,7 @@ namespace vemo {
 
 namespace {
 
-// Where one of the phrases ends the text, whole words only; npos without one.
+// Where a phrase begins with which the text ends, as whole words; npos when it ends with none.
 std::size_t startOfLast(std::u16string_view text, const std::vector<std::u16string>& phrases) {
     while (!text.empty() && isWhitespace(text.back())) text.remove_suffix(1);
     const std::u16string lower = lowercased(text);
@@ -52,7 +52,7 @@ EachPriceEvaluator::EachPriceEvaluator(const Localizer& localizer, const UnitCon
       each_(localizer.variants(u"each.variants", u"Operations")),
       splitAfter_(localizer.variants(u"split_after.variants", u"Operations")) {}
 
-// "10 ft by 12 ft", "3 by 4 m": the word between measures of length, or a number and one.
+// True for the word between measures of length, or between a number and one: "10 ft by 12 ft", "3 by 4 m".
 bool EachPriceEvaluator::isBy(const ElementList& elements, std::size_t word) const {
     if (!isPlainWords(elements[word]) || by_.empty()) return false;
     const std::u16string text = lowercased(trimmed(elements[word].text()));
@@ -71,7 +71,7 @@ bool EachPriceEvaluator::isBy(const ElementList& elements, std::size_t word) con
     return measured && counted;
 }
 
-// A number that begins an operand; where each is priced, words may stand before it, too.
+// True for a number that begins an operand; where each piece is priced, words may stand before it, too.
 bool EachPriceEvaluator::isCount(const ElementList& elements, std::size_t index, bool each) const {
     if (!isNumber(elements[index])) return false;
     const std::size_t before = neighbourOf(elements, index, -1);
@@ -118,7 +118,7 @@ void EachPriceEvaluator::multiplyPrice(const ElementList& elements, std::size_t 
     result.append(asOperator(u"*", text.substr(at)));
 }
 
-// "48 l at 1.79": a number with cents after a measure, which is none of time.
+// True for a number with cents after a measure that is not one of time: "48 l at 1.79".
 bool EachPriceEvaluator::isPriceOfMeasure(const ElementList& elements, std::size_t unit, std::size_t price) const {
     const auto id = elements[unit].value.string(Attribute::unit);
     const std::u16string* base = id ? unitConverter_.baseUnit(*id) : nullptr;
@@ -129,7 +129,7 @@ bool EachPriceEvaluator::isPriceOfMeasure(const ElementList& elements, std::size
     return cents == 2 || cents == 3;
 }
 
-// The amount that begins there is followed by "each".
+// True when "each" follows the amount that begins there.
 bool EachPriceEvaluator::isPricedEach(const ElementList& elements, std::size_t price) const {
     std::size_t after = price;
     while (after < elements.size() &&
@@ -151,7 +151,7 @@ bool EachPriceEvaluator::isMoney(const ElementList& elements, std::size_t index)
     return isMoneyAt(index) && next < elements.size() && isNumber(elements[next]);
 }
 
-// The place in the text before a number from which it says that what stands before is split; npos where it does not.
+// Where the words begin, in the text before a number, that split what stands before them; npos where there are none.
 std::size_t EachPriceEvaluator::splitAt(const ElementList& elements, std::size_t index) const {
     if (index == 0 || !isNumber(elements[index]) || !isPlainWords(elements[index - 1])) return std::u16string::npos;
     const std::u16string& text = elements[index - 1].text();
@@ -167,7 +167,7 @@ std::optional<ElementList> EachPriceEvaluator::evaluate(const ElementList& eleme
     ElementReplacer replacer(elements);
     bool value = false;
     for (std::size_t i = 0; i < elements.size(); ++i) {
-        const bool follows = value;  // a value
+        const bool follows = value;  // a value stands before
         value = value || elements[i].value.has(Attribute::decimal);
         const std::size_t split = follows ? splitAt(elements, i) : std::u16string::npos;
         if (split != std::u16string::npos) {

@@ -9,7 +9,8 @@ namespace vemo {
 
 namespace {
 
-// "sqrt sqrt 16": where nothing but blanks stands between two functions, the first is one of the second's result.
+// The function that directly follows another, which then takes its result: "sqrt sqrt 16". The number of elements
+// without one.
 std::size_t functionAfter(const ElementList& elements, const ElementRange& range) {
     const std::size_t end = range.end();
     if (range.length != 1 || end == elements.size()) return elements.size();

@@ -44,7 +44,7 @@ bool isOfTime(const Element& element) {
            element.value.has(Attribute::function);
 }
 
-// What a place can be asked for beside: words after anything else stay on this machine.
+// True for what may stand beside a place. Words beside anything else are sent to no server.
 bool isMoment(const Element& element) {
     if (element.value.has(Attribute::date) || element.value.has(Attribute::timeZone)) return true;
     const auto function = element.value.string(Attribute::function);
@@ -140,7 +140,7 @@ std::optional<ElementList> GeoNamesParser::withKnownPlaces(const ElementList& el
         appendPlace(text, name, *std::move(zone), replacer.replace({from, to - from}));
         return true;
     };
-    // The words that stand at `from`: the end of the place that they begin with, or `from` for none.
+    // Replaces the place with which the words at `from` begin, and gives its end; `from` when there is none.
     const auto placeAt = [&](std::size_t from) {
         std::size_t to = from;
         while (to < elements.size() && to - from < mostElements && mayBeOfPlace(elements[to])) ++to;

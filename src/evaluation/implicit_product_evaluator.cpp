@@ -30,7 +30,7 @@ bool followsUnit(const ElementList& elements, std::size_t index) {
            !elements[before].value.has(Attribute::decimal);
 }
 
-// The letters e and r are words too: they count in lower case, on a line of numbers.
+// True for the letters e and r, which are words too: they count only in lower case, on a line of numbers.
 bool mayBeWord(const Element& element) {
     return element.text().size() == 1 && !isPi(element) && isBuiltInConstant(element.text(), element.value);
 }

@@ -13,7 +13,7 @@ namespace vemo {
 
 namespace {
 
-// A number as it stands between blanks: without the marks at its ends.
+// The part between blanks without the marks at its ends.
 TextRange numberIn(std::u16string_view text, TextRange part) {
     while (part.length > 0 && digitValue(text[part.location]) < 0) ++part.location, --part.length;
     while (part.length > 0 && digitValue(text[part.end() - 1]) < 0) --part.length;

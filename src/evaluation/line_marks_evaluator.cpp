@@ -103,7 +103,7 @@ std::optional<ElementList> LineMarksEvaluator::aggregateOf(const ElementList& el
     return result;
 }
 
-// The number of elements that a list's mark begins in; 0 without one.
+// How many elements the mark of a list takes at the beginning of the line; 0 without one.
 std::size_t LineMarksEvaluator::listMark(const ElementList& elements) const {
     if (!mayBeginMark(elements)) return 0;
     const std::size_t most = std::min(elements.size(), mostElements);
@@ -148,7 +148,8 @@ bool LineMarksEvaluator::isDashBesidePrice(const ElementList& elements, std::siz
            trimmed(elements[i + 1].text()).find(u' ') != std::u16string_view::npos;
 }
 
-// An arrow points to a unit, a numeral system, a time zone or a word after something to convert.
+// True for an arrow that converts nothing. One that converts stands after something, and before a unit, a numeral
+// system, a time zone or a word.
 bool LineMarksEvaluator::isIdleArrow(const ElementList& elements, std::size_t i) const {
     if (!isSign(elements[i], arrows[0]) && !isSign(elements[i], arrows[1])) return false;
     const std::size_t before = neighbourOf(elements, i, -1), after = neighbourOf(elements, i, 1);

@@ -89,14 +89,14 @@ const Scale* NumberWordEvaluator::scaleAt(const ElementList& elements, std::size
     return scale && scale->unit.empty() ? scale : nullptr;
 }
 
-// A hyphen, or "and".
+// True for a hyphen or "and", which join the words of a number.
 bool NumberWordEvaluator::isLink(const Element& element) const {
     if (isOperator(element, u"-")) return element.text() == u"-";
     if (!isPlainWords(element)) return false;
     return std::find(links_.begin(), links_.end(), lowercased(trimmed(element.text()))) != links_.end();
 }
 
-// "two hundred and fifty thousand", "vingt-cinq": the words of one number, from the first of them.
+// The number whose first word stands there, of several words: "two hundred and fifty thousand", "vingt-cinq".
 NumberWordEvaluator::Count NumberWordEvaluator::countAt(const ElementList& elements, std::size_t start) const {
     std::int64_t group = elements[start].value.decimal()->toInt64();
     DecimalNumber scaled;
@@ -130,7 +130,7 @@ NumberWordEvaluator::Count NumberWordEvaluator::countAt(const ElementList& eleme
     return {scaled.adding(DecimalNumber::fromInt64(group)), end};
 }
 
-// Where the article that ends a text before a unit or multiplier begins; npos without one.
+// Where the article begins with which a text before a unit or multiplier ends; npos without one.
 std::size_t NumberWordEvaluator::articleAt(const ElementList& elements, std::size_t i) const {
     const std::u16string& text = elements[i].text();
     if (!isPlainWords(elements[i]) || !isWhitespace(text.back())) return text.npos;

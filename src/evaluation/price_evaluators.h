@@ -11,8 +11,7 @@
 namespace vemo {
 
 // "Dinner at 7-Eleven for 2 $54": where every amount of money stands apart from the operators of a line with words,
-// these belong to the description. They become text, and so do
-// functions without an argument and brackets with words.
+// these belong to the description. They become text, and so do functions without an argument and brackets with words.
 class PricedDescriptionEvaluator : public Evaluator {
 public:
     // `takesNoValues` tells functions such as "today", which stand for themselves.

@@ -35,7 +35,7 @@ std::u16string_view questionWords(std::u16string_view text) {
     return text;
 }
 
-constexpr std::size_t fewestOfQuestion = 5;  // elements, of one that ends with what is asked
+constexpr std::size_t fewestOfQuestion = 5;  // in elements, for a question at the end of a line
 
 ElementPointer asText(const Element& element) {
     return makeElement({}, AttributedText(element.text(), runTypeOf(element)));

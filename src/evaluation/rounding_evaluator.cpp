@@ -33,7 +33,7 @@ bool endsPart(const ElementList& elements, std::size_t i) {
            (elements[i].value.has(Attribute::operation) && !hasLetter(elements[i].text()));
 }
 
-// At most so many elements on as a request may take.
+// The end of the part from there on that may ask for a rounding, which takes only so many elements.
 std::size_t endOfPart(const ElementList& elements, std::size_t i) {
     constexpr std::size_t mostElements = 16;
     const std::size_t most = i + mostElements;
@@ -54,7 +54,7 @@ std::optional<RoundingMode> modeOf(const Element& element) {
     return function == u"floor" ? std::optional(RoundingMode::down) : std::nullopt;
 }
 
-// The digits before the point, for numbers below 1 less than 1: 1234 has 4, 0.05 has -1.
+// How many digits stand before the point; 0 or less for numbers below 1: 1234 has 4, 0.05 has -1.
 std::int64_t leadingDigits(const DecimalNumber& number) {
     const std::string text = number.abs().toString();
     const std::size_t point = std::min(text.find('.'), text.size());
@@ -86,7 +86,7 @@ RoundingEvaluator::RoundingEvaluator(const Localizer& localizer, const UnitConve
     for (const std::u16string& link : links_) firstUnits_ += link.front();
 }
 
-// A first look, without a new text: most lines hold words, and few of them round.
+// A quick test, for most lines hold words and few of them round. It makes no new text.
 bool RoundingEvaluator::mayBegin(const ElementList& elements, std::size_t i) const {
     if (isOperator(elements[i], u"in")) {
         const std::size_t next = neighbourOf(elements, i, 1);

@@ -24,7 +24,7 @@ bool isZone(const ElementList& elements, std::size_t i) {
     return i < elements.size() && elements[i].value.has(Attribute::timeZone) && !elements[i].value.has(Attribute::date);
 }
 
-// The name of a place; an abbreviation before a time has been read with it.
+// True for the name of a place. An abbreviation before a time has been read together with it.
 bool isPlace(const ElementList& elements, std::size_t i) {
     if (!isZone(elements, i)) return false;
     const std::u16string& text = elements[i].text();
