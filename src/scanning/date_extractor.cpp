@@ -109,7 +109,7 @@ void DateExtractor::extract(const std::u16string& text, Context& context, std::v
                                     : timeValue(date.instant, context.get<TimeZone>(context_keys::currentTimeZone)),
                          AttributedText(found, RunType::number))});
     }
-    // Without the dates that it stands between, a word is none of a date.
+    // Where one of the dates was left out, a word between them belongs to no date.
     if (result.size() - before < detected.dates.size()) return;
     for (const DateRelation& relation : detected.relations) {
         result.push_back(

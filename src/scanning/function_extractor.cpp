@@ -37,7 +37,7 @@ bool hasItsPlace(std::u16string_view text, TextRange range) {
            (after.front() != u'=' && after.front() != u':' && signs.find(after.front()) != signs.npos);
 }
 
-// The length of the word at `start`, whole words only, or of a sign; 0 without one.
+// The length of the word that stands at `start`, as a whole word or as a sign; 0 when none of the words does.
 std::size_t wordAt(std::u16string_view text, std::size_t start, const std::vector<std::u16string>& words) {
     for (const std::u16string& word : words) {
         const std::size_t end = start + word.size();
@@ -94,7 +94,7 @@ void FunctionExtractor::extract(const std::u16string& text, Context& context, st
     }
 }
 
-// A number, with a sign of money or a bracket before it, or the name of a value.
+// True for a number, with a sign of money or a bracket before it, and for the name of a value.
 bool FunctionExtractor::beginsItem(std::u16string_view text, std::size_t start, const Context& context) const {
     std::size_t i = afterBlanks(text, start);
     while (i < text.size() && i < start + groupLength && digitValue(text[i]) < 0 && !isLetter(text[i])) ++i;

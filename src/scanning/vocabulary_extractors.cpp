@@ -25,7 +25,7 @@ Extraction phraseExtraction(std::u16string_view text, const PhraseMatch<std::u16
             makeElement(Value(attribute, match.object), AttributedText(match.range.in(text), type))};
 }
 
-// "$20": a sign of money, and digits.
+// True for a text that ends with a sign of money and digits: "$20".
 bool endsWithMoney(std::u16string_view text) {
     const std::size_t place = text.find_last_not_of(u"0123456789.,");
     return place != text.npos && u_charType(text[place]) == U_CURRENCY_SYMBOL;
@@ -36,7 +36,7 @@ bool endsWithNumber(std::u16string_view text) {
     return !text.empty() && (digitValue(text.back()) >= 0 || isFractionSign(text.back()));
 }
 
-// True when nothing stands before the number at the end but a sign, or a label.
+// True when nothing but a sign or a label stands before the number at the end.
 bool isAloneNumber(std::u16string_view text) {
     const std::size_t label = text.rfind(u':');
     std::u16string_view rest = trimmed(label == text.npos ? text : text.substr(label + 1));
@@ -51,7 +51,7 @@ bool isAloneNumber(std::u16string_view text) {
 
 }  // namespace
 
-// A sign written twice is one only where both sides touch it: "2**10".
+// True for a sign that is written twice but stands alone: "2**10" is one operator only because both sides touch it.
 bool OperatorExtractor::isLooseDouble(std::u16string_view text, std::size_t start, std::size_t length) {
     const std::size_t end = start + length;
     return length == 2 && text[start] == text[start + 1] &&
@@ -200,7 +200,7 @@ bool UnitExtractor::hasItsPlace(std::u16string_view text, TextRange range) const
     return isLast(scales_.detect(before)) || units_.isRateWord(before.substr(before.find_last_of(u' ') + 1));
 }
 
-// After a number a unit's name is that, even where an earlier line gave it a value.
+// True after a number, where a unit's name is that even if an earlier line gave it a value.
 bool UnitExtractor::displacesName(std::u16string_view text, TextRange range, const Context& context) const {
     return context.longestVariableName() > 0 && endsWithNumber(trimmed(text.substr(0, range.location))) &&
            context.getVariable(lowercased(range.in(text)));
@@ -235,7 +235,7 @@ bool UnitExtractor::displacesOperator(std::u16string_view text, TextRange range)
     return !next.empty() && next.front().range.location == 0;
 }
 
-// "3 quarters in months"; three quarters of something are no times.
+// True for "3 quarters in months". Three quarters of something are no times.
 bool UnitExtractor::displacesFraction(std::u16string_view text, const PhraseMatch<std::u16string>& match) const {
     if (match.object != u"quarter" || !endsWithNumber(trimmed(text.substr(0, match.range.location)))) return false;
     const std::u16string_view after = trimmed(text.substr(match.range.end()));

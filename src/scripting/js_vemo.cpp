@@ -89,7 +89,6 @@ void JSVemo::addFunction(std::u16string_view id, const std::vector<std::u16strin
                          std::shared_ptr<const Function> function) {
     functions_.add(std::u16string(id), phrases, std::move(function));
     defined_.push_back(joinedText({u"function ", id}));
-    // Here the words of the phrases, lower-cased, become proposals of kind 10.
 }
 
 }  // namespace vemo

@@ -26,7 +26,7 @@ Attempt<DayReading> DayShapes::monthFirst(std::size_t i) const {
     return Parsed<DayReading>{date, afterWeekday(end), true, is(end - 1, DateWord::eraBehind)};
 }
 
-// As `dayNumber`; a comma and the year may touch it.
+// The same as `dayNumber`, but a comma and the year may touch it.
 const DateLexeme* DayShapes::monthDay(std::size_t i) const {
     if (const DateLexeme* day = dayNumber(i)) return day;
     const DateLexeme* day = number(i);

@@ -53,8 +53,8 @@ private:
         return momentAt(next, true).has_value() || is(next, DateWord::day);
     }
 
-    // "on Friday", "at 5pm", "on the 4th of March": the words belong to the date, as "on" would be an operator
-    // otherwise.
+    // Where the date begins with the words that lead it: "on Friday", "at 5pm", "on the 4th of March". Left to others,
+    // "on" would be an operator.
     std::size_t withLeadingWords(std::size_t i, std::size_t used) const {
         const auto leads = [&](std::size_t after) {
             return after > used && isAny(after - 1, DateWord::on, DateWord::at, DateWord::atHour) &&

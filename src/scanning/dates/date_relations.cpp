@@ -154,7 +154,7 @@ private:
         if (anchor.reading) anchor.reading->reading.direction = direction;
     }
 
-    // What is told of the day or time that follows.
+    // Adds the relation to the day or time that follows; false when there is none.
     bool betweenDates(std::size_t i, const Anchor& anchor, std::optional<std::size_t> duration) {
         if (duration && isAny(i, DateWord::before, DateWord::after)) {
             add(i, is(i, DateWord::before) ? Kind::before : Kind::after);

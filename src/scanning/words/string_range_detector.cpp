@@ -51,7 +51,7 @@ bool isNumberKanji(char16_t c) {
     return std::u16string_view(u"\u5341\u767e\u5343\u4e07\u5104\u5146").find(c) != std::u16string_view::npos;
 }
 
-// Cuts them off the words that they begin after digits.
+// Cuts these signs off the words that they begin after digits.
 void splitNumberKanji(std::u16string_view text, std::vector<TextRange>& ranges) {
     for (std::size_t i = 1; i < ranges.size(); ++i) {
         const TextRange word = ranges[i];
@@ -157,7 +157,7 @@ void StringRangeDetector::cut(std::u16string_view text) {
 
 const std::vector<TextRange>& StringRangeDetector::wordRanges(std::u16string_view text) {
     const char16_t mode = simplified_ ? u's' : u'f';
-    // As bytes: views of 16-bit units are compared one by one.
+    // Compared as bytes, for views of 16-bit units are compared one unit at a time.
     if (latestKey_.size() == text.size() + 1 && latestKey_.front() == mode &&
         std::memcmp(latestKey_.data() + 1, text.data(), text.size() * sizeof(char16_t)) == 0)
         return latest_;
