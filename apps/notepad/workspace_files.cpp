@@ -178,8 +178,8 @@ bool Workspace::close(Page& page) {
     return true;
 }
 
-// Nothing is lost when the window closes, for texts are kept; but a file that others will read should be as its page
-// is.
+// False when the person wants the window to stay. No text is lost when it closes, for all are kept; but a file that
+// others will read should be as its page is.
 bool Workspace::mayCloseWindow() {
     QList<Page*> changed;
     QStringList names;

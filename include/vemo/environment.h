@@ -51,8 +51,8 @@ struct Environment {
     std::function<void(std::string_view)> trace;  // lines of the per-line trace; empty: standard output
 };
 
-// What an environment can be given. Locales are ICU or POSIX identifiers of a known language and country; languages are
-// those that have phrases. Any thread may ask.
+// True for what an environment can be given, and lists of it. Locales are ICU or POSIX identifiers of a known language
+// and country; languages are those that have phrases. Any thread may ask.
 bool isKnownLocale(std::string_view identifier);
 bool isKnownLanguage(std::string_view code);
 std::vector<std::string> knownLocales();

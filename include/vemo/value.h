@@ -107,7 +107,7 @@ public:
     const Value& newest() const;
     void dropNewest();
 
-    // The same part of the same storage: a quick way to tell that nothing can differ.
+    // True for the same part of the same storage: a quick way to tell that nothing can differ.
     bool isSameAs(const ValuesList& other) const { return block_ == other.block_ && count_ == other.count_; }
     // True for equal values in the same order.
     bool isEqual(const ValuesList& other) const;

@@ -113,7 +113,7 @@ public:
         return put(itemOf(newEntry(key, hash, std::move(value))));
     }
 
-    // The same with an entry of another map, which is shared.
+    // Sets an entry of another map, which both share from then on. True when the key is new.
     bool setShared(const Entry& entry) {
         auto& shared = const_cast<Entry&>(entry);
         shared.retain();

@@ -32,7 +32,7 @@ bool isLetter(char16_t character);
 bool isWhitespace(char16_t character);
 }  // namespace beyond_ascii
 
-// "0" to "9" alone.
+// True for "0" to "9" alone.
 constexpr bool isAsciiDigit(char16_t character) {
     return character >= u'0' && character <= u'9';
 }
@@ -45,7 +45,7 @@ inline bool isLetter(char16_t character) {
     if (character >= 0x80) return beyond_ascii::isLetter(character);
     return (character >= u'a' && character <= u'z') || (character >= u'A' && character <= u'Z');
 }
-// White space and line breaks, as Unicode has them.
+// True for white space and line breaks, as Unicode has them.
 inline bool isWhitespace(char16_t character) {
     if (character >= 0x80) return beyond_ascii::isWhitespace(character);
     return character == u' ' || (character >= 9 && character <= 13);

@@ -59,7 +59,7 @@ bool asksForResult(const ElementList& written) {
     return (amount && (beside || function)) || (function && (!words || beside));
 }
 
-// Kinds that tell how part of a line was read, which is of no use where that part only describes a price.
+// True for kinds that tell how a part of the line was read, which is of no use where that part only describes a price.
 bool isOfReading(NoteKind kind) {
     constexpr NoteKind kinds[] = {NoteKind::joinedDigits,   NoteKind::malformedNumber, NoteKind::caseDecides,
                                   NoteKind::metricTon,      NoteKind::noSuchDate,      NoteKind::implicitProduct,

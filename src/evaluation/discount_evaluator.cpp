@@ -46,7 +46,7 @@ bool DiscountEvaluator::isDiscount(const ElementList& elements, std::size_t inde
     return index < elements.size() && isPlainWords(elements[index]) && words_.isDiscount(elements[index].text());
 }
 
-// Words that end with one for a part of an amount: "tip", as in "15% tip on $84".
+// True for words that end with one for a part of an amount: "tip", as in "15% tip on $84".
 bool DiscountEvaluator::endsWithPart(std::u16string_view text) const {
     const std::u16string words = lowercased(trimmed(text));
     return std::any_of(parts_.begin(), parts_.end(), [&](const std::u16string& part) {

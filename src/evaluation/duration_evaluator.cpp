@@ -104,7 +104,7 @@ bool calculatesWithLetteredClocks(const ElementList& elements) {
     return found && calculates;
 }
 
-// "1:45 + 2:30": times can't be added, so these are lengths of time.
+// True for a sum of clock times: "1:45 + 2:30". Times can't be added, so these are lengths of time.
 bool addsClocks(const ElementList& elements) {
     std::size_t clocks = 0, sums = 0;
     for (std::size_t i = 0; i < elements.size(); ++i) {
@@ -122,7 +122,7 @@ bool addsClocks(const ElementList& elements) {
     return sums > 0 && clocks == sums + 1;
 }
 
-// "1h 20m + 45m": what is added to hours are no metres.
+// True for the "m" of what is added to hours, which are no metres: "1h 20m + 45m".
 bool isMinuteOfSum(const ElementList& elements, std::size_t i) {
     if (!isBareUnit(elements, i, u"m") || elements[i].text() != u"m" || i < 2) return false;
     const std::size_t number = neighbourOf(elements, i, -1), sign = neighbourOf(elements, number, -1);

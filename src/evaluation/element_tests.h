@@ -27,7 +27,7 @@ inline bool isBlank(const Element& element) {
     return element.value.isEmpty() && trimmed(element.text()).empty();
 }
 
-// An element may have no text: a sign that nobody wrote.
+// These ask first whether there is a text: an operator that nobody wrote has none.
 inline bool endsWithBlank(const Element& element) {
     return !element.text().empty() && isWhitespace(element.text().back());
 }
@@ -46,12 +46,12 @@ inline bool isWholeNumber(const Element& element) {
            std::all_of(text.begin(), text.end(), [](char16_t c) { return digitValue(c) >= 0; });
 }
 
-// A time of day as it was written: no result of a function or of a calculation.
+// True for a time of day that was written, not the result of a function or of a calculation.
 inline bool isWrittenTime(const Element& element) {
     return element.value.is(Attribute::precision, u"time") && runTypeOf(element) == RunType::number;
 }
 
-// Words that mean nothing to the calculation; labels, comments and headers are none.
+// True for words that mean nothing to the calculation, but not for labels, comments and headers.
 inline bool isPlainWords(const Element& element) {
     return element.value.isEmpty() && runTypeOf(element) == RunType::none && hasLetter(element.text());
 }

@@ -23,7 +23,7 @@ bool isNumber(const Element& element) {
     return runTypeOf(element) == RunType::number && isNumberWithoutUnit(element);
 }
 
-// "$5 price": the number belongs to the sign of money before it.
+// True for a number that belongs to the sign of money before it: "$5 price".
 bool followsUnit(const ElementList& elements, std::size_t index) {
     const std::size_t before = neighbourOf(elements, index, -1);
     return before < elements.size() && elements[before].value.has(Attribute::unit) &&

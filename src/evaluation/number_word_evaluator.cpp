@@ -55,7 +55,7 @@ bool isDecided(const Value& value) {
     return !value.has(Attribute::type) || value.is(Attribute::type, number_word::separator);
 }
 
-// "twelve * 12", "two hundred plus fifty": beside an arithmetic operator whose other operand is a number.
+// True beside an arithmetic operator whose other operand is a number: "twelve * 12", "two hundred plus fifty".
 bool isCalculated(const ElementList& elements, std::size_t start, std::size_t end) {
     constexpr std::u16string_view operators[] = {u"+", u"-",          u"*",          u"/",
                                                  u"^", u"percent_of", u"percent_on", u"percent_off"};

@@ -36,7 +36,7 @@ private:
         bool isZone() const { return value.has(Attribute::timeZone) && !value.has(Attribute::date); }
     };
 
-    // Looked at only where a remark depends on it: most operands are numbers.
+    // Asked only where a remark depends on it, for most operands are numbers.
     bool hasWords(const Operand& operand) const;
     bool isBlank(const Operand& operand) const;
     bool isWord(const Operand& operand) const;  // one

@@ -110,7 +110,8 @@ std::u16string_view RoundingEvaluator::directionOf(std::u16string_view text, Rou
     return {};
 }
 
-// "2 decimals", "3 significant figures"; with `bare`, "2" alone.
+// Reads "2 decimals" or "3 significant figures" into the rounding; with `bare`, "2" alone, too. False for anything
+// else.
 bool RoundingEvaluator::readDigits(const ElementList& elements, std::size_t number, bool bare, bool named,
                                    Rounding& rounding) const {
     const auto digits = elements[number].value.decimal();
@@ -126,7 +127,7 @@ bool RoundingEvaluator::readDigits(const ElementList& elements, std::size_t numb
     return places;
 }
 
-// "hundred", "5", "$5", "dollar", "15 minutes".
+// Reads "hundred", "5", "$5", "dollar" or "15 minutes" into the rounding. False for anything else.
 bool RoundingEvaluator::readStep(const ElementList& elements, std::size_t number, std::u16string_view words,
                                  Rounding& rounding) const {
     for (const Step& step : steps_)
@@ -265,7 +266,7 @@ std::optional<ElementList> RoundingEvaluator::withFirst(const ElementList& eleme
     return reduced(elements, first, rounding, true, context, evaluationContext);
 }
 
-// "round up 180/25": nobody rounds a whole number before it is divided.
+// True for "round up 180/25": nobody rounds a whole number before it is divided.
 bool RoundingEvaluator::roundsAll(const ElementList& elements, std::size_t function) const {
     const std::size_t next = neighbourOf(elements, function, 1), op = neighbourOf(elements, next, 1);
     return op < elements.size() && isWholeNumber(elements[next]) && elements[op].value.has(Attribute::operation);

@@ -242,8 +242,8 @@ std::optional<ElementList> OperationEvaluator::evaluate(const ElementList& given
     return ElementList({makeElement(result.value_or(Value()), std::move(text))});
 }
 
-// "cake for the 60th ($48)", "came to $129 (iphone 13)": words between a value and a price in brackets, or in the
-// brackets after a price.
+// True when words stand between a value and a price in brackets, or in the brackets after a price: "cake for the 60th
+// ($48)", "came to $129 (iphone 13)".
 bool ParenthesesSequenceMultiplicator::isPriceBesideWords(const ElementList& elements, std::size_t value,
                                                           std::size_t bracket) const {
     if (isCurrencyAt(elements, value, unitConverter_)) {

@@ -13,7 +13,7 @@ namespace {
 
 constexpr std::size_t most = QuickTypeEngine::maxElementsInArray;
 
-// The order of letters without regard to ASCII case: "km" before "KMF".
+// True for the text that comes first by its letters, without regard to ASCII case: "km" before "KMF".
 bool comesBefore(std::u16string_view a, std::u16string_view b) {
     const auto folded = [](char16_t c) { return c >= u'A' && c <= u'Z' ? static_cast<char16_t>(c + 32) : c; };
     const auto less = [&](char16_t x, char16_t y) { return folded(x) < folded(y); };

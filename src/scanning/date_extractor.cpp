@@ -53,7 +53,7 @@ DateExtractor::DateExtractor(const Localizer& localizer, std::string_view langua
       countLinks_(localizer.variants(u"how_many_link.variants", u"Operations")),
       zone_(std::move(zone)) {}
 
-// "how many days in 6 weeks": a length of time, whatever day is in six weeks.
+// True for "how many days in 6 weeks": a length of time, whatever day is in six weeks.
 bool DateExtractor::isCounted(std::u16string_view text, const DetectedDate& date) const {
     if (date.basis == DateBasis::fixed) return false;
     const auto begins = [](std::u16string_view words, const std::vector<std::u16string>& phrases) {

@@ -24,7 +24,7 @@ std::size_t digitsFrom(std::u16string_view text, std::size_t start) {
     return count;
 }
 
-// "max" among words is one of them: the function stands right before a bracket, or has at most operators beside it.
+// True for a function right before a bracket, or with at most operators beside it: "max" among words is one of them.
 bool hasItsPlace(std::u16string_view text, TextRange range) {
     if (range.end() < text.size() && text[range.end()] == u'(') return true;
     // "l/min"
@@ -105,7 +105,8 @@ bool FunctionExtractor::beginsItem(std::u16string_view text, std::size_t start, 
     return end > i && context.getVariable(std::u16string(text.substr(i, end - i))) != nullptr;
 }
 
-// "of 12, 15 and 20"; "12, 15, 20" right after a name that is no word first.
+// Finds the separators of "of 12, 15 and 20" and, right after a name that is not a word first, of "12, 15, 20". False
+// for anything else.
 bool FunctionExtractor::listAfter(const std::u16string& text, std::size_t end, bool isWord, const Context& context,
                                   std::vector<TextRange>& found) const {
     const std::size_t blank = text.rfind(u' ', end - 1);

@@ -161,7 +161,7 @@ NumeralRepresentationExtractor::NumeralRepresentationExtractor(const Localizer& 
     }
 }
 
-// A fraction's word is one only before "of", "off" or an article; "3 quarters" are units of time.
+// True before "of", "off" or an article, where alone the word means a fraction; "3 quarters" are units of time.
 bool NumeralRepresentationExtractor::isFraction(std::u16string_view text, TextRange range) const {
     constexpr char16_t japaneseOf = u'\u306e';
     const std::u16string_view before = trimmed(text.substr(0, range.location));

@@ -66,7 +66,7 @@ void StructuralExtractor::extract(const std::u16string& text, Context&, std::vec
     }
 }
 
-// ":(" and ";-)" standing alone are no brackets.
+// True for the brackets of ":(" and ";-)" that stand alone.
 static bool isEmoticon(const std::u16string& text, std::size_t bracket) {
     std::size_t eyes = bracket;
     if (eyes > 0 && text[eyes - 1] == u'-') --eyes;

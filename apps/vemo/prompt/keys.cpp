@@ -99,7 +99,7 @@ KeyReader::Arrival KeyReader::await(int milliseconds) {
     return Arrival::bytes;
 }
 
-// Waits a little for bytes that belong together.
+// True once so many bytes are there. Waits a little for them, as those of one key belong together.
 bool KeyReader::holds(std::size_t bytes) {
     while (bytes_.size() < bytes)
         if (await(escapeWait) != Arrival::bytes) return false;

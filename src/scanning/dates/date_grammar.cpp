@@ -159,7 +159,7 @@ private:
         return best;
     }
 
-    // The beginning of a span of times is there: tomorrow "from" 3pm to 5pm.
+    // True when a span of times begins there: tomorrow "from" 3pm to 5pm.
     bool beginsSpanOfTimes(std::size_t i) const {
         const std::size_t next = skipping(i, DateWord::article, DateWord::at, DateWord::atHour);
         if (beginsSpan(next)) return true;
@@ -222,7 +222,7 @@ private:
         if (ends) return times_.bareHour(i);
         return spans && beginsSpan(i) ? times_.bareHour(i) : std::nullopt;
     }
-    // The number of an hour, with the end of a span after it: the 3 of "3 to 5pm", of "from 3 to 5 h".
+    // True for the number of an hour with the end of a span after it: the 3 of "3 to 5pm", of "from 3 to 5 h".
     bool beginsSpan(std::size_t i) const {
         if (!count(i, 2) || !isAny(i + 1, DateWord::rangeTo, DateWord::rangeAnd)) return false;
         return isFrom(i) ? endsSpan(i + 2) : saysTime(i + 2);
@@ -234,7 +234,7 @@ private:
         return is(i + 1, DateWord::hourLetter) ? i + 2 : i + 1;
     }
     bool isFrom(std::size_t i) const { return i > 0 && is(i - 1, DateWord::rangeFrom); }
-    // A time is there, or another hour with its letter.
+    // True when a time stands there, or another hour with its letter.
     bool endsSpan(std::size_t i) const {
         const std::size_t next = skipping(i, DateWord::article, DateWord::at, DateWord::atHour);
         return times_.timeAt(next, TimeShapes::Beside::nothing) || times_.letteredHour(next);

@@ -64,7 +64,7 @@ protected:
             return nullptr;
         return lexeme;
     }
-    // "5% on …", "2 in …": the word is an operator or a unit.
+    // True after a number, where the word is an operator or a unit: "5% on …", "2 in …".
     bool followsNumber(std::size_t i) const { return i > 0 && (isSign(i - 1, u'%') || number(i - 1)); }
     bool followsAnyNumber(std::size_t i) const {
         while (i-- > 0)
@@ -82,7 +82,7 @@ protected:
         return i;
     }
 
-    // The letters of "2027-03-04T10:30Z".
+    // True for the letters of "2027-03-04T10:30Z".
     bool isIsoT(std::size_t i) const {
         const DateLexeme* lexeme = at(i);
         return lexeme && !lexeme->spaced && lexeme->kind == DateLexeme::Kind::word &&

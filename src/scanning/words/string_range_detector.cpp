@@ -20,12 +20,12 @@ constexpr std::size_t bitsPerUnit = 16;
 
 using Predicate = bool (*)(char16_t);
 
-// In "(€40)" the sign stands between a bracket and a number.
+// True for a sign of money: in "(€40)" it stands between a bracket and a number.
 bool isCurrencySign(char16_t c) {
     return c == u'$' || (c >= 0x80 && u_charType(c) == U_CURRENCY_SYMBOL);
 }
 
-// Characters that mean something whatever they touch: operators, brackets, "=".
+// True for characters that mean something whatever they touch: operators, brackets, "=".
 bool isSign(char16_t c) {
     if (c < 0x80) return c > u' ' && !(isAsciiDigit(c) || (c >= u'A' && c <= u'Z') || (c >= u'a' && c <= u'z'));
     return (U_GET_GC_MASK(c) & (U_GC_SM_MASK | U_GC_P_MASK)) != 0;
@@ -46,7 +46,7 @@ void addSigns(std::u16string_view text, TextRange stretch, std::vector<TextRange
     result.push_back({start, stretch.end() - start});
 }
 
-// The signs of 10 to 10^12, which stand between a number and its unit without a blank.
+// True for the signs of 10 to 10^12, which stand between a number and its unit without a blank.
 bool isNumberKanji(char16_t c) {
     return std::u16string_view(u"\u5341\u767e\u5343\u4e07\u5104\u5146").find(c) != std::u16string_view::npos;
 }
