@@ -45,7 +45,7 @@ private:
         });
     }
 
-    // Between a label or the sign of an assignment and a comment.
+    // The part of the line between a label or the sign of an assignment and a comment.
     void findParts() {
         const auto names = document_.line(line_).names();
         const bool defines = !names.empty() && names.front().defines;
@@ -135,7 +135,7 @@ private:
         }
     }
 
-    // Only where the line says the same with it.
+    // Offered only where the line gives the same result with it.
     void replace(const std::string& title, const std::string& written, const std::string& text) {
         if (written == text) return;
         std::u16string line = written_;

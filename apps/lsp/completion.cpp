@@ -34,7 +34,7 @@ int itemKind(CompletionKind kind) {
     return 1;
 }
 
-// What is at a place of a line: nothing is completed in comments and headers.
+// The type of what stands before a place of a line: nothing is completed in comments and headers.
 RunType runBefore(const VemoEngine::Result::Line& line, std::size_t unit) {
     RunType found = RunType::none;
     line.attributedText().enumerate([&](std::u16string_view text, RunType type, std::size_t location) {
@@ -72,7 +72,7 @@ private:
     Json list_ = Json::array();
 };
 
-// The units that what stands before converts into, where a conversion's word is the last one before the place.
+// The units into which the amount before converts, where the last word before the place is one of a conversion.
 std::vector<Completion> conversionsBefore(Server& server, const OpenDocument& document, std::size_t line,
                                           std::size_t start) {
     std::u16string_view before = document.buffer.line(line).substr(0, start);
@@ -117,7 +117,7 @@ Reply completion(Server& server, OpenDocument& document, const Json& params) {
                       view.hint.empty() ? "" : Json::parse(view.hint).get<std::string>());
         }
         for (const Completion& each : server.completions().startingWith(typed, mostItems)) items.add(each, start);
-        if (!items.empty()) break;  // what the last words together begin is what is meant
+        if (!items.empty()) break;  // the longest stretch of words that begins something is what is meant
     }
     return items.take();
 }

@@ -21,7 +21,7 @@ void publishDiagnostics(Server& server, OpenDocument& document) {
                                    {"source", "vemo"},
                                    {"message", remark.message}});
     }
-    // An empty list needs not be told of a document without any before.
+    // An empty list need not be told of a document that had none before.
     std::string text = diagnostics.empty() ? std::string() : textOf(diagnostics);
     if (text == document.published) return;
     document.published = std::move(text);

@@ -21,7 +21,7 @@ bool startsWithLength(std::string_view text) {
                                                           [](char a, char b) { return a == lowered(b); });
 }
 
-// The number of a header's length, or nothing where it has none or it can't be one.
+// The length that a header tells; nothing where it tells none, or one that can't be.
 std::optional<std::uint64_t> lengthIn(std::string_view header) {
     constexpr std::size_t mostDigits = 15;
     while (!header.empty()) {
@@ -79,7 +79,7 @@ std::string_view Framing::feedHeader(std::string_view bytes, const std::function
         } else if (header_.find(':') != header_.npos && header_.size() < longestHeader) {
             continue;
         }
-        // No header begins so; what follows may hold one.
+        // No header begins like this; one may begin in what follows.
         take({Frame::Kind::malformed, ""});
         state_ = State::lost;
         header_.clear();

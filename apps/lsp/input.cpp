@@ -36,7 +36,7 @@ struct Input::State {
 
     bool processIsGone() const { return process > 0 && kill(process, 0) != 0 && errno == ESRCH; }
 
-    // False at the end.
+    // Reads some bytes; false at the end of the stream.
     bool read(std::array<char, 1 << 16>& buffer, std::string_view& bytes) {
         pollfd events[] = {{descriptor, POLLIN, 0}, {wake[0], POLLIN, 0}};
         bytes = {};
@@ -103,7 +103,7 @@ Input::~Input() {
     close(state_->wake[1]);
     thread_.join();
     close(state_->wake[0]);
-    state_->loop = nullptr;  // tasks that wait there hold the state: together they would keep each other
+    state_->loop = nullptr;  // tasks that wait in the loop hold the state, so both would keep each other alive
 }
 
 void Input::follow(int process) {

@@ -17,13 +17,13 @@ namespace vemo::lsp {
 // Reads no further while much of it waits.
 class Input {
 public:
-    // Both run on the loop; the end is told once.
+    // `take` and `end` run on the loop; the end is told once.
     Input(int descriptor, std::shared_ptr<RunLoop> loop, std::function<void(Frame)> take, std::function<void()> ended);
     ~Input();  // nothing runs after it
     Input(const Input&) = delete;
     Input& operator=(const Input&) = delete;
 
-    // A process without which nobody listens: its death is an end.
+    // Watches a process without which nobody listens: its death is an end.
     void follow(int process);
 
 private:

@@ -19,7 +19,7 @@ bool can(const Json& params, std::initializer_list<std::string_view> path) {
     return value.is_boolean() && value.get<bool>();
 }
 
-// The first of the client's that is known here; UTF-16 is always one.
+// The first of the client's encodings that is known here; UTF-16 always is.
 Encoding encodingFor(const Json& params) {
     const Json& offered = ability(params, {"general", "positionEncodings"});
     if (!offered.is_array()) return Encoding::utf16;

@@ -28,7 +28,7 @@ std::string escapedMarkdown(std::string_view text) {
     return result;
 }
 
-// What one of each other currency of the line is worth in that of its result, with the day of the rates.
+// What one unit of each other currency of the line is worth in that of its result, with the day of the rates.
 std::vector<std::string> ratesOf(Server& server, const OpenDocument& document, std::size_t line) {
     std::vector<std::string> rates;
     const Value value = document.line(line).value();

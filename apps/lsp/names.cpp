@@ -24,7 +24,7 @@ struct Place {
     NameUse use;
 };
 
-// From the top to the bottom; what is named before a definition is none of it.
+// The uses of a name, from the top to the bottom. One before the definition means something else.
 std::vector<Place> usesOf(const OpenDocument& document, const std::u16string& name) {
     std::vector<Place> places;
     bool defined = false;
@@ -103,7 +103,7 @@ Reply rename(Server& server, OpenDocument& document, const Json& params) {
     if (!isDefined(places)) return ErrorReply{error_code::requestFailed, "there is no name of this document here"};
     const std::u16string name = utf16(params.at("newName").get_ref<const std::string&>());
     const auto result = renamed(server, document, places, name);
-    // A name that means something else, or is none, would change what the document says.
+    // A name that means something else, or that no line can have, would change what the document says.
     bool same = result.has_value() && !name.empty();
     for (std::size_t i = 0; same && i < document.lineCount(); ++i)
         same = result->lines[i].value() == document.line(i).value() &&

@@ -70,7 +70,7 @@ struct OpenDocument {
 
     // Replaces a stretch of the text, in the engine's document too. Gives the line on which the new text ends.
     std::size_t edit(std::size_t start, std::size_t length, std::u16string_view replacement, std::int64_t newVersion);
-    // Begins anew with an engine.
+    // Begins anew with an engine, which has calculated nothing of it.
     void attach(VemoEngine& engine, const Context& context);
 
     // What an answer changed for those who look.

@@ -56,7 +56,7 @@ struct Method {
     std::string_view ability;  // members of the server's capabilities that tell of it, as JSON
 };
 
-// Null for a method that there is not.
+// Null for an unknown method.
 const Method* methodNamed(std::string_view name);
 Json serverCapabilities();
 

@@ -117,7 +117,7 @@ Reply semanticTokens(Server& server, OpenDocument& document, const Json&) {
     return whole(document.tokens, tokensOf(server, document, 0, allLines));
 }
 
-// One stretch that differs: what is before and after it is left alone.
+// Tells the one stretch that differs; what stands before and after it is left alone.
 Reply semanticTokensDelta(Server& server, OpenDocument& document, const Json& params) {
     OpenDocument::Tokens& known = document.tokens;
     std::vector<std::uint32_t> data = tokensOf(server, document, 0, allLines);

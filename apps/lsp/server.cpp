@@ -14,7 +14,7 @@ bool isId(const Json& id) {
     return id.is_string() || id.is_number_integer();
 }
 
-// Of a command, it is the first argument.
+// The document that parameters name; for a command, it is the first argument.
 const Json& documentIn(const Json& params) {
     const Json& arguments = member(params, "arguments");
     if (arguments.is_array() && !arguments.empty()) return arguments.front();
@@ -89,7 +89,7 @@ void Server::handle(const Json& id, const Method& method, const Json& params, bo
     if (document->isCalculated()) answerWaiting(*document);
 }
 
-// Parameters of another form than the protocol's are told as such, wherever they are met.
+// Parameters of another form than the protocol's are answered as such, wherever they are met.
 Reply Server::guarded(const std::function<Reply()>& task) const {
     try {
         return task();

@@ -38,11 +38,11 @@ public:
     void take(const Frame& frame);
     // The client is gone.
     void inputEnded();
-    // Nothing before it is to end.
+    // The exit status; nothing until the server is to end.
     std::optional<int> exitStatus() const { return exitStatus_; }
     // Hears the client's process, if it tells one.
     void onProcess(std::function<void(int)> follow) { follow_ = std::move(follow); }
-    // Runs what is due; until when there is no more.
+    // Runs the timers that are due, and tells how long it is until the next one.
     std::chrono::milliseconds runTimers();
 
     // What the methods use.
@@ -60,7 +60,7 @@ public:
     void change(OpenDocument& document, const Json& changes, std::int64_t version);
     void close(const std::string& uri);
 
-    // Null where it is not open.
+    // The document of a URI; null where it is not open.
     OpenDocument* find(const std::string& uri);
     OpenDocument* numbered(std::uint64_t number);
     const Client& client() const { return client_; }

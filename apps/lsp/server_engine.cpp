@@ -91,7 +91,7 @@ void Server::engineReady() {
     for (const auto& [uri, document] : documents_) calculateSoon(*document);
 }
 
-// The minute, rates, places: nothing that the client did.
+// The minute, rates or places have changed: nothing that the client did.
 void Server::contextChanged() {
     for (const auto& [uri, document] : documents_) {
         document->unprompted = document->unprompted || !document->dirty;
@@ -126,7 +126,7 @@ void Server::calculateSoon(OpenDocument& document) {
     document.dirty = true;
     if (calculationPosted_ || !engineReady_) return;
     calculationPosted_ = true;
-    // Messages that have come meanwhile go first, so that of a burst of edits the last one is calculated.
+    // Posted, so that messages that have come meanwhile go first: of a burst of edits, only the last is calculated.
     loop_->post([this, alive = std::weak_ptr(alive_)] {
         if (!alive.expired()) calculateDirty();
     });

@@ -11,7 +11,7 @@ namespace vemo::lsp {
 
 namespace {
 
-// Takes a value that is not null; says what was expected when it is none of that.
+// Takes a value that is not null. Says what was expected when the value is of another kind.
 struct Row {
     std::string_view key;
     std::string (*take)(const Json& value, Settings& settings);

@@ -27,7 +27,7 @@ Entry entryOf(const OpenDocument& document, std::size_t line) {
         const auto use = document.line(line).names().front();
         return {variableSymbol, defined, use.start, use.length, 0};
     }
-    // Only what has a sign of one is looked into.
+    // Only a line with the sign of an entry is looked into.
     const std::u16string_view written = document.buffer.line(line);
     if (written.find_first_of(u"#:") == written.npos && written.find(u'\uff1a') == written.npos) return entry;
     document.line(line).attributedText().enumerate([&](std::u16string_view text, RunType type, std::size_t location) {

@@ -18,7 +18,7 @@ bool isPairAt(std::u16string_view text, std::size_t at) {
     return isHighSurrogate(text[at]) && at + 1 < text.size() && isLowSurrogate(text[at + 1]);
 }
 
-// Bytes in UTF-8, where half a pair is the replacement character.
+// The bytes of a character in UTF-8, where half a pair is the replacement character.
 std::size_t bytesAt(std::u16string_view text, std::size_t at) {
     return text[at] < 0x80 ? 1 : text[at] < 0x800 ? 2 : isPairAt(text, at) ? 4 : 3;
 }

@@ -28,7 +28,7 @@ public:
     const std::u16string& text() const { return text_; }
     std::size_t lineCount() const { return starts_.size(); }
     std::size_t lineStart(std::size_t line) const { return line < starts_.size() ? starts_[line] : text_.size(); }
-    // Without its end; empty past the last line.
+    // The text of a line without its end; empty past the last line.
     std::u16string_view line(std::size_t line) const;
 
     // UTF-16 units from the beginning of the line, and of the text.
@@ -36,7 +36,7 @@ public:
     std::size_t offsetOf(const Position& position, Encoding encoding) const;
     std::size_t characterOf(std::size_t line, std::size_t unit, Encoding encoding) const;
 
-    // Puts the replacement where so many units are, and gives the line that it ends on.
+    // Replaces so many units from `start` on, and gives the line on which the replacement ends.
     std::size_t replace(std::size_t start, std::size_t length, std::u16string_view replacement);
 
 private:

@@ -21,7 +21,7 @@ const QString valueFormat = QStringLiteral("application/x-vemo-value");
 namespace {
 
 constexpr int margin = 14;  // at both sides of the answers
-constexpr int padding = 5;  // of what lies below the answer pointed at
+constexpr int padding = 5;  // of the background of the answer that the mouse points at
 constexpr int grip = 6;     // of the divider
 
 }  // namespace

@@ -8,7 +8,7 @@ namespace vemo::notepad {
 
 class Page;
 
-// What a dragged answer has beside its text, so that it is set apart from the word it is dropped at.
+// The format in which a dragged answer is recognised, so that it is set apart from the word at which it is dropped.
 extern const QString valueFormat;
 
 // The answers of a page, each right-aligned in the first row of its line; where there is none though the line asks for

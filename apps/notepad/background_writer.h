@@ -15,7 +15,7 @@ namespace vemo::notepad {
 class BackgroundWriter {
 public:
     BackgroundWriter() = default;
-    ~BackgroundWriter();  // does what waits
+    ~BackgroundWriter();  // does first what waits
     BackgroundWriter(const BackgroundWriter&) = delete;
     BackgroundWriter& operator=(const BackgroundWriter&) = delete;
 

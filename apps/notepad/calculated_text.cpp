@@ -45,7 +45,7 @@ void CalculatedText::calculate() {
 }
 
 std::optional<std::u16string> CalculatedText::readingOf(int line) const {
-    // It would wait for a calculation under way.
+    // Asked only then, for it would wait for a calculation under way.
     return document_ && isCurrent() ? document_->readingOf(static_cast<std::size_t>(line)) : std::nullopt;
 }
 

@@ -28,7 +28,7 @@ public:
 
     // Null before the first.
     const Answer& answer() const { return answer_; }
-    // True where the latest answer is that of the text as it is.
+    // True when the latest answer is that of the text as it is.
     bool isCurrent() const { return answer_ && answer_->version == version_; }
     std::optional<std::u16string> readingOf(int line) const;
 

@@ -41,7 +41,7 @@ public:
     const std::shared_ptr<const Completions>& vocabulary() const { return vocabulary_; }
 
 Q_SIGNALS:
-    void started();  // there is an engine, and none of the one before
+    void started();  // there is an engine now, and the one before is gone
     void ready();
     void contextChanged();  // the minute, rates, a place: what is shown may be out of date
     void logged(const QString& text);

@@ -38,8 +38,8 @@ QString kindText(CompletionKind kind) {
     return {};
 }
 
-// The word on the left, what it is dimmed on the right. Before the person is in the list, the word that Tab takes is
-// only framed.
+// Paints the word on the left and its kind, dimmed, on the right. Before the person is in the list, the word that Tab
+// takes is only framed.
 class Row : public QStyledItemDelegate {
 public:
     using QStyledItemDelegate::QStyledItemDelegate;

@@ -100,7 +100,7 @@ void Document::acceptDisk() {
     kept_.digest = digestOfFile(kept_.path).value_or(QByteArray());
 }
 
-// The folder, too: a file that is replaced is another one, and a removed one may come back.
+// Watches the folder, too: a file that is replaced is another one, and a removed one may come back.
 void Document::watch() {
     const QStringList watched = watcher_.files() + watcher_.directories();
     if (!watched.isEmpty()) watcher_.removePaths(watched);

@@ -28,7 +28,7 @@ public:
     };
 
     explicit Document(QObject* parent = nullptr);
-    // As it was when its text was kept under a name; the file may have changed since.
+    // A document as it was when its text was kept under a name; the file may have changed since.
     Document(const QString& id, const Kept& kept, QObject* parent = nullptr);
 
     // Empty before it was saved for the first time.
@@ -50,7 +50,7 @@ public:
     OnDisk onDisk() const;
     // The file's text as it is now, for a page that follows it.
     Result<QString> reload() { return open(kept_.path); }
-    // The text on the page is meant to replace what others wrote.
+    // Tells that the text on the page is to replace what others wrote.
     void acceptDisk();
 
 Q_SIGNALS:
@@ -63,7 +63,7 @@ private:
 
     Kept kept_;
     QString id_;                        // of one without a path
-    mutable session::FileStamp stamp_;  // with which the file has the content that is known
+    mutable session::FileStamp stamp_;  // the file that has this stamp has the content that is known
     QFileSystemWatcher watcher_;
     QTimer settle_;    // a program that writes in several steps is waited for
     QByteArray told_;  // the content that was told of last

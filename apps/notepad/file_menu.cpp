@@ -68,7 +68,7 @@ void fillFileMenu(MainWindow& window, Workspace& workspace) {
     menu->addSeparator();
     menu->addAction(tr("&Close Tab"), QKeySequence(Qt::CTRL | Qt::Key_W), &workspace,
                     onPage([&](Page& page) { workspace.close(page); }));
-    // What was there before comes last.
+    // The entries that were there before come last.
     for (QAction* action : after) {
         menu->removeAction(action);
         menu->addAction(action);

@@ -20,7 +20,7 @@ struct FileText {
 Result<FileText> textOf(const std::string& bytes);
 std::string bytesOf(const FileText& file);
 
-// Tells one content from another.
+// A digest that tells one content from another.
 QByteArray digestOf(const std::string& bytes);
 
 }  // namespace vemo::notepad

@@ -103,7 +103,7 @@ void FindBar::find(bool backwards) {
     const auto wanted = backwards ? flags() | QTextDocument::FindBackward : flags();
     QTextCursor found = page_->document()->find(sought_->text(), page_->textCursor(), wanted);
     if (found.isNull()) {
-        // Around the end, or the beginning.
+        // The search goes on around the end or the beginning.
         QTextCursor from(page_->document());
         if (backwards) from.movePosition(QTextCursor::End);
         found = page_->document()->find(sought_->text(), from, wanted);
@@ -148,7 +148,7 @@ void FindBar::replaceAll() {
     count_->setText(tr("%1 replaced").arg(replaced));
 }
 
-// Where the selected one is among all, which are counted up to a number that takes no time.
+// Shows which of all finds is selected. They are counted only up to a number that takes no time.
 void FindBar::showCount() {
     if (!page_ || sought_->text().isEmpty() || !isVisible()) return count_->clear();
     const int selected = page_->textCursor().hasSelection() ? page_->textCursor().selectionStart() : -1;

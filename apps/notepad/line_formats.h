@@ -20,8 +20,8 @@ LineFormats formatsOf(const VemoEngine::Result::Line& line, const Theme& theme, 
 // The formats of a line in which so many units were replaced by others, until the engine has told of it.
 LineFormats editedFormats(const LineFormats& formats, int start, int removed, int added);
 
-// Gives them to a block, beside those of an input method at work; false where it has them already. The document is to
-// be told by `markContentsDirty`.
+// Sets the formats of a block, beside those of an input method at work. False when it has them already. The document is
+// to be told by `markContentsDirty`.
 bool setFormats(const QTextBlock& block, LineFormats formats);
 
 }  // namespace vemo::notepad

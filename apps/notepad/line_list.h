@@ -45,18 +45,18 @@ public:
     // `inserted` lines took the place of `removed` ones. What the first of these showed stays with the first, or where
     // it was pushed down as a whole, with the last.
     void replace(int first, int removed, int inserted, bool pushedDown);
-    // An answer is asked for, to the text as it is now.
+    // Tells that an answer to the text as it is now is asked for.
     void requested();
-    // An answer can be to an earlier text than that there is: what was edited since waits for the next.
+    // Takes an answer, which may be one to an earlier text: what was edited since waits for the next.
     void take(const VemoDocument::Answer& answer, bool first);
-    // What was stored, for a text that has no answer yet.
+    // Takes what was stored, for a text that has no answer yet.
     void take(const VemoEngine::Result& result);
 
-    // What has no view yet.
+    // The lines that have no view yet.
     const LineSpan& stale() const { return stale_; }
     void setStaleFrom(int line) { stale_.from = line; }
     void settled() { stale_ = {}; }
-    // Everything is to be looked at again.
+    // Makes all views stale.
     void forgetViews();
 
     // The sums of what views tell.

@@ -22,7 +22,7 @@ class MainWindow : public QMainWindow {
 public:
     explicit MainWindow(Calculation& calculation, QWidget* parent = nullptr);
 
-    // A page of its own, in front.
+    // Adds a page, in front of the others.
     Page* addPage(const QString& title);
     Page* currentPage() const;
     Page* pageAt(int tab) const;
@@ -32,13 +32,13 @@ public:
     QMenu* editMenu() const { return editMenu_; }
     QMenu* viewMenu() const { return viewMenu_; }
 
-    // How every page looks.
+    // Sets how every page looks.
     void setPageFont(const QFont& font);
     int zoom() const { return zoom_; }  // in percent
     void setZoom(int percent);
     void setLineNumbers(bool shown);
 
-    // Something that passes, in the status bar.
+    // Shows a message in the status bar for a while.
     void say(const QString& message);
 
 Q_SIGNALS:

@@ -16,7 +16,7 @@ NoticeBar::NoticeBar(QWidget* parent) : QToolBar(tr("Notice"), parent) {
 }
 
 void NoticeBar::show(const Notice* notice) {
-    // With the widgets that they show.
+    // Their widgets go with them.
     for (QAction* action : actions()) {
         removeAction(action);
         action->deleteLater();

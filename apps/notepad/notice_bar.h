@@ -26,7 +26,7 @@ class NoticeBar : public QToolBar {
 public:
     explicit NoticeBar(QWidget* parent = nullptr);
 
-    // Null: there is none.
+    // Shows a notice; null hides the bar.
     void show(const Notice* notice);
     QString message() const;
 

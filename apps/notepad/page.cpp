@@ -59,7 +59,7 @@ Page::Page(Calculation& calculation, QWidget* parent)
 }
 
 Page::~Page() {
-    // What is destroyed after this still tells of changes.
+    // Members that are destroyed after this still tell of changes.
     document()->disconnect(this);
 }
 

@@ -47,8 +47,8 @@ public:
     // Offers words for what stands before the cursor; where nothing was `asked`, from two letters on.
     void complete(bool asked);
 
-    // A line that is being typed is not found fault with: its notes and its reason wait until the person pauses, or
-    // goes to another line.
+    // True for a line that is being typed, with which no fault is found: its notes and its reason wait until the person
+    // pauses, or goes to another line.
     bool isHeld(int line) const { return held_ == line; }
     void releaseHeldLine();
 

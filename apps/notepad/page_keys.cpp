@@ -21,7 +21,7 @@ namespace {
 
 constexpr int leastTyped = 2;
 
-// True where a completion may end: words go on at their ends only.
+// True where a completion may be offered: words are continued at their ends only.
 bool isAtWordEnd(const QTextCursor& cursor) {
     const QString text = cursor.block().text();
     const int at = cursor.positionInBlock();
@@ -31,7 +31,7 @@ bool isAtWordEnd(const QTextCursor& cursor) {
 }  // namespace
 
 bool Page::event(QEvent* event) {
-    // Keys of the list are not those of menus, nor do they leave the page.
+    // Keys that the list takes go neither to menus nor to other widgets.
     if (event->type() == QEvent::ShortcutOverride && completions_->isVisible()) {
         const int key = static_cast<QKeyEvent*>(event)->key();
         if (key == Qt::Key_Escape || key == Qt::Key_Tab) {

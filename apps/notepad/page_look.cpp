@@ -74,7 +74,7 @@ void Page::placeColumns() {
     const QMargins before = viewportMargins();
     const int all = viewport()->width() + before.left() + before.right();
     const QMargins wanted(hasLineNumbers() ? numbers_->wantedWidth() : 0, 0, static_cast<int>(all * share_), 0);
-    // This can come back here, for a scroll bar that comes or goes.
+    // This may call the function again, when a scroll bar comes or goes.
     if (wanted != before) setViewportMargins(wanted);
     const QMargins now = viewportMargins();
     const QRect view = viewport()->geometry();

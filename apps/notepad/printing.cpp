@@ -165,7 +165,7 @@ private:
         rows_.push_back(std::move(row));
     }
 
-    // Which rows begin a page. A row that is higher than one has it alone.
+    // Finds the rows that begin a page. A row that is higher than a page has one of its own.
     void paginate() {
         qreal y = height_;
         for (std::size_t i = 0; i < rows_.size(); ++i) {

@@ -45,7 +45,7 @@ Recovery::Recovery(const QString& folder, BackgroundWriter& writer, Snapshot sna
 
 void Recovery::touch(const QString& id) {
     touched_.insert(id);
-    // Counted from the first change: somebody who types without a pause is kept, too.
+    // The time is counted from the first change: the text of somebody who types without a pause is kept, too.
     if (!timer_.isActive()) timer_.start();
 }
 

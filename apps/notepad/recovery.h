@@ -33,14 +33,14 @@ public:
 
     Recovery(const QString& folder, BackgroundWriter& writer, Snapshot snapshot, QObject* parent = nullptr);
 
-    // A document's text or its being saved has changed.
+    // Tells that a document's text, or whether it is saved, has changed.
     void touch(const QString& id);
     // Writes at once what waits.
     void keepNow();
-    // What is kept for a document is not needed any more.
+    // Removes what is kept for a document.
     void forget(const QString& id);
 
-    // What the process before left. What can't be read stays where it is.
+    // The texts that the process before left. What can't be read stays where it is.
     static std::vector<Unsaved> leftIn(const QString& folder);
 
 private:

@@ -33,7 +33,7 @@ bool areAlike(const std::vector<Value>& values) {
     });
 }
 
-// A note that leaves a sum what it is.
+// True for a note that does not make a sum doubtful.
 bool isHarmless(NoteKind kind) {
     return kind == NoteKind::oldRates || kind == NoteKind::averageLength || kind == NoteKind::metricTon;
 }

@@ -19,7 +19,7 @@ class SelectionTotals : public QObject {
 public:
     explicit SelectionTotals(Calculation& calculation, QObject* parent = nullptr);
 
-    // Null for none.
+    // Follows the selection of a page; null for none.
     void follow(Page* page);
 
 Q_SIGNALS:

@@ -24,7 +24,7 @@ struct SessionState {
     int zoom = 100;          // in percent
     bool lineNumbers = false;
 
-    // Nothing of it where the file is missing or damaged.
+    // Reads the state; an empty one where the file is missing or damaged.
     static SessionState read(const QString& file);
     QByteArray bytes() const;
 

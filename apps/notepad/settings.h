@@ -26,9 +26,9 @@ public:
 
     // Reads the file again.
     void read();
-    // Makes the engine. The window is shown before.
+    // Makes the engine; called once the window is shown.
     void start();
-    // Writes what differs from the file, and lives by it. Says why it can't be written; then nothing changes.
+    // Writes what differs from the file, and takes it over. Says why it can't be written; nothing changes then.
     QString change(const session::Configuration& wanted);
     // Fetches rates anew, or reads their file anew.
     void updateRates();

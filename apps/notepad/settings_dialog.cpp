@@ -37,7 +37,7 @@ QLabel* hint(const QString& text) {
     return label;
 }
 
-// What speakers call it. A locale's own name of its language names the country, too.
+// The name by which speakers call a language. A locale's own name of its language names the country, too.
 QString languageName(const QString& code) {
     for (const auto& [known, name] : {std::pair("en", "English"), std::pair("es", "Español")})
         if (code == known) return name;
@@ -52,7 +52,7 @@ void addLanguages(QComboBox& box) {
     for (const std::string& code : knownLanguages()) box.addItem(languageName(native(code)), native(code));
 }
 
-// Found by typing the name of a language or country, or the identifier.
+// Adds the locales, which are found by typing the name of a language or country, or the identifier.
 void addLocales(QComboBox& box) {
     QList<std::pair<QString, QString>> locales;
     for (const std::string& id : knownLocales()) {
@@ -77,7 +77,7 @@ void choose(QComboBox& box, const QString& data) {
 }
 
 std::string chosen(const QComboBox& box) {
-    // What was typed and is none of the names leaves the choice as it was.
+    // Typed text that is none of the names leaves the choice as it was.
     return box.currentData().toString().toStdString();
 }
 

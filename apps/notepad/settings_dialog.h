@@ -26,7 +26,7 @@ class SettingsDialog : public QDialog {
 public:
     SettingsDialog(Settings& settings, Calculation& calculation, QWidget* parent = nullptr);
 
-    // Writes what was changed; false where that can't be, which is then said.
+    // Writes what was changed. False when that can't be done; the person has been told then.
     bool apply();
 
 private:

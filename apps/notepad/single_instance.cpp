@@ -21,7 +21,7 @@ namespace {
 constexpr int patience = 5000;  // milliseconds for a process that is busy or just beginning
 constexpr qint64 longestRequest = 1 << 20;
 
-// Beside the lock, or where its name would be too long for a socket, in the user's folder for sockets.
+// The socket lies beside the lock or, where its name would be too long for one, in the user's folder for sockets.
 QString socketFor(const QString& folder) {
     constexpr qsizetype longestName = 100;
     const QString name = folder + "/socket";

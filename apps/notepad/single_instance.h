@@ -18,9 +18,10 @@ public:
 
     // False where another process is the one. It stays the one until it ends, however it does.
     bool isFirst() const { return lock_ >= 0; }
-    // Of the first: hears the others from now on.
+    // For the first process: hears the others from now on.
     void listen();
-    // Of another: true when the first has taken the files, whose paths are absolute. `token` lets it come to the front.
+    // For another process: true when the first one has taken the files, whose paths are absolute. `token` lets it come
+    // to the front.
     bool handOver(const QStringList& files, const QString& token = {}) const;
 
 Q_SIGNALS:

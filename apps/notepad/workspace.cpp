@@ -85,7 +85,7 @@ Workspace::Workspace(MainWindow& window, const QString& folder, QObject* parent)
 }
 
 Workspace::~Workspace() {
-    // The window takes its pages along, which is no change to what is open.
+    // The window destroys its pages with itself, which is no change to what is open.
     for (const Entry& entry : std::as_const(entries_)) entry.page->disconnect(this);
     window_.disconnect(this);
     window_.tabs()->disconnect(this);
@@ -119,7 +119,7 @@ void Workspace::restore(const QStringList& files) {
     };
     int current = state_.current;
     for (const SessionState::Tab& tab : std::as_const(state_.tabs)) addTab(tab);
-    // A text whose tab was not noted any more before the end.
+    // Texts whose tab was not noted any more before the end.
     for (const QString& id : std::as_const(order)) {
         if (!unsaved.contains(id)) continue;
         addTab({id, unsaved[id].document.path, unsaved[id].cursor});

@@ -35,10 +35,10 @@ public:
 
     void addNew();
     void open(const QStringList& files);
-    // False where it was not saved, which the person knows.
+    // False when it was not saved, of which the person knows.
     bool save(Page& page);
     bool saveAs(Page& page);
-    // Asks where a text would be lost; false where the page stays.
+    // Closes the page, but asks first if a text would be lost. False when the page stays.
     bool close(Page& page);
 
     const Document& documentOf(const Page& page) const;

@@ -58,7 +58,7 @@ void Workspace::addNew() {
     sessionTimer_.start();
 }
 
-// A page that nobody wrote on makes room for a file.
+// True for a page that nobody wrote on: it makes room for a file.
 bool Workspace::isPristine(const Entry& entry) const {
     return entry.loaded && entry.document->path().isEmpty() && entry.page->document()->isEmpty();
 }
@@ -178,7 +178,8 @@ bool Workspace::close(Page& page) {
     return true;
 }
 
-// Nothing is lost where the window closes; but a file that others will read should be as its page is.
+// False when the person wants the window to stay. No text is lost when it closes, for all are kept; but a file that
+// others will read should be as its page is.
 bool Workspace::mayCloseWindow() {
     QList<Page*> changed;
     QStringList names;

@@ -7,7 +7,7 @@ namespace vemo::session {
 
 namespace {
 
-// Each between two commas; of words with the same beginning, the first is typed most.
+// Each stands between two commas. Of words with the same beginning, the first is typed most.
 constexpr std::u16string_view words =
     // what is asked
     u",in,of,off,on,to,total,sum,average,avg,prev,today,tomorrow,yesterday,now,time,until,from,and,as,per,plus,minus"

@@ -17,7 +17,7 @@ namespace vemo::session {
 
 namespace {
 
-// Takes a value; says what was expected when it is none of that.
+// Takes a value. Says what was expected when the value is of another kind.
 struct Setter {
     std::string_view table;  // empty: the keys before all tables
     std::string_view key;
@@ -46,7 +46,7 @@ std::string timeZone(const toml::node& node, Configuration& values) {
     return "";
 }
 
-// One of three words.
+// Takes one of three words.
 std::string word(const toml::node& node, std::string& member, const std::string& a, const std::string& b,
                  const std::string& c) {
     const auto value = node.value_exact<std::string>();
@@ -120,7 +120,7 @@ private:
     const std::string& file_;
 };
 
-// A file or folder that is named from where the configuration is, or from home; URLs stay as they are.
+// Finds a file or folder from the folder of the configuration, or from home; URLs stay as they are.
 void resolve(std::string& name, const std::filesystem::path& folder) {
     if (name.empty() || isUrl(name)) return;
     const char* home = std::getenv("HOME");

@@ -48,7 +48,8 @@ std::size_t nextLine(std::string_view text, std::size_t at) {
     return feed == text.npos ? text.size() : feed + 1;
 }
 
-// Where a line begins before which there are only the keys of no table, with the comments over the first table's head.
+// Where the tables begin: the keys of no table stand before it, and the comments over the head of the first table after
+// it.
 std::size_t firstTable(std::string_view text) {
     std::size_t end = text.size();
     for (std::size_t at = 0; at < text.size(); at = nextLine(text, at)) {
@@ -140,8 +141,8 @@ Result<std::string> changedConfiguration(std::string_view given, const std::vect
         text = withChange(std::move(text), before.table(), change);
         const toml::parse_result after = toml::parse(text);
         if (after && after.table() == wanted) continue;
-        // Written in a way that can't be changed in place, such as a table within a line: the keys count more than
-        // the comments.
+        // The text is written in a way that can't be changed in place, such as with a table within a line: the keys
+        // count more than the comments.
         std::ostringstream out;
         out << wanted << '\n';
         text = out.str();

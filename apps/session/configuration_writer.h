@@ -22,8 +22,8 @@ struct ConfigurationChange {
 // and order of it stay as they were written. A failure tells what is wrong with a text that can't be read.
 Result<std::string> changedConfiguration(std::string_view text, const std::vector<ConfigurationChange>& changes);
 
-// The same in the file, which is made where it is missing, with its folder. Says what is wrong; then nothing is
-// written.
+// Makes the changes in the file, which is made where it is missing, with its folder. Says what is wrong; nothing is
+// written then.
 std::string changeConfiguration(const std::string& file, const std::vector<ConfigurationChange>& changes);
 
 }  // namespace vemo::session

@@ -9,9 +9,9 @@
 
 namespace vemo::session {
 
-// The bytes of a file; nothing when it can't be read, a folder for one, or holds more than `most`.
+// The bytes of a file. Nothing when it can't be read, as a folder can't, or holds more than `most`.
 std::optional<std::string> readFile(const std::string& path, std::size_t most = static_cast<std::size_t>(-1));
-// What tells one state of a file from another, a file that took its place for one.
+// Tells one state of a file from another, and from a file that took its place.
 struct FileStamp {
     ino_t node = 0;
     off_t size = 0;

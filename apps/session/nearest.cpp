@@ -11,7 +11,7 @@ char lowered(char c) {
     return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c;
 }
 
-// Changes, insertions, deletions and swaps of neighbours.
+// The number of changes, insertions, deletions and swaps of neighbours that make one word of the other.
 std::size_t distance(std::string_view a, std::string_view b) {
     std::vector<std::size_t> before(b.size() + 1), last(b.size() + 1), row(b.size() + 1);
     for (std::size_t j = 0; j <= b.size(); ++j) last[j] = j;

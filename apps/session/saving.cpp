@@ -18,7 +18,7 @@ namespace {
 mode_t modeFor(const std::filesystem::path& file) {
     struct stat status {};
     if (stat(file.c_str(), &status) == 0) return status.st_mode & 07777;
-    // Asked for once: for a moment it is another one, for all threads.
+    // Asked for once, for asking sets another one for a moment, and does so for all threads.
     static const mode_t mask = [] {
         const mode_t present = umask(0);
         umask(present);

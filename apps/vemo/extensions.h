@@ -9,7 +9,7 @@
 
 namespace vemo::cli {
 
-// False where there is no such folder, which has been said.
+// False when there is no such folder; the person has been told then.
 bool isFolder(const std::string& path);
 
 void printLog(std::ostream& out, const std::string& log);

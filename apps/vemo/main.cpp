@@ -46,7 +46,7 @@ bool wantsPrompt(const Options& options) {
            !options.results && isatty(STDIN_FILENO) && isatty(STDOUT_FILENO);
 }
 
-// False when the file is no use, which has been said.
+// False when the file is no use; the person has been told then.
 bool takeRates(VemoEngine& engine, VemoEngine::RatesFile kind, const std::string& source) {
     const std::string problem = session::takeRates(engine, kind, source);
     if (!problem.empty()) complain(problem);
@@ -105,12 +105,12 @@ int run(const Options& options) {
     const auto text = prompt || options.checkExtensions ? std::optional<std::string>("") : readDocument(options);
     if (!text) return unusable;
     const auto online = Online::forOptions(options);
-    // At the prompt time goes on between the lines; without it, and with nothing to fetch, there is nothing to wait
-    // for.
+    // At the prompt time goes on between the lines. Without a prompt, and with nothing to fetch, there is nothing to
+    // wait for.
     const auto loop = online ? online->loop() : prompt ? std::make_shared<RunLoop>() : nullptr;
     VemoEngine engine(environmentFor(options, online), loop);
     const auto listener = std::make_shared<Listener>(online);
-    // What lines say while they are typed is of no interest; what they said in the end, the prompt knows of them.
+    // What lines say while they are typed is of no interest, and what they say in the end the prompt hears by itself.
     if (prompt)
         engine.setDelegate(online);
     else

@@ -19,7 +19,7 @@ using namespace std::chrono_literals;
 
 constexpr auto usualWait = 5000ms;
 constexpr const char* wait = "VEMO_WAIT";
-constexpr const char* longWait = "60";  // as long as a server may take at all
+constexpr const char* longWait = "60";  // in seconds: as long as a server may take at all
 constexpr auto longestWaitForPlaces = 2000ms;
 constexpr auto step = 5ms;
 
@@ -49,7 +49,7 @@ void fetchBehind(const Options& options) {
     for (std::string& word : words) arguments.push_back(word.data());
     arguments.push_back(nullptr);
     if (fork() != 0) return;
-    // A process that nobody waits for, without the caller's terminal and streams.
+    // Becomes a process for which nobody waits, without the terminal and the streams of the caller.
     setsid();
     setenv(wait, longWait, 1);
     const int nothing = open("/dev/null", O_RDWR);
@@ -91,7 +91,7 @@ VemoEngine::Result Online::calculate(VemoEngine& engine, std::u16string_view tex
     };
     changed_ = false;
     auto result = answer();
-    // A line asks for its next place when it knows the one before.
+    // A line asks for its next place only when it knows the one before.
     const auto end = std::chrono::steady_clock::now() + longestWaitForPlaces;
     do {
         runUntil([&] { return !engine.pending().places; },

@@ -15,7 +15,7 @@ namespace vemo::cli {
 // How long a calculation waits for rates: five seconds, or as many as VEMO_WAIT says.
 std::chrono::milliseconds waitForRates();
 
-// Has a process of its own fetch what the options name, for the next call, with a longer wait.
+// Starts another process that fetches what the options name, with a longer wait: for the next call of the command.
 void fetchBehind(const Options& options);
 
 // An engine's main loop in a command that calculates once: it waits a little for what the engine fetches.

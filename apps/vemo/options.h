@@ -42,7 +42,7 @@ struct Options {
     Color color = Color::automatic;
 
     bool json() const { return format == Format::json; }
-    // Lines that were asked for alone, whose failure is that of the command.
+    // True for lines that were asked for alone, whose failure is that of the command.
     bool strict() const { return results || argument; }
 };
 

@@ -6,7 +6,8 @@
 
 namespace vemo::cli {
 
-// Writes all of it to standard output. False where that can't be, which has been said, but for a reader that is gone.
+// Writes everything to standard output. False when that can't be done; the person has been told then, unless the reader
+// is gone.
 bool writeOutput(std::string_view text);
 
 // A line on standard error, "vemo: …", in which no character controls the terminal.

@@ -55,7 +55,7 @@ int present(const Options& options, const session::Layout& layout, const VemoEng
         return unusable;
     }
     const bool written = writeOutput(textOf(options, layout, result, log, problems, readings));
-    // Where the output has them not.
+    // Remarks go to standard error when the output does not hold them.
     if (options.format == Format::table && !options.quiet && (options.results || !layout.remarks))
         session::printRemarks(std::cerr, result, options.file.empty() ? "vemo" : options.file);
     printLog(std::cerr, log);

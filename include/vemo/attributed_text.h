@@ -31,6 +31,7 @@ enum class RunType : std::uint8_t {
 // "oprtr", "oprtrsmb"; empty for none.
 std::u16string_view runTypeCode(RunType type);
 
+// One run with its text.
 struct AttributedTextElement {
     std::u16string text;
     RunType type = RunType::none;
@@ -48,8 +49,8 @@ public:
         friend bool operator==(const Run&, const Run&) = default;
     };
 
-    // A list that needs no allocation for one or two runs. (With more, elements would be of a size that scatters what a
-    // large document keeps: measure before changing it.)
+    // A list that needs no allocation for one or two runs. (Room for more would make the elements of a line so large
+    // that those of a document lie scattered in memory: measure before you change it.)
     class Runs {
     public:
         const Run* begin() const { return many_.empty() ? few_.data() : many_.data(); }
@@ -66,14 +67,17 @@ public:
 
         std::array<Run, 2> few_{};
         std::uint32_t fewCount_ = 0;
-        std::vector<Run> many_;  // all of them, once they are more
+        std::vector<Run> many_;  // all runs, once there are more
     };
 
     AttributedText() = default;
+    // One run.
     explicit AttributedText(std::u16string_view text, RunType type = RunType::none);
 
     std::size_t elementsCount() const { return runs_.size(); }
+    // The index must be below `elementsCount`.
     AttributedTextElement elementAt(std::size_t index) const;
+    // The whole text.
     const std::u16string& compoundString() const { return text_; }
     bool hasAttributeOf(RunType type) const;
     std::vector<RunType> usedAttributes() const;  // distinct, without none, in order of appearance
@@ -81,9 +85,12 @@ public:
     const Runs& runs() const { return runs_; }
     // Calls `visit(text, type, location)` once per run, in order.
     void enumerate(const std::function<void(std::u16string_view, RunType, std::size_t)>& visit) const;
+    // Adds the runs of another text after these.
     void append(const AttributedText& other);
+    // Makes room for a text of so many UTF-16 units and runs.
     void reserve(std::size_t length, std::size_t runs);
 
+    // For debugging.
     std::u16string description() const;
     friend bool operator==(const AttributedText&, const AttributedText&) = default;
 

@@ -23,29 +23,31 @@ public:
 
     explicit Cache(std::size_t size = 4096, std::size_t bytes = unbounded) : size_(size), bytes_(bytes) {}
 
-    // A disabled cache is empty, and takes nothing.
+    // A disabled cache is empty and takes nothing.
     bool enabled() const { return enabled_; }
     void setEnabled(bool enabled) {
         enabled_ = enabled;
         if (!enabled) clear();
     }
 
+    // Disabling it empties the persistent copy.
     void enablePersistentCache() { persistentEnabled_ = true; }
     void disablePersistentCache() {
         persistentEnabled_ = false;
         persistent_.clear();
     }
-    // What was set while it was enabled. Values that can't be copied are not kept there.
+    // What was set while the persistent copy was enabled. Values that can't be copied are not kept there.
     const Map& persistentCache() const { return persistent_; }
 
-    // The value, or null; valid until the next change. The key may be of any type that `Hash` and `Equal` take.
+    // The value, or null. Valid until the next call of the cache, as a search may drop other entries. The key may be of
+    // any type that `Hash` and `Equal` take.
     template <class Searched>
     Value* find(const Searched& key) {
         if (!enabled_) return nullptr;
         if (const auto young = young_.entries.find(key); young != young_.entries.end()) return &young->second.value;
         const auto old = old_.entries.find(key);
         if (old == old_.entries.end()) return nullptr;
-        // Used again, so it moves on.
+        // It was used again, so it becomes one of the young ones.
         auto node = old_.entries.extract(old);
         makeRoom();
         young_.bytes += node.mapped().bytes;
@@ -56,7 +58,7 @@ public:
         return find(key) != nullptr;
     }
 
-    // Stores a value, which takes so many bytes beside the entry, or given nothing removes the entry.
+    // Stores a value, which takes so many bytes beside the entry. Without a value, removes the entry.
     void set(const Key& key, std::optional<Value> value, std::size_t bytes = 0) {
         if (!enabled_) return;
         remove(young_, key);
@@ -80,7 +82,7 @@ public:
         for (const auto& [key, value] : data) set(key, value);
     }
 
-    // The persistent copy stays.
+    // Empties the cache. The persistent copy stays.
     void clear() {
         young_ = {};
         old_ = {};

@@ -25,14 +25,15 @@ struct Completion {
     friend bool operator==(const Completion&, const Completion&) = default;
 };
 
-// The vocabulary of an engine with its kinds, for those who show more than five. Asking is safe from several threads.
+// The vocabulary of an engine with its kinds, for an application that shows more than the five completions of a
+// `QuickTypeEngine`. Asking is safe from several threads.
 class Completions {
 public:
-    // Of several of one text and kind, the one with the largest weight stays.
+    // Of several completions of one text and kind, the one with the largest weight stays.
     explicit Completions(std::vector<Completion> all);
 
-    // At most so many of those that begin with what was typed, in any case; nothing typed asks for the best there are.
-    // The best come first, those of one weight in the order of their letters.
+    // At most `most` completions that begin with what was typed, in any case; where nothing was typed, the best of all.
+    // One that was typed in full comes first, then the best; those of equal weight are in the order of their letters.
     std::vector<Completion> startingWith(std::u16string_view typed, std::size_t most) const;
     std::size_t size() const { return entries_.size(); }
 

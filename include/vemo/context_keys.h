@@ -10,7 +10,7 @@ namespace vemo {
 // since the beginning of 2001 in UTC.
 namespace context_keys {
 
-// Prefixes, which a variable's name or a place follows.
+// Prefixes, after which the name of a variable or a place stands.
 inline constexpr std::u16string_view variable = u"var_";               // Value
 inline constexpr std::u16string_view hiddenVariable = u"hidden_var_";  // bool: true keeps it from being read in lines
 inline constexpr std::u16string_view geoName = u"geo_name";            // text: the place's time zone
@@ -31,10 +31,12 @@ inline constexpr std::u16string_view cryptoRatesTime = u"crypto_rates_update_tim
 
 }  // namespace context_keys
 
+// The key of a variable; the name must be in lower case.
 inline std::u16string variableKey(std::u16string_view name) {
     return std::u16string(context_keys::variable).append(name);
 }
 
+// The key of a place's time zone.
 inline std::u16string geoNameKey(std::u16string_view place) {
     return std::u16string(context_keys::geoName).append(place);
 }

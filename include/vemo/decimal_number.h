@@ -40,11 +40,11 @@ enum class DecimalStatus : std::uint8_t {
     divideByZero,  // result is not-a-number
 };
 
-// A decimal number: ± mantissa × 10^exponent with up to 38 significant digits and an exponent
-// from -128 to 127, or not-a-number. Trivially copyable; equal numbers have equal representations
-// (no trailing zeros in the mantissa while the exponent allows, zero is +0 × 10^0).
-// Each operation rounds its exact result once, to 38 digits and to the scale together. A result out
-// of range, a division by zero and any operation on not-a-number give not-a-number; nothing throws.
+// A decimal number: ± mantissa × 10^exponent with up to 38 significant digits and an exponent from -128 to 127, or
+// not-a-number. Trivially copyable; equal numbers have equal representations (no trailing zeros in the mantissa while
+// the exponent allows, zero is +0 × 10^0). Each operation rounds its exact result once, to 38 digits and to the scale
+// together. A result out of range, a division by zero and any operation on not-a-number give not-a-number; nothing
+// throws. Safe to read from several threads.
 class DecimalNumber {
 public:
     static constexpr int maxDigits = 38;
@@ -79,10 +79,12 @@ public:
     bool notANumber() const { return (flags_ & nanFlag) != 0; }
     bool isZero() const { return flags_ == 0 && high_ == 0 && low_ == 0; }
     bool isNegative() const { return flags_ == negativeFlag; }
+    // The mantissa is mantissaHigh × 2^64 + mantissaLow.
     std::uint64_t mantissaHigh() const { return high_; }
     std::uint64_t mantissaLow() const { return low_; }
     int exponent() const { return exponent_; }
 
+    // The status, where one is asked for, tells how the result differs from the exact one. 0 to the power of 0 is 1.
     DecimalNumber adding(const DecimalNumber& other, RoundingBehavior = standardBehavior,
                          DecimalStatus* = nullptr) const;
     DecimalNumber subtracting(const DecimalNumber& other, RoundingBehavior = standardBehavior,
@@ -110,6 +112,7 @@ public:
         return a.low_ == b.low_ && a.high_ == b.high_ && a.exponent_ == b.exponent_ && a.flags_ == b.flags_;
     }
     friend bool operator!=(const DecimalNumber& a, const DecimalNumber& b) { return !(a == b); }
+    // Equal numbers have equal hashes.
     std::size_t hash() const;
 
 private:

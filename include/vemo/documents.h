@@ -31,23 +31,25 @@ public:
     struct Answer {
         std::int64_t version = 0;  // of the text that was calculated
         VemoEngine::Result result;
-        // What is told otherwise than in the answer before: text, runs, result or remarks of lines. Carried out one
-        // after the other, in their ascending order, they turn its lines into those of this answer. Of a first answer,
-        // all lines.
+        // The lines whose text, runs, result or remarks differ from those of the answer before; in a first answer, all
+        // lines. In ascending order: carried out one after the other, the changes turn the lines of that answer into
+        // those of this one.
         std::vector<LineChange> changes;
     };
     using Callback = std::function<void(const std::shared_ptr<const Answer>&)>;
 
-    // `version` is the caller's; `context` is what every calculation begins with.
+    // `version` is a number of the caller's choice, which comes back with answers; every calculation begins with
+    // `context`.
     VemoDocument(VemoEngine& engine, std::u16string_view text, std::int64_t version = 0,
                  const Context& context = Context());
     ~VemoDocument();  // closes it
     VemoDocument(VemoDocument&&) noexcept;
     VemoDocument& operator=(VemoDocument&&) noexcept;
 
-    // Puts `replacement` where `length` UTF-16 units are from `start` on; what lies past the end is left out. Nothing
-    // is calculated before somebody asks.
+    // Replaces `length` UTF-16 units from `start` on; a range past the end of the text is cut to it. Nothing is
+    // calculated before somebody asks.
     void edit(std::size_t start, std::size_t length, std::u16string_view replacement, std::int64_t version);
+    // What later calculations begin with.
     void setContext(const Context& context);
 
     // Calculates the text as it is now, after what other documents asked for before. A newer request takes the place
@@ -56,12 +58,14 @@ public:
     void calculate(Callback callback);
     // True from a request to its answer.
     bool isCalculating() const;
-    // Drops what was asked for. It can be edited and calculated again.
+    // Drops a request that is not answered yet: its callback never runs. The document can be edited and calculated
+    // again.
     void close();
 
+    // The text with all edits, and the version that came with the latest of them.
     const std::u16string& text() const;
     std::int64_t version() const;
-    // Null before the first one.
+    // The latest answer; null before the first.
     const std::shared_ptr<const Answer>& latest() const;
     // A line as it is calculated: see `VemoEngine::readingOf`.
     std::optional<std::u16string> readingOf(std::size_t line) const;

@@ -22,14 +22,14 @@
 
 namespace vemo {
 
-class LineResult;  // what a line's handle refers to
+class LineResult;  // what the handle of a line refers to
 class LineMaker;   // makes those handles
 
-// What scripts may take; past it they are stopped.
+// How much user scripts may take. One that takes more is stopped.
 struct ScriptLimits {
     std::chrono::milliseconds evaluation{2000};   // of processor time, for one file
     std::chrono::milliseconds call{100};          // of processor time, for one call in a line
-    std::size_t memory = std::size_t{256} << 20;  // bytes by which the process may grow meanwhile, and all may keep
+    std::size_t memory = std::size_t{256} << 20;  // bytes by which the process may grow in a run, and all may keep
     std::chrono::milliseconds calculation{2000};  // of processor time, for all calls of one calculation
 };
 
@@ -38,7 +38,7 @@ struct Extension {
     std::string file;                  // the path below the folder
     std::string log;                   // its messages, each with a line feed after it
     std::vector<std::string> defined;  // such as "unit furlong", in the order of definition
-    bool failed = false;               // it did not come to its end
+    bool failed = false;               // it ended before its last statement
     bool skipped = false;              // it can't be read as text; no log
 };
 
@@ -46,22 +46,25 @@ struct Extension {
 class VemoEngineDelegate {
 public:
     virtual ~VemoEngineDelegate() = default;
-    // What every document sees changed outside a calculation (the minute, rates, a place that was looked up):
-    // usually the document is calculated again. `context` is a copy of the calculator's own.
+    // What every document sees has changed outside of a calculation: the minute, rates, or a place that was looked up.
+    // Usually the documents are then calculated again. `context` is a copy of the calculator's own.
     virtual void engineContextUpdated(const Context& /*context*/) {}
     // What user scripts logged, at start-up or during a calculation.
     virtual void engineLog(std::string_view /*text*/) {}
+    // The worker is ready.
     virtual void engineInitialized() {}
-    // Crypto-currencies became known.
+    // The first rates of crypto-currencies came: lines can use these from now on.
     virtual void engineCryptoInitialized() {}
+    // Rates or a place could not be fetched, or a copy could not be kept.
     virtual void engineOnlineProblem(const OnlineProblem& /*problem*/) {}
 };
 
-// What an application holds: calculates documents of one calculation per line, off the caller's thread.
-// All calls, but those marked, belong to the thread of the main executor; so does destruction, which drops what is
+// What an application holds. It calculates documents of one calculation per line, off the caller's thread. Unless
+// marked otherwise, a call belongs to the thread of the main executor; so does the destruction, which drops what is
 // queued and waits for the line being calculated.
 class VemoEngine {
 public:
+    // How a worker is set up.
     struct Config {
         bool enableQuickTypeHints = true;
         bool testMode = false;             // no timers, nothing fetched, and the time stays that of the set-up
@@ -79,20 +82,22 @@ public:
         friend bool operator==(const NameUse&, const NameUse&) = default;
     };
 
+    // What a calculation gave.
     struct Result {
-        // A handle that shares what it shows, which is kept packed: each call makes a copy. Safe to read from several
-        // threads.
+        // A handle of the result of a line. Copies share the result, which is kept packed: each call takes a part of it
+        // out. Safe to read from several threads.
         class Line {
         public:
             AttributedText attributedText() const;  // joins to the line's text
             FormattedValue formattedResult() const;
             QuickTypeData quickTypeData() const;
-            // Remarks on parts of the line, in the order of their coming; on most lines none.
+            // Remarks on parts of the line, in the order in which they were made. Most lines have none.
             std::vector<Note> notes() const;
             // Why there is no result, where the line asks for one.
             std::optional<Reason> reason() const;
-            // The result itself: a number with its unit's id, or a date-time; without attributes for none. A date-time
-            // is kept so that the local time zone shows on it what the clocks of its own zone show: see `instantOf`.
+            // The result itself: a number with its unit's id, or a date-time; without attributes when there is none. A
+            // date-time of another zone is shifted, so that the local time zone shows what the clocks there show:
+            // `instantOf` gives the true instant.
             Value value() const;
             // The names that the line defines and uses, from the left to the right.
             std::vector<NameUse> names() const;
@@ -109,11 +114,13 @@ public:
 
         // The true instant of a line whose result is a date-time; nothing for another result or an unknown zone.
         std::optional<Date> instantOf(std::size_t line) const;
-        // The line whose definition of a name was in force in a line: the nearest one above; nothing without one.
+        // The line whose definition of a name holds in a line: the nearest one above that defines it. Nothing when
+        // there is none.
         std::optional<std::size_t> definitionOf(std::u16string_view name, std::size_t line) const;
     };
     using Callback = std::function<void(Result)>;
 
+    // Where something is done: within the call, or on a background thread.
     enum class WorkerThread { main, background };
 
     // Without a main executor there are no timers and no downloads, and everything is done before a call returns.
@@ -142,7 +149,7 @@ public:
     // lines above on the caller's thread; `context` is as for `calculate`.
     std::optional<std::u16string> readingOf(std::size_t line, std::u16string_view text, const Context& context) const;
 
-    // The result text of a line that has this value, as `context` wants it: with its precision, for one. Nothing before
+    // The text that a line with this value shows, with the settings of `context`, such as its precision. Nothing before
     // a worker was built or while it is being set up. Waits for a calculation under way.
     std::optional<FormattedValue> format(const Value& value, const Context& context) const;
 
@@ -151,6 +158,7 @@ public:
         bool rates = false;
         bool places = false;  // those of the latest calculation
     };
+    // Nothing is pending before a worker was built or while it is being set up.
     Pending pending() const;
 
     // Completions of what the engine knows now. On the background thread this returns at once, and the callback runs on
@@ -159,8 +167,9 @@ public:
 
     // The same vocabulary with its kinds: phrases as they are written, constants, and places.
     void buildCompletions(WorkerThread thread, std::function<void(std::shared_ptr<const Completions>)> callback);
-    // The units that amounts of this unit, by its id as in a value, convert into, with the usual ones first: each as a
-    // line can name it. Waits for a calculation under way.
+    // The units into which amounts of this unit convert, each by a name that a line can use, with the usual ones first.
+    // `unit` is an id, as in a value. None before a worker was built or while it is being set up. Waits for a
+    // calculation under way.
     std::vector<Completion> conversionsOf(std::u16string_view unit) const;
 
     enum class RatesFile { currency, crypto };

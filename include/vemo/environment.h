@@ -31,7 +31,7 @@ struct OnlineProblem {
         ratesNotFetched,
         ratesNotKept,     // they were fetched, and are used
         copyUnusable,     // of rates fetched earlier
-        placeNotFetched,  // the service for places did not answer, or as none does
+        placeNotFetched,  // the service for places did not answer, or not as it should
     };
     Kind kind = Kind::ratesNotFetched;
     std::string source;   // the URL, or the place
@@ -51,8 +51,8 @@ struct Environment {
     std::function<void(std::string_view)> trace;  // lines of the per-line trace; empty: standard output
 };
 
-// What an environment can be given. Locales are ICU or POSIX identifiers of a known language and country; languages are
-// those that have phrases. Any thread may ask.
+// True for what an environment can be given, and lists of it. Locales are ICU or POSIX identifiers of a known language
+// and country; languages are those that have phrases. Any thread may ask.
 bool isKnownLocale(std::string_view identifier);
 bool isKnownLanguage(std::string_view code);
 std::vector<std::string> knownLocales();

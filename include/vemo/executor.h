@@ -16,18 +16,19 @@ public:
     virtual void post(std::function<void()> task) = 0;
 };
 
-// A loop that runs what is posted to it on the thread that calls `run` or its siblings; one thread at a time.
+// A loop that runs what is posted to it on the thread that calls `run`, `runFor` or `poll`; only one thread may do so
+// at a time.
 class RunLoop : public Executor {
 public:
     RunLoop();
     ~RunLoop() override;  // what has not run is dropped
 
     void post(std::function<void()> task) override;
-    // Until `stop`.
+    // Runs tasks until `stop`.
     void run();
-    // Until `stop`, at most so long.
+    // Runs tasks until `stop`, but for `duration` at the most.
     void runFor(std::chrono::milliseconds duration);
-    // What is there now, without waiting.
+    // Runs the tasks that are there now, without waiting for others.
     void poll();
     // Ends the present `run`, or the next one when none is under way. Any thread may call it.
     void stop();

@@ -14,6 +14,7 @@ class DecimalParser {
 public:
     // An ICU or POSIX identifier such as "de_DE"; one that is unknown follows the root locale.
     explicit DecimalParser(std::string_view locale);
+    // A parser of numbers as they are written in the United States.
     static DecimalParser enUSParser() { return DecimalParser("en_US"); }
 
     // Grouping, spaces and other characters between digits are ignored, digits of any script are read. Where

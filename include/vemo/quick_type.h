@@ -23,7 +23,8 @@ public:
     static constexpr std::size_t maxElementsInArray = 5;
 
     struct Context {
-        std::u16string string;  // what was typed so far; nothing asks for the best there are
+        std::u16string string;  // what was typed so far; empty asks for the best of all
+        // Only additional hints are offered then.
         bool ignoreRegisteredHints = false;
     };
 
@@ -41,6 +42,7 @@ public:
     // registered hint replaces it in this answer.
     std::vector<QuickTypeHint> hintsFor(const Context& context,
                                         const std::vector<QuickTypeHint>& additionalHints = {}) const;
+    // The same with additional tokens that all have one weight.
     std::vector<QuickTypeHint> hintsFor(std::u16string_view text, const std::vector<std::u16string>& additionalTokens,
                                         int weight) const;
 

@@ -49,26 +49,27 @@ struct Note {
 // Why a line that asks for a result has none.
 enum class ReasonCode : std::uint8_t {
     divisionByZero,
-    differentDimensions,
-    noRates,
-    noRate,
+    differentDimensions,  // two units that do not convert into each other
+    noRates,              // there are no exchange rates
+    noRate,               // there is none for this currency
     unbalancedBrackets,
     missingOperand,
-    missingArgument,
+    missingArgument,  // a function without its value
     unknownPlace,
-    placeAwaited,
-    tooLong,
-    tooDeep,
-    outOfRange,
+    placeAwaited,  // the time zone of a place is being looked up
+    tooLong,       // the line has more than 4,096 UTF-16 units
+    tooDeep,       // more than 100 brackets in each other
+    outOfRange,    // a number or an argument out of range
     scriptFailed,
-    datesAdded,
-    droppedUnits,
-    notUnderstood,
+    datesAdded,     // an operator that has no meaning between two dates
+    droppedUnits,   // a division whose units do not make the one that is asked for
+    notUnderstood,  // anything else
 };
 
 // The code in texts for programs, such as "division_by_zero".
 std::u16string_view reasonCodeName(ReasonCode code);
 
+// The reason with its message.
 struct Reason {
     ReasonCode code = ReasonCode::notUnderstood;
     std::u16string message;  // in the user's language

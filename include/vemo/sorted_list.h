@@ -23,6 +23,7 @@ public:
         Item item;
     };
 
+    // A smaller order comes earlier.
     void add(Item item, std::int64_t order = 100, std::optional<std::u16string> name = std::nullopt) {
         const auto place = std::upper_bound(items_.begin(), items_.end(), order,
                                             [](std::int64_t o, const Sorted& sorted) { return o < sorted.order; });
@@ -38,12 +39,14 @@ public:
     std::size_t size() const { return entries_.size(); }
     // The item at a position of the order.
     const Item& operator[](std::size_t index) const { return entries_[items_[index].entry].item; }
+    // Copies, in ascending order.
     std::vector<Item> items() const {
         std::vector<Item> result;
         result.reserve(size());
         for (const Sorted& sorted : items_) result.push_back(entries_[sorted.entry].item);
         return result;
     }
+    // Copies, in the order of registration.
     std::vector<Item> itemsUnsorted() const {
         std::vector<Item> result;
         result.reserve(size());

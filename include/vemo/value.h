@@ -65,6 +65,7 @@ public:
     // True when the key holds exactly this text.
     bool is(Attribute key, std::u16string_view text) const { return has(key) && heldText(key) == text; }
 
+    // Copies with an attribute set, which must be of the type that the key has, or without one.
     Value with(const DecimalNumber& number, Attribute key = Attribute::decimal) const;
     Value with(std::u16string_view text, Attribute key) const;
     Value with(Date date) const;
@@ -73,9 +74,11 @@ public:
     // This value's attributes, then every attribute of `other`, which wins where both have one.
     Value merging(const Value& other) const;
 
+    // True for the same attributes with equal content; not-a-number equals itself.
     bool isEqual(const Value& other) const;
     friend bool operator==(const Value& a, const Value& b) { return a.isEqual(b); }
     std::size_t hash() const;  // equal values hash equal
+    // For debugging.
     std::u16string description() const;
     std::u16string shortDescription() const;
 
@@ -95,16 +98,18 @@ private:
 // several threads, each with a list of its own.
 class ValuesList {
 public:
+    // This list with one value more; this one stays as it is.
     [[nodiscard]] ValuesList appending(Value value) const;
     std::size_t size() const;
     bool empty() const { return count_ == 0; }
 
-    // The list must not be empty.
+    // The latest value, and the list without it. The list must not be empty.
     const Value& newest() const;
     void dropNewest();
 
-    // The same part of the same storage: a quick way to tell that nothing can differ.
+    // True for the same part of the same storage: a quick way to tell that nothing can differ.
     bool isSameAs(const ValuesList& other) const { return block_ == other.block_ && count_ == other.count_; }
+    // True for equal values in the same order.
     bool isEqual(const ValuesList& other) const;
     friend bool operator==(const ValuesList& a, const ValuesList& b) { return a.isEqual(b); }
 

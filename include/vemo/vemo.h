@@ -63,8 +63,8 @@ typedef enum vemo_status {
     VEMO_FAILED = 9
 } vemo_status;
 
-/* Of the latest call of this thread but these two: the error's message is in English, stays until the next call, and is
- * NULL after a success. */
+/* What became of the latest call of this thread, calls of these two aside. The message is in English, stays until the
+ * next call, and is NULL after a success. */
 vemo_status vemo_last_status(void);
 const char* vemo_last_error(void);
 
@@ -95,15 +95,15 @@ void vemo_engine_destroy(vemo_engine* engine);
 /* What loading the user scripts said. */
 vemo_text vemo_engine_log(const vemo_engine* engine);
 
-/* A text of one calculation per line. */
+/* Calculates a text of one calculation per line. */
 vemo_result* vemo_engine_calculate(vemo_engine* engine, const char* text, size_t length);
 
 /* Takes rates from a JSON text, {"rates": {"EUR": 0.92, ...}} per US dollar: of currencies, of crypto-currencies. */
 vemo_status vemo_engine_take_rates(vemo_engine* engine, const char* json, size_t length);
 vemo_status vemo_engine_take_coins(vemo_engine* engine, const char* json, size_t length);
 
-/* Waits until nothing is being fetched of which lines have need: rates, and places of the latest calculation. A
- * calculation never waits by itself. VEMO_NOT_FETCHED with what went wrong since the last call. */
+/* Waits until everything that lines need has been fetched: rates, and places of the latest calculation. A calculation
+ * never waits by itself. VEMO_NOT_FETCHED when something went wrong since the last call, which the message tells. */
 vemo_status vemo_engine_wait(vemo_engine* engine, int milliseconds);
 
 /* What the end of the first `position` bytes of a text may become, names of the text included; at most `most`. */
@@ -111,7 +111,7 @@ vemo_completions* vemo_engine_complete(vemo_engine* engine, const char* text, si
                                        size_t most);
 void vemo_completions_destroy(vemo_completions* completions);
 size_t vemo_completions_count(const vemo_completions* completions);
-/* What a completion replaces, to the position that was asked for, begins there. */
+/* Where the part of the text begins that a completion replaces; it ends at the position that was asked for. */
 size_t vemo_completions_start(const vemo_completions* completions);
 vemo_text vemo_completions_text(const vemo_completions* completions, size_t index);
 /* "operator", "unit", "currency", "function", "variable", "place" or "script". */
@@ -131,7 +131,7 @@ void vemo_document_destroy(vemo_document* document);
 vemo_status vemo_document_set_text(vemo_document* document, const char* text, size_t length);
 /* The latest result; NULL, which is no error, before the first. */
 vemo_result* vemo_document_latest(vemo_document* document);
-/* The result of the text as it is, for which this waits so long; a negative time is without end. */
+/* The result of the text as it is. Waits so long for it; a negative time has no end. */
 vemo_result* vemo_document_wait(vemo_document* document, int milliseconds);
 
 void vemo_result_destroy(vemo_result* result);
@@ -153,7 +153,7 @@ vemo_text vemo_result_zone(const vemo_result* result, size_t line);
 bool vemo_result_milliseconds(const vemo_result* result, size_t line, int64_t* milliseconds);
 
 /* Why a line that asks for a result has none: a code for programs, such as "division_by_zero", and a sentence in the
- * user's language. */
+ * user's language. No text for any other line. */
 vemo_text vemo_result_reason_code(const vemo_result* result, size_t line);
 vemo_text vemo_result_reason(const vemo_result* result, size_t line);
 

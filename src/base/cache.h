@@ -26,7 +26,7 @@ public:
     bool is(std::u16string_view key, const Mapped&) const {
         return key_ == key;
     }
-    // What an entry holds outside the cache, as far as it counts.
+    // How many bytes an entry holds outside of the cache.
     template <class Mapped>
     static std::size_t bytes(const Mapped&) {
         return 0;
@@ -52,13 +52,13 @@ public:
         if (!enabled) clear();
     }
 
-    // The entry or null; valid until the next change.
+    // The entry or null. Valid until the next call, as a search may drop other entries.
     Mapped* find(std::u16string_view key) {
         if (Mapped* next = young_.findNext(key)) return next;
         return findHashed(key, TextHash{}(key));
     }
 
-    // The entry, made when missing; null when the cache is disabled.
+    // The entry, which is made when it is missing; null when the cache is disabled.
     Mapped* obtain(std::u16string_view key) {
         if (Mapped* latest = young_.findLatest(key)) return latest;
         const std::size_t hash = TextHash{}(key);
@@ -66,7 +66,7 @@ public:
         return present || !enabled_ ? present : &add(key, hash);
     }
 
-    // To be told how much an entry that was obtained holds now, in addition to before.
+    // Tells that an entry that was obtained holds so many bytes more than before.
     void charge(std::size_t bytes) { young_.bytes += bytes; }
 
     void clear() {
@@ -93,7 +93,7 @@ private:
             return &entries[*position].value;
         }
 
-        // Where the entry found latest is, or the one after it: most keys are one of them.
+        // Most keys are that of the entry found latest, or of the one after it.
         Mapped* findLatest(std::u16string_view key) { return isAt(next - 1, key) ? &entries[next - 1].value : nullptr; }
         Mapped* findNext(std::u16string_view key) { return isAt(next, key) ? &entries[next++].value : nullptr; }
 
@@ -118,7 +118,8 @@ private:
         if (Mapped* young = young_.find(key, hash)) return young;
         Mapped* old = old_.find(key, hash);
         if (!old) return nullptr;
-        // Used again, so it moves on; what it leaves behind is never reached, the young one being found first.
+        // It was used again, so it becomes a young one. What is left of it is never reached, for young ones are found
+        // first.
         Mapped kept = std::move(*old);
         const std::size_t bytes = Key::bytes(kept);
         Mapped& added = add(key, hash) = std::move(kept);

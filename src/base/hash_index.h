@@ -10,8 +10,8 @@
 
 namespace vemo {
 
-// Where things that lie in a row are, by their hash (open addressing, linear probing). At most
-// 2^31 positions; what is looked for is compared by the caller.
+// Finds things that lie in a row by their hash (open addressing, linear probing). It holds at most 2^31 positions; the
+// caller compares what is looked for.
 class HashIndex {
 public:
     // The first position with this hash for which `is(position)` holds.
@@ -23,7 +23,7 @@ public:
         return std::nullopt;
     }
 
-    // Adds the position after all others.
+    // Adds the position after all others. Positions count up from 0.
     void add(std::size_t hash, std::size_t position) {
         if (2 * (position + 1) > slots_.size()) {
             const std::vector<Slot> before =

@@ -81,7 +81,7 @@ public:
     }
     ~LayeredMap() { release(top_); }
 
-    // A copy for a short life, which has a layer of its own at once and no layers put together.
+    // A copy for a short life. It has a layer of its own at once, and layers are not put together for it.
     LayeredMap layer() const {
         LayeredMap map;
         retain(top_);
@@ -113,7 +113,7 @@ public:
         return put(itemOf(newEntry(key, hash, std::move(value))));
     }
 
-    // The same with an entry of another map, which is shared.
+    // Sets an entry of another map, which both share from then on. True when the key is new.
     bool setShared(const Entry& entry) {
         auto& shared = const_cast<Entry&>(entry);
         shared.retain();
@@ -261,7 +261,7 @@ private:
         ++layer->count;
     }
 
-    // Leaves removed items behind when they hide nothing.
+    // Drops removed items when they hide nothing.
     static void grow(Layer*& layer) {
         const bool hides = layer->below != nullptr;
         Item* const end = layer->items() + layer->count;

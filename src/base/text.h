@@ -25,14 +25,14 @@ std::string toUtf8(std::u16string_view text);
 // Language-independent lower case.
 std::u16string lowercased(std::u16string_view text);
 
-// What follows is asked for every character of a line, most of which are of ASCII.
+// The questions below are asked for every character of a line. Most characters are of ASCII, and are answered here.
 namespace beyond_ascii {
 char16_t lowercasedUnit(char16_t character);
 bool isLetter(char16_t character);
 bool isWhitespace(char16_t character);
 }  // namespace beyond_ascii
 
-// "0" to "9" alone.
+// True for "0" to "9" alone.
 constexpr bool isAsciiDigit(char16_t character) {
     return character >= u'0' && character <= u'9';
 }
@@ -45,7 +45,7 @@ inline bool isLetter(char16_t character) {
     if (character >= 0x80) return beyond_ascii::isLetter(character);
     return (character >= u'a' && character <= u'z') || (character >= u'A' && character <= u'Z');
 }
-// White space and line breaks, as Unicode has them.
+// True for white space and line breaks, as Unicode has them.
 inline bool isWhitespace(char16_t character) {
     if (character >= 0x80) return beyond_ascii::isWhitespace(character);
     return character == u' ' || (character >= 9 && character <= 13);
@@ -55,7 +55,7 @@ bool isCjk(char16_t character);  // of a script that puts no blanks between word
 std::u16string_view trimmed(std::u16string_view text);
 std::u16string joined(const std::vector<std::u16string>& parts, std::u16string_view separator);
 
-// Letters, digits and signs of full width as those of ASCII, which are as many units.
+// Replaces letters, digits and signs of full width by those of ASCII. The length stays the same.
 std::u16string foldedWidth(std::u16string_view text);
 
 // Every line with a tab before and a line feed after it; nothing for an empty text.
@@ -65,10 +65,10 @@ std::u16string indentLines(std::u16string_view text);
 // starts no further line.
 std::vector<TextRange> lineRanges(std::u16string_view text);
 
-// `template` with its first "%@" replaced; nothing when it has none.
+// `format` with the argument in place of its first "%@"; nothing when it has none.
 std::optional<std::u16string> formatted(std::u16string_view format, std::u16string_view argument);
 
-// The same characters, composed or not.
+// True for the same characters, composed or not.
 bool canonicallyEqual(std::u16string_view a, std::u16string_view b);
 
 // User-perceived characters (grapheme clusters), counted up to `limit`.

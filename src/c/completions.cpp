@@ -76,7 +76,7 @@ vemo_completions* vemo_engine_complete(vemo_engine* engine, const char* text, si
             if (answer.empty()) continue;
             completions->start = position - utf8(typed).size();
             completions->entries = answer.take();
-            break;  // what the last words together begin is what is meant
+            break;  // the longest stretch of words that begins something is what is meant
         }
         return completions.release();
     });

@@ -51,7 +51,7 @@ vemo_status guardedStatus(Act act) noexcept {
     return lastStatus();
 }
 
-// The object, which must be there.
+// The object; throws when there is none.
 template <class Object>
 Object& given(Object* object, const char* what) {
     if (!object) throw Refusal{VEMO_BAD_ARGUMENT, std::string(what) + " is NULL"};

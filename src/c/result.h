@@ -45,7 +45,7 @@ struct LineTexts {
 
 }  // namespace vemo::c
 
-// Texts are made when they are asked for, and kept.
+// What a vemo_result refers to. Texts are made when they are asked for, and kept.
 struct vemo_result {
     static constexpr std::size_t formatCount = 6;
 

@@ -12,7 +12,7 @@ namespace {
 using Narrow = ExactDecimal<UInt128>;
 using Wide = ExactDecimal<UInt256>;
 
-constexpr int digitsOf256Bits = 76;  // any sum of two such numbers still fits
+constexpr int digitsOf256Bits = 76;  // the sum of any two such
 constexpr RoundingBehavior halfToEven{RoundingMode::bankers, RoundingBehavior::noScale};
 
 Narrow exactOf(const DecimalNumber& number) {

@@ -6,7 +6,8 @@ namespace vemo {
 
 namespace {
 
-// Below it a function is the first two terms of its series to 80 digits, and the exact formula loses as many.
+// True for numbers so small that the first two terms of a series give 80 digits, while the exact formula would lose as
+// many.
 bool isTiny(const Precise& x) {
     return abs(x) < 1e-20;
 }

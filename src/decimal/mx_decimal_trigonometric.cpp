@@ -6,7 +6,8 @@ namespace vemo {
 
 namespace {
 
-// Rounded to 34 digits after the point, the cosine of an odd multiple of pi / 2 is exactly zero.
+// True for the cosine of an odd multiple of pi / 2, which is exactly zero when it is rounded to 34 digits after the
+// point.
 bool standsUpright(const Precise& cosine) {
     return decimal(cosine).rounding({RoundingMode::bankers, 34}).isZero();
 }

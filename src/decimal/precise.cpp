@@ -37,7 +37,7 @@ Precise withPowerOfTen(const Precise& value, int exponent) {
     return exponent < 0 ? Precise(value / power) : Precise(value * power);
 }
 
-// The angle's distance from the nearest multiple of pi / 2, and which multiple it is, modulo 4.
+// How far the angle is from the nearest multiple of pi / 2, and which multiple that is, modulo 4.
 struct ReducedAngle {
     Precise rest;
     unsigned quarters = 0;

@@ -15,7 +15,7 @@ namespace vemo {
 // 10^-6; nothing when it is none.
 std::optional<DecimalNumber> nearlyWhole(const DecimalNumber& number);
 
-// That, or the number without its fraction.
+// The same, but for other numbers the number without its fraction.
 DecimalNumber wholeNumber(const DecimalNumber& number);
 
 // All digits of a whole number's magnitude, in lower case.

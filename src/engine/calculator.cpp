@@ -72,7 +72,7 @@ Calculator::MultilineResult Calculator::calculate(std::u16string_view text, Cont
     const JSRunner::Calculation scripts(jsRunner_.get(), cancelled);
     if (online_ && online_->geoNames()) online_->geoNames()->beginBatch(asker);
     if (!scheduler_ && !config_.testMode) renewTime();
-    ContextParts::dependencies(document);  // writes those of an earlier calculation, whose results would else be kept
+    ContextParts::dependencies(document);  // those that wait would keep results of an earlier calculation
     Context snapshot = document.copyContext();
     ContextParts::add(document, ContextParts::data(context_));
     MultilineResult result;
@@ -119,7 +119,7 @@ Calculator::EvaluatedLine Calculator::evaluateLine(std::u16string_view line, Con
         tooDeep_ = false;
         result.elements = evaluate(result.written, context, 0, debug);
         remarkOnUnused(result.written, result.elements, percentageWords_, context);
-        // Operators around it may have made a number of the error.
+        // Operators around the error value may have made a number of it.
         if (tooDeep_) result.elements = reducedTo(errorValue(), result.elements);
     }
     if (!rest.compoundString().empty()) result.elements.append(makeElement({}, rest));
@@ -131,10 +131,10 @@ Calculator::EvaluatedLine Calculator::evaluateLine(std::u16string_view line, Con
 LineResultPointer Calculator::calculateLine(std::u16string_view text, Context& document, bool debug) {
     if (LineResultPointer known = cacheManager_.lookup(text, document)) {
         ContextParts::addUpdatesOf(document, *known);
-        // The same results as the line saw, as the same list: comparing what follows then stops there.
+        // The line saw an equal list, perhaps another one: with that one in place, later comparisons end at once.
         for (const LineResult::EntryPointer& seen : known->seen())
             if (seen->key() == context_keys::previousResults) document.set(seen->key(), seen->value());
-        // A look-up that a newer calculation has made void is still to be done.
+        // Its look-up may have been dropped in favour of a newer calculation.
         if (online_ && online_->geoNames()) lookUpPlaces(*known);
         return known;
     }

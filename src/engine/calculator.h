@@ -67,8 +67,8 @@ public:
 
     // Fills the catalogues and lists. Once, before the first calculation.
     void initialize();
-    // Starts timers and downloads, and ends them for good. On the main executor; neither need be called. `onMain` when
-    // calculations run there, too.
+    // `start` begins timers and downloads, and `retire` ends them for good; neither need be called. Both on the main
+    // executor. `onMain` tells that calculations run there, too.
     void start(bool onMain = false);
     void retire();
     const Measurer& measurer() const { return measurer_; }
@@ -90,7 +90,7 @@ public:
     ElementList evaluate(const ElementList& elements, Context& context, std::size_t startEvaluatorIndex,
                          bool debug) override;
     FormattedValue format(const Value& value, Context& context) const;
-    // The same for one who holds no lock and has only a document's context.
+    // The same for a caller who holds no lock and has only the context of a document.
     FormattedValue formatted(const Value& value, const Context& document) const;
 
     void setDelegate(std::weak_ptr<CalculatorDelegate> delegate) { delegate_ = std::move(delegate); }
@@ -126,7 +126,7 @@ public:
 
 private:
     struct EvaluatedLine {
-        ElementList written, elements;  // before and after
+        ElementList written, elements;  // before and after the evaluation
     };
 
     EvaluatedLine evaluateLine(std::u16string_view line, Context& context, bool debug);
@@ -183,8 +183,8 @@ private:
     std::unique_ptr<JSVemo> jsVemo_;      // null without scripts
     std::unique_ptr<JSRunner> jsRunner_;  // null without scripts
     std::size_t evaluationDepth_ = 0;
-    bool tooDeep_ = false;                           // the line under way
-    std::unique_ptr<Scheduler::Timer> minuteTimer_;  // goes before what its ticks use
+    bool tooDeep_ = false;                           // tells of the line under way
+    std::unique_ptr<Scheduler::Timer> minuteTimer_;  // is destroyed before what its ticks use
 };
 
 }  // namespace vemo

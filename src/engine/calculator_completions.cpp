@@ -16,7 +16,7 @@ constexpr int constantWeight = 5;
 
 }  // namespace
 
-// The name that results show, where a line that has it means this unit; else the shortest word that does.
+// The name by which results show a unit, if a line with that name means this unit; else the shortest word that does.
 std::u16string Calculator::nameInLines(std::u16string_view unit) const {
     const auto& phrases = unitManager_.phraseDetector();
     std::u16string name = decimalUnitValueFormatter_.unitName(unit);

@@ -105,7 +105,7 @@ void EngineCore::start(const std::shared_ptr<EngineClient>& client) {
         client->slot = worker_->newSlot();
     }
     const auto request = client->request;
-    // The client is not kept by a request of its own.
+    // A request must not keep its own client alive.
     const auto wanted = [weak = std::weak_ptr(client), request] {
         const auto asking = weak.lock();
         return asking && asking->request == request;
@@ -116,7 +116,7 @@ void EngineCore::start(const std::shared_ptr<EngineClient>& client) {
                            const auto engine = core.lock();
                            if (!engine || !wanted()) return;
                            engine->log(calculated, wanted);
-                           if (!wanted()) return;  // replaced by who heard the log
+                           if (!wanted()) return;  // the delegate that heard the log has asked for something else
                            weak.lock()->request = nullptr;
                            request->callback(std::move(calculated), std::move(context));
                        });

@@ -52,7 +52,7 @@ public:
     std::shared_ptr<EngineClient> newClient();
     void calculate(const std::shared_ptr<EngineClient>& client, std::shared_ptr<const std::u16string> text,
                    const Context& context, EngineRequest::Callback callback);
-    // For the application that has no documents.
+    // For an application that has no documents.
     void calculate(std::u16string_view text, const Context& context, VemoEngine::Callback callback);
     std::optional<VemoEngine::Result> calculateSync(std::u16string_view text, Context& context);
     std::optional<std::u16string> readingOf(std::size_t line, std::u16string_view text, const Context& context) const;
@@ -89,8 +89,8 @@ private:
         std::vector<Extension> extensions;
     };
 
-    // Where a calculator that was built in the background waits. A task of the main executor does not hold it: it would
-    // hold the executor that holds the task.
+    // Where a calculator that was built in the background waits. A task of the main executor must not own it, for it
+    // owns the executor, which owns the task.
     struct Delivery {
         std::mutex mutex;
         std::optional<Built> built;
@@ -111,8 +111,8 @@ private:
 
     Environment environment_;
     std::weak_ptr<VemoEngineDelegate> delegate_;
-    // Nothing without a main executor: everything is done before a call returns then. Never changed: any thread may
-    // ask.
+    // Empty without a main executor: everything is done before a call returns then. Any thread may read it, for it
+    // never changes.
     std::unique_ptr<SchedulerThreads> threads_;
     std::optional<Scheduler> scheduler_;
     std::shared_ptr<VemoWorker> worker_;

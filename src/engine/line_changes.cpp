@@ -37,7 +37,7 @@ private:
     std::vector<VemoDocument::LineChange> list_;
 };
 
-// How many of the ends that `lineRanges` knows.
+// The number of line ends, of every kind that `lineRanges` knows.
 std::size_t lineEnds(std::u16string_view text) {
     std::size_t count = 0;
     for (std::size_t i = 0; i < text.size(); ++i) {
@@ -59,7 +59,7 @@ std::vector<VemoDocument::LineChange> lineChanges(const Lines& before, const Lin
         changes.compare(0, 0, most);
         return changes.take();
     }
-    // Whole lines at both ends; the one that an end stops in is none of them.
+    // Only whole lines count at both ends: the line in which an edit begins or ends belongs to neither.
     const std::size_t headUnits = std::min(untouched.head, text.size());
     const std::size_t tailUnits = std::min(untouched.tail, text.size() - headUnits);
     const std::size_t endsInHead = lineEnds(text.substr(0, headUnits));

@@ -34,7 +34,7 @@ constexpr Template templates[] = {
     {u"is_percent_off", u"%l × (100 ÷ (100 - %m))"},
     {u"is_percent_on", u"%l × (100 ÷ (100 + %m))"},
 };
-// Of a sum or difference whose right operand is a percentage of the left one.
+// For a sum or difference whose right operand is a percentage of the left one.
 constexpr Template ofLeft[] = {{u"+", u"%l × (1 + %r)"}, {u"-", u"%l × (1 - %r)"}};
 
 bool isPercent(const Value& value) {

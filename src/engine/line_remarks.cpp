@@ -15,7 +15,7 @@ namespace {
 
 constexpr std::u16string_view table = u"Remarks";
 
-// What has the form of a date or a clock time, and was read as neither: how many elements of it begin there.
+// How many elements from there on have the form of a date or a clock time, but were read as neither; 0 for others.
 std::size_t elementsOfNoDate(const ElementList& elements, std::size_t i, bool calculated) {
     const std::u16string& begin = elements[i].text();
     if (!isDigitAt(begin, 0)) return 0;
@@ -59,7 +59,7 @@ bool asksForResult(const ElementList& written) {
     return (amount && (beside || function)) || (function && (!words || beside));
 }
 
-// Kinds that tell how part of a line was read, which is of no use where that part only describes a price.
+// True for kinds that tell how a part of the line was read, which is of no use where that part only describes a price.
 bool isOfReading(NoteKind kind) {
     constexpr NoteKind kinds[] = {NoteKind::joinedDigits,   NoteKind::malformedNumber, NoteKind::caseDecides,
                                   NoteKind::metricTon,      NoteKind::noSuchDate,      NoteKind::implicitProduct,

@@ -21,7 +21,7 @@ struct RemarkWords {
     FunctionRef<bool(std::u16string_view)> isNearlyUnit;
 };
 
-// Remarks on what was written, before it is evaluated: dates that there are not, constants that nobody assigned, and
+// Remarks on what was written, before it is evaluated: dates that do not exist, constants that nobody assigned, and
 // units that may be meant otherwise. `constants` holds the built-in ones.
 void remarkOnText(const ElementList& elements, const UnitManager& units, const Context& constants, Context& context);
 

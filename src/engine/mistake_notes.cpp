@@ -95,7 +95,7 @@ private:
         }
         return false;
     }
-    // The length of the word that a day or time must follow.
+    // The length of the word at the beginning that must be followed by a day or time; 0 without one.
     std::size_t relationOf(const std::u16string& words) const {
         std::size_t longest = 0;
         for (const char16_t* key : {u"until.variants", u"since.variants", u"range_from.variants"})
@@ -137,7 +137,8 @@ private:
     static bool endsWithLetter(const Element& element) {
         return !element.text().empty() && isLetter(element.text().back());
     }
-    // A word without a meaning right after a number; after a hexadecimal one and the like any letter or digit.
+    // True when a word without a meaning stands right after the number; after a hexadecimal one and its like, when any
+    // letter or digit does.
     static bool goesOn(const Element& number, const Element& next) {
         const std::u16string& text = next.text();
         if (text.empty() || isCjk(text.front())) return false;
@@ -145,7 +146,7 @@ private:
             return isLetter(text.front()) || digitValue(text.front()) >= 0;
         return isPlainWords(next) && isLetter(text.front()) && trimmed(text).find(u' ') == std::u16string_view::npos;
     }
-    // A sign of arithmetic or of money is beside it.
+    // True when a sign of arithmetic or of money stands beside it.
     bool isCalculated(std::size_t from, std::size_t to) const {
         const std::size_t before = neighbourOf(elements_, from, -1), after = neighbourOf(elements_, to - 1, 1);
         const auto isSign = [&](std::size_t i) {
@@ -243,7 +244,7 @@ private:
         }
     }
 
-    // A written number is beside an operator, with or without a unit, and nothing else on that side.
+    // True when a number is written beside the operator, with or without a unit, and nothing else on that side.
     bool isNumberAlone(std::size_t op, int step) const {
         const auto isNumber = [&](std::size_t i) {
             return i < elements_.size() && runTypeOf(elements_[i]) == RunType::number &&
@@ -261,7 +262,7 @@ private:
                elements_[next].value.has(step < 0 ? Attribute::function : Attribute::operation);
     }
 
-    // "90 km a 60 km/h" divides.
+    // True for the number of a rate: "90 km a 60 km/h" divides, and converts nothing.
     bool isOfRate(std::size_t number) const {
         const std::size_t unit = neighbourOf(elements_, number, 1);
         const auto id = unit < elements_.size() ? elements_[unit].value.string(Attribute::unit) : std::nullopt;

@@ -41,15 +41,16 @@ private:
     std::atomic<bool> cancelled_ = false;
 };
 
-// Where one who asks has an operation waiting: a newer one cancels the one that runs and takes the place of the one
-// that waits. Those of other slots are left alone. Thread-safe, for the tasks on their way outlive who asked.
+// The place where the operation of one client waits: a newer one cancels the one that runs and takes the place of the
+// one that waits. Those of other slots are left alone. Thread-safe, for tasks on their way may outlive the client.
 class WaitingSlot {
 public:
     // The number is the slot's among those of its worker.
     explicit WaitingSlot(std::uint64_t number) : number_(number) {}
 
     std::uint64_t number() const { return number_; }
-    // Cancels what there is and puts the operation, which may be null, in its place. True when a task must come for it.
+    // Cancels what there is and puts the operation, which may be null, in its place. True when a task must be posted
+    // that starts it.
     bool replace(std::shared_ptr<VemoWorkerOperation> operation);
     // The operation that waited; null when there is none any more.
     std::shared_ptr<VemoWorkerOperation> start();

@@ -14,7 +14,7 @@ bool isSeparator(const Element& element) {
     return element.value.is(Attribute::type, number_word::separator);
 }
 
-// The places of the brackets and of the separators between them; nothing without a separator or the second bracket.
+// The places of both brackets and of the separators between them. Empty without a separator or the second bracket.
 std::vector<std::size_t> cutsFrom(const ElementList& elements, std::size_t opening) {
     std::vector<std::size_t> cuts;
     std::size_t depth = 0;
@@ -29,7 +29,8 @@ std::vector<std::size_t> cutsFrom(const ElementList& elements, std::size_t openi
     return {};
 }
 
-// The same for a list without brackets, which an operator after its last value ends: the name, the separators, the end.
+// The same for a list without brackets, which ends with an operator after its last value: the places of the name, of
+// the separators and of the end.
 std::vector<std::size_t> cutsOfList(const ElementList& elements, std::size_t name) {
     std::vector<std::size_t> cuts{name};
     std::size_t depth = 0, last = name;

@@ -16,7 +16,7 @@ public:
     std::optional<ElementList> evaluate(const ElementList&, Context&, const EvaluationContext&) const override;
 
 private:
-    // Nothing for a list without brackets whose parts are no values.
+    // The value of the function. Nothing for a list without brackets some part of which is no value.
     std::optional<Value> valueOf(const ElementList& elements, std::size_t function,
                                  const std::vector<std::size_t>& cuts, std::size_t end, Context& context,
                                  const EvaluationContext& evaluationContext) const;

@@ -43,7 +43,7 @@ std::optional<Value> keepingLeft(const Value& left, const Value& right, Compute 
     return left.with(*number);
 }
 
-// Takes bits, or signs, which it combines alike.
+// Takes the bits of both numbers, or their signs, which combine in the same way.
 using BitFormula = std::uint64_t (*)(std::uint64_t a, std::uint64_t b);
 using ShiftFormula = std::int64_t (*)(std::int64_t a, int count);
 
@@ -144,8 +144,9 @@ void registerBitOperations(OperationCollection& operations) {
     for (const auto& row : shiftRows) operations.add(row.operatorId, std::make_shared<ShiftOperation>(row.formula));
 }
 
-// How what is left over of a unit is told: each part and how many of it the one before has, as in "inch 12". Empty for
-// durations, which are broken down anyway, and where a part is none.
+// How the remainder of a unit is to be told: each smaller unit, and how many of it make the one before, as in "inch
+// 12". Empty for durations, which are broken down anyway, and where a part is not contained in the one before a whole
+// number of times.
 std::u16string ConversionOperation::partsOf(std::u16string_view unit, std::u16string_view parts,
                                             Context& context) const {
     std::u16string told;
@@ -169,7 +170,7 @@ std::u16string ConversionOperation::partsOf(std::u16string_view unit, std::u16st
 }
 
 std::optional<Value> ConversionOperation::calculate(const Value& left, const Value& right, Context& context) const {
-    // An operand that is missing is for the fall-back of the calculator.
+    // Where an operand is missing, the calculator falls back on the other.
     if (left.isEmpty() || right.isEmpty()) return std::nullopt;
     if (const auto unit = right.string(Attribute::unit)) {
         auto converted = unitConverter_.convert(left.without(Attribute::precision), *unit, context);

@@ -46,7 +46,7 @@ sys_days workdaysLater(sys_days day, std::int64_t count) {
     return day;
 }
 
-// The whole number of a duration, or of the parts of its unit, where it counts whole ones: 1.5 years are 18 months.
+// The amount of a duration, or so many parts of its unit, if that is a whole number: 1.5 years are 18 months.
 std::optional<std::int64_t> wholeCount(const Value& duration, int parts = 1) {
     const auto amount = duration.decimal();
     if (!amount || amount->notANumber()) return std::nullopt;
@@ -87,7 +87,7 @@ std::optional<DurationParts> partsOf(const Value& duration, const UnitConverter&
             else if (c != u' ' || ++field >= std::size(fields))
                 return std::nullopt;
         }
-        // What was calculated with the sum since then has other parts.
+        // Whatever was calculated with the sum since then has changed it: it has other parts.
         if (wholeSeconds(duration, converter, context) == averageSeconds(parts)) return parts;
         return std::nullopt;
     }

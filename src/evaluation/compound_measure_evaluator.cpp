@@ -80,16 +80,16 @@ std::optional<ElementList> CompoundMeasureEvaluator::evaluate(const ElementList&
         if (!unit || elements[i].value.has(Attribute::decimal)) continue;
         for (const auto& row : rows) {
             if (*unit != row.unit) continue;
-            const std::size_t before = neighbourOf(elements, i, -1), behind = neighbourOf(elements, i, 1);
-            if (before == elements.size() || behind == elements.size()) break;
-            if (!isNumber(elements[before]) || !isWhole(elements[before]) || !isNumber(elements[behind])) break;
+            const std::size_t before = neighbourOf(elements, i, -1), after = neighbourOf(elements, i, 1);
+            if (before == elements.size() || after == elements.size()) break;
+            if (!isNumber(elements[before]) || !isWhole(elements[before]) || !isNumber(elements[after])) break;
             const bool below =
-                elements[behind].value.decimal()->subtracting(DecimalNumber::fromInt64(row.limit)).isNegative();
-            if (!below || !endsThere(elements, neighbourOf(elements, behind, 1))) break;
-            replacer.replace({behind, 1})
-                .append(makeElement(elements[behind].value.with(row.part, Attribute::unit),
-                                    elements[behind].attributedText));
-            i = behind;
+                elements[after].value.decimal()->subtracting(DecimalNumber::fromInt64(row.limit)).isNegative();
+            if (!below || !endsThere(elements, neighbourOf(elements, after, 1))) break;
+            replacer.replace({after, 1})
+                .append(
+                    makeElement(elements[after].value.with(row.part, Attribute::unit), elements[after].attributedText));
+            i = after;
             break;
         }
     }

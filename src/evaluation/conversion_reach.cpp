@@ -123,7 +123,7 @@ std::optional<Value> ConversionReach::quotientAsRate(const std::vector<Value>& o
         context);
 }
 
-// "5.2 m x 3.8 m in sq ft": what a product has no unit for is made of those of its factors.
+// "5.2 m x 3.8 m in sq ft": a product of lengths is made of the units of its factors.
 std::optional<Value> ConversionReach::productOfLengths(const std::vector<Value>& operands,
                                                        const std::vector<Value>& operators, std::size_t conversion,
                                                        std::u16string_view target, Context& context) const {

@@ -8,8 +8,8 @@
 
 namespace vemo {
 
-// How far to the left a conversion reaches: it binds tightest, but where the operand before it has nothing to convert,
-// all that stands to its left may have: "100 km / 4 in miles", "255 & 15 in hex".
+// How far to the left a conversion reaches. It binds tightest; but where the operand before it has nothing to convert,
+// it converts all that stands to its left: "100 km / 4 in miles", "255 & 15 in hex".
 class ConversionReach {
 public:
     ConversionReach(const OperationCalculator& operationCalculator, const UnitConverter& unitConverter)

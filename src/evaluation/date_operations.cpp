@@ -28,7 +28,7 @@ std::optional<DecimalNumber> wholeSeconds(const Value& duration, const UnitConve
 bool isCountOfDays(const Value& duration) {
     return duration.is(Attribute::unit, u"day") || duration.is(Attribute::unit, u"week");
 }
-// They are counted on the calendar; as a length a workday has eight hours.
+// Workdays are counted on the calendar; as a length of time each has eight hours.
 bool isCountOfWorkdays(const Value& duration) {
     const auto count = duration.decimal();
     return duration.is(Attribute::unit, u"workday") && count && count->integer() == *count;

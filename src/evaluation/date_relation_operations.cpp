@@ -32,7 +32,7 @@ std::optional<Value> presentFor(const Value& duration, const UnitConverter& conv
     return isOfWholeDays(duration, converter, context) ? presentDay(context) : presentTime(context);
 }
 
-// What is told of a date in a unit: from it to the present moment, or the other way.
+// The present that a date is measured from or to: today for a day, else this moment.
 std::optional<Value> presentBeside(const Value& date, Context& context) {
     return isDay(date) ? presentDay(context) : presentTime(context);
 }
@@ -61,17 +61,17 @@ struct Relations {
     }
     std::optional<Value> untilDate(const Value& left, const Value& right, Context& context) const {
         if (isDate(left) && isDate(right)) return between(left, right, Value(), context);
-        const bool behind = isDate(left);
-        const Value& date = behind ? left : right;
-        const Value& unit = behind ? right : left;
+        const bool dateFirst = isDate(left);
+        const Value& date = dateFirst ? left : right;
+        const Value& unit = dateFirst ? right : left;
         if (!isDate(date) || (!unit.isEmpty() && !isBareUnit(unit))) return std::nullopt;
         const auto present = presentBeside(date, context);
         return present ? between(*present, date, unit, context) : std::nullopt;
     }
     std::optional<Value> sinceDate(const Value& left, const Value& right, Context& context) const {
-        const bool behind = isDate(left);
-        const Value& date = behind ? left : right;
-        const Value& unit = behind ? right : left;
+        const bool dateFirst = isDate(left);
+        const Value& date = dateFirst ? left : right;
+        const Value& unit = dateFirst ? right : left;
         if (!isDate(date) || (!unit.isEmpty() && !isBareUnit(unit))) return std::nullopt;
         const auto present = presentBeside(date, context);
         return present ? between(date, *present, unit, context) : std::nullopt;
@@ -94,7 +94,8 @@ const Value* onlyDate(const Value& left, const Value& right) {
     return isDate(right) && !isDate(left) ? &right : nullptr;
 }
 
-// A number of hours as the time of a day, today without one; an hour before noon counts from noon where `half` is 1.
+// A number of hours as a time of the given day, or of today without one. An hour before noon counts from noon where
+// `half` is 1.
 std::optional<Value> onClock(const Value& day, const Value& hours, int half, Context& context) {
     constexpr int hoursPerDay = 24, noon = 12;
     const auto zone = localZone(context);
@@ -138,7 +139,7 @@ struct Row {
     Calculation calculation;
 };
 
-// A unit goes to the beginning of a span before the span is measured.
+// A unit is given to the beginning of a span before the span is measured.
 constexpr int usual = 300, first = 310;
 
 constexpr Row rows[] = {

@@ -11,7 +11,7 @@ namespace vemo {
 
 namespace {
 
-// A number or a unit after one: where an amount ends. A percentage is none.
+// True where an amount ends: for a number, or a unit after one. A percentage is no amount.
 bool endsAmount(const ElementList& elements, std::size_t index) {
     if (index >= elements.size()) return false;
     const Value& value = elements[index].value;
@@ -32,7 +32,7 @@ DiscountEvaluator::DiscountEvaluator(const Localizer& localizer, const Percentag
     : Evaluator({Attribute::unit}),
       words_(words),
       tenthsOff_(localizer.variants(u"tenths_off.variants", u"Operations")) {
-    // "tip on" without the word for "on"
+    // The words of "tip on", but without the one for "on".
     const auto on = localizer.variants(u"percent_on.variants", u"Percent");
     for (std::u16string& phrase : localizer.variants(u"percent_of.variants", u"Percent")) {
         const std::size_t blank = phrase.rfind(u' ');
@@ -46,7 +46,7 @@ bool DiscountEvaluator::isDiscount(const ElementList& elements, std::size_t inde
     return index < elements.size() && isPlainWords(elements[index]) && words_.isDiscount(elements[index].text());
 }
 
-// Words that end with one for a part of an amount: "tip", as in "15% tip on $84".
+// True for words that end with one for a part of an amount: "tip", as in "15% tip on $84".
 bool DiscountEvaluator::endsWithPart(std::u16string_view text) const {
     const std::u16string words = lowercased(trimmed(text));
     return std::any_of(parts_.begin(), parts_.end(), [&](const std::u16string& part) {
@@ -55,7 +55,7 @@ bool DiscountEvaluator::endsWithPart(std::u16string_view text) const {
     });
 }
 
-// A word for one stands before the percentage, and no amount.
+// True when a word for a discount stands before the percentage, and no amount does.
 bool DiscountEvaluator::isLedByDiscount(const ElementList& elements, std::size_t percentage) const {
     bool named = false;
     for (std::size_t i = 0; i < percentage; ++i) {
@@ -65,7 +65,7 @@ bool DiscountEvaluator::isLedByDiscount(const ElementList& elements, std::size_t
     return named;
 }
 
-// The operator after a percentage that is none there: "10% off" with nothing after it, "10 % de remise".
+// True for an operator that is none after a percentage: "10% off" with nothing after it, "10 % de remise".
 bool DiscountEvaluator::isIdle(const ElementList& elements, std::size_t op) const {
     if (op >= elements.size() || !elements[op].value.has(Attribute::operation)) return false;
     const std::size_t next = neighbourOf(elements, op, 1);

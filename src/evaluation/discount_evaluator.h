@@ -19,7 +19,7 @@ public:
     std::optional<ElementList> evaluate(const ElementList&, Context&, const EvaluationContext&) const override;
 
 private:
-    // Words that hold one for a discount.
+    // True for words with one for a discount.
     bool isDiscount(const ElementList& elements, std::size_t index) const;
     bool isLedByDiscount(const ElementList& elements, std::size_t percentage) const;
     bool endsWithPart(std::u16string_view text) const;

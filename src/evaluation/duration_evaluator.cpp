@@ -18,7 +18,7 @@ bool isBareUnit(const ElementList& elements, std::size_t i, std::u16string_view 
            !elements[i].value.has(Attribute::decimal);
 }
 
-// The minutes of an hour, as digits; `digits` of them, or any for 0.
+// The minutes of an hour, written in `digits` digits, or in one or two where that is 0.
 std::optional<int> minutesOf(const ElementList& elements, std::size_t i, std::size_t digits) {
     if (i >= elements.size() || !isNumberWithoutUnit(elements[i]) || runTypeOf(elements[i]) != RunType::number)
         return std::nullopt;
@@ -66,7 +66,7 @@ std::optional<Clock> clockOf(std::u16string_view text, char16_t separator) {
     return digit && clock.count > 1 ? std::optional(clock) : std::nullopt;
 }
 
-// The fields as an amount of the unit of the first: 1:30 is 1.5.
+// The fields as an amount of the unit of the first field: 1:30 is 1.5.
 Value amount(const Clock& clock, std::u16string_view unit) {
     std::int64_t smallest = 0, divisor = 1;
     for (std::size_t i = 0; i < clock.count; ++i) {
@@ -104,7 +104,7 @@ bool calculatesWithLetteredClocks(const ElementList& elements) {
     return found && calculates;
 }
 
-// "1:45 + 2:30": times can't be added, so these are lengths of time.
+// True for a sum of clock times: "1:45 + 2:30". Times can't be added, so these are lengths of time.
 bool addsClocks(const ElementList& elements) {
     std::size_t clocks = 0, sums = 0;
     for (std::size_t i = 0; i < elements.size(); ++i) {
@@ -122,7 +122,7 @@ bool addsClocks(const ElementList& elements) {
     return sums > 0 && clocks == sums + 1;
 }
 
-// "1h 20m + 45m": what is added to hours are no metres.
+// True for the "m" of what is added to hours, which are no metres: "1h 20m + 45m".
 bool isMinuteOfSum(const ElementList& elements, std::size_t i) {
     if (!isBareUnit(elements, i, u"m") || elements[i].text() != u"m" || i < 2) return false;
     const std::size_t number = neighbourOf(elements, i, -1), sign = neighbourOf(elements, number, -1);

@@ -12,7 +12,7 @@ namespace vemo {
 
 namespace {
 
-// Where one of the phrases ends the text, whole words only; npos without one.
+// Where a phrase begins with which the text ends, as whole words; npos when it ends with none.
 std::size_t startOfLast(std::u16string_view text, const std::vector<std::u16string>& phrases) {
     while (!text.empty() && isWhitespace(text.back())) text.remove_suffix(1);
     const std::u16string lower = lowercased(text);
@@ -48,7 +48,7 @@ EachPriceEvaluator::EachPriceEvaluator(const Localizer& localizer, const UnitCon
       by_(localizer.variants(u"measured_by.variants", u"Operations")),
       each_(localizer.variants(u"each.variants", u"Operations")) {}
 
-// "10 ft by 12 ft", "3 by 4 m": the word between measures of length, or a number and one.
+// True for the word between measures of length, or between a number and one: "10 ft by 12 ft", "3 by 4 m".
 bool EachPriceEvaluator::isBy(const ElementList& elements, std::size_t word) const {
     if (!isPlainWords(elements[word]) || by_.empty()) return false;
     const std::u16string text = lowercased(trimmed(elements[word].text()));
@@ -57,9 +57,9 @@ bool EachPriceEvaluator::isBy(const ElementList& elements, std::size_t word) con
         return unit < elements.size() && isUnitAlone(elements[unit]) &&
                unitConverter_.isConvertible(*elements[unit].value.string(Attribute::unit), u"m");
     };
-    const std::size_t before = neighbourOf(elements, word, -1), behind = neighbourOf(elements, word, 1);
-    if (before >= elements.size() || behind >= elements.size() || !isNumber(elements[behind])) return false;
-    const std::size_t unit = neighbourOf(elements, behind, 1);
+    const std::size_t before = neighbourOf(elements, word, -1), after = neighbourOf(elements, word, 1);
+    if (before >= elements.size() || after >= elements.size() || !isNumber(elements[after])) return false;
+    const std::size_t unit = neighbourOf(elements, after, 1);
     const bool measured = isLength(unit) || (unit < elements.size() && isBy(elements, unit));
     const bool counted = isNumber(elements[before]) ||
                          (isLength(before) && before > 0 && neighbourOf(elements, before, -1) < elements.size() &&
@@ -67,7 +67,7 @@ bool EachPriceEvaluator::isBy(const ElementList& elements, std::size_t word) con
     return measured && counted;
 }
 
-// A number that begins an operand; where each is priced, words may stand before it, too.
+// True for a number that begins an operand; where each piece is priced, words may stand before it, too.
 bool EachPriceEvaluator::isCount(const ElementList& elements, std::size_t index, bool each) const {
     if (!isNumber(elements[index])) return false;
     const std::size_t before = neighbourOf(elements, index, -1);
@@ -114,7 +114,7 @@ void EachPriceEvaluator::multiplyPrice(const ElementList& elements, std::size_t 
     result.append(asOperator(u"*", text.substr(at)));
 }
 
-// "48 l at 1.79": a number with cents after a measure, which is none of time.
+// True for a number with cents after a measure that is not one of time: "48 l at 1.79".
 bool EachPriceEvaluator::isPriceOfMeasure(const ElementList& elements, std::size_t unit, std::size_t price) const {
     const auto id = elements[unit].value.string(Attribute::unit);
     const std::u16string* base = id ? unitConverter_.baseUnit(*id) : nullptr;
@@ -125,7 +125,7 @@ bool EachPriceEvaluator::isPriceOfMeasure(const ElementList& elements, std::size
     return cents == 2 || cents == 3;
 }
 
-// The amount that begins there is followed by "each".
+// True when "each" follows the amount that begins there.
 bool EachPriceEvaluator::isPricedEach(const ElementList& elements, std::size_t price) const {
     std::size_t after = price;
     while (after < elements.size() &&

@@ -9,7 +9,7 @@ namespace vemo {
 // Text that means nothing to the calculation.
 ElementPointer plainText(std::u16string_view text);
 
-// An operator that nobody wrote, in place of what stands between two elements, which may be nothing.
+// An operator that nobody wrote, in place of the text between two elements, which may be empty.
 ElementPointer unwrittenOperator(std::u16string_view id, std::u16string_view between);
 
 // A list of one element that stands for the whole list and carries the value.
@@ -20,7 +20,8 @@ class ElementReplacer {
 public:
     explicit ElementReplacer(const ElementList& elements) : elements_(elements) {}
 
-    // What stands before the range is taken over; what is appended next stands in its place.
+    // Takes over what stands before the range; what is appended to the list that this gives stands in its place. Ranges
+    // go from the left to the right.
     ElementList& replace(const ElementRange& range);
     bool changed() const { return changed_; }
     // Nothing when nothing was replaced.
@@ -35,8 +36,8 @@ private:
     bool changed_ = false;
 };
 
-// The list with each match of a pattern replaced by the element `reduce` makes of it; a match for which it
-// gives nothing stays. Nothing when no match was replaced.
+// The list with the element that `reduce` makes in place of each match of a pattern. A match for which it makes none
+// stays. Nothing when no match was replaced.
 std::optional<ElementList> replacingMatches(const ElementList& elements, const FinderMatcher& matcher,
                                             FunctionRef<std::optional<Value>(const Match&)> reduce);
 

@@ -27,7 +27,7 @@ inline bool isBlank(const Element& element) {
     return element.value.isEmpty() && trimmed(element.text()).empty();
 }
 
-// An element may have no text: a sign that nobody wrote.
+// These ask first whether there is a text: an operator that nobody wrote has none.
 inline bool endsWithBlank(const Element& element) {
     return !element.text().empty() && isWhitespace(element.text().back());
 }
@@ -39,19 +39,19 @@ inline RunType runTypeOf(const Element& element) {
     return element.attributedText.elementsCount() > 0 ? element.attributedText.runs()[0].type : RunType::none;
 }
 
-// Digits alone.
+// True for a number written in digits alone.
 inline bool isWholeNumber(const Element& element) {
     const std::u16string& text = element.text();
     return isNumberWithoutUnit(element) && runTypeOf(element) == RunType::number &&
            std::all_of(text.begin(), text.end(), [](char16_t c) { return digitValue(c) >= 0; });
 }
 
-// A time of day as it was written: no result of a function or of a calculation.
+// True for a time of day that was written, not the result of a function or of a calculation.
 inline bool isWrittenTime(const Element& element) {
     return element.value.is(Attribute::precision, u"time") && runTypeOf(element) == RunType::number;
 }
 
-// Words that mean nothing to the calculation; labels, comments and headers are none.
+// True for words that mean nothing to the calculation, but not for labels, comments and headers.
 inline bool isPlainWords(const Element& element) {
     return element.value.isEmpty() && runTypeOf(element) == RunType::none && hasLetter(element.text());
 }
@@ -69,7 +69,7 @@ inline bool hasWords(const ElementList& elements) {
     });
 }
 
-// The next element in a direction that is no blank; their number without one.
+// The next element in a direction, `step` being 1 or -1, that is no blank; the number of elements when there is none.
 inline std::size_t neighbourOf(const ElementList& elements, std::size_t index, int step) {
     const auto offset = static_cast<std::size_t>(step);
     for (index += offset; index < elements.size(); index += offset)
@@ -77,14 +77,14 @@ inline std::size_t neighbourOf(const ElementList& elements, std::size_t index, i
     return elements.size();
 }
 
-// The last element that is neither a blank nor a comment; their number without one.
+// The last element that is neither a blank nor a comment; the number of elements when there is none.
 inline std::size_t lastWritten(const ElementList& elements) {
     const std::size_t last = neighbourOf(elements, elements.size(), -1);
     const bool comment = last < elements.size() && runTypeOf(elements[last]) == RunType::comment;
     return comment ? neighbourOf(elements, last, -1) : last;
 }
 
-// What is calculated begins there: after labels and names that are assigned to.
+// Where the part begins that is calculated: after labels and names that are assigned to.
 inline std::size_t startOfValue(const ElementList& elements) {
     std::size_t start = 0;
     for (std::size_t i = 0; i < elements.size(); ++i)
@@ -110,7 +110,7 @@ inline bool beginsValue(const ElementList& elements, std::size_t index) {
            value.has(Attribute::function) || value.is(Attribute::parenthesis, u"(");
 }
 
-// The same after "of", where one word may stand before the value: "half of the $90 bill".
+// True when such a value follows "of", with one word before it at the most: "half of the $90 bill".
 inline bool beginsWhole(const ElementList& elements, std::size_t of) {
     std::size_t next = neighbourOf(elements, of, 1);
     if (next < elements.size() && isPlainWords(elements[next]) &&

@@ -32,7 +32,7 @@ struct EvaluationContext {
 // One step that reduces a list of elements. Keeps nothing from line to line.
 class Evaluator {
 public:
-    // One that names attributes leaves lists alone in which no element has any of them, and is not asked about them.
+    // An evaluator that names attributes is asked only about lists in which an element has one of them.
     explicit Evaluator(std::initializer_list<Attribute> triggers = {}) {
         for (const Attribute trigger : triggers)
             triggers_ = static_cast<std::uint16_t>(triggers_ | Value::bit(trigger));

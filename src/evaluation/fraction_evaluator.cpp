@@ -18,7 +18,7 @@ bool isStroke(const Element& element) {
     return isOperator(element, u"/") && element.text() == u"/";
 }
 
-// Two whole numbers around a stroke, without blanks, in no longer chain.
+// True where two whole numbers have a stroke between them, without blanks, and no further stroke beside them.
 bool isStrokeFraction(const ElementList& elements, std::size_t i) {
     if (i + strokeLength > elements.size() || !isStroke(elements[i + 1]) || !isWholeNumber(elements[i]) ||
         !isWholeNumber(elements[i + 2]) || elements[i + 2].value.decimal()->isZero())
@@ -27,7 +27,7 @@ bool isStrokeFraction(const ElementList& elements, std::size_t i) {
     return i + strokeLength == elements.size() || !isStroke(elements[i + strokeLength]);
 }
 
-// Read as one number already: "1 1/2", "½", "half".
+// True for a fraction that was read as one number already: "1 1/2", "½", "half".
 bool isFractionNumber(const Element& element) {
     const std::u16string& text = element.text();
     if (!isNumberWithoutUnit(element) || runTypeOf(element) != RunType::number) return false;

@@ -9,8 +9,9 @@ namespace vemo {
 
 namespace {
 
-// "sqrt sqrt 16": where nothing but blanks stands between two functions, the first is one of the second's result.
-std::size_t functionBehind(const ElementList& elements, const ElementRange& range) {
+// The function that directly follows another, which then takes its result: "sqrt sqrt 16". The number of elements
+// without one.
+std::size_t functionAfter(const ElementList& elements, const ElementRange& range) {
     const std::size_t end = range.end();
     if (range.length != 1 || end == elements.size()) return elements.size();
     const std::size_t next = neighbourOf(elements, end - 1, 1);
@@ -52,8 +53,8 @@ std::optional<ElementList> FunctionExpressionEvaluator::evaluate(const ElementLi
         std::vector<Value> values;
         for (const ElementRange& range : arguments) values.push_back(elements[range.location].value);
         ends[m] = matches[m].range.end();
-        const std::size_t behind = functionBehind(elements, matches[m].range);
-        if (m + 1 < matches.size() && behind == matches[m + 1].range.location && results[m + 1]) {
+        const std::size_t after = functionAfter(elements, matches[m].range);
+        if (m + 1 < matches.size() && after == matches[m + 1].range.location && results[m + 1]) {
             values.push_back(*results[m + 1]);
             ends[m] = ends[m + 1];
         }
@@ -69,7 +70,7 @@ std::optional<ElementList> FunctionExpressionEvaluator::evaluate(const ElementLi
             for (std::size_t i = 0; i < std::min(arguments.size(), function->mostValues()); ++i)
                 step.operands.push_back({values[i], elements.rangeOf(arguments[i].location, arguments[i].end())});
             if (arguments.empty() && !values.empty())
-                step.operands.push_back({values[0], elements.rangeOf(behind, ends[m])});
+                step.operands.push_back({values[0], elements.rangeOf(after, ends[m])});
             return step;
         });
         for (std::size_t i = results[m] ? function->mostValues() : SIZE_MAX; i < arguments.size(); ++i)

@@ -38,13 +38,13 @@ bool isTimeFunction(const Element& element) {
     return element.value.is(Attribute::function, u"time");
 }
 
-// A place is one after a time, a zone or a function, such as "time": "Coffee in Berlin $5" is a note.
+// True for what a place may stand after: a time, a zone or a function, such as "time". "Coffee in Berlin $5" is a note.
 bool isOfTime(const Element& element) {
     return element.value.has(Attribute::date) || element.value.has(Attribute::timeZone) ||
            element.value.has(Attribute::function);
 }
 
-// What a place can be asked for beside: words after anything else stay on this machine.
+// True for what may stand beside a place. Words beside anything else are sent to no server.
 bool isMoment(const Element& element) {
     if (element.value.has(Attribute::date) || element.value.has(Attribute::timeZone)) return true;
     const auto function = element.value.string(Attribute::function);
@@ -56,7 +56,7 @@ bool touches(char16_t end, char16_t begin) {
     return isLetter(end) && isLetter(begin);
 }
 
-// Words and nothing else, such as a place that is not known: "Shangri-La".
+// True for words and nothing else, such as an unknown place: "Shangri-La".
 bool isText(const ElementList& elements, std::size_t from, std::size_t to) {
     bool letters = false;
     for (std::size_t i = from; i < to; ++i) {
@@ -79,7 +79,7 @@ bool beginsWithCapital(const ElementList& elements, std::size_t from, std::size_
     return lowercased(first) != first || (!first.empty() && u_charType(first.front()) == U_OTHER_LETTER);
 }
 
-// The Japanese word between a place and a time, "東京の10時", which is an operator elsewhere.
+// True for the Japanese word between a place and a time, "東京の10時", which is an operator elsewhere.
 bool isParticle(const Element& element) {
     return trimmed(element.text()) == u"\u306e";
 }
@@ -105,7 +105,8 @@ bool mayBeOfPlace(const Element& element) {
            !isConversion(element);
 }
 
-// "7pm tokyo in london": words between a time and a conversion are a place, whatever their case.
+// True when words stand there up to a conversion. After a time they are a place in any case of letters: "7pm tokyo in
+// london".
 bool endsAtConversion(const ElementList& elements, std::size_t from) {
     std::size_t to = from;
     while (to < elements.size() && mayBeOfPlace(elements[to])) ++to;
@@ -140,7 +141,7 @@ std::optional<ElementList> GeoNamesParser::withKnownPlaces(const ElementList& el
         appendPlace(text, name, *std::move(zone), replacer.replace({from, to - from}));
         return true;
     };
-    // The words that stand at `from`: the end of the place that they begin with, or `from` for none.
+    // Replaces the place with which the words at `from` begin, and gives its end; `from` when there is none.
     const auto placeAt = [&](std::size_t from) {
         std::size_t to = from;
         while (to < elements.size() && to - from < mostElements && mayBeOfPlace(elements[to])) ++to;

@@ -12,7 +12,7 @@ namespace vemo {
 // are those that are built in.
 class GeoNamesParser : public Evaluator {
 public:
-    // Null to ask a server.
+    // Without `places`, a server is asked.
     explicit GeoNamesParser(const Places* places)
         : Evaluator({Attribute::operation, Attribute::function, Attribute::date}),
           places_(places),

@@ -23,14 +23,14 @@ bool isNumber(const Element& element) {
     return runTypeOf(element) == RunType::number && isNumberWithoutUnit(element);
 }
 
-// "$5 price": the number belongs to the sign of money before it.
+// True for a number that belongs to the sign of money before it: "$5 price".
 bool followsUnit(const ElementList& elements, std::size_t index) {
     const std::size_t before = neighbourOf(elements, index, -1);
     return before < elements.size() && elements[before].value.has(Attribute::unit) &&
            !elements[before].value.has(Attribute::decimal);
 }
 
-// The letters e and r are words too: they count in lower case, on a line of numbers.
+// True for the letters e and r, which are words too: they count only in lower case, on a line of numbers.
 bool mayBeWord(const Element& element) {
     return element.text().size() == 1 && !isPi(element) && isBuiltInConstant(element.text(), element.value);
 }

@@ -13,7 +13,7 @@ namespace vemo {
 
 namespace {
 
-// A number as it stands between blanks: without the marks at its ends.
+// The part between blanks without the marks at its ends.
 TextRange numberIn(std::u16string_view text, TextRange part) {
     while (part.length > 0 && digitValue(text[part.location]) < 0) ++part.location, --part.length;
     while (part.length > 0 && digitValue(text[part.end() - 1]) < 0) --part.length;
@@ -50,7 +50,7 @@ std::vector<TextRange> numbersIn(std::u16string_view text) {
     return numbers;
 }
 
-// "room 12 3 nights": of two such short numbers no telephone number is made.
+// True for two short numbers, of which no telephone number is made: "room 12 3 nights".
 bool isPair(std::u16string_view text) {
     const std::vector<TextRange> numbers = numbersIn(text);
     return numbers.size() == 2 && std::all_of(numbers.begin(), numbers.end(),

@@ -7,9 +7,9 @@
 
 namespace vemo {
 
-// Literals of digits that the locale would not join so. Beside an amount's currency they are read as they were meant:
-// on a line with words, of several numbers ("table 5, 12.80 €") the one that touches the currency is the amount, and
-// cents may be set off as elsewhere ("€1,20" in English). Other such literals get a note that tells the number.
+// Literals whose digits the locale would not join. Beside a currency they are read as they were meant: on a line with
+// words, the one of several numbers that touches the currency is the amount ("table 5, 12.80 €"), and cents may be set
+// off as in other places ("€1,20" in English). Other such literals get a note that tells how they were read.
 class JoinedDigitsEvaluator : public Evaluator {
 public:
     JoinedDigitsEvaluator(const LocaleInfo& locale, const UnitConverter& unitConverter)

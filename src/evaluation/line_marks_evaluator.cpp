@@ -62,7 +62,7 @@ bool isSign(const Element& element, std::u16string_view text) {
     return element.value.has(Attribute::operation) && element.text() == text;
 }
 
-// "lunch -- 5": the first of two dashes after a word.
+// True for the first of two dashes after a word: "lunch -- 5".
 bool isDash(const ElementList& elements, std::size_t i) {
     if (i == 0 || i + 1 >= elements.size() || !isSign(elements[i], u"-") || !isSign(elements[i + 1], u"-"))
         return false;
@@ -71,7 +71,7 @@ bool isDash(const ElementList& elements, std::size_t i) {
            isLetter(trimmed(elements[before].text()).back());
 }
 
-// "80 w/ 20% off", "3 coffees w/ milk": the short form of "with".
+// True for the stroke of the short form of "with": "80 w/ 20% off", "3 coffees w/ milk".
 bool isWith(const ElementList& elements, std::size_t i) {
     if (i == 0 || !isSign(elements[i], u"/") || !isPlainWords(elements[i - 1])) return false;
     const std::u16string& text = elements[i - 1].text();
@@ -80,7 +80,7 @@ bool isWith(const ElementList& elements, std::size_t i) {
            (i + 1 == elements.size() || !isNumberWithoutUnit(elements[i + 1]));
 }
 
-// "6-pack $9 / 6", "3-day trip": the dash of a word that begins with a number.
+// True for the dash of a word that begins with a number: "6-pack $9 / 6", "3-day trip".
 bool isHyphen(const ElementList& elements, std::size_t i) {
     return i > 0 && i + 1 < elements.size() && isSign(elements[i], u"-") && isWholeNumber(elements[i - 1]) &&
            isPlainWords(elements[i + 1]) && isLetter(elements[i + 1].text().front());
@@ -103,7 +103,7 @@ std::optional<ElementList> LineMarksEvaluator::aggregateOf(const ElementList& el
     return result;
 }
 
-// The number of elements that a list's mark begins in; 0 without one.
+// How many elements the mark of a list takes at the beginning of the line; 0 without one.
 std::size_t LineMarksEvaluator::listMark(const ElementList& elements) const {
     if (!mayBeginMark(elements)) return 0;
     const std::size_t most = std::min(elements.size(), mostElements);
@@ -120,7 +120,7 @@ std::size_t LineMarksEvaluator::listMark(const ElementList& elements) const {
     return 0;
 }
 
-// A number and its currency, in either order.
+// True for a number and its currency, in either order.
 bool LineMarksEvaluator::isPriceAt(const ElementList& elements, std::size_t first) const {
     const std::size_t second = neighbourOf(elements, first, 1);
     if (second >= elements.size()) return false;
@@ -128,8 +128,8 @@ bool LineMarksEvaluator::isPriceAt(const ElementList& elements, std::size_t firs
            (isNumberWithoutUnit(elements[first]) && isCurrencyAt(elements, second, unitConverter_));
 }
 
-// "gift (turning 9) – $25", "unit 228 - $95": a dash between blanks, after words without money and before an amount.
-// And before words of a description: "$612 - new tires, 2014 Civic".
+// True for a dash between blanks, after words without money and before an amount: "gift (turning 9) – $25", "unit 228 -
+// $95". And for one between a price and words that describe it: "$612 - new tires, 2014 Civic".
 bool LineMarksEvaluator::isDashBesidePrice(const ElementList& elements, std::size_t i) const {
     if (std::u16string_view(u"-\u2013\u2014").find(elements[i].text()) == std::u16string_view::npos || i == 0 ||
         !elements[i].value.is(Attribute::operation, u"-") || i + 1 >= elements.size() ||
@@ -148,7 +148,8 @@ bool LineMarksEvaluator::isDashBesidePrice(const ElementList& elements, std::siz
            trimmed(elements[i + 1].text()).find(u' ') != std::u16string_view::npos;
 }
 
-// An arrow points to a unit, a numeral system, a time zone or a word after something to convert.
+// True for an arrow that converts nothing. One that converts stands after something, and before a unit, a numeral
+// system, a time zone or a word.
 bool LineMarksEvaluator::isIdleArrow(const ElementList& elements, std::size_t i) const {
     if (!isSign(elements[i], arrows[0]) && !isSign(elements[i], arrows[1])) return false;
     const std::size_t before = neighbourOf(elements, i, -1), after = neighbourOf(elements, i, 1);

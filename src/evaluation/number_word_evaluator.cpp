@@ -55,7 +55,7 @@ bool isDecided(const Value& value) {
     return !value.has(Attribute::type) || value.is(Attribute::type, number_word::separator);
 }
 
-// "twelve * 12", "two hundred plus fifty": beside an arithmetic operator whose other operand is a number.
+// True beside an arithmetic operator whose other operand is a number: "twelve * 12", "two hundred plus fifty".
 bool isCalculated(const ElementList& elements, std::size_t start, std::size_t end) {
     constexpr std::u16string_view operators[] = {u"+", u"-",          u"*",          u"/",
                                                  u"^", u"percent_of", u"percent_on", u"percent_off"};
@@ -89,14 +89,14 @@ const Scale* NumberWordEvaluator::scaleAt(const ElementList& elements, std::size
     return scale && scale->unit.empty() ? scale : nullptr;
 }
 
-// A hyphen, or "and".
+// True for a hyphen or "and", which join the words of a number.
 bool NumberWordEvaluator::isLink(const Element& element) const {
     if (isOperator(element, u"-")) return element.text() == u"-";
     if (!isPlainWords(element)) return false;
     return std::find(links_.begin(), links_.end(), lowercased(trimmed(element.text()))) != links_.end();
 }
 
-// "two hundred and fifty thousand", "vingt-cinq": the words of one number, from the first of them.
+// The number whose first word stands there, of several words: "two hundred and fifty thousand", "vingt-cinq".
 NumberWordEvaluator::Count NumberWordEvaluator::countAt(const ElementList& elements, std::size_t start) const {
     std::int64_t group = elements[start].value.decimal()->toInt64();
     DecimalNumber scaled;
@@ -125,12 +125,12 @@ NumberWordEvaluator::Count NumberWordEvaluator::countAt(const ElementList& eleme
         end = word + 1;
         next = neighbourOf(elements, word, 1);
     }
-    const std::size_t behind = neighbourOf(elements, end - 1, 1);
-    if (!anyScale && !isUnitAt(elements, behind) && !isCalculated(elements, start, end)) return {};
+    const std::size_t after = neighbourOf(elements, end - 1, 1);
+    if (!anyScale && !isUnitAt(elements, after) && !isCalculated(elements, start, end)) return {};
     return {scaled.adding(DecimalNumber::fromInt64(group)), end};
 }
 
-// Where the article that ends a text before a unit or multiplier begins; npos without one.
+// Where the article begins with which a text before a unit or multiplier ends; npos without one.
 std::size_t NumberWordEvaluator::articleAt(const ElementList& elements, std::size_t i) const {
     const std::u16string& text = elements[i].text();
     if (!isPlainWords(elements[i]) || !isWhitespace(text.back())) return text.npos;
@@ -150,16 +150,16 @@ bool NumberWordEvaluator::isMeasured(const ElementList& elements, std::size_t i)
         (elements[before].value.has(Attribute::decimal) || elements[before].value.has(Attribute::unit) ||
          elements[before].value.has(Attribute::date)))
         return elements[before].value.is(Attribute::type, number_word::fraction);
-    const std::size_t behind = neighbourOf(elements, i, 1);
-    return scaleAt(elements, behind) || (isUnitAt(elements, behind) && hasConversion(elements));
+    const std::size_t after = neighbourOf(elements, i, 1);
+    return scaleAt(elements, after) || (isUnitAt(elements, after) && hasConversion(elements));
 }
 
 std::optional<ElementList> NumberWordEvaluator::withArticles(const ElementList& elements) const {
     if (!elements.anyHas(Attribute::scale) && !elements.anyHas(Attribute::unit)) return std::nullopt;
     ElementReplacer replacer(elements);
     for (std::size_t i = 0; i + 1 < elements.size(); ++i) {
-        const Value& behind = elements[i + 1].value;
-        if (behind.has(Attribute::decimal) || (!behind.has(Attribute::unit) && !behind.has(Attribute::scale))) continue;
+        const Value& after = elements[i + 1].value;
+        if (after.has(Attribute::decimal) || (!after.has(Attribute::unit) && !after.has(Attribute::scale))) continue;
         const std::size_t start = articleAt(elements, i);
         if (start == std::u16string::npos || !isMeasured(elements, i)) continue;
         const std::u16string_view text = elements[i].text();

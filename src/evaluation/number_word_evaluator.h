@@ -11,8 +11,8 @@ namespace vemo {
 
 class Localizer;
 
-// Decides which of the words that may stand for numbers do: "half of 80", "two thirds of 90", "two hundred dollars",
-// "twice 15", "a mile in km", but not "cut in half", "one of us", "$5 a day". The others are text.
+// Decides which of the words that may stand for numbers do so: "half of 80", "two thirds of 90", "two hundred dollars",
+// "twice 15", "a mile in km", but not "cut in half", "one of us", "$5 a day". The others become text.
 class NumberWordEvaluator : public Evaluator {
 public:
     NumberWordEvaluator(const Localizer& localizer, const ScaleManager& scales);

@@ -98,7 +98,7 @@ void OperandRemarks::atPhrase(const Operand& left, const Operand& right, const E
         unknown(right, NoteKind::unknownWord);
 }
 
-// A sign inside a word: "free-range eggs".
+// True for a sign inside a word: "free-range eggs".
 bool OperandRemarks::isHyphen(std::size_t index) const {
     if (index == 0 || index + 1 >= elements_.size()) return false;
     const std::u16string& before = elements_[index - 1].text();
@@ -107,7 +107,7 @@ bool OperandRemarks::isHyphen(std::size_t index) const {
            isLetter(before.back()) && isLetter(after.front());
 }
 
-// "refund -$15": the sign is the number's.
+// True for a sign that belongs to the number after it: "refund -$15".
 bool OperandRemarks::isSignOfNumber(std::size_t index) const {
     return index > 0 && isSign(elements_[index]) && endsWithBlank(elements_[index - 1]) &&
            index + 1 < elements_.size() && !elements_[index + 1].value.isEmpty();

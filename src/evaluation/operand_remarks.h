@@ -10,8 +10,8 @@
 
 namespace vemo {
 
-// What there is to say about the operands of a line: told of each in order, it remarks on words where a value was
-// expected, on operators that lack a side, and on values that take no part.
+// Remarks on the operands of a line. Told of each in order, it remarks on words where a value was expected, on
+// operators that lack a side, and on values that take no part.
 class OperandRemarks {
 public:
     OperandRemarks(const ElementList& elements, std::size_t operands, Context& context)
@@ -19,10 +19,10 @@ public:
         operands_.reserve(operands);
     }
 
-    // The operand between two operators, or an end of the line: those elements, and the value they gave, which has to
-    // stay where it is.
+    // Tells of the operand between two operators, or an operator and an end of the line: its elements, and the value
+    // they gave, which has to stay where it is.
     void operand(std::size_t from, std::size_t to, const Value& value) { operands_.push_back({from, to, value}); }
-    // What an operand was reduced to: its first value is used.
+    // Tells what an operand was reduced to, of which only the first value is used.
     void unusedValues(const ElementList& reduced);
     void finish();
 
@@ -36,7 +36,7 @@ private:
         bool isZone() const { return value.has(Attribute::timeZone) && !value.has(Attribute::date); }
     };
 
-    // Looked at only where a remark depends on it: most operands are numbers.
+    // Asked only where a remark depends on it, for most operands are numbers.
     bool hasWords(const Operand& operand) const;
     bool isBlank(const Operand& operand) const;
     bool isWord(const Operand& operand) const;  // one

@@ -52,7 +52,7 @@ std::optional<Value> OperationCalculator::calculate(std::vector<Value> values, s
                    [&](const Value& op) { return priority(op); });
     const bool anyPhrase = operators.size() > 1 && std::any_of(operators.begin(), operators.end(), isPhrase);
     if (anyPhrase) {
-        // Tried aside, so that what fails is not remarked on.
+        // Both orders are tried aside first, so that nothing is remarked on the one that fails.
         std::vector<int> phrasesFirst = priorities;
         for (std::size_t i = 0; i < operators.size(); ++i)
             if (isPhrase(operators[i])) phrasesFirst[i] = std::max(phrasesFirst[i], phrasePriority);
@@ -71,8 +71,8 @@ std::optional<Value> OperationCalculator::calculate(std::vector<Value> values, s
 std::optional<Value> OperationCalculator::reduced(std::vector<Value> values, std::vector<Value> operators,
                                                   std::vector<int> priorities, Context& context,
                                                   std::vector<TextRange> ranges) const {
-    // Of the operators of highest priority the leftmost comes first: they are taken in one pass, which moves what is
-    // left together, then those of the next priority.
+    // The operators of the highest priority are applied from the left in one pass, which closes the gaps that it makes;
+    // then come those of the next priority.
     while (values.size() > 1) {
         const int highest = *std::max_element(priorities.begin(), priorities.end());
         std::size_t kept = 0;  // values up to the one that takes part next

@@ -12,7 +12,7 @@ namespace vemo {
 
 class UnitConverter;
 
-// What there is to say about one operator applied to two values.
+// Remarks on one operator applied to two values.
 class OperationRemarks {
 public:
     explicit OperationRemarks(const UnitConverter& unitConverter) : unitConverter_(unitConverter) {}

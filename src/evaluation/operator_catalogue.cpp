@@ -45,7 +45,8 @@ constexpr OperatorRow operatorRows[] = {
     {u"percent_of_what_is", u"percent_of_what_is.variants", u"Percent", u"", 100},
     {u"percent_off_what_is", u"percent_off_what_is.variants", u"Percent", u"", 100},
     {u"percent_on_what_is", u"percent_on_what_is.variants", u"Percent", u"", 100},
-    // Put where a question has its link: "what % of 80 is 20", "% change 80 to 100".
+    // No line writes these: they are put in place of the link of a question, as in "what % of 80 is 20" and "% change
+    // 80 to 100".
     {u"percent_is", u"", u"", u"", 100},
     {u"percent_change", u"", u"", u"", 100},
     // "$64 is 20% off what"

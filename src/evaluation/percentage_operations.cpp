@@ -58,8 +58,8 @@ private:
     bool needsUnit_;  // of the amount
 };
 
-// An amount on the left that is so much of, or so much more or less than, what is asked for: the percent-of-what
-// formulas the other way round.
+// An amount on the left that is a percentage of what is asked for, or that much more or less than it: the
+// percent-of-what formulas with their operands exchanged.
 class WholeOperation : public Operation {
 public:
     explicit WholeOperation(Formula formula) : formula_(formula) {}

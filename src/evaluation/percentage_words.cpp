@@ -10,7 +10,7 @@ namespace vemo {
 
 namespace {
 
-// Whole words only, where a script parts them.
+// True for a text with one of the words: as a whole word, in scripts that put blanks between words.
 bool holdsAny(std::u16string_view text, const std::vector<std::u16string>& words) {
     const std::u16string lower = lowercased(text);
     const auto isInside = [&](const std::u16string& word) {

@@ -16,7 +16,7 @@ bool isOperator(const Element& element) {
     return element.value.has(Attribute::operation);
 }
 
-// What brackets with words hold, as in "$54 (order 88213)".
+// True for brackets with words and a number, as in "$54 (order 88213)".
 bool isRemark(const Element& element) {
     return element.value.has(Attribute::decimal) && element.text().starts_with(u'(') && hasLetter(element.text());
 }
@@ -58,7 +58,7 @@ public:
     }
 
 private:
-    // The end of the amount that begins there; the place itself when none does.
+    // The end of the amount of money that begins there; the place itself when none does.
     std::size_t amountAt(std::size_t i) const {
         const Element& element = elements_[i];
         if (element.value.has(Attribute::decimal)) {
@@ -105,7 +105,8 @@ private:
         return isOperandAt(before, -1) || isOperandAt(after, 1);
     }
 
-    // A value, but no unit that has no number: "5 € * 3", "母の誕生日の花 3500円".
+    // True for a value that an operator may apply to. A unit without a number is none: "5 € * 3", "母の誕生日の花
+    // 3500円".
     bool isOperandAt(std::size_t i, int step) const {
         if (!isValueAt(i)) return false;
         if (!elements_[i].value.has(Attribute::unit) || elements_[i].value.has(Attribute::decimal) ||
@@ -114,7 +115,8 @@ private:
         return isNumberAt(neighbour(i, step)) || isNumberAt(neighbour(i, -step));
     }
 
-    // Between blanks, with a quantity before it that money is not taken from: "beef 2 lbs - $11.98", "Day 2 - bus $60".
+    // True for a dash between blanks after a quantity from which no money can be taken: "beef 2 lbs - $11.98", "Day 2 -
+    // bus $60".
     bool isDash(std::size_t i, std::size_t before, std::size_t after) const {
         if (before >= i || after == elements_.size() || !isWhitespace(elements_[i - 1].text().back()) ||
             !isWhitespace(elements_[i + 1].text().front()))
@@ -126,7 +128,7 @@ private:
         return isOther(before) || (isNumberAt(before) && isOther(neighbour(before, -1)));
     }
 
-    // A word in capitals, such as a code misspelt: "$10 in EURR".
+    // True for a word in capitals, such as a misspelt code: "$10 in EURR".
     bool isCode(std::size_t i) const {
         const std::u16string& text = elements_[i].text();
         const std::u16string_view word = trimmed(text);
@@ -150,7 +152,7 @@ private:
         return false;
     }
 
-    // Inside a word: "e-book", "H&M", "WD-40", "2-pack".
+    // True for a sign inside a word: "e-book", "H&M", "WD-40", "2-pack".
     bool isHyphen(std::size_t i) const {
         if (hasLetter(elements_[i].text())) return false;
         const auto touchesWord = [&](std::size_t side, bool atEnd) {

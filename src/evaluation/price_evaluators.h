@@ -11,8 +11,7 @@
 namespace vemo {
 
 // "Dinner at 7-Eleven for 2 $54": where every amount of money stands apart from the operators of a line with words,
-// these belong to the description. They become text, and so do
-// functions without an argument and brackets with words.
+// these belong to the description. They become text, and so do functions without an argument and brackets with words.
 class PricedDescriptionEvaluator : public Evaluator {
 public:
     // `takesNoValues` tells functions such as "today", which stand for themselves.
@@ -45,13 +44,13 @@ private:
     const PercentageWords& percentageWords_;
 };
 
-// The sign, code or name of a currency, alone or with its amount.
+// True for the sign, code or name of a currency, alone or with its amount.
 bool isCurrency(const Element& element, const UnitConverter& unitConverter);
 inline bool isCurrencyAt(const ElementList& elements, std::size_t index, const UnitConverter& unitConverter) {
     return index < elements.size() && isCurrency(elements[index], unitConverter);
 }
 
-// A currency's sign, such as "$", that touches the number after it and none before.
+// True for a currency's sign, such as "$", that touches the number after it and none before.
 bool isSignOfNextNumber(const ElementList& elements, std::size_t index, const UnitConverter& unitConverter);
 
 // The place of the number that belongs to a currency's code or name before it, as in "1 night JPY 3500"; the place

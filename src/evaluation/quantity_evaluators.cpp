@@ -10,7 +10,7 @@ namespace vemo {
 
 namespace {
 
-// True when nothing but a label, a comment or blanks stand before: of "e-mail count = 12", no other name is defined.
+// True when nothing but a label, a comment or blanks stand before the name: "e-mail count = 12" defines no name.
 bool isWholeName(const ElementList& elements, std::size_t start) {
     for (std::size_t i = 0; i < start; ++i) {
         const Element& element = elements[i];
@@ -43,7 +43,7 @@ std::optional<ElementList> AssignmentEvaluator::evaluate(const ElementList& elem
     const ElementList evaluated =
         evaluationContext.evaluate(elements.slice(signs.back() + 1, elements.size()), context);
     const Value assigned = evaluated.empty() ? Value() : evaluated[0].value;
-    // "a = b = 5": the last name first, each on its own, so that a long chain takes no depth.
+    // "a = b = 5": the last name first, each by itself, so that a long chain needs no recursion.
     std::vector<ElementList> parts;
     parts.reserve(signs.size());
     for (std::size_t i = 0; i < signs.size(); ++i)
@@ -84,7 +84,7 @@ void AssignmentEvaluator::assign(ElementList& part, const Value& assigned, Conte
 
 namespace {
 
-// "$5,000 gross": money is not counted so.
+// True for money, which no word counts in dozens: "$5,000 gross".
 bool isCountOfMoney(const ElementList& elements, std::size_t number) {
     const std::size_t before = neighbourOf(elements, number, -1);
     return elements[number].value.has(Attribute::unit) ||
@@ -131,12 +131,12 @@ std::optional<ElementList> DecimalSurroundByCurrencyEvaluator::evaluate(const El
                                                                         const EvaluationContext&) const {
     return replacingMatches(elements, matcher_, [&](const Match& match) -> std::optional<Value> {
         if (isSignOfNextNumber(elements, match.group(u"unit2")->location, unitConverter_)) return std::nullopt;
-        const Value& behind = elements[match.group(u"unit2")->location].value;
-        for (const Value* unit : {&elements[match.group(u"unit1")->location].value, &behind}) {
+        const Value& after = elements[match.group(u"unit2")->location].value;
+        for (const Value* unit : {&elements[match.group(u"unit1")->location].value, &after}) {
             const auto id = unit->string(Attribute::unit);
             if (!id || !unitConverter_.isCurrency(*id)) return std::nullopt;
         }
-        return elements[match.group(u"decimal")->location].value.merging(behind);
+        return elements[match.group(u"decimal")->location].value.merging(after);
     });
 }
 
@@ -163,10 +163,10 @@ std::optional<ElementList> DecimalUnitEvaluator::evaluate(const ElementList& giv
             return list[match.group(u"value")->location].value.merging(list[match.group(u"unit")->location].value);
         });
     };
-    auto behind = attach(elements, decimalUnitMatcher_);
-    auto before = attach(behind ? *behind : elements, unitDecimalMatcher_);
+    auto after = attach(elements, decimalUnitMatcher_);
+    auto before = attach(after ? *after : elements, unitDecimalMatcher_);
     if (before) return before;
-    return behind ? behind : withSigned;
+    return after ? after : withSigned;
 }
 
 std::optional<ElementList> ConvertableValueSequenceEvaluator::evaluate(const ElementList& elements, Context& context,

@@ -22,7 +22,7 @@ bool isQuantity(const Element& element) {
            !element.value.is(Attribute::unit, u"percent");
 }
 
-// 10, 100, 1000: so many that a price is told for.
+// True for 10, 100, 1000 and so on: prices are told per so many.
 bool isRoundLot(const DecimalNumber& count) {
     const std::string digits = count.toString();
     return digits.size() > 1 && digits.front() == '1' && digits.find_first_not_of('0', 1) == digits.npos;
@@ -70,7 +70,7 @@ private:
         changed_->replace(from, to - from, makeElement(std::move(value), text));
     }
 
-    // A unit that is written with the word of a rate: "15 € de l'heure".
+    // True for a unit that is written together with the word of a rate: "15 € de l'heure".
     static bool hasOwnWord(const Element& element) {
         return element.text().size() > 2 && element.text().find_first_of(u"'\u2019") != std::u16string::npos;
     }
@@ -80,7 +80,7 @@ private:
         return first && second && *first == *second;
     }
 
-    // Gives the place of what now stands for the rate, or i.
+    // Reads the rate whose lower unit is at i. Gives the place of what now stands for it, or i for none.
     std::size_t readRateEndingAt(std::size_t i) {
         const std::u16string_view lower = unitAt(i);
         if (!converter_.baseUnit(lower)) return i;
@@ -101,8 +101,8 @@ private:
         if (!stroke && !ownWord) {
             if (!lot && !units_.isRateWord(word)) return i;
             if (counted && !lot && list()[sign].value.has(Attribute::operation)) return i;
-            const std::size_t behind = after(i);
-            if (behind != none && isNumberWithoutUnit(list()[behind])) return i;  // "im Jahr 2020"
+            const std::size_t next = after(i);
+            if (next != none && isNumberWithoutUnit(list()[next])) return i;  // "im Jahr 2020"
         }
         if (counted && stroke && (isBlank(list()[sign - 1]) || !isRoundLot(count) || isTime(lower))) return i;
         std::size_t left = before(sign);
@@ -201,7 +201,7 @@ private:
         return none;
     }
 
-    // Text between a quantity and a rate of it, either way round, multiplies.
+    // Makes a product of a quantity and a rate of it, in either order, with a word such as "at" between them.
     void readProductAt(std::size_t i) {
         // A conversion word, too: nobody converts into an amount ("100 horas a 65 €/hora").
         const bool converts = list()[i].value.is(Attribute::operation, u"in");

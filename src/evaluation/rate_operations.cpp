@@ -7,7 +7,7 @@ namespace vemo {
 
 namespace {
 
-// A value that is a rate, in the units that its results are told in.
+// A value that is a rate, converted to the units in which results are told.
 struct Rate {
     Value value;
     std::u16string id;

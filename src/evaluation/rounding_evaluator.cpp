@@ -33,7 +33,7 @@ bool endsPart(const ElementList& elements, std::size_t i) {
            (elements[i].value.has(Attribute::operation) && !hasLetter(elements[i].text()));
 }
 
-// At most so many elements on as a request may take.
+// The end of the part from there on that may ask for a rounding, which takes only so many elements.
 std::size_t endOfPart(const ElementList& elements, std::size_t i) {
     constexpr std::size_t mostElements = 16;
     const std::size_t most = i + mostElements;
@@ -54,7 +54,7 @@ std::optional<RoundingMode> modeOf(const Element& element) {
     return function == u"floor" ? std::optional(RoundingMode::down) : std::nullopt;
 }
 
-// The digits before the point, for numbers below 1 less than 1: 1234 has 4, 0.05 has -1.
+// How many digits stand before the point; 0 or less for numbers below 1: 1234 has 4, 0.05 has -1.
 std::int64_t leadingDigits(const DecimalNumber& number) {
     const std::string text = number.abs().toString();
     const std::size_t point = std::min(text.find('.'), text.size());
@@ -86,7 +86,7 @@ RoundingEvaluator::RoundingEvaluator(const Localizer& localizer, const UnitConve
     for (const std::u16string& link : links_) firstUnits_ += link.front();
 }
 
-// A first look, without a new text: most lines hold words, and few of them round.
+// A quick test, for most lines hold words and few of them round. It makes no new text.
 bool RoundingEvaluator::mayBegin(const ElementList& elements, std::size_t i) const {
     if (isOperator(elements[i], u"in")) {
         const std::size_t next = neighbourOf(elements, i, 1);
@@ -110,7 +110,8 @@ std::u16string_view RoundingEvaluator::directionOf(std::u16string_view text, Rou
     return {};
 }
 
-// "2 decimals", "3 significant figures"; with `bare`, "2" alone.
+// Reads "2 decimals" or "3 significant figures" into the rounding; with `bare`, "2" alone, too. False for anything
+// else.
 bool RoundingEvaluator::readDigits(const ElementList& elements, std::size_t number, bool bare, bool named,
                                    Rounding& rounding) const {
     const auto digits = elements[number].value.decimal();
@@ -126,7 +127,7 @@ bool RoundingEvaluator::readDigits(const ElementList& elements, std::size_t numb
     return places;
 }
 
-// "hundred", "5", "$5", "dollar", "15 minutes".
+// Reads "hundred", "5", "$5", "dollar" or "15 minutes" into the rounding. False for anything else.
 bool RoundingEvaluator::readStep(const ElementList& elements, std::size_t number, std::u16string_view words,
                                  Rounding& rounding) const {
     for (const Step& step : steps_)
@@ -265,7 +266,7 @@ std::optional<ElementList> RoundingEvaluator::withFirst(const ElementList& eleme
     return reduced(elements, first, rounding, true, context, evaluationContext);
 }
 
-// "round up 180/25": nobody rounds a whole number before it is divided.
+// True for "round up 180/25": nobody rounds a whole number before it is divided.
 bool RoundingEvaluator::roundsAll(const ElementList& elements, std::size_t function) const {
     const std::size_t next = neighbourOf(elements, function, 1), op = neighbourOf(elements, next, 1);
     return op < elements.size() && isWholeNumber(elements[next]) && elements[op].value.has(Attribute::operation);

@@ -47,8 +47,8 @@ ElementList unbalanced(const ElementList& elements, Context& context) {
     return reducedTo(errorValue(), elements);
 }
 
-// Of a word that begins with no letter: digits begin no name, nor does the point of a number, nor do the commonest
-// signs, which are always operators or brackets.
+// True when a name may begin with this word, which begins with no letter: not with digits, nor with the point of a
+// number or the commonest signs, which are always operators or brackets.
 bool mayBeginName(std::u16string_view text, TextRange word) {
     const char16_t first = text[word.location];
     if (isAsciiDigit(first)) return false;
@@ -59,7 +59,7 @@ bool mayBeginName(std::u16string_view text, TextRange word) {
     return !inNumber && std::u16string_view(u"+-*/()=").find(first) == std::u16string_view::npos;
 }
 
-// The value of an operand that has no other, which no later step changes; nothing for those with several and for
+// The value of an operand with no other value, which no later step changes. Nothing for several values, and for
 // functions, some of which have a result without a value beside them.
 std::optional<Value> onlyValue(const ElementList& elements, std::size_t from, std::size_t to) {
     const Value* only = nullptr;
@@ -95,7 +95,7 @@ std::optional<ElementList> EmptyDependenciesEvaluator::evaluate(const ElementLis
     };
     bool signs = false;
     for (std::size_t i = 0; i < words.size(); ++i) {
-        // A name has no more words: what goes on after them is none.
+        // A name has no more words than that: what goes on after them begins none.
         const std::size_t most = std::min(words.size() - i, PhraseDetector<bool>::maxWordsLookup);
         const std::size_t start = words[i].location, end = words[i + most - 1].end();
         const std::u16string_view head = nameHead(std::u16string_view(text).substr(start, end + 1 - start));
@@ -208,7 +208,7 @@ std::optional<ElementList> OperationEvaluator::evaluate(const ElementList& given
         location = end;
     }
     remarks.finish();
-    // "3 cups of milk in ml": such a word before one without a value is text like that.
+    // "3 cups of milk in ml": without a value after it, such a word is text.
     constexpr std::u16string_view percentages[] = {u"percent_of", u"percent_on", u"percent_off"};
     for (std::size_t i = operators.size(); i-- > 0;) {
         if (!operands[i + 1].isEmpty()) continue;
@@ -218,7 +218,7 @@ std::optional<ElementList> OperationEvaluator::evaluate(const ElementList& given
         operands.erase(operands.begin() + static_cast<std::ptrdiff_t>(i) + 1);
         ranges.erase(ranges.begin() + static_cast<std::ptrdiff_t>(i) + 1);
     }
-    // "15% off 10% off $100": each is of what the next one gives.
+    // "15% off 10% off $100": each percentage is of what the next one gives, so the last is calculated first.
     for (std::size_t i = 0; i + 1 < operators.size(); ++i) {
         const auto isPhrase = [&](std::size_t k) {
             const auto id = operators[k].string(Attribute::operation);
@@ -242,8 +242,8 @@ std::optional<ElementList> OperationEvaluator::evaluate(const ElementList& given
     return ElementList({makeElement(result.value_or(Value()), std::move(text))});
 }
 
-// "cake for the 60th ($48)", "came to $129 (iphone 13)": words between a value and a price in brackets, or in the
-// brackets after a price.
+// True when words stand between a value and a price in brackets, or in the brackets after a price: "cake for the 60th
+// ($48)", "came to $129 (iphone 13)".
 bool ParenthesesSequenceMultiplicator::isPriceBesideWords(const ElementList& elements, std::size_t value,
                                                           std::size_t bracket) const {
     if (isCurrencyAt(elements, value, unitConverter_)) {

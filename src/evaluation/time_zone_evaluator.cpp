@@ -24,7 +24,7 @@ bool isZone(const ElementList& elements, std::size_t i) {
     return i < elements.size() && elements[i].value.has(Attribute::timeZone) && !elements[i].value.has(Attribute::date);
 }
 
-// The name of a place; an abbreviation before a time has been read with it.
+// True for the name of a place. An abbreviation before a time has been read together with it.
 bool isPlace(const ElementList& elements, std::size_t i) {
     if (!isZone(elements, i)) return false;
     const std::u16string& text = elements[i].text();
@@ -36,7 +36,7 @@ bool isTimeFunction(const ElementList& elements, std::size_t i) {
 }
 
 // The next element but for blanks and the particle of "東京の10時".
-std::size_t behindParticle(const ElementList& elements, std::size_t i) {
+std::size_t afterParticle(const ElementList& elements, std::size_t i) {
     const std::size_t next = neighbourOf(elements, i, 1);
     const bool particle = next < elements.size() && trimmed(elements[next].text()) == u"\u306e";
     return particle ? neighbourOf(elements, next, 1) : next;
@@ -56,7 +56,7 @@ std::optional<ElementList> TimePlacingEvaluator::evaluate(const ElementList& ele
     };
     for (std::size_t i = 0; i < elements.size(); ++i) {
         if (isPlace(elements, i)) {
-            const std::size_t time = behindParticle(elements, i);
+            const std::size_t time = afterParticle(elements, i);
             if (time < elements.size() && isWrittenTime(elements[time]) && place(i, time + 1, time, i)) i = time;
         } else if (isWrittenTime(elements[i])) {
             std::size_t zone = neighbourOf(elements, i, 1);

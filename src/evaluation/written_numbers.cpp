@@ -17,7 +17,7 @@ bool isDigit(char16_t c) {
     return digitValue(c) >= 0;
 }
 
-// Digits around one decimal separator at most.
+// True for digits with one decimal separator among them at the most.
 bool isPlainNumber(std::u16string_view literal, std::u16string_view decimalSeparator) {
     const auto other = std::find_if_not(literal.begin(), literal.end(), isDigit);
     return other == literal.end() ||
@@ -43,7 +43,8 @@ bool areThrees(const std::vector<std::size_t>& groups) {
            std::all_of(groups.begin() + 1, groups.end(), [](std::size_t size) { return size == digitsOfAGroup; });
 }
 
-// "1.250" before a decimal comma in French, which groups with blanks.
+// True for groups that are set off by another mark than the locale's: "1.250" before a decimal comma in French, which
+// groups with blanks.
 bool hasForeignGroups(std::u16string_view whole, const LocaleInfo& locale) {
     const std::size_t mark = whole.find_first_of(u".,");
     return mark != whole.npos && whole.substr(mark, 1) != locale.groupingSeparator;

@@ -19,7 +19,7 @@ std::optional<Date> currentTime(Context& context) {
     return now ? std::optional(*now) : std::nullopt;
 }
 
-// The present moment, some days away.
+// The day that is so many days after the present one.
 class DayFunction : public Function {
 public:
     explicit DayFunction(int days) : days_(days) {}

@@ -13,8 +13,8 @@ namespace vemo {
 // own zone show: moving it to another zone shifts the instant.
 Value dateValue(Date instant);
 
-// One that stands for a day as a whole, whatever the time of day of the instant; and a time, of a zone where it is
-// known.
+// `dayValue` stands for a whole day, whatever the time of day of the instant; `timeValue` for a time, of a zone where
+// that is known.
 Value dayValue(Date instant);
 Value timeValue(Date instant, const TimeZone* zone);
 bool isDay(const Value& date);

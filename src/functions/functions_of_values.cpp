@@ -10,7 +10,7 @@ namespace vemo {
 
 namespace {
 
-// Of the values in brackets, or of the lines above where there are none.
+// A function of the values in brackets, or of the lines above where there are none.
 class ValuesToken : public Function {
 public:
     std::optional<Value> evaluate(const std::vector<Value>& values, Context& context) const final {

@@ -77,7 +77,7 @@ std::shared_ptr<const Function> roundFunction() {
 
 namespace {
 
-// What is whole but for rounding, or rounded. A tiny number is not 0.
+// The whole number that this is but for rounding, else the rounded one. A tiny number is not 0.
 DecimalNumber wholeOr(const DecimalNumber& x, RoundingMode mode) {
     const auto whole = nearlyWhole(x);
     return whole && !whole->isZero() ? *whole : x.rounding({mode, 0});

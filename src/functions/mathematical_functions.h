@@ -12,9 +12,9 @@ using UnaryFormula = DecimalNumber (*)(const DecimalNumber&);
 using BinaryFormula = DecimalNumber (*)(const DecimalNumber&, const DecimalNumber&);
 std::shared_ptr<const Function> unaryFunction(UnaryFormula formula);
 std::shared_ptr<const Function> binaryFunction(BinaryFormula formula);
-// To whole numbers, or to so many digits after the point as a second value says.
+// Rounds to whole numbers, or to so many digits after the point as a second value says.
 std::shared_ptr<const Function> roundFunction();
-// A value that was rounded to so many digits after the point: it shows all of them.
+// The value, which was rounded to so many digits after the point, marked so that all of them are shown.
 Value showingDigits(const Value& value, std::int64_t digits);
 
 // The formulas of lines. Outside their domain: not-a-number.

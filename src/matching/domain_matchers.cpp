@@ -36,7 +36,7 @@ SingleMatcherPointer quantity() {
     return all({has(Attribute::decimal), has(Attribute::unit)});
 }
 
-// A first part and any number of further ones, spaces between.
+// The first part, then any number of further ones with spaces between.
 MatcherPointer run(MatcherPointer first, MatcherPointer further) {
     return seq({std::move(first), repeat(seq({gap(), std::move(further)}))});
 }

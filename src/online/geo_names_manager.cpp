@@ -15,7 +15,7 @@ GeoNamesManager::GeoNamesManager(Scheduler scheduler, std::shared_ptr<GeoNamesSe
 
 void GeoNamesManager::beginBatch(std::uint64_t asker) {
     const std::lock_guard lock(mutex_);
-    // Those that are forgotten ask again with their next calculation.
+    // Forgotten askers ask again with their next calculation.
     if (latest_.size() >= rememberedAskers && !latest_.contains(asker)) latest_.clear();
     asker_ = asker;
     latest_[asker] = ++batchCounter_;
@@ -42,7 +42,7 @@ void GeoNamesManager::lookup(const std::u16string& name, Completion completion) 
         const auto latest = latest_.find(asker_);
         batch = latest == latest_.end() ? 0 : latest->second;
         const auto [question, isNew] = asked_.try_emplace(name, Question{asker_, batch, false});
-        // What another asker waits for comes for all.
+        // The answer that another asker waits for comes for all.
         if (!isNew && (question->second.sent || isLatest(question->second))) return;
         question->second = {asker_, batch, false};
     }

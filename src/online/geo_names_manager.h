@@ -52,7 +52,7 @@ private:
     std::chrono::steady_clock::duration believedFor_;
     std::mutex mutex_;
     TextCache<Answer> cache_{rememberedPlaces};
-    // Without an answer yet: by the place, the batch that wants it.
+    // The places without an answer yet, each with the batch that wants it.
     struct Question {
         std::uint64_t asker;
         std::uint64_t batch;

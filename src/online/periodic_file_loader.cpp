@@ -83,7 +83,7 @@ void PeriodicFileLoader::download() {
     client_.get(url_, [weak = weak_from_this(), file = cacheFile_, validator = validator_, scheduler = scheduler_,
                        token = pending_.begin()](const HttpResponse& response) {
         std::string problem = problemOf(response, validator);
-        // What can't be kept is still used, from here.
+        // An answer that can't be kept is still used, from memory.
         std::optional<std::string> unkept;
         if (problem.empty()) {
             std::error_code error;

@@ -46,7 +46,7 @@ std::u16string folded(std::u16string_view place) {
     return result;
 }
 
-// Zones that stand for an offset or a rule, not for a place.
+// False for zones that stand for an offset or a rule.
 bool isPlace(std::u16string_view identifier) {
     for (const std::u16string_view prefix : {u"Etc/", u"SystemV/"})
         if (identifier.starts_with(prefix)) return false;

@@ -10,14 +10,14 @@ namespace vemo {
 
 namespace {
 
-// Outside, a rate is a mistake: results would overflow or vanish.
+// A rate outside of these is a mistake: results would overflow or vanish.
 constexpr double smallestRate = 1e-12;
 constexpr double largestRate = 1e15;
 constexpr std::size_t largestFile = std::size_t(16) << 20;
 constexpr std::size_t longestCode = 16;  // bytes
 constexpr std::size_t mostRates = 100'000;
 
-// Takes what stands two levels deep, below "rates", and nothing else into memory.
+// Takes the members of "rates", two levels deep, and keeps nothing else in memory.
 class RatesHandler : public nlohmann::json_sax<nlohmann::json> {
 public:
     CurrencyRatesContainer container;
@@ -79,7 +79,7 @@ private:
     bool inRates_ = false;
 };
 
-// The same with null for each number that no double holds: it costs its rate, not the file.
+// The text with null in place of each number that no double holds: it costs its rate, not the file.
 std::string withoutHugeNumbers(std::string_view json) {
     const auto isOfNumber = [&](std::size_t i) {
         return i < json.size() && std::string_view("+-.eE0123456789").find(json[i]) != std::string_view::npos;

@@ -21,7 +21,7 @@ public:
                         Report report = {}, PendingWork pending = {});
     virtual ~CurrencyRatesLoader() = default;
 
-    // From the copy of an earlier run, and unless `offline`, from the URL now and every six hours.
+    // Delivers the copy of an earlier run and, unless `offline`, the file of the URL now and every six hours.
     void start(const std::string& url, Deliver deliver, bool offline = false);
     void stop() { fileLoader_->stop(); }
 

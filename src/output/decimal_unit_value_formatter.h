@@ -25,7 +25,7 @@ public:
 
 private:
     std::optional<FormattedValue> inParts(const Value& value, Context& context) const;
-    // For a value that is shown as `shown`: of "%@ day|%@ days" the one that suits.
+    // The format of a value of which the number `shown` is shown: of "%@ day|%@ days" the one that suits.
     std::u16string displayFormat(const Value& value, const DecimalNumber& shown) const;
     std::u16string formatOf(std::u16string_view unit, const DecimalNumber& shown) const;
     bool isMoney(std::u16string_view unit) const;

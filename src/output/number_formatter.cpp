@@ -50,7 +50,7 @@ struct VemoEngineNumberFormatter::Formatters {
             .toString(status);
     }
 
-    // ICU tears the digits of exponents apart where they take two units.
+    // True where digits take two units: ICU tears those of exponents apart.
     bool hasPairs() const { return symbols->getCodePointZero() > 0xffff; }
     icu::UnicodeString scientificText(const DecimalNumber& number, int maxFraction, int minFraction,
                                       UErrorCode& status) const {

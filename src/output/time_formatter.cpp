@@ -16,7 +16,7 @@ std::optional<FormattedValue> TimeFormatter::format(const Value& value, Context&
     if (unit == timeUnits.size()) return std::nullopt;
     const auto counts = TimeDecomposer::decompose(*amount, unit);
     if (!counts) return std::nullopt;
-    // Less than what is told in whole parts: as any other number.
+    // Amounts too small to be told in whole parts are written like any other number.
     static const DecimalNumber one = DecimalNumber::fromInt64(1);
     const bool none = std::all_of(counts->begin(), counts->end(), [](const auto& count) { return count.isZero(); });
     const bool seconds = unit == 0 && DecimalNumber::compare(amount->abs(), one).value_or(0) < 0;

@@ -26,8 +26,8 @@ std::vector<std::filesystem::path> filesBelow(const std::filesystem::path& folde
 // power, sees the old bytes or the new ones. False when it could not be written; the earlier file is untouched then.
 bool replaceFile(const std::filesystem::path& path, std::string_view bytes);
 
-// Removes what processes that were ended while they replaced the file have left beside it. Those that still write are
-// left alone.
+// Removes the files that processes left beside this one when they were ended while they replaced it. Files that are
+// still being written are left alone.
 void removeLeftovers(const std::filesystem::path& path);
 
 }  // namespace vemo

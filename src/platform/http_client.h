@@ -15,8 +15,8 @@ struct HttpResponse {
     std::string error;  // why it failed; empty when an answer came, whatever its status
 };
 
-// Gets resources over HTTP and HTTPS, all on one thread of its own that starts with the first request; so does the
-// library behind it. Certificates are verified, and a redirect never leads from HTTPS to HTTP.
+// Gets resources over HTTP and HTTPS, all on one thread of its own that starts with the first request, which also loads
+// the library that it uses. Certificates are verified, and a redirect never leads from HTTPS to HTTP.
 class HttpClient {
 public:
     // Runs on the client's thread, once, unless the client is destroyed first.

@@ -8,7 +8,7 @@
 
 #include "vemo/result.h"
 
-// Exported by the library beside what its public headers declare.
+// The library exports these beside what its public headers declare.
 extern "C" {
 using JSShouldTerminateCallback = bool (*)(JSContextRef context, void* data);
 void JSContextGroupSetExecutionTimeLimit(JSContextGroupRef group, double seconds, JSShouldTerminateCallback callback,

@@ -17,7 +17,7 @@ struct LocaleInfo {
     static LocaleInfo forIdentifier(std::string_view identifier);
 };
 
-// The ISO 4217 code of the money of an identifier's region; empty where it names none.
+// The ISO 4217 code of the money that the region of an identifier has; empty where it names no region.
 std::u16string currencyOfLocale(std::string_view identifier);
 
 // Value 0 to 9 of a decimal digit of any script, -1 for other characters. Asked for every character of a line.

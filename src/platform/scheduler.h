@@ -40,7 +40,7 @@ protected:
     std::shared_ptr<State> state_;
 };
 
-// Owns the threads behind a scheduler.
+// Owns the threads of a scheduler.
 class SchedulerThreads : public Scheduler {
 public:
     explicit SchedulerThreads(std::shared_ptr<Executor> main);

@@ -26,7 +26,7 @@ public:
     void addWords(std::u16string_view phrase, int weight, CompletionKind kind) override {
         append(phrase, weight, Form::words, kind);
     }
-    // What comes while this is set is a script's.
+    // What is added while this is set counts as a script's.
     void setScripts(bool scripts) { scripts_ = scripts; }
 
     // The phrases as they are, with their kinds, as far as they are worth offering.

@@ -13,7 +13,7 @@ namespace {
 
 constexpr std::size_t most = QuickTypeEngine::maxElementsInArray;
 
-// By letters without regard to ASCII case: "km" before "KMF".
+// True for the text that comes first by its letters, without regard to ASCII case: "km" before "KMF".
 bool comesBefore(std::u16string_view a, std::u16string_view b) {
     const auto folded = [](char16_t c) { return c >= u'A' && c <= u'Z' ? static_cast<char16_t>(c + 32) : c; };
     const auto less = [&](char16_t x, char16_t y) { return folded(x) < folded(y); };
@@ -101,7 +101,7 @@ struct QuickTypeEngine::Trie {
             entries.push_back({{std::u16string(string), weight}, std::exchange(nodes[path.back()].firstHint, hint), 0});
         } else {
             Entry& entry = entries[hint];
-            // Where it is missing, five better ones are, unless one of them was lowered since.
+            // Where the hint is missing among the best, five are better, unless one of them was lowered since.
             if (entry.hint.weight == weight && entry.lowerings == lowerings) return;
             if (weight < entry.hint.weight) ++lowerings;
             entry.hint.weight = weight;

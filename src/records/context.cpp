@@ -12,7 +12,7 @@ namespace vemo {
 
 namespace {
 
-// Without what contexts note for themselves.
+// Leaves out what contexts note for themselves.
 ContextEntries entriesOf(const ContextMap& map) {
     ContextEntries entries;
     map.all([&](const auto& entry) {
@@ -22,7 +22,8 @@ ContextEntries entriesOf(const ContextMap& map) {
     return entries;
 }
 
-// A cheap test for words that can't be variables. It only grows; removed variables leave it too wide.
+// A cheap test for words that can't be variables. It only grows: once a variable is removed it lets more words pass
+// than it must.
 struct VariableIndex {
     std::unordered_set<char16_t> firstCharacters;
     std::size_t longest = 0;
@@ -70,7 +71,7 @@ struct Context::State {
     void set(std::u16string_view key, IsEquatable&& value) { noteVariable(key, data.set(key, std::move(value))); }
     void share(const ContextMap::Entry& entry) { noteVariable(entry.key(), data.setShared(entry)); }
 
-    // Several threads may read a context.
+    // Also written on reading, where entries were put off: hence the lock, for several threads may read.
     ContextMap& dependencies() {
         if (!dependenciesWait.load(std::memory_order_acquire)) return writtenDependencies;
         const std::lock_guard lock(mutex);
@@ -205,7 +206,7 @@ void Context::add(const ContextEntries& data, bool registerUpdates) {
 
 void ContextParts::add(Context& context, const ContextMap& data) {
     data.all([&](const auto& entry) {
-        // Those come of the names themselves: both sides may have some.
+        // `share` makes these anew from the names of variables, of which both sides may have some.
         if (entry.key().starts_with(context_keys::names)) return true;
         context.state_->share(entry);
         context.notifyUnlessPaused();

@@ -22,7 +22,7 @@ inline constexpr std::u16string_view names = u"hidden_names_";  // written by co
 }  // namespace context_keys
 
 // The letters, and the digits after them, with which a variable's name or a text begins: what a line must mention to
-// use the name. Nothing for those that begin with a sign, which are rare: they are told by one key together.
+// use the name. Empty for names that begin with a sign: they are rare, and share one key.
 inline std::u16string_view nameHead(std::u16string_view text) {
     const auto isLetter = [](char16_t c) {
         return (c >= u'a' && c <= u'z') || (c >= u'A' && c <= u'Z') || c == u'_' || c == u'$' ||
@@ -33,8 +33,8 @@ inline std::u16string_view nameHead(std::u16string_view text) {
     return {text.begin(), std::find_if_not(letters, text.end(), [](char16_t c) { return c >= u'0' && c <= u'9'; })};
 }
 
-// The key under which a context says which names of more than their head begin with it (as a number that changes
-// with them), so that a line mentioning the head is calculated again when such a name comes or goes.
+// The key of a number that changes whenever a name comes or goes that begins with the head and has more after it. A
+// line that mentions the head depends on the key, and so is calculated again then.
 inline std::u16string namesKey(std::u16string_view head) {
     return std::u16string(context_keys::names).append(head);
 }

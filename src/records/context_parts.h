@@ -10,7 +10,7 @@
 
 namespace vemo {
 
-// What the engine does with a context beside what an application can do: nothing here copies entries.
+// What only the engine does with a context. Nothing here copies entries.
 class ContextParts {
 public:
     static const ContextMap& data(const Context& context);
@@ -20,10 +20,10 @@ public:
     // A copy for a short life: the first write to it is as cheap as any.
     static Context layer(const Context& context);
     static void add(Context& context, const ContextMap& data);
-    // The entries that a line set. None is registered as an update.
+    // Sets the entries that a line set. None is registered as an update.
     static void addUpdatesOf(Context& context, const LineResult& line);
     static void addDependencies(Context& context, const ContextMap& dependencies);
-    // The same with those of a line, put off until somebody asks for dependencies.
+    // The same for those of a line; it is put off until somebody asks for dependencies.
     static void addDependenciesOf(Context& context, LineResultPointer line);
 };
 

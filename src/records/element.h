@@ -51,8 +51,7 @@ public:
     // The same without white space at either end.
     TextRange trimmedRangeOf(std::size_t from, std::size_t to) const;
 
-    // The attributes that an element or another carries, as in `Value::mask`: cheap tests before searching for
-    // patterns.
+    // The attributes that any of the elements carries, as in `Value::mask`: a cheap test before a search for a pattern.
     std::uint16_t attributes() const { return attributes_; }
     bool anyHas(Attribute key) const { return (attributes_ & Value::bit(key)) != 0; }
 
@@ -83,7 +82,7 @@ private:
     std::vector<ElementPointer> elements_;
     std::uint16_t attributes_ = 0;
     std::size_t location_ = 0;
-    // Where an element begins, from the latest question: most ask for one after the other.
+    // Where the element begins that was asked for latest: the next question is mostly about one after it.
     mutable std::size_t seenIndex_ = 0;
     mutable std::size_t seenUnits_ = 0;
 };

@@ -10,7 +10,7 @@ namespace vemo {
 
 namespace {
 
-// How a result text is there.
+// Whether a result text is stored.
 enum class Presence : char16_t { absent, present, sameAsRegular };
 
 // Numbers take two units, texts their length and their units.
@@ -80,7 +80,7 @@ private:
 class LineResult::Reader {
 public:
     explicit Reader(const LineResult& result)
-        : at_(result.texts() + result.textLength_), end_(result.texts() + result.unitsBehind_) {}
+        : at_(result.texts() + result.textLength_), end_(result.texts() + result.unitsAfter_) {}
     static Reader atLog(const LineResult& result) {
         Reader reader(result);
         reader.absentKeys([](std::u16string_view, std::size_t) { return true; });
@@ -92,7 +92,7 @@ public:
         return reader;
     }
 
-    // With their hashes; stops when `visit` returns false, which is given back.
+    // Visits every key with its hash. Stops and returns false when `visit` returns false.
     template <class Visit>
     bool absentKeys(Visit&& visit) {
         for (std::size_t count = number(); count > 0; --count) {
@@ -174,18 +174,18 @@ private:
 
 // Allocates one object together with that many bytes after it.
 template <class T>
-class LineResult::SpaceBehind {
+class LineResult::SpaceAfter {
 public:
     using value_type = T;
 
-    explicit SpaceBehind(std::size_t bytes) : bytes_(bytes) {}
+    explicit SpaceAfter(std::size_t bytes) : bytes_(bytes) {}
     template <class U>
-    SpaceBehind(const SpaceBehind<U>& other) : bytes_(other.bytes()) {}
+    SpaceAfter(const SpaceAfter<U>& other) : bytes_(other.bytes()) {}
 
     std::size_t bytes() const { return bytes_; }
     T* allocate(std::size_t count) { return static_cast<T*>(::operator new(count * sizeof(T) + bytes_)); }
     void deallocate(T* address, std::size_t) { ::operator delete(address); }
-    friend bool operator==(const SpaceBehind&, const SpaceBehind&) { return true; }
+    friend bool operator==(const SpaceAfter&, const SpaceAfter&) { return true; }
 
 private:
     std::size_t bytes_;
@@ -222,9 +222,9 @@ LineResultPointer LineResult::make(Value value, const ContextMap& updates, const
     writer.texts(quickType.tokens);
     writer.texts(quickType.expressions);
     writer.remarks(remarks);
-    const std::size_t behind =
+    const std::size_t space =
         (written.size() + seen.size()) * sizeof(EntryPointer) + writer.block().size() * sizeof(char16_t);
-    return std::allocate_shared<LineResult>(SpaceBehind<LineResult>(behind), Key(), std::move(value),
+    return std::allocate_shared<LineResult>(SpaceAfter<LineResult>(space), Key(), std::move(value),
                                             text.compoundString().size(), written, seen, writer.block(), repeats);
 }
 
@@ -234,7 +234,7 @@ LineResult::LineResult(Key, Value value, std::size_t textLength, std::span<Entry
       updateCount_(static_cast<std::uint32_t>(updates.size()) & 0x7fffffff),
       repeatsLines_(repeats ? 1 : 0),
       seenCount_(static_cast<std::uint32_t>(seen.size())),
-      unitsBehind_(static_cast<std::uint32_t>(texts.size())),
+      unitsAfter_(static_cast<std::uint32_t>(texts.size())),
       value_(std::move(value)) {
     auto* entries = const_cast<EntryPointer*>(this->entries());
     entries = std::uninitialized_move(updates.begin(), updates.end(), entries);
@@ -255,12 +255,12 @@ bool LineResult::tellsSameAs(const LineResult& other) const {
 
 std::size_t LineResult::bytes() const {
     constexpr std::size_t entry = sizeof(EntryPointer) + sizeof(ContextMap::Entry) + 32;  // and a key of usual length
-    return sizeof(LineResult) + (updateCount_ + seenCount_) * entry + unitsBehind_ * sizeof(char16_t);
+    return sizeof(LineResult) + (updateCount_ + seenCount_) * entry + unitsAfter_ * sizeof(char16_t);
 }
 
 bool LineResult::holdsIn(const Context& context) const {
     const ContextMap& data = ContextParts::data(context);
-    // What it saw first: where that has changed, the rest need not be read.
+    // The entries it saw come first: where one has changed, the absent keys need not be read.
     const auto entries = seen();
     return std::all_of(entries.begin(), entries.end(),
                        [&](const EntryPointer& entry) {

@@ -44,7 +44,8 @@ public:
     std::span<const EntryPointer> seen() const { return {entries() + updateCount_, seenCount_}; }
     void absentKeys(FunctionRef<void(std::u16string_view)> visit) const;
 
-    // True when the line would read the same there: what it saw must be unchanged, and what was absent still be so.
+    // True when the line would be read in the same way with this context: what it saw must be unchanged there, and what
+    // was absent must still be so.
     bool holdsIn(const Context& context) const;
     void addDependenciesTo(ContextMap& dependencies) const;
 
@@ -64,7 +65,7 @@ public:
 private:
     class Reader;
     template <class T>
-    class SpaceBehind;
+    class SpaceAfter;
 
     const EntryPointer* entries() const { return reinterpret_cast<const EntryPointer*>(this + 1); }
     const char16_t* texts() const { return reinterpret_cast<const char16_t*>(entries() + updateCount_ + seenCount_); }
@@ -73,7 +74,7 @@ private:
     std::uint32_t updateCount_ : 31;
     std::uint32_t repeatsLines_ : 1;
     std::uint32_t seenCount_;
-    std::uint32_t unitsBehind_;
+    std::uint32_t unitsAfter_;
     Value value_;
     // After it: updates, entries seen, and in UTF-16 units the line, the absent keys, log, runs, results, tokens,
     // expressions and remarks.

@@ -58,7 +58,8 @@ private:
     std::optional<std::vector<ReadingStep>> steps_;
 };
 
-// What the evaluation of the line under way remarks; null where it has remarked nothing.
+// The remarks on the line that is being evaluated. The first makes them where there are none, the second then gives
+// null.
 Remarks& remarksOf(Context& context);
 const Remarks* remarksIfAny(const Context& context);
 

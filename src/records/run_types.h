@@ -18,7 +18,7 @@ static_assert(runTypeCodes.size() == static_cast<std::size_t>(RunType::operatorS
 inline constexpr std::uint32_t runTypeBits = 4;
 static_assert(runTypeCodes.size() <= 1u << runTypeBits);
 
-// none for an unknown code.
+// The type with the code; `none` for an unknown one.
 constexpr RunType runTypeWithCode(std::u16string_view code) {
     for (std::size_t i = 0; i < runTypeCodes.size(); ++i)
         if (runTypeCodes[i] == code) return static_cast<RunType>(i);

@@ -77,7 +77,7 @@ ValuesList ValuesList::appending(Value value) const {
             result.hash_ = hash;
             return result;
         }
-        // Taken: often by the same value, when a document is calculated again.
+        // The slot is taken: often by the same value, when a document is calculated again.
         const Block::Slot& taken = result.block_->slots[result.count_];
         if (taken.hash == hash && taken.value == value) {
             ++result.count_;

@@ -53,7 +53,7 @@ DateExtractor::DateExtractor(const Localizer& localizer, std::string_view langua
       countLinks_(localizer.variants(u"how_many_link.variants", u"Phrases")),
       zone_(std::move(zone)) {}
 
-// "how many days in 6 weeks": a length of time, whatever day is in six weeks.
+// True for "how many days in 6 weeks": a length of time, whatever day is in six weeks.
 bool DateExtractor::isCounted(std::u16string_view text, const DetectedDate& date) const {
     if (date.basis == DateBasis::fixed) return false;
     const auto begins = [](std::u16string_view words, const std::vector<std::u16string>& phrases) {
@@ -109,7 +109,7 @@ void DateExtractor::extract(const std::u16string& text, Context& context, std::v
                                     : timeValue(date.instant, context.get<TimeZone>(context_keys::currentTimeZone)),
                          AttributedText(found, RunType::number))});
     }
-    // Without the dates that it stands between, a word is none of a date.
+    // Where one of the dates was left out, a word between them belongs to no date.
     if (result.size() - before < detected.dates.size()) return;
     for (const DateRelation& relation : detected.relations) {
         result.push_back(

@@ -20,7 +20,7 @@ constexpr struct {
 
 constexpr std::size_t longestPart = 2;  // digits of a numerator or denominator
 
-// Where the whole number that ends there begins, with what groups its digits; its end without one.
+// Where the whole number begins that ends there, with the marks that group its digits; `end` without one.
 std::size_t wholeStart(std::u16string_view text, std::size_t end) {
     std::size_t start = end;
     for (std::size_t i = end; i-- > 0;) {

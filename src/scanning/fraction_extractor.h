@@ -6,7 +6,7 @@
 
 namespace vemo {
 
-// One of the signs that are a fraction by themselves, such as "½".
+// True for one of the signs that are a fraction by themselves, such as "½".
 bool isFractionSign(char16_t c);
 
 // Mixed numbers, "1 1/2" and "1½", and fractions of one sign, "½". A stroke between two bare numbers is a division

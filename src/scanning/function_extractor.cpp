@@ -24,7 +24,7 @@ std::size_t digitsFrom(std::u16string_view text, std::size_t start) {
     return count;
 }
 
-// "max" among words is one of them: the function stands right before a bracket, or has at most operators beside it.
+// True for a function right before a bracket, or with at most operators beside it: "max" among words is one of them.
 bool hasItsPlace(std::u16string_view text, TextRange range) {
     if (range.end() < text.size() && text[range.end()] == u'(') return true;
     // "l/min"
@@ -32,12 +32,12 @@ bool hasItsPlace(std::u16string_view text, TextRange range) {
     constexpr std::u16string_view signs = u"+-*/^=:;,\u00d7\u00f7\u2212";
     const std::u16string_view before = trimmed(text.substr(0, range.location));
     if (!before.empty() && before.back() != u'(' && signs.find(before.back()) == signs.npos) return false;
-    const std::u16string_view behind = trimmed(text.substr(range.end()));
-    return behind.empty() || behind.front() == u')' || behind.front() == u'"' ||
-           (behind.front() != u'=' && behind.front() != u':' && signs.find(behind.front()) != signs.npos);
+    const std::u16string_view after = trimmed(text.substr(range.end()));
+    return after.empty() || after.front() == u')' || after.front() == u'"' ||
+           (after.front() != u'=' && after.front() != u':' && signs.find(after.front()) != signs.npos);
 }
 
-// The length of the word at `start`, whole words only, or of a sign; 0 without one.
+// The length of the word that stands at `start`, as a whole word or as a sign; 0 when none of the words does.
 std::size_t wordAt(std::u16string_view text, std::size_t start, const std::vector<std::u16string>& words) {
     for (const std::u16string& word : words) {
         const std::size_t end = start + word.size();
@@ -48,7 +48,7 @@ std::size_t wordAt(std::u16string_view text, std::size_t start, const std::vecto
     return 0;
 }
 
-std::size_t behindBlanks(std::u16string_view text, std::size_t i) {
+std::size_t afterBlanks(std::u16string_view text, std::size_t i) {
     while (i < text.size() && isWhitespace(text[i])) ++i;
     return i;
 }
@@ -94,9 +94,9 @@ void FunctionExtractor::extract(const std::u16string& text, Context& context, st
     }
 }
 
-// A number, with a sign of money or a bracket before it, or the name of a value.
+// True for a number, with a sign of money or a bracket before it, and for the name of a value.
 bool FunctionExtractor::beginsItem(std::u16string_view text, std::size_t start, const Context& context) const {
-    std::size_t i = behindBlanks(text, start);
+    std::size_t i = afterBlanks(text, start);
     while (i < text.size() && i < start + groupLength && digitValue(text[i]) < 0 && !isLetter(text[i])) ++i;
     if (i >= text.size() || text[i] == u',') return false;
     if (digitValue(text[i]) >= 0) return true;
@@ -105,16 +105,17 @@ bool FunctionExtractor::beginsItem(std::u16string_view text, std::size_t start, 
     return end > i && context.getVariable(std::u16string(text.substr(i, end - i))) != nullptr;
 }
 
-// "of 12, 15 and 20"; "12, 15, 20" right after a name that is no word first.
+// Finds the separators of "of 12, 15 and 20" and, right after a name that is not a word first, of "12, 15, 20". False
+// for anything else.
 bool FunctionExtractor::listAfter(const std::u16string& text, std::size_t end, bool isWord, const Context& context,
                                   std::vector<TextRange>& found) const {
     const std::size_t blank = text.rfind(u' ', end - 1);
     bool led = blank != text.npos && wordAt(text, blank + 1, ofWords_) == end - blank - 1;
-    std::size_t i = behindBlanks(text, end);
+    std::size_t i = afterBlanks(text, end);
     if (!led && i > end) {
         const std::size_t length = wordAt(text, i, ofWords_);
         led = length > 0;
-        i = behindBlanks(text, i + length);
+        i = afterBlanks(text, i + length);
     }
     if ((!led && (isWord || (i < text.size() && text[i] == u'('))) || !beginsItem(text, i, context)) return false;
     for (std::size_t depth = 0; i < text.size(); ++i) {
@@ -124,7 +125,7 @@ bool FunctionExtractor::listAfter(const std::u16string& text, std::size_t end, b
         if (depth > 0 || (!mark && !(i > 0 && isWhitespace(text[i])))) continue;
         // ", and 20", " and 20"
         const std::size_t start = i;
-        std::size_t next = behindBlanks(text, i + 1);
+        std::size_t next = afterBlanks(text, i + 1);
         const std::size_t length = wordAt(text, next, andWords_);
         next += length;
         if (!mark && length == 0) continue;

@@ -28,7 +28,7 @@ public:
 private:
     void separators(const std::u16string& text, std::size_t bracket, Context& context,
                     std::vector<Extraction>& result) const;
-    // The separators of the list after a function's name; false for what is none.
+    // Finds the separators of the list after a function's name; false when there is no list.
     bool listAfter(const std::u16string& text, std::size_t end, bool isWord, const Context& context,
                    std::vector<TextRange>& found) const;
     bool beginsItem(std::u16string_view text, std::size_t start, const Context& context) const;

@@ -16,12 +16,12 @@ constexpr char16_t filler = u'_';  // is skipped between the digits of a literal
 constexpr char16_t apostrophe = u'\u2019';
 constexpr std::size_t digitsOfAGroup = 3;
 
-// True after a digit, which may be followed by what is left of its second unit.
-bool isBehindDigit(std::u16string_view text, std::size_t at) {
+// True after a digit, with the filler of its second unit where it had two.
+bool isAfterDigit(std::u16string_view text, std::size_t at) {
     return at > 0 && (isDigitAt(text, at - 1) || text[at - 1] == filler);
 }
 
-// The sign that literals may hold already need not be folded.
+// The separator as a sign to be folded; 0 for one that literals may hold already.
 char16_t toFold(std::u16string_view separator) {
     if (separator.size() != 1 || isWhitespace(separator[0])) return 0;
     return separator == u"." || separator == u"," ? u'\0' : separator[0];
@@ -41,8 +41,8 @@ void foldPairs(std::u16string& text) {
     }
 }
 
-// The place after the exponent's sign, where its digits begin; `at` when there are none. `negative` is what the sign
-// says.
+// The place after the exponent's sign, where its digits begin; `at` when there are none. `negative` tells whether the
+// sign is a minus.
 std::size_t exponentDigits(std::u16string_view text, std::size_t at, bool& negative) {
     const auto skipMarks = [&] {
         while (at < text.size() && isDirectionMark(text[at])) ++at;
@@ -87,7 +87,7 @@ bool LocaleNumerals::isGrouping(std::u16string_view text, std::size_t at) const 
 
 void LocaleNumerals::foldSeparators(std::u16string& text) const {
     for (std::size_t i = 1; i + 1 < text.size(); ++i) {
-        if (!isBehindDigit(text, i) || !isDigitAt(text, i + 1)) continue;
+        if (!isAfterDigit(text, i) || !isDigitAt(text, i + 1)) continue;
         if (decimal_ != 0 && text[i] == decimal_)
             text[i] = u'.';
         else if (isGrouping(text, i))
@@ -95,12 +95,13 @@ void LocaleNumerals::foldSeparators(std::u16string& text) const {
     }
 }
 
-// Where the mark is a product, as in "1,2×10^−7", only one digit may stand before the point: others are calculated.
+// True where an exponent's mark stands. If the mark looks like a product, as in "1,2×10^−7", only one digit may stand
+// before the point: others are calculated.
 bool LocaleNumerals::isExponent(std::u16string_view text, std::size_t at, std::u16string_view mark) const {
     if (mark.empty() || text.substr(at, mark.size()) != mark) return false;
     if (mark.back() != u'^') return true;
     std::size_t start = at, digits = 0;
-    for (; start > 0 && (isBehindDigit(text, start) || text[start - 1] == u'.' || text[start - 1] == u','); --start) {
+    for (; start > 0 && (isAfterDigit(text, start) || text[start - 1] == u'.' || text[start - 1] == u','); --start) {
         if (isDigitAt(text, start - 1)) ++digits;
         if (text[start - 1] == u'.' || text[start - 1] == u',') digits = 0;
     }
@@ -110,7 +111,7 @@ bool LocaleNumerals::isExponent(std::u16string_view text, std::size_t at, std::u
 
 void LocaleNumerals::foldExponents(std::u16string& text) const {
     for (std::size_t i = 1; i + 1 < text.size(); ++i) {
-        if (!isBehindDigit(text, i)) continue;
+        if (!isAfterDigit(text, i)) continue;
         const bool usual = text[i] == u'e' || text[i] == u'E';
         const bool own = isExponent(text, i, locale_.exponentSign);
         if (!usual && !own) continue;

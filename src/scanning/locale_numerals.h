@@ -9,14 +9,14 @@
 namespace vemo {
 
 // Puts the numbers of a line as a locale writes them into the signs that literals are read in: digits beyond the basic
-// plane, separators such as "’" and "٫", exponents such as "×10^−7". Unit by unit, so that ranges stay.
+// plane, separators such as "’" and "٫", exponents such as "×10^−7". The length stays the same, so that ranges do.
 class LocaleNumerals {
 public:
     explicit LocaleNumerals(const LocaleInfo& locale);
 
     // Letters, digits and signs of full width become the usual ones, too.
     std::u16string folded(std::u16string_view line) const;
-    // The locale as its numbers are after that.
+    // The locale with the separators that numbers have after that.
     const LocaleInfo& locale() const { return locale_; }
 
 private:

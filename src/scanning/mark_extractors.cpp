@@ -88,7 +88,7 @@ bool FeetAndInchesExtractor::isFeet(std::u16string_view text, std::size_t mark) 
 }
 
 void FeetAndInchesExtractor::extract(const std::u16string& text, Context&, std::vector<Extraction>& result) const {
-    bool quotes = false, opened = false;  // what "size 5" may be the end of
+    bool quotes = false, opened = false;  // a mark after "size 5" may close these
     for (std::size_t i = 0; i < text.size(); ++i) {
         const char16_t c = text[i];
         if (c == quote) {

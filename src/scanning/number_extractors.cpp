@@ -24,7 +24,8 @@ ElementPointer numberElement(const DecimalNumber& number, std::u16string_view sy
     return makeElement(std::move(value), AttributedText(text, RunType::number));
 }
 
-// Whole numbers in a base of a power of two: 0, one of some letters, digits. Not within words and numbers: "1920x1080".
+// Whole numbers in a base of a power of two: 0, one of some letters, digits. None within words and numbers:
+// "1920x1080".
 struct PrefixedLiteral {
     std::u16string_view letters;
     unsigned bitsPerDigit;
@@ -89,7 +90,7 @@ void DecimalNumberExtractor::extract(const std::u16string& text, Context&, std::
     for (const DecimalLiteral& literal : decimalLiterals(text)) {
         if (literal.whole != literal.digits) add(literal.whole);
         add(literal.digits);
-        // What is left where a date takes the beginning: "14:30 25 €".
+        // What is left of the literal where a date takes its beginning: "14:30 25 €".
         const std::size_t blank = literal.digits.in(text).find_last_of(u" \u00a0\u202f");
         if (blank != std::u16string_view::npos)
             add({literal.digits.location + blank + 1, literal.digits.length - blank - 1});
@@ -160,15 +161,15 @@ NumeralRepresentationExtractor::NumeralRepresentationExtractor(const Localizer& 
     }
 }
 
-// A fraction's word is one only before "of", "off" or an article; "3 quarters" are units of time.
+// True before "of", "off" or an article, where alone the word means a fraction; "3 quarters" are units of time.
 bool NumeralRepresentationExtractor::isFraction(std::u16string_view text, TextRange range) const {
     constexpr char16_t japaneseOf = u'\u306e';
     const std::u16string_view before = trimmed(text.substr(0, range.location));
     if (!before.empty() && before.back() == japaneseOf) return true;
-    const std::u16string_view behind = trimmed(text.substr(range.end()));
+    const std::u16string_view after = trimmed(text.substr(range.end()));
     const auto begins = [&](const std::u16string& word) {
-        return behind.size() > word.size() && isWhitespace(behind[word.size()]) &&
-               lowercased(behind.substr(0, word.size())) == word;
+        return after.size() > word.size() && isWhitespace(after[word.size()]) &&
+               lowercased(after.substr(0, word.size())) == word;
     };
     return std::any_of(ofWords_.begin(), ofWords_.end(), begins) ||
            std::any_of(articles_.begin(), articles_.end(), begins);

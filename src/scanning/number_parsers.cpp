@@ -25,7 +25,7 @@ DecimalNumber parse(std::u16string_view text, std::u16string_view separator) {
 
 }  // namespace
 
-// Nearly every line is searched for these, several times faster by hand than by the expression.
+// By hand, for nearly every line is searched: the expression takes several times as long.
 std::vector<DecimalLiteral> decimalLiterals(std::u16string_view text) {
     std::vector<DecimalLiteral> result;
     const auto isDigit = [&](std::size_t i) { return i < text.size() && digitValue(text[i]) >= 0; };

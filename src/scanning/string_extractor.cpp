@@ -36,7 +36,7 @@ private:
 
 using Candidates = std::vector<const Extraction*>;
 
-// Stable. By insertion while the list is short, which most are: no buffer is needed then.
+// Stable. Short lists, as most are, are sorted by insertion, which needs no buffer.
 template <class Less>
 void sortCandidates(Candidates& candidates, Less less) {
     constexpr std::size_t few = 32;
@@ -49,8 +49,8 @@ RunType typeOf(const Extraction& extraction) {
     return extraction.element->attributedText.runs().begin()->type;
 }
 
-// An operator's sign inside a phrase belongs to that: "US-Dollar", a script's "km/h"; inside a date when it stands
-// between letters: "après-demain", but not "3/4/27".
+// Drops the signs of operators inside phrases, to which they belong: "US-Dollar", a script's "km/h". Inside a date a
+// sign belongs to it when it stands between letters: "après-demain", but not "3/4/27".
 void dropSignsInPhrases(std::u16string_view text, Candidates& candidates) {
     std::vector<const Extraction*> phrases;
     bool signs = false;

@@ -20,7 +20,7 @@ constexpr StructuralPattern slashCommentPattern{u"SlashCommentExtractor", u"//.*
 
 namespace {
 
-// After the last colon that is followed by a blank and comes before every clock time; 0 without one.
+// The place after the last colon that is followed by a blank and comes before every clock time; 0 without one.
 std::size_t labelEnd(std::u16string_view text) {
     std::size_t end = 0;
     for (std::size_t i = text.find(u':'); i != text.npos; i = text.find(u':', i + 1)) {
@@ -38,7 +38,7 @@ StructuralExtractor::StructuralExtractor(const StructuralPattern& pattern)
     : pattern_(pattern), regex_(pattern.pattern, true) {}
 
 void StructuralExtractor::extract(const std::u16string& text, Context&, std::vector<Extraction>& result) const {
-    // Only where a match can be: up to the last of what it needs, or from the first on with the blanks before.
+    // Searches only where a match can be: up to the last of what it needs, or from the first on with the blanks before.
     std::size_t begin = text.find(pattern_.needed);
     if (begin == text.npos) return;
     std::size_t end = text.size();
@@ -60,13 +60,13 @@ void StructuralExtractor::extract(const std::u16string& text, Context&, std::vec
                               digitValue(text[range.end() - 2]) >= 0 && digitValue(text[range.end()]) >= 0;
         if (!inDigits) add(range);
         if (pattern_.type != RunType::label) continue;
-        // Before a clock time, whose colon may have been taken: "Total: 17:00 - 9:15".
+        // A label may also end before a clock time, whose colon was taken for its own: "Total: 17:00 - 9:15".
         const std::size_t earlier = labelEnd(range.in(text));
         if (earlier > 0 && earlier < range.length) add({range.location, earlier});
     }
 }
 
-// ":(" and ";-)" standing alone are no brackets.
+// True for the brackets of ":(" and ";-)" that stand alone.
 static bool isEmoticon(const std::u16string& text, std::size_t bracket) {
     std::size_t eyes = bracket;
     if (eyes > 0 && text[eyes - 1] == u'-') --eyes;
@@ -106,7 +106,7 @@ void AssignmentExtractor::extract(const std::u16string& text, Context&, std::vec
 
 void VariablesExtractor::extract(const std::u16string& text, Context& context, std::vector<Extraction>& result) const {
     if (context.longestVariableName() == 0) return;
-    // Word by word only where a character changes its length.
+    // Lowered word by word only where a character changes its length.
     const std::u16string lower = lowercased(text);
     const bool sameLength = lower.size() == text.size();
     std::u16string own;

@@ -25,7 +25,7 @@ Extraction phraseExtraction(std::u16string_view text, const PhraseMatch<std::u16
             makeElement(Value(attribute, match.object), AttributedText(match.range.in(text), type))};
 }
 
-// "$20": a sign of money, and digits.
+// True for a text that ends with a sign of money and digits: "$20".
 bool endsWithMoney(std::u16string_view text) {
     const std::size_t place = text.find_last_not_of(u"0123456789.,");
     return place != text.npos && u_charType(text[place]) == U_CURRENCY_SYMBOL;
@@ -36,7 +36,7 @@ bool endsWithNumber(std::u16string_view text) {
     return !text.empty() && (digitValue(text.back()) >= 0 || isFractionSign(text.back()));
 }
 
-// True when nothing stands before the number at the end but a sign, or a label.
+// True when nothing but a sign or a label stands before the number at the end.
 bool isAloneNumber(std::u16string_view text) {
     const std::size_t label = text.rfind(u':');
     std::u16string_view rest = trimmed(label == text.npos ? text : text.substr(label + 1));
@@ -51,7 +51,7 @@ bool isAloneNumber(std::u16string_view text) {
 
 }  // namespace
 
-// A sign written twice is one only where both sides touch it: "2**10".
+// True for a sign that is written twice but stands alone: "2**10" is one operator only because both sides touch it.
 bool OperatorExtractor::isLooseDouble(std::u16string_view text, std::size_t start, std::size_t length) {
     const std::size_t end = start + length;
     return length == 2 && text[start] == text[start + 1] &&
@@ -149,15 +149,15 @@ void UnitExtractor::chooseHomonyms(std::u16string_view text, std::vector<Extract
 bool UnitExtractor::isKelvin(std::u16string_view text, std::size_t k, bool temperature) const {
     if (k + 1 < text.size() && (isLetter(text[k + 1]) || digitValue(text[k + 1]) >= 0)) return false;
     const std::u16string_view before = trimmed(text.substr(0, k)), after = trimmed(text.substr(k + 1));
-    const bool behindNumber = endsWithNumber(before);
-    if (behindNumber && before.size() < k) {
+    const bool afterNumber = endsWithNumber(before);
+    if (afterNumber && before.size() < k) {
         const bool comment = after.empty() || after.starts_with(u"//") || after.front() == u'"';
         if (temperature || (comment && isAloneNumber(before))) return true;
     }
     if (!temperature) return false;
     const auto words = operators_.phraseDetector().detect(before);
     if (!words.empty() && words.back().object == u"in" && words.back().range.end() == before.size()) return true;
-    if (!behindNumber) return false;
+    if (!afterNumber) return false;
     const auto next = operators_.phraseDetector().detect(after);
     return !next.empty() && next.front().range.location == 0 && next.front().object == u"in";
 }
@@ -193,14 +193,14 @@ bool UnitExtractor::hasItsPlace(std::u16string_view text, TextRange range) const
     const auto words = operators_.phraseDetector().detect(before);
     if (isLast(words) && words.back().object == u"in") {
         // "meet in bar 5"
-        const std::u16string_view behind = trimmed(text.substr(range.end()));
-        return words.back().range.location > 0 && (behind.empty() || digitValue(behind.front()) < 0);
+        const std::u16string_view after = trimmed(text.substr(range.end()));
+        return words.back().range.location > 0 && (after.empty() || digitValue(after.front()) < 0);
     }
     if (before.find_first_of(u"0123456789") == before.npos) return false;
     return isLast(scales_.detect(before)) || units_.isRateWord(before.substr(before.find_last_of(u' ') + 1));
 }
 
-// After a number a unit's name is that, even where an earlier line gave it a value.
+// True after a number, where a unit's name is that even if an earlier line gave it a value.
 bool UnitExtractor::displacesName(std::u16string_view text, TextRange range, const Context& context) const {
     return context.longestVariableName() > 0 && endsWithNumber(trimmed(text.substr(0, range.location))) &&
            context.getVariable(lowercased(range.in(text)));
@@ -212,34 +212,34 @@ bool UnitExtractor::displacesOperator(std::u16string_view text, TextRange range)
     if (range.location > 0 && text[range.location - 1] == u'/') return true;
     if (range.end() + 1 < text.size() && text[range.end()] == u'/' && isLetter(text[range.end() + 1])) return true;
     const std::u16string_view before = trimmed(text.substr(0, range.location));
-    const std::u16string_view behind = trimmed(text.substr(range.end()));
+    const std::u16string_view after = trimmed(text.substr(range.end()));
     if (!endsWithNumber(before)) {
         // "70 cm in in"
-        if (!behind.empty()) return false;
+        if (!after.empty()) return false;
         const auto words = operators_.phraseDetector().detect(before);
         if (words.empty() || words.back().range.end() < before.size() || words.back().object != u"in") return false;
         const std::u16string_view quantity = trimmed(before.substr(0, words.back().range.location));
         return !quantity.empty() && !endsWithNumber(quantity);
     }
-    if (behind.empty() || behind.front() == u')' || behind.front() == u'"') return true;
-    if (operators_.isSymbol(behind.substr(0, 1))) return true;
+    if (after.empty() || after.front() == u')' || after.front() == u'"') return true;
+    if (operators_.isSymbol(after.substr(0, 1))) return true;
     // "a photo 2 in x 2 in $16.99": nobody converts into an amount.
-    if (behind.size() > 1 && u_charType(behind.front()) == U_CURRENCY_SYMBOL && digitValue(behind[1]) >= 0)
+    if (after.size() > 1 && u_charType(after.front()) == U_CURRENCY_SYMBOL && digitValue(after[1]) >= 0)
         return !endsWithMoney(before);
     // "8 in x 10 in"
-    if (lowercasedUnit(behind.front()) == u'x') {
-        const std::u16string_view factor = trimmed(behind.substr(1));
+    if (lowercasedUnit(after.front()) == u'x') {
+        const std::u16string_view factor = trimmed(after.substr(1));
         if (!factor.empty() && digitValue(factor.front()) >= 0) return true;
     }
-    const auto next = operators_.phraseDetector().detect(behind);
+    const auto next = operators_.phraseDetector().detect(after);
     return !next.empty() && next.front().range.location == 0;
 }
 
-// "3 quarters in months"; three quarters of something are no times.
+// True for "3 quarters in months". Three quarters of something are no times.
 bool UnitExtractor::displacesFraction(std::u16string_view text, const PhraseMatch<std::u16string>& match) const {
     if (match.object != u"quarter" || !endsWithNumber(trimmed(text.substr(0, match.range.location)))) return false;
-    const std::u16string_view behind = trimmed(text.substr(match.range.end()));
-    const auto next = operators_.phraseDetector().detect(behind);
+    const std::u16string_view after = trimmed(text.substr(match.range.end()));
+    const auto next = operators_.phraseDetector().detect(after);
     return next.empty() || next.front().range.location != 0 || next.front().object != u"percent_of";
 }
 

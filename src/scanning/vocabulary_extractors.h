@@ -32,10 +32,10 @@ private:
     std::size_t longestSymbol_ = 0;
 };
 
-// Names and symbols of units. One that is an operator's name too ("in") is a unit where a number stands before
-// it and no operand can follow: "6 ft 2 in", "5 in in cm". A currency's code that is a word ("try", "all") counts in
-// capitals or in a conversion: "100 ron in eur", "$50 in try". One that is a word first ("bar", "turn") counts after a
-// number, and where a unit must stand; K is a kelvin where a temperature is converted.
+// Names and symbols of units. A name that is an operator's too ("in") is a unit where a number stands before it and no
+// operand can follow: "6 ft 2 in", "5 in in cm". A currency's code that is a word ("try", "all") counts in capitals or
+// in a conversion: "100 ron in eur", "$50 in try". A name that is a word first ("bar", "turn") counts after a number,
+// and where a unit must stand. K is a kelvin where a temperature is converted.
 class UnitExtractor : public Extractor {
 public:
     UnitExtractor(const UnitManager& units, const OperatorCollection& operators,

@@ -21,7 +21,7 @@ std::vector<Extension> loadExtensions(const std::filesystem::path& folder, std::
                                       const std::function<void(std::string_view)>& log,
                                       FunctionRef<std::pair<JSRunner&, JSVemo&>()> scripts);
 
-// What the start-up says about them.
+// What the log of the start-up says about these files.
 std::string startUpLog(const std::vector<Extension>& extensions);
 
 }  // namespace vemo

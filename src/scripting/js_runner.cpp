@@ -95,7 +95,7 @@ struct JSRunner::Callbacks {
         return const_cast<JSObjectRef>(arguments[index]);
     }
     void fail(std::u16string_view message) { *exception = script.error(message); }
-    // A definition in the middle of a calculation would make the lines above and below differ.
+    // False in the middle of a calculation, where a definition would make the lines above and below differ.
     bool mayDefine() {
         if (!runner.scriptEvaluation_) fail(u"definitions are made while the script is loaded, not in a calculation");
         return runner.scriptEvaluation_;

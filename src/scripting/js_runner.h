@@ -69,8 +69,7 @@ private:
     std::u16string log_;
     bool scriptEvaluation_ = false;
     std::shared_ptr<ScriptContext> jsvmContext_;
-    std::vector<std::pair<std::u16string_view, OpaqueJSValue*>>
-        globals_;  // those that a file may put others in place of
+    std::vector<std::pair<std::u16string_view, OpaqueJSValue*>> globals_;  // those that a file may replace
 };
 
 }  // namespace vemo

@@ -13,7 +13,8 @@ std::u16string joinedText(std::initializer_list<std::u16string_view> parts) {
     return text;
 }
 
-// Words that a line can write: no digit at the beginning, and none of the signs that mean something else there.
+// True for words that a line can write: with no digit at the beginning, and none of the signs that mean something else
+// there.
 bool isUsableName(std::u16string_view name) {
     return (name.front() < u'0' || name.front() > u'9') && name.find_first_of(u"+-*/^()=:\"#") == name.npos &&
            name.find(u"//") == name.npos;
@@ -89,7 +90,6 @@ void JSVemo::addFunction(std::u16string_view id, const std::vector<std::u16strin
                          std::shared_ptr<const Function> function) {
     functions_.add(std::u16string(id), phrases, std::move(function));
     defined_.push_back(joinedText({u"function ", id}));
-    // Here the words of the phrases, lower-cased, become proposals of kind 10.
 }
 
 }  // namespace vemo

@@ -189,8 +189,8 @@ ScriptContext::Run::~Run() {
     current_ = before_;
 }
 
-// Calls that keep a little each can't be seen by what one takes: where the process has grown much, the scripts' own
-// memory is looked at.
+// What a single call takes does not show calls that each keep a little. Therefore the memory of the scripts is looked
+// at once the process has grown much.
 void ScriptContext::lookAtMemory() {
     memoryBefore_ = residentMemory();
     if (memoryAtCollection_ == 0) memoryAtCollection_ = memoryBefore_;
@@ -206,7 +206,8 @@ std::size_t ScriptContext::heapSize() {
     return size && *size > 0 ? static_cast<std::size_t>(*size) : 0;
 }
 
-// A script stopped inside a host function leaves the order to stop behind, for the next one to run into.
+// A script that was stopped inside a host function leaves the order to stop in force, and the next one would run into
+// it.
 void ScriptContext::recover() {
     stopReason_.clear();
     deadline_ = threadTime() + limit_;
@@ -277,7 +278,7 @@ std::u16string ScriptContext::message(JSValueRef exception) {
         description = stopReason_;
     } else {
         JSValueRef failure = nullptr;
-        // Both may run the script's own code, and fail in turn.
+        // Both ways to describe it may run the script's own code, and fail in turn.
         if (js_->JSValueIsObject(context_, exception)) {
             const JSValueRef lineNumber = property(const_cast<JSObjectRef>(exception), u"line", &failure);
             const double number = lineNumber ? js_->JSValueToNumber(context_, lineNumber, &failure) : 0;

@@ -49,7 +49,7 @@ public:
     const JavaScriptCore& js() const { return *js_; }
     JSGlobalContextRef context() const { return context_; }
     JSRunner& runner() const { return runner_; }
-    // The one that runs on this thread: what the engine calls back has no other way to find it.
+    // The one that runs on this thread. What the engine calls back finds it in no other way.
     static ScriptContext& current() { return *current_; }
 
     // All calls until the next one may take so long together, and are stopped once `cancelled` is set. It is read as

@@ -14,7 +14,7 @@ struct Character {
     std::size_t length = 1;
 };
 
-// Of three bytes at the most: what is longer is harmless, and is passed over byte by byte.
+// The character at a place, of three bytes at the most: longer ones are harmless, and are passed over byte by byte.
 Character characterAt(std::string_view text, std::size_t at) {
     const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(text[at + i]); };
     const unsigned char first = byte(0);

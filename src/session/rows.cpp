@@ -10,7 +10,7 @@ namespace vemo::session {
 
 namespace {
 
-constexpr std::size_t sureDigits = 34;  // of the digits of a number, those after may come from rounding
+constexpr std::size_t sureDigits = 34;  // in a number; later digits may come from rounding
 
 bool isDigit(char16_t c) {
     return c >= u'0' && c <= u'9';
@@ -42,7 +42,7 @@ std::string asciiSigns(std::string_view text) {
     return utf8(signs);
 }
 
-// The unit as the result shows it after its number; where it does not, the unit's id.
+// The unit as the result shows it after its number; the unit's id where it shows none.
 std::string unitText(std::u16string_view id, std::u16string_view shown) {
     if (isCurrency(id)) return utf8(id);
     std::size_t end = 0;

@@ -17,7 +17,7 @@ struct Writing {
     std::optional<std::int64_t> precision;  // of plain numbers; nothing: as they are
 };
 
-// A line with its result, as the output formats need it; empty texts for what it has not.
+// A line with its result, as the output formats need it; empty texts for what it lacks.
 struct Row {
     std::string text;
     std::string result;

@@ -17,7 +17,7 @@ bool hasImperialMeasures(std::string_view locale);
 // pence. After the units and scales.
 void registerImperialMeasures(UnitRegistry& registry, ScaleManager& scales, const Localizer& localizer);
 
-// Where a ton is that of 2,000 pounds.
+// Adds the notes for places in which a ton is that of 2,000 pounds.
 void registerAmericanNotes(UnitManager& manager);
 
 }  // namespace vemo

@@ -31,7 +31,7 @@ constexpr std::u16string_view cryptoCodes[] = {u"BTC", u"BTS", u"DASH", u"DOGE",
                                                u"FCT", u"FTC", u"LD",   u"LTC",  u"NMC", u"NVC", u"NXT",
                                                u"PPC", u"STR", u"VTC",  u"XMR",  u"XPM", u"XRP"};
 
-// Their lower-case codes are units of their own, or parts of them.
+// In lower case these codes are units of their own, or parts of units.
 constexpr std::u16string_view exactOnly[] = {u"CUP", u"KGS", u"KMF", u"STD", u"TMT", u"UZS", u"ZMW"};
 
 constexpr std::u16string_view table = u"Currency";
@@ -47,7 +47,7 @@ void offerMajorCodes(CompletionCollector& hints) {
         hints.add(code, completion_weight::commonCurrency, CompletionKind::currency);
 }
 
-// The code and the words of its names, which follow the code among the phrases.
+// Offers the code and the words of its names, which follow the code among the phrases.
 void offer(const Unit& unit, CompletionCollector& hints) {
     hints.add(unit.id, completion_weight::currencyCode, CompletionKind::currency);
     for (std::size_t i = 1; i < unit.phrases.size(); ++i) hints.addWords(unit.phrases[i], 0, CompletionKind::currency);

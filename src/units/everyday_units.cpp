@@ -16,12 +16,12 @@ struct Row {
     std::u16string_view id;
     std::string_view ratio;  // base units in one of this
     std::u16string_view prefixes = {};
-    std::u16string_view rate = {};  // a rate that it is another name of, in the units that results are told in
+    std::u16string_view rate = {};  // the rate of which it is another name, in the units in which results are told
 };
 
 struct Group {
     std::u16string_view base, table;
-    bool symbols;  // units have symbols, whose case counts
+    bool symbols;  // units have symbols, in which case counts
     std::span<const Row> rows;
 };
 

@@ -48,7 +48,7 @@ std::optional<DecimalNumber> pixelsPerMeter(Context& context) {
 
 constexpr std::int64_t pixelsOfRem = 16;
 
-// For a unit of that many pixels.
+// The converters of a unit of that many pixels.
 std::shared_ptr<const ValueConverter> pixelsToMeter(std::u16string unit, std::int64_t pixels) {
     return formula(std::move(unit), u"m",
                    [pixels](const auto& amount, Context& context) -> std::optional<DecimalNumber> {

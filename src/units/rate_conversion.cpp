@@ -48,7 +48,7 @@ bool UnitConverter::isConvertible(std::u16string_view from, std::u16string_view 
     return (fromUpper == toUpper && fromLower == toLower) || (fromUpper == toLower && fromLower == toUpper);
 }
 
-// What a difference of one unit is in base units: that of temperatures does not count from their zero.
+// A difference of one unit in base units: differences of temperature do not count from the zero of a scale.
 std::optional<DecimalNumber> UnitConverter::ratioToBase(std::u16string_view unitId, Context& context) const {
     const std::u16string* base = baseUnit(unitId);
     if (!base) return std::nullopt;

@@ -9,8 +9,8 @@ namespace vemo {
 
 class Localizer;
 
-// Words for the money of several countries, such as "kr" and "pesos". They mean that of the locale's country where it
-// has one of them; elsewhere nobody knows.
+// Words for the money of several countries, such as "kr" and "pesos". They mean the money of the locale's country if
+// that is one of them; elsewhere their meaning is open.
 struct SharedCurrencyNames {
     std::vector<std::u16string> words;
     std::u16string currency;  // the code that they mean; empty for none

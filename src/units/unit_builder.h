@@ -25,7 +25,7 @@ public:
     UnitBuilder(UnitRegistry& registry, const Localizer& localizer, Offered offered = Offered::always);
 
     Unit make(const UnitRow& row, std::u16string_view base, std::u16string_view table, bool lowercase) const;
-    // With the aliases of its id, and without the symbols that are words first.
+    // Registers the unit with the aliases of its id, and without symbols that are words first.
     void add(Unit unit) const;
     void addAll(std::span<const UnitRow> rows, std::u16string_view base, std::u16string_view table,
                 bool lowercase = true) const;
@@ -39,7 +39,7 @@ protected:
 private:
     std::vector<std::u16string> aliases(const std::u16string& id) const;
 
-    // False for one whose symbol would be read as something else: it is shown by its name.
+    // False for a unit whose symbol would be read as something else; its name is shown instead.
     bool isShown(const Unit& unit) const;
 
     const std::vector<std::u16string> omittedSymbols_;

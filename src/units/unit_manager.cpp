@@ -7,7 +7,7 @@ namespace vemo {
 
 namespace {
 
-// In any case. Longer texts are looked at no further.
+// True for one of the words, in any case of letters. Long texts are not even looked up.
 bool contains(const std::unordered_set<std::u16string>& words, std::u16string_view word) {
     constexpr std::size_t longest = 16;
     return !word.empty() && word.size() <= longest && words.contains(lowercased(word));

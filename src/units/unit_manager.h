@@ -41,14 +41,15 @@ public:
         ratePrefixes_.emplace_back(std::move(word), timeUnit);
     }
     const std::vector<std::pair<std::u16string, std::u16string>>& ratePrefixes() const { return ratePrefixes_; }
-    // Those that multiply a rate by what it is told of: "at", "for".
+    // The words that multiply a rate by what it is told of: "at", "for".
     void addRateProductWord(std::u16string word) { rateProductWords_.insert(std::move(word)); }
     bool isRateProductWord(std::u16string_view word) const;
 
-    // Those that tell a rate per 100 or 1000 of its lower unit, though they are other words first: "6 l auf 100 km".
+    // The words that tell a rate per 100 or 1000 of its lower unit, though they usually mean something else: "6 l auf
+    // 100 km".
     void addRateLotWord(std::u16string word) { rateLotWords_.insert(std::move(word)); }
     bool isRateLotWord(std::u16string_view word) const;
-    // Those after what a rate is told of: "1時間につき1000円".
+    // The words after what a rate is told of: "1時間につき1000円".
     void addRateAfterWord(std::u16string word) { rateAfterWords_.insert(std::move(word)); }
     bool isRateAfterWord(std::u16string_view word) const;
     bool hasRateAfterWords() const { return !rateAfterWords_.empty(); }

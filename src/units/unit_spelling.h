@@ -16,8 +16,8 @@ class UnitSpelling {
 public:
     explicit UnitSpelling(const UnitManager& units);
 
-    // True when one letter too many, one too few or two swapped make the word, in lower case, of the name of a unit;
-    // another letter in place of one makes too many words of another meaning: "pants", "pounds" and "rounds".
+    // True for a word, in lower case, that is the name of a unit with one letter too many, one too few or two swapped.
+    // One letter in place of another would make too many words of another meaning: "pants", "pounds" and "rounds".
     bool isNearly(std::u16string_view word) const;
 
 private:

@@ -44,7 +44,8 @@ void printWrapped(std::string name, std::size_t indent, std::string_view text) {
     std::cout << row << '\n';
 }
 
-// The index of the line that is meant: that of a number, or the last one. Nothing, which is said, where there is none.
+// The index of the line that is meant, by its number or as the last one. Nothing when there is none; the person has
+// been told then.
 std::optional<std::size_t> lineIn(Session& session, const std::string& argument) {
     const std::size_t count = session.notebook().size();
     std::size_t number = count;
@@ -155,7 +156,7 @@ struct Words {
     std::string name, argument;
 };
 
-// Of a line that begins with a colon.
+// The command and the words of a line that begins with a colon.
 Words wordsOf(std::string_view line) {
     line.remove_prefix(1);
     const std::size_t end = std::min(line.find(' '), line.size());

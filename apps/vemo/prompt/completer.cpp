@@ -22,7 +22,7 @@ char16_t lowered(char16_t unit) {
 std::size_t commonLength(std::u16string_view a, std::u16string_view b) {
     std::size_t length = 0;
     while (length < a.size() && length < b.size() && lowered(a[length]) == lowered(b[length])) ++length;
-    // Not in the middle of a surrogate pair.
+    // No surrogate pair is cut in two.
     if (length > 0 && a[length - 1] >= 0xd800 && a[length - 1] < 0xdc00) --length;
     return length;
 }
@@ -33,7 +33,7 @@ std::vector<std::size_t> beginnings(std::u16string_view text) {
     return session::wordStarts(text);
 }
 
-// A place is written with a capital, or asked for its time.
+// True when a place may be meant: it is written with a capital, or its time is asked for.
 bool asksForPlace(std::u16string_view line, std::size_t start) {
     return (line[start] >= u'A' && line[start] <= u'Z') || line.substr(0, start).find(u"time in ") != line.npos;
 }

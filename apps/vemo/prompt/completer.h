@@ -26,7 +26,7 @@ public:
     };
     using Vocabulary = std::function<std::shared_ptr<const Completions>()>;
 
-    // The vocabulary is asked for when it is needed first.
+    // `vocabulary` is called when the vocabulary is needed first.
     explicit Completer(Vocabulary vocabulary) : build_(std::move(vocabulary)) {}
 
     // Learns the document's names, words and conversions in place of those of an earlier one.
@@ -42,7 +42,7 @@ private:
     std::vector<Choice> words_;  // of the document
 };
 
-// An answer with those of the choices that begin with the last units of the line, from `start`, in any case.
+// An answer with the choices that begin, in any case, with the units of the line from `start` on.
 Completer::Answer answerAmong(std::u16string_view line, std::size_t start, std::vector<Completer::Choice> choices);
 
 }  // namespace vemo::cli

@@ -16,10 +16,10 @@ public:
     std::size_t cursor() const { return cursor_; }
     std::u16string_view beforeCursor() const { return std::u16string_view(text_).substr(0, cursor_); }
 
-    // With the cursor after it.
+    // Replaces the line, with the cursor after it.
     void set(std::u16string_view text);
     void insert(std::u16string_view text);
-    // In place of so many units before the cursor.
+    // Puts the text in place of so many units before the cursor.
     void replaceBefore(std::size_t units, std::u16string_view text);
     // False for a key that moves or changes nothing in a line.
     bool obey(Press press);

@@ -79,7 +79,8 @@ std::string tinted(const View& view, std::size_t from, std::size_t to) {
     return result;
 }
 
-// As much as a row has room for; the last column stays free, since a terminal may be about to leave it.
+// As much of the text as a row has room for. The last column stays free, since a terminal that is written full may go
+// on to the next row.
 std::string clipped(const std::string& text, std::size_t width) {
     const std::u16string units = utf16(text);
     if (session::columnsOf(units) < width) return text;
@@ -115,7 +116,7 @@ std::string textRows(const View& view, const Rows& rows, std::size_t first, std:
 std::string Frame::draw(const View& view, RawTerminal::Size size) {
     const Rows rows = rowsOf(view, size.columns);
     const std::size_t below = std::min(view.below.size(), size.rows - 1);
-    // Of a line that is longer than the screen, the part around the cursor.
+    // A line that takes more rows than the screen has is shown around the cursor.
     const std::size_t shownRows = std::min(rows.starts.size(), size.rows - below);
     const std::size_t first =
         std::min(rows.cursorRow - std::min(rows.cursorRow, shownRows / 2), rows.starts.size() - shownRows);

@@ -37,9 +37,10 @@ class Frame {
 public:
     // What is to be written for a view, in one piece.
     std::string draw(const View& view, RawTerminal::Size size);
-    // The same for a line that is done, all of it and nothing under it, with the cursor in the row after it.
+    // What is to be written for a line that is done: all of it and nothing under it, with the cursor in the row after
+    // it.
     std::string finish(const View& view, RawTerminal::Size size);
-    // For a terminal that has got another size since, and has broken its rows anew.
+    // To be called for a terminal that has got another size since, and has broken its rows anew.
     void resized(const View& view, RawTerminal::Size size);
     // Nothing is on the screen any more.
     void forget() { cursorRow_ = 0; }

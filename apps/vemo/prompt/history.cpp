@@ -34,7 +34,7 @@ std::string unescaped(std::string_view line) {
     return result;
 }
 
-// Nobody else reads what was calculated.
+// Only the user may read what was calculated.
 void write(const std::filesystem::path& file, int flags, const std::string& text) {
     const int descriptor = open(file.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC | flags, S_IRUSR | S_IWUSR);
     if (descriptor < 0) return;
@@ -80,7 +80,7 @@ void History::add(std::u16string_view line) {
     if (file_.empty()) return;
     std::error_code error;
     std::filesystem::create_directories(file_.parent_path(), error);
-    // A line at the end in one piece: prompts on other terminals add theirs.
+    // Adds a line at the end in one piece, for prompts on other terminals add theirs.
     write(file_, O_APPEND, utf8(line) + "\n");
 }
 

@@ -99,7 +99,7 @@ KeyReader::Arrival KeyReader::await(int milliseconds) {
     return Arrival::bytes;
 }
 
-// Waits a little for what belongs together.
+// True once so many bytes are there. Waits a little for them, as those of one key belong together.
 bool KeyReader::holds(std::size_t bytes) {
     while (bytes_.size() < bytes)
         if (await(escapeWait) != Arrival::bytes) return false;
@@ -158,7 +158,7 @@ Key KeyReader::takeCharacter() {
     return key.text.size() == 1 && session::isControl(key.text[0]) ? Key{} : key;
 }
 
-// Nothing that is pasted does more than end lines.
+// What is pasted can do no more than end lines.
 Key KeyReader::takePasted() {
     const char first = bytes_.front();
     const bool repeated = first == '\n' && afterReturn_;

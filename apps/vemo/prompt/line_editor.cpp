@@ -47,7 +47,7 @@ std::optional<LineEditor::Entry> LineEditor::readPlain(const std::string& prompt
         return std::nullopt;
     }
     std::u16string text = utf16(line);
-    // Some of them would end a line.
+    // These characters would end a line.
     std::replace_if(
         text.begin(), text.end(), [](char16_t c) { return c != u'\t' && session::isControl(c); }, u' ');
     return Entry{std::move(text), false};
@@ -84,7 +84,7 @@ std::optional<LineEditor::Entry> LineEditor::edit(const std::string& prompt, Mod
             terminal_.write(frame_.finish(view(), RawTerminal::size()));
             return Entry{line_.text(), key.pasted};
         }
-        // What was typed meanwhile comes first, and all of it is shown at once.
+        // Keys that came meanwhile are taken first, and all of them are shown at once.
         if (keys_.hasMore()) continue;
         if (!preview_ && hooks_.previewWait == 0) calculate();
         show();
@@ -167,7 +167,7 @@ void LineEditor::choose(std::size_t index) {
     menu.chosen = index;
 }
 
-// The first time what all choices begin with, then the choices one by one.
+// The first time puts in what all choices begin with, further times the choices one by one.
 void LineEditor::complete(bool back) {
     if (menu_) {
         const std::size_t count = menu_->answer.choices.size(), chosen = menu_->chosen;

@@ -21,7 +21,7 @@ public:
     void add(std::u16string_view line) { splice(lines_.size(), 0, {std::u16string(line)}); }
     void replace(std::size_t index, std::u16string_view line) { splice(index, 1, {std::u16string(line)}); }
     void remove(std::size_t index) { splice(index, 1, {}); }
-    // The text of a file, or nothing of none, in place of all lines.
+    // Puts the text of a file, or of none, in place of all lines.
     void load(std::u16string_view text, std::string file);
     // False when nothing was changed.
     bool undo();
@@ -30,7 +30,7 @@ public:
     const std::string& file() const { return origin_.file; }
     // The text as it is kept in a file: with the ends of lines that it was loaded with.
     std::u16string fileText() const;
-    // What there is now is in this file.
+    // Tells that the present text is in this file.
     void markSaved(std::string file);
     bool isSaved() const { return saved_ == text_; }
 

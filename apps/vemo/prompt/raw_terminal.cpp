@@ -60,7 +60,7 @@ RawTerminal::RawTerminal() {
     action.sa_handler = endBySignal;
     action.sa_flags = static_cast<int>(SA_RESETHAND);
     for (const int signal : ending) sigaction(signal, &action, nullptr);
-    // A new size is heard of where keys are waited for, and nowhere else.
+    // A new size is heard of only where keys are waited for.
     sigset_t sizes;
     sigemptyset(&sizes);
     sigaddset(&sizes, SIGWINCH);

@@ -18,9 +18,9 @@ class Session {
 public:
     Session(const PromptSetting& setting, const Options& options);
 
-    // Takes the lines that the options begin with. False when they are no use, which has been said.
+    // Takes the lines that the options begin with. False when they are no use; the person has been told then.
     bool begin(const Options& options);
-    // Until it ends; gives the exit status.
+    // Reads lines until the prompt ends, and gives the exit status.
     int run();
 
     VemoEngine& engine() { return setting_.engine; }
@@ -40,11 +40,12 @@ public:
     void remove(std::size_t index);
     void undo();
     void clear();
-    // False when the file is no use, which has been said.
+    // False when the file is no use; the person has been told then.
     bool load(const std::string& name, bool mayBeNew = false);
-    // To the document's own file where no name is given. False when it was not saved, which has been said.
+    // Saves to the document's own file where no name is given. False when it was not saved; the person has been told
+    // then.
     bool save(const std::string& name);
-    // Ends after this, unless what is to be saved first can't be.
+    // Ends the prompt after this command, unless what is to be saved first can't be.
     void leave();
 
 private:

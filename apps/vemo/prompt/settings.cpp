@@ -14,7 +14,7 @@ struct Setting {
     std::string_view name;
     std::string_view values;
     std::string (*shown)(Session& session);
-    // False for a value that it can't have.
+    // Changes the setting; false for a value that it can't have.
     bool (*take)(Session& session, const std::string& value);
 };
 

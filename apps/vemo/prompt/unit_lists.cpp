@@ -13,7 +13,7 @@ namespace vemo::cli {
 
 namespace {
 
-// Kinds, each with one of its units.
+// The kinds of units, each with one of its units.
 constexpr std::pair<std::string_view, std::string_view> kinds[] = {
     {"acceleration", "m/s²"},  {"angle", "radian"},    {"area", "hectare"},        {"charge", "coulomb"},
     {"current", "ampere"},     {"data", "byte"},       {"energy", "joule"},        {"force", "newton"},

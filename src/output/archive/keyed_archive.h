@@ -47,7 +47,7 @@ private:
 };
 
 // Reads such an archive, whoever wrote it. The work that one archive can cause is limited in proportion to its size;
-// once that is spent, there is nothing more in it.
+// once that much is spent, it reads as if nothing more were in it.
 class KeyedUnarchiver {
 public:
     using Id = std::uint64_t;

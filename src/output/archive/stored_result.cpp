@@ -70,7 +70,6 @@ Id encodeValue(KeyedArchiver& archive, const FormattedValue& value) {
     return archive.object({u"FormattedValue"}, fieldsOfValue(archive, value));
 }
 
-// A type that is not known here is shown as plain text.
 std::optional<std::u16string> decodeString(KeyedUnarchiver& archive, KeyedUnarchiver::Id object, std::string_view key) {
     const auto field = archive.field(object, key);
     return field ? archive.text(*field) : std::nullopt;

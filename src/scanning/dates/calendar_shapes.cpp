@@ -7,8 +7,8 @@ namespace vemo {
 Attempt<DayReading> DayShapes::monthFirst(std::size_t i) const {
     if (!is(i, DateWord::month)) return std::nullopt;
     NamedDay date{std::nullopt, static_cast<unsigned>(value(i, DateWord::month)), 1};
-    std::size_t next = behindStop(i + 1);
-    const std::size_t yearAt = touches(next) ? behindComma(next) : skipping(next, DateWord::of);
+    std::size_t next = afterStop(i + 1);
+    const std::size_t yearAt = touches(next) ? afterComma(next) : skipping(next, DateWord::of);
     if (const DateLexeme* only = year(yearAt); only && (!only->openLeft || yearAt > next)) {
         date.year = only->value;
         return Parsed<DayReading>{date, yearAt + 1};
@@ -23,10 +23,10 @@ Attempt<DayReading> DayShapes::monthFirst(std::size_t i) const {
     if (letters && touches(next) && letters->kind == DateLexeme::Kind::word && !letters->entry && !letters->cjk)
         return std::nullopt;
     const std::size_t end = takeYear(next, date, false);
-    return Parsed<DayReading>{date, behindWeekday(end), true, is(end - 1, DateWord::eraBehind)};
+    return Parsed<DayReading>{date, afterWeekday(end), true, is(end - 1, DateWord::eraBehind)};
 }
 
-// As `dayNumber`; a comma and the year may touch it.
+// The same as `dayNumber`, but a comma and the year may touch it.
 const DateLexeme* DayShapes::monthDay(std::size_t i) const {
     if (const DateLexeme* day = dayNumber(i)) return day;
     const DateLexeme* day = number(i);
@@ -39,16 +39,16 @@ const DateLexeme* DayShapes::monthDay(std::size_t i) const {
 Attempt<DayReading> DayShapes::dayFirst(std::size_t i) const {
     const DateLexeme* day = dayNumber(i);
     if (!day || (i > 0 && day->spaced && number(i - 1))) return std::nullopt;
-    const std::size_t next = skipping(behindOrdinal(i + 1), DateWord::of);
+    const std::size_t next = skipping(afterOrdinal(i + 1), DateWord::of);
     if (!is(next, DateWord::month)) return std::nullopt;
     NamedDay date{std::nullopt, static_cast<unsigned>(value(next, DateWord::month)), static_cast<unsigned>(day->value)};
-    const std::size_t end = takeYear(behindStop(next + 1), date, true);
-    return Parsed<DayReading>{date, behindWeekday(end), true, is(end - 1, DateWord::eraBehind)};
+    const std::size_t end = takeYear(afterStop(next + 1), date, true);
+    return Parsed<DayReading>{date, afterWeekday(end), true, is(end - 1, DateWord::eraBehind)};
 }
 
 // Index after the year, which may follow a comma or be one of an era: ", 2027", "de 2027", "'96", "44 BC", "AD 79".
 std::size_t DayShapes::takeYear(std::size_t i, NamedDay& date, bool twoDigits) const {
-    std::size_t next = behindComma(skipping(i, DateWord::of));
+    std::size_t next = afterComma(skipping(i, DateWord::of));
     const bool eraBefore = is(next, DateWord::eraBefore) && number(next + 1);
     const bool apostrophe = isSign(next, u'\'') || isSign(next, u'\u2019');
     const std::size_t numberAt = eraBefore || apostrophe ? next + 1 : next;
@@ -79,7 +79,7 @@ std::size_t DayShapes::takeYear(std::size_t i, NamedDay& date, bool twoDigits) c
 }
 
 // Index after the weekday that may follow a date: "(Thursday)", "木曜日".
-std::size_t DayShapes::behindWeekday(std::size_t i) const {
+std::size_t DayShapes::afterWeekday(std::size_t i) const {
     const bool bracket = isSign(i, u'(');
     const DateLexeme* name = bracket ? at(i + 1) : nullptr;
     if (name && isSign(i + 2, u')') && (is(i + 1, DateWord::weekday) || (name->cjk && name->range.length == 1)))
@@ -96,7 +96,7 @@ Attempt<DayReading> DayShapes::yearFirst(std::size_t i) const {
         !is(i + 1, DateWord::month) || touches(i + 1) || (i > 0 && number(i - 1)))
         return std::nullopt;
     NamedDay date{named->value, static_cast<unsigned>(value(i + 1, DateWord::month)), 1};
-    const std::size_t next = behindStop(i + 2);
+    const std::size_t next = afterStop(i + 2);
     if (const DateLexeme* day = dayNumber(next)) {
         date.day = static_cast<unsigned>(day->value);
         return Parsed<DayReading>{date, touches(next + 1) && is(next + 1, DateWord::ordinal) ? next + 2 : next + 1};
@@ -147,7 +147,7 @@ Attempt<DayReading> DayShapes::marked(std::size_t i) const {
     date.month = static_cast<unsigned>(month->value);
     if (day && is(next + 3, DateWord::dayMark) && day->digits <= 2) {
         date.day = static_cast<unsigned>(day->value);
-        return Parsed<DayReading>{date, behindWeekday(next + 4)};
+        return Parsed<DayReading>{date, afterWeekday(next + 4)};
     }
     if (!date.year || day) return std::nullopt;
     date.day = 1;
@@ -203,13 +203,13 @@ int DayShapes::fullYear(const DateLexeme& year) {
 }
 
 // Index after what may follow the number of a day: "th", the full stop of German.
-std::size_t DayShapes::behindOrdinal(std::size_t i) const {
+std::size_t DayShapes::afterOrdinal(std::size_t i) const {
     if (touches(i) && (is(i, DateWord::ordinal) || isSign(i, u'.'))) return i + 1;
     return i;
 }
 
 // Index after the full stop of an abbreviated name.
-std::size_t DayShapes::behindStop(std::size_t i) const {
+std::size_t DayShapes::afterStop(std::size_t i) const {
     return touches(i) && isSign(i, u'.') ? i + 1 : i;
 }
 

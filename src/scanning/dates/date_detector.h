@@ -48,7 +48,7 @@ public:
     // Names and phrases of `language`, with the names of `locale` and the English ones after them.
     DateDetector(const Localizer& localizer, std::string_view language, std::string_view locale);
 
-    // A quick look that tells most texts without a date.
+    // False for most texts without a date. Quick.
     bool mayDetect(std::u16string_view text) const;
     // `zone` is the local one. `written` is the same text where signs of arithmetic are masked in `text`.
     // Words beside names of dates are read as beside dates.
@@ -63,7 +63,7 @@ private:
 
     DateVocabulary vocabulary_;
     const std::string locale_;
-    // A tenth of the time that a calculator takes to start, and only numeric dates need it.
+    // Found when a date needs it: it takes a tenth of the time in which a calculator starts.
     mutable std::once_flag orderIsKnown_;
     mutable DateOrder order_ = DateOrder::dayMonthYear;
 };

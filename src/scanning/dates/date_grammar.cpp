@@ -53,12 +53,12 @@ private:
         return momentAt(next, true).has_value() || is(next, DateWord::day);
     }
 
-    // "on Friday", "at 5pm", "on the 4th of March": the words belong to the date, as "on" would be an operator
-    // otherwise.
+    // Where the date begins with the words that lead it: "on Friday", "at 5pm", "on the 4th of March". Left to others,
+    // "on" would be an operator.
     std::size_t withLeadingWords(std::size_t i, std::size_t used) const {
-        const auto leads = [&](std::size_t behind) {
-            return behind > used && isAny(behind - 1, DateWord::on, DateWord::at, DateWord::atHour) &&
-                   !followsNumber(behind - 1);
+        const auto leads = [&](std::size_t after) {
+            return after > used && isAny(after - 1, DateWord::on, DateWord::at, DateWord::atHour) &&
+                   !followsNumber(after - 1);
         };
         if (leads(i)) return i - 1;
         return i > used && is(i - 1, DateWord::article) && leads(i - 1) ? i - 2 : i;
@@ -95,9 +95,9 @@ private:
             skipping(to + 1, DateWord::article, DateWord::on) != i)
             return std::nullopt;
         NamedDay last{first->year, first->month, day};
-        if (const DateLexeme* year = number(behindComma(end)); year && year->digits == 4 && !year->openRight) {
+        if (const DateLexeme* year = number(afterComma(end)); year && year->digits == 4 && !year->openRight) {
             last.year = year->value;
-            end = behindComma(end) + 1;
+            end = afterComma(end) + 1;
         }
         const DateLexeme* after = at(end);
         const bool ended = !after || (after->kind == DateLexeme::Kind::sign && after->sign != u':') ||
@@ -137,7 +137,7 @@ private:
             best->reading.further = std::get<ShiftedDay>(further->reading);
         }
         const auto joined = [&](std::size_t from) {
-            return skipping(behindComma(from), DateWord::at, DateWord::atHour, DateWord::joint, DateWord::on);
+            return skipping(afterComma(from), DateWord::at, DateWord::atHour, DateWord::joint, DateWord::on);
         };
         const bool isoT = isIsoT(day.end);
         std::size_t next = isoT ? day.end + 1 : joined(day.end);
@@ -159,7 +159,7 @@ private:
         return best;
     }
 
-    // The beginning of a span of times is there: tomorrow "from" 3pm to 5pm.
+    // True when a span of times begins there: tomorrow "from" 3pm to 5pm.
     bool beginsSpanOfTimes(std::size_t i) const {
         const std::size_t next = skipping(i, DateWord::article, DateWord::at, DateWord::atHour);
         if (beginsSpan(next)) return true;
@@ -169,7 +169,7 @@ private:
 
     // A part of a day, with an hour where one follows: tonight at 8, 今夜8時.
     Attempt<DateReading> partMoment(const DayReading& day, int hour, std::size_t end) const {
-        const std::size_t next = skipping(behindComma(end), DateWord::at, DateWord::atHour, DateWord::joint);
+        const std::size_t next = skipping(afterComma(end), DateWord::at, DateWord::atHour, DateWord::joint);
         Attempt<TimeReading> time = times_.timeAt(next, TimeShapes::Beside::day);
         if (!time && next > end && isAny(next - 1, DateWord::at, DateWord::atHour)) time = hourBesideDay(next);
         if (time) return moment(day, TimeShapes::inPart(time->reading, hour), time->end);
@@ -222,7 +222,7 @@ private:
         if (ends) return times_.bareHour(i);
         return spans && beginsSpan(i) ? times_.bareHour(i) : std::nullopt;
     }
-    // The number of an hour, with the end of a span after it: the 3 of "3 to 5pm", of "from 3 to 5 h".
+    // True for the number of an hour with the end of a span after it: the 3 of "3 to 5pm", of "from 3 to 5 h".
     bool beginsSpan(std::size_t i) const {
         if (!count(i, 2) || !isAny(i + 1, DateWord::rangeTo, DateWord::rangeAnd)) return false;
         return isFrom(i) ? endsSpan(i + 2) : saysTime(i + 2);
@@ -234,7 +234,7 @@ private:
         return is(i + 1, DateWord::hourLetter) ? i + 2 : i + 1;
     }
     bool isFrom(std::size_t i) const { return i > 0 && is(i - 1, DateWord::rangeFrom); }
-    // A time is there, or another hour with its letter.
+    // True when a time stands there, or another hour with its letter.
     bool endsSpan(std::size_t i) const {
         const std::size_t next = skipping(i, DateWord::article, DateWord::at, DateWord::atHour);
         return times_.timeAt(next, TimeShapes::Beside::nothing) || times_.letteredHour(next);
@@ -248,7 +248,7 @@ private:
     Attempt<DateReading> timeMoment(const Parsed<TimeReading>& time) const {
         Attempt<DateReading> best = moment({}, time.reading, time.end, time.certain);
         best->reading.offset = time.certain && !time.reading.zone.empty();
-        const std::size_t next = skipping(behindComma(time.end), DateWord::on, DateWord::article, DateWord::joint);
+        const std::size_t next = skipping(afterComma(time.end), DateWord::on, DateWord::article, DateWord::joint);
         if (is(next, DateWord::partOfToday))
             keepLonger(best, moment(ShiftedDay{}, TimeShapes::inPart(time.reading, value(next, DateWord::partOfToday)),
                                     next + 1));

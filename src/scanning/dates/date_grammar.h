@@ -95,7 +95,7 @@ struct DateReadings {
     std::vector<DateRelation> relations;
 };
 
-// Whether a name, in lower case, stands for a date or time.
+// Tells whether a name, in lower case, stands for a date or time.
 using DateNames = FunctionRef<bool(const std::u16string&)>;
 
 // All readings of a text. Times of day exist, days need not. `written` is the same text, with the signs that may be

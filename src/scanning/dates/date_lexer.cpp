@@ -15,13 +15,13 @@ bool isMoney(char16_t c) {
     return std::u16string_view(u"$\u00a2\u00a3\u00a5\u20ac\u20b9\u20bd\u20a9").find(c) != std::u16string_view::npos;
 }
 
-// A letter of a script with blanks: one that touches a number belongs to it or to a name.
+// True for a letter of a script with blanks: one that touches a number belongs to it, or to a name.
 bool isPlainLetter(char16_t c) {
     return isLetter(c) && !isCjk(c);
 }
 
-// What stands before a number makes it part of something else. A colon does in "1:2:3", but in "call:10:30" it is a
-// label's.
+// True when what stands before a number makes it part of something else. A colon does in "1:2:3", but in "call:10:30"
+// it is a label's.
 bool attachesLeft(std::u16string_view text, std::size_t i) {
     if (i == 0) return false;
     const char16_t c = text[i - 1];
@@ -47,11 +47,11 @@ DateLexeme number(std::u16string_view text, std::size_t start) {
         start > 0 && std::u16string_view(u"*/^-+").find(text[start - 1]) != std::u16string_view::npos;
     lexeme.openRight = attachesRight(text, i);
     // "$ 5", "5 %", "5 €"
-    std::size_t before = start, behind = i;
+    std::size_t before = start, after = i;
     while (before > 0 && isWhitespace(text[before - 1])) --before;
-    while (behind < text.size() && isWhitespace(text[behind])) ++behind;
+    while (after < text.size() && isWhitespace(text[after])) ++after;
     if (before > 0 && isMoney(text[before - 1])) lexeme.openLeft = true;
-    if (behind < text.size() && (isMoney(text[behind]) || text[behind] == u'%')) lexeme.openRight = true;
+    if (after < text.size() && (isMoney(text[after]) || text[after] == u'%')) lexeme.openRight = true;
     return lexeme;
 }
 

@@ -44,7 +44,7 @@ private:
             if (is(k, DateWord::day) || isName(k)) return Anchor{nullptr, k + 1};
         return std::nullopt;
     }
-    // A variable that holds a date.
+    // True for a variable that holds a date.
     bool isName(std::size_t i) const {
         const DateLexeme* word = at(i);
         return word && word->kind == DateLexeme::Kind::word && !word->entry &&
@@ -86,12 +86,12 @@ private:
                      DateWord::hourLetter) ||
                ((isSign(i, u'.') || isSign(i, u',')) && touches(i) && touches(i + 1) && number(i + 1));
     }
-    // "2週間3日後": the sign of a day of the month counts days too.
+    // True for a unit of a duration. In "2週間3日後" the sign of a day of the month counts days, too.
     bool isOfDuration(std::size_t i) const {
         return isPartOfDuration(i) || (is(i, DateWord::dayMark) && i > 0 && number(i - 1));
     }
     bool isOperatorBefore(std::size_t i) const { return lexemes_[i].afterOperator; }
-    // The 30 of "2 h 30".
+    // True for the 30 of "2 h 30".
     bool isMinutes(std::size_t i) const {
         return number(i) && number(i)->digits == 2 && i > 1 &&
                isAny(i - 1, DateWord::unitSymbol, DateWord::hourLetter) && number(i - 2);
@@ -154,7 +154,7 @@ private:
         if (anchor.reading) anchor.reading->reading.direction = direction;
     }
 
-    // What is told of the day or time that follows.
+    // Adds the relation to the day or time that follows; false when there is none.
     bool betweenDates(std::size_t i, const Anchor& anchor, std::optional<std::size_t> duration) {
         if (duration && isAny(i, DateWord::before, DateWord::after)) {
             add(i, is(i, DateWord::before) ? Kind::before : Kind::after);
@@ -202,7 +202,7 @@ private:
         return false;
     }
 
-    // "between" stands before the first end.
+    // True when "between" stands before the first end of the span.
     bool isOpened(const Anchor& start, std::size_t i) const {
         std::size_t first = start.reading ? start.reading->start : i - 1;
         for (std::size_t k = first; k < i; ++k)
@@ -214,7 +214,7 @@ private:
         return isAny(anchor.end, DateWord::rangeTo, DateWord::rangeAnd, DateWord::until) && anchorAt(anchor.end + 1);
     }
 
-    // 12月25日まで何日, 3月3日から何日, 3月3日から6月1日までの日数
+    // Adds what 12月25日まで何日, 3月3日から何日 and 3月3日から6月1日までの日数 ask for; false for other words.
     bool dayCountAfter(std::size_t i) {
         const auto start = anchorBefore(i);
         if (!start || !is(i + 1, DateWord::dayCount) || !isAny(i, DateWord::until, DateWord::rangeTo)) return false;
@@ -226,7 +226,8 @@ private:
         return true;
     }
 
-    // "à 17 heures", "8 heures du matin": an hour of the day, though the word is one of durations.
+    // Adds an hour of the day that is told with the word for durations: "à 17 heures", "8 heures du matin"; false for
+    // other words.
     bool clockWord(std::size_t i) {
         if (isAny(i, DateWord::at, DateWord::atHour) && number(i + 1) && is(i + 2, DateWord::clockHour)) {
             add(i, Kind::clock);

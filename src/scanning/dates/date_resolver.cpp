@@ -45,7 +45,7 @@ sys_days mondayOf(sys_days day) {
     return day - (weekday(day) - std::chrono::Monday);
 }
 
-// The day of a reading, seen from a day; nothing for one that does not exist.
+// The day of a reading as seen from another day; nothing for one that does not exist.
 struct DayResolver {
     year_month_day today;
 

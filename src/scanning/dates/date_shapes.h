@@ -64,7 +64,7 @@ protected:
             return nullptr;
         return lexeme;
     }
-    // "5% on …", "2 in …": the word is an operator or a unit.
+    // True after a number, where the word is an operator or a unit: "5% on …", "2 in …".
     bool followsNumber(std::size_t i) const { return i > 0 && (isSign(i - 1, u'%') || number(i - 1)); }
     bool followsAnyNumber(std::size_t i) const {
         while (i-- > 0)
@@ -75,14 +75,14 @@ protected:
         return isAny(i, DateWord::unit, DateWord::unitSymbol, DateWord::businessDay, DateWord::duration);
     }
 
-    std::size_t behindComma(std::size_t i) const { return isSign(i, u',') ? i + 1 : i; }
+    std::size_t afterComma(std::size_t i) const { return isSign(i, u',') ? i + 1 : i; }
     template <class... Words>
     std::size_t skipping(std::size_t i, Words... words) const {
         while ((is(i, words) || ...)) ++i;
         return i;
     }
 
-    // The letters of "2027-03-04T10:30Z".
+    // True for the letters of "2027-03-04T10:30Z".
     bool isIsoT(std::size_t i) const {
         const DateLexeme* lexeme = at(i);
         return lexeme && !lexeme->spaced && lexeme->kind == DateLexeme::Kind::word &&
@@ -126,9 +126,9 @@ private:
     const DateLexeme* dayNumber(std::size_t i) const;
     const DateLexeme* year(std::size_t i) const;
     std::size_t takeYear(std::size_t i, NamedDay& date, bool twoDigits) const;
-    std::size_t behindWeekday(std::size_t i) const;
-    std::size_t behindOrdinal(std::size_t i) const;
-    std::size_t behindStop(std::size_t i) const;
+    std::size_t afterWeekday(std::size_t i) const;
+    std::size_t afterOrdinal(std::size_t i) const;
+    std::size_t afterStop(std::size_t i) const;
     bool endsPhrase(std::size_t i) const;
 
     // Days told from today, in relative_shapes.cpp.

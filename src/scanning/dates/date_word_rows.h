@@ -150,7 +150,7 @@ inline constexpr std::u16string_view unitKeys[] = {u"second.variants", u"minute.
                                                    u"day.variants",    u"week.variants",   u"month.variants",
                                                    u"year.variants"};
 
-// Words that no date of more than numbers lacks.
+// True for words one of which every date has that is more than numbers.
 constexpr bool isTelling(DateWord word) {
     switch (word) {
         case DateWord::month:
@@ -184,7 +184,7 @@ constexpr bool isTelling(DateWord word) {
     }
 }
 
-// Words that make a date of the number after them: "at" 12.30, "in" 3 h.
+// True for words that make a date of the number after them: "at" 12.30, "in" 3 h.
 constexpr bool isTellingBeforeDigits(DateWord word) {
     return word == DateWord::at || word == DateWord::atHour || word == DateWord::ahead || word == DateWord::howLong;
 }

@@ -5,7 +5,7 @@ namespace vemo {
 
 namespace {
 
-// As a sum or quotient, a date with a year of our time means nothing.
+// True for a year of our time: a date with one means nothing as a sum or quotient.
 bool isOfOurTime(const DateLexeme& year) {
     constexpr int earliest = 1900, latest = 2199;
     return year.digits == 4 && year.value >= earliest && year.value <= latest;
@@ -58,7 +58,7 @@ Attempt<DayReading> DayShapes::numeric(std::size_t i) const {
     return date;
 }
 
-// Nothing may touch the last field that would make it another number or go on with the arithmetic.
+// True unless something touches the last field that makes it another number or goes on with the arithmetic.
 bool DayShapes::endsNumeric(std::size_t last) const {
     if (number(last)->openRight) return false;
     const DateLexeme* next = at(last + 1);

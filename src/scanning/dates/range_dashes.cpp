@@ -100,12 +100,12 @@ private:
         }
         return false;
     }
-    // 3-5pm, 10 - 12:30: no number less a time is anything else.
+    // True for 3-5pm and 10 - 12:30: a number less a time means nothing else.
     static bool joinsHour(const End& left, const End& right) {
         if (!right.clock && !right.said) return false;
         return !right.half || (left.minutes > 0 && left.minutes <= noon * minutesPerHour);
     }
-    // 9am-5pm, 9:30-17:00; but 17:00-9:15 is a difference.
+    // True for 9am-5pm and 9:30-17:00; but 17:00-9:15 is a difference.
     static bool joinsTimes(const End& left, const End& right, Dash kind, bool spaced) {
         if (kind == Dash::minus && spaced) return false;
         if (!right.isTime()) return left.half && !spaced;
@@ -118,7 +118,7 @@ private:
         const bool fits = lexeme && lexeme->digits <= 2 && lexeme->value >= 1 && lexeme->value <= latestDay;
         return fits && !lexeme->openLeft ? lexeme : nullptr;
     }
-    // 3-5 December, 3.-5. Dezember, December 3-5, 12月3〜5日
+    // True for 3-5 December, 3.-5. Dezember, December 3-5 and 12月3〜5日.
     bool joinsDays(std::size_t dash, Dash kind) const {
         if (kind != Dash::wave && lexemes_[dash].spaced) return false;
         std::size_t start = dash - 1;

@@ -30,7 +30,7 @@ Attempt<DayReading> DayShapes::weekdayNamed(std::size_t i) const {
     std::size_t next = i;
     if (const auto week = weekAt(i)) {
         named.weeks = week->weeks;
-        next = skipping(behindComma(week->end), DateWord::joint, DateWord::on);
+        next = skipping(afterComma(week->end), DateWord::joint, DateWord::on);
     } else if (is(next, DateWord::next)) {
         named.direction = value(next, DateWord::next);
         ++next;
@@ -40,7 +40,7 @@ Attempt<DayReading> DayShapes::weekdayNamed(std::size_t i) const {
     const auto* meaning = lexemes_[next].entry->find(DateWord::weekday);
     named.weekday = static_cast<unsigned>(meaning->value);
     const bool alone = led || !meaning->abbreviated;
-    next = meaning->abbreviated ? behindStop(next + 1) : next + 1;
+    next = meaning->abbreviated ? afterStop(next + 1) : next + 1;
     // "monday.com", "Friday's child"
     const bool stop = isSign(next, u'.') && at(next + 1) && touches(next + 1);
     if (touches(next) && (stop || isSign(next, u'\'') || isSign(next, u'\u2019'))) return std::nullopt;
@@ -49,13 +49,13 @@ Attempt<DayReading> DayShapes::weekdayNamed(std::size_t i) const {
         named.direction = value(next, DateWord::nextBehind);
         return Parsed<DayReading>{named, next + 1};
     }
-    const std::size_t weekStart = skipping(behindComma(next), DateWord::of, DateWord::article, DateWord::joint);
+    const std::size_t weekStart = skipping(afterComma(next), DateWord::of, DateWord::article, DateWord::joint);
     if (const auto week = weekAt(weekStart)) {
         named.weeks = week->weeks;
         return Parsed<DayReading>{named, week->end};
     }
     Attempt<DayReading> date =
-        calendarDate(skipping(behindComma(next), DateWord::article, DateWord::on, DateWord::joint));
+        calendarDate(skipping(afterComma(next), DateWord::article, DateWord::on, DateWord::joint));
     if (date) return date;
     return Parsed<DayReading>{named, next, alone};
 }
@@ -200,7 +200,7 @@ Attempt<DayReading> DayShapes::edgeAt(std::size_t i) const {
     }
     if (!is(next, DateWord::month)) return std::nullopt;
     NamedDay date{std::nullopt, static_cast<unsigned>(value(next, DateWord::month)), end ? 0u : 1u};
-    const std::size_t yearAt = behindComma(skipping(next + 1, DateWord::of));
+    const std::size_t yearAt = afterComma(skipping(next + 1, DateWord::of));
     if (const DateLexeme* named = year(yearAt); named && !named->openLeft) {
         date.year = named->value;
         return Parsed<DayReading>{date, yearAt + 1};

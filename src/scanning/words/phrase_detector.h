@@ -121,7 +121,7 @@ private:
         return words;
     }
 
-    // True when a digit stands before the place and a letter after it.
+    // True when a digit stands before the place and a letter stands there.
     static bool isInsideQuantity(std::u16string_view text, std::size_t place) {
         return place < text.size() && text[place - 1] >= u'0' && text[place - 1] <= u'9' && isLetter(text[place]);
     }

@@ -20,12 +20,12 @@ constexpr std::size_t bitsPerUnit = 16;
 
 using Predicate = bool (*)(char16_t);
 
-// In "(€40)" the sign stands between a bracket and a number.
+// True for a sign of money: in "(€40)" it stands between a bracket and a number.
 bool isCurrencySign(char16_t c) {
     return c == u'$' || (c >= 0x80 && u_charType(c) == U_CURRENCY_SYMBOL);
 }
 
-// Characters that mean something whatever they touch: operators, brackets, "=".
+// True for characters that mean something whatever they touch: operators, brackets, "=".
 bool isSign(char16_t c) {
     if (c < 0x80) return c > u' ' && !(isAsciiDigit(c) || (c >= u'A' && c <= u'Z') || (c >= u'a' && c <= u'z'));
     return (U_GET_GC_MASK(c) & (U_GC_SM_MASK | U_GC_P_MASK)) != 0;
@@ -46,12 +46,12 @@ void addSigns(std::u16string_view text, TextRange stretch, std::vector<TextRange
     result.push_back({start, stretch.end() - start});
 }
 
-// The signs of 10 to 10^12, which stand between a number and its unit without a blank.
+// True for the signs of 10 to 10^12, which stand between a number and its unit without a blank.
 bool isNumberKanji(char16_t c) {
     return std::u16string_view(u"\u5341\u767e\u5343\u4e07\u5104\u5146").find(c) != std::u16string_view::npos;
 }
 
-// Cuts them off the words that they begin after digits.
+// Cuts these signs off the words that they begin after digits.
 void splitNumberKanji(std::u16string_view text, std::vector<TextRange>& ranges) {
     for (std::size_t i = 1; i < ranges.size(); ++i) {
         const TextRange word = ranges[i];
@@ -157,7 +157,7 @@ void StringRangeDetector::cut(std::u16string_view text) {
 
 const std::vector<TextRange>& StringRangeDetector::wordRanges(std::u16string_view text) {
     const char16_t mode = simplified_ ? u's' : u'f';
-    // As bytes: views of 16-bit units are compared one by one.
+    // Compared as bytes, for views of 16-bit units are compared one unit at a time.
     if (latestKey_.size() == text.size() + 1 && latestKey_.front() == mode &&
         std::memcmp(latestKey_.data() + 1, text.data(), text.size() * sizeof(char16_t)) == 0)
         return latest_;

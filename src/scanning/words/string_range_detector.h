@@ -28,7 +28,7 @@ public:
     void setCacheEnabled(bool enabled);
 
 private:
-    // The ranges of a text together with its key, as small as they go: there is one for every line of a document.
+    // The ranges of a text together with its key, as small as possible: there is one for every line of a document.
     class PackedRanges {
     public:
         void pack(std::u16string_view key, const std::vector<TextRange>& ranges);
