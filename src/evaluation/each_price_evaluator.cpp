@@ -46,7 +46,8 @@ EachPriceEvaluator::EachPriceEvaluator(const Localizer& localizer, const UnitCon
     : unitConverter_(unitConverter),
       at_(localizer.variants(u"each_at.variants", u"Operations")),
       by_(localizer.variants(u"measured_by.variants", u"Operations")),
-      each_(localizer.variants(u"each.variants", u"Operations")) {}
+      each_(localizer.variants(u"each.variants", u"Operations")),
+      and_(localizer.variants(u"list_and.variants", u"Operations")) {}
 
 // True for the word between measures of length, or between a number and one: "10 ft by 12 ft", "3 by 4 m".
 bool EachPriceEvaluator::isBy(const ElementList& elements, std::size_t word) const {
@@ -67,51 +68,74 @@ bool EachPriceEvaluator::isBy(const ElementList& elements, std::size_t word) con
     return measured && counted;
 }
 
-// True for a number that begins an operand; where each piece is priced, words may stand before it, too.
-bool EachPriceEvaluator::isCount(const ElementList& elements, std::size_t index, bool each) const {
+// True for a number that begins an operand; one that is described may have words before it, too.
+bool EachPriceEvaluator::isCount(const ElementList& elements, std::size_t index, bool described) const {
     if (!isNumber(elements[index])) return false;
     const std::size_t before = neighbourOf(elements, index, -1);
     if (before == elements.size()) return true;
     const Value& value = elements[before].value;
     return runTypeOf(elements[before]) == RunType::label || value.has(Attribute::operation) ||
            value.has(Attribute::assignment) || value.is(Attribute::parenthesis, u"(") ||
-           (each && isPlainWords(elements[before]));
+           (described && isPlainWords(elements[before]));
+}
+
+// "and", "&" or a comma.
+bool EachPriceEvaluator::isAnd(const Element& element) const {
+    if (isOperator(element, u"and")) return true;
+    const std::u16string text = lowercased(trimmed(element.text()));
+    return element.value.isEmpty() && (text == u"," || std::find(and_.begin(), and_.end(), text) != and_.end());
 }
 
 // Replaces the words between a count and what one of it costs by a multiplication: "5 items at $12.50", "15 gal @
-// $3.459", "2 @ 3.75", "buy 4 at 12.5 each".
-void EachPriceEvaluator::multiplyPrice(const ElementList& elements, std::size_t index,
+// $3.459", "2 @ 3.75", "buy 4 at 12.5 each". `following` tells that one stands before, which is added to: "3 pizzas at
+// $14 and 2 salads at $9". False where nothing is priced.
+bool EachPriceEvaluator::multiplyPrice(const ElementList& elements, std::size_t index, bool following,
                                        ElementReplacer& replacer) const {
+    const std::size_t size = elements.size();
     std::size_t last = index;
     const std::size_t unit = neighbourOf(elements, index, 1);
-    const bool counts =
-        unit < elements.size() && (isUnitAlone(elements[unit]) || elements[unit].value.has(Attribute::scale));
+    const bool counts = unit < size && (isUnitAlone(elements[unit]) || elements[unit].value.has(Attribute::scale));
     if (counts && !isCurrencyAt(elements, unit, unitConverter_)) last = unit;
     std::size_t words = neighbourOf(elements, last, 1);
-    if (words == elements.size()) return;
+    if (words == size) return false;
+    // "2 kg de naranjas a 3 €"
+    const std::size_t of = words;
+    if (isOperator(elements[of], u"percent_of") && hasLetter(elements[of].text())) words = neighbourOf(elements, of, 1);
+    if (words == size) return false;
     std::u16string_view text = elements[words].text();
     std::size_t at = isPlainWords(elements[words]) || trimmed(text) == u"@" ? startOfLast(text, at_) : text.npos;
     std::size_t price = neighbourOf(elements, words, 1);
     // "5 pièces à 3 €": the last of the words is an operator elsewhere.
-    if (at == text.npos && price < elements.size() && isPlainWords(elements[words]) &&
+    if (at == text.npos && price < size && isPlainWords(elements[words]) &&
         elements[price].value.has(Attribute::operation) && startOfLast(elements[price].text(), at_) == 0) {
         words = price;
         text = elements[words].text();
         at = 0;
         price = neighbourOf(elements, words, 1);
     }
-    if (at == text.npos || price == elements.size()) return;
+    if (at == text.npos || price == size) return false;
     const bool each = isPricedEach(elements, price);
     const bool money = isMoney(elements, price);
-    const bool priced = money || (isNumber(elements[price]) &&
-                                  (each || text.find(u'@') != text.npos || isPriceOfMeasure(elements, last, price)));
-    if (!priced || !isCount(elements, index, each)) return;
+    const bool sign = text.find(u'@') != text.npos;
+    // "45 min @ 6 min/km" has no price.
+    const std::size_t after = neighbourOf(elements, price, 1);
+    const bool measured = after < size && isUnitAlone(elements[after]);
+    const bool priced =
+        money || (isNumber(elements[price]) && !measured && (each || sign || isPriceOfMeasure(elements, last, price)));
+    const bool described = each || (sign && (at > 0 || last != index));
+    const std::size_t link = neighbourOf(elements, index, -1);
+    const bool added = following && link < size && isAnd(elements[link]);
+    if (!priced || (!added && !isCount(elements, index, described))) return false;
+    if (added) replacer.replace({link, 1}).append(asOperator(u"+", elements[link].text()));
     // "3 kg @ 2.50" are no kilograms.
     if (!money && last != index && elements[last].value.has(Attribute::unit))
         replacer.replace({last, 1}).append(plainText(elements[last].text()));
+    if (of != words && elements[of].value.has(Attribute::operation))
+        replacer.replace({of, 1}).append(plainText(elements[of].text()));
     ElementList& result = replacer.replace({words, 1});
     if (at > 0) result.append(plainText(text.substr(0, at)));
     result.append(asOperator(u"*", text.substr(at)));
+    return true;
 }
 
 // True for a number with cents after a measure that is not one of time: "48 l at 1.79".
@@ -153,7 +177,7 @@ std::optional<ElementList> EachPriceEvaluator::evaluate(const ElementList& eleme
     if (std::all_of(all.begin(), all.end(), [](const ElementPointer& e) { return !e->value.isEmpty() || isBlank(*e); }))
         return std::nullopt;
     ElementReplacer replacer(elements);
-    bool value = false;
+    bool value = false, priced = false;  // one stands before
     for (std::size_t i = 0; i < elements.size(); ++i) {
         value = value || elements[i].value.has(Attribute::decimal);
         if (value && isBy(elements, i)) {
@@ -168,7 +192,7 @@ std::optional<ElementList> EachPriceEvaluator::evaluate(const ElementList& eleme
             result.append(asOperator(u"*", elements.slice(before + 1, i + 1).text()));
             continue;
         }
-        if (isNumber(elements[i])) multiplyPrice(elements, i, replacer);
+        if (isNumber(elements[i])) priced = multiplyPrice(elements, i, priced, replacer) || priced;
     }
     return replacer.finished();
 }

@@ -20,15 +20,16 @@ public:
     std::optional<ElementList> evaluate(const ElementList&, Context&, const EvaluationContext&) const override;
 
 private:
-    bool isCount(const ElementList& elements, std::size_t index, bool each) const;
-    void multiplyPrice(const ElementList& elements, std::size_t index, ElementReplacer& replacer) const;
+    bool isCount(const ElementList& elements, std::size_t index, bool described) const;
+    bool isAnd(const Element& element) const;
+    bool multiplyPrice(const ElementList& elements, std::size_t index, bool following, ElementReplacer& replacer) const;
     bool isPriceOfMeasure(const ElementList& elements, std::size_t unit, std::size_t price) const;
     bool isPricedEach(const ElementList& elements, std::size_t price) const;
     bool isMoney(const ElementList& elements, std::size_t index) const;
     bool isBy(const ElementList& elements, std::size_t word) const;
 
     const UnitConverter& unitConverter_;
-    const std::vector<std::u16string> at_, by_, each_;
+    const std::vector<std::u16string> at_, by_, each_, and_;
 };
 
 }  // namespace vemo

@@ -82,7 +82,7 @@ bool isMeasure(const Element& element) {
 // Words, or what stands for nothing where dots are.
 bool isIdle(const Element& element) {
     const Value& value = element.value;
-    return value.isEmpty() || isUnitAlone(element) || (value.has(Attribute::operation) && hasLetter(element.text()));
+    return value.isEmpty() || isMeasure(element) || (value.has(Attribute::operation) && hasLetter(element.text()));
 }
 
 // One line against one pattern: every slot takes as little as it can.
@@ -131,7 +131,7 @@ private:
         const bool last = piece + 1 == pieces_.size();
         for (std::size_t k = i; k < end_; ++k) {
             any = any || elements_[k].value.has(Attribute::decimal) || elements_[k].value.has(Attribute::date);
-            const bool ends = any && !last && !isBlank(elements_[k]) && !isCut(k + 1);
+            const bool ends = any && !last && !isBlank(elements_[k]) && (isBeforeWords(piece) || !isCut(k + 1));
             if (ends && take(piece, i, k + 1)) return true;
         }
         return any && last && take(piece, i, end_);
@@ -139,6 +139,11 @@ private:
 
     bool isBeforeUnit(std::size_t piece) const {
         return piece + 1 < pieces_.size() && pieces_[piece + 1].kind == Kind::unit;
+    }
+
+    // The unit may be the first of these words: "250 um 12 %", "10 to 15 % change".
+    bool isBeforeWords(std::size_t piece) const {
+        return pieces_[piece + 1].kind == Kind::words && !pieces_[piece + 1].openBefore;
     }
 
     // A number stands before, and its unit after.
@@ -164,7 +169,7 @@ private:
         std::vector<std::size_t> ends;
         for (std::size_t k = i; k < end_ && (open || text.size() <= longest); ++k) {
             const Value& value = elements_[k].value;
-            if (open && (value.has(Attribute::decimal) || value.has(Attribute::date))) break;
+            if (open && (value.has(Attribute::decimal) || value.has(Attribute::date) || isPercent(elements_[k]))) break;
             text += elements_[k].text();
             if (!holds(wording(text), words)) continue;
             ends.push_back(k + 1);

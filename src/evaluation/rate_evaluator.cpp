@@ -5,6 +5,7 @@
 
 #include "evaluation/element_tests.h"
 #include "evaluation/structure_evaluators.h"
+#include "records/remarks.h"
 
 namespace vemo {
 
@@ -31,8 +32,8 @@ bool isRoundLot(const DecimalNumber& count) {
 // One pass over a line, from the right to the left, so that "540 km / 90 km/h" is a quantity over a rate.
 class RateReader {
 public:
-    RateReader(const ElementList& elements, const UnitManager& units, const UnitConverter& converter)
-        : given_(elements), units_(units), converter_(converter) {}
+    RateReader(const ElementList& elements, const UnitManager& units, const UnitConverter& converter, Context& context)
+        : given_(elements), units_(units), converter_(converter), context_(context) {}
 
     std::optional<ElementList> read() {
         if (units_.hasRateAfterWords()) readAfterWords();
@@ -69,6 +70,8 @@ private:
         if (!changed_) changed_ = given_;
         changed_->replace(from, to - from, makeElement(std::move(value), text));
     }
+
+    bool isRateWordAt(std::size_t i) const { return units_.isRateWord(trimmed(list()[i].text())); }
 
     // True for a unit that is written together with the word of a rate: "15 € de l'heure".
     static bool hasOwnWord(const Element& element) {
@@ -114,6 +117,8 @@ private:
             if (lot || (money && !stroke)) left = upper;
         }
         if (left == none) return i;
+        if (!counted && isBareUnit(list()[left]) && isTime(unitAt(left)) && isTime(lower))
+            if (const auto place = readConversionOfRate(left, sign, i)) return *place;
         // "5 € a la semana", "10 km a millas": a conversion word is that, but where time is money.
         const auto mayBe = [&](std::u16string_view upper) {
             if (upper == lower || !converter_.baseUnit(upper)) return false;
@@ -137,6 +142,27 @@ private:
         const std::u16string id = RateUnit::id(unitAt(money), lower, count);
         put(sign, i + 1, Value(Attribute::unit, id));
         put(money, money + 1, Value());
+        return sign;
+    }
+
+    // "£32,000 a year per month": of the two times, the first belongs to the rate, and it is asked for in the other.
+    std::optional<std::size_t> readConversionOfRate(std::size_t left, std::size_t sign, std::size_t i) {
+        const std::size_t rate = before(left);
+        const bool isRate = rate != none && (isOperator(list()[rate], u"/") || isRateWordAt(rate));
+        std::size_t upper = isRate ? before(rate) : none;
+        if (upper != none && isNumberWithoutUnit(list()[upper])) upper = before(upper);
+        if (upper == none || !(isBareUnit(list()[upper]) || isQuantity(list()[upper])) || isTime(unitAt(upper)) ||
+            !converter_.baseUnit(unitAt(upper)))
+            return std::nullopt;
+        // "$25 an hour per week" asks for the hours of work, which are not told.
+        const std::u16string_view asked = unitAt(left);
+        if (asked == u"hour" || asked == u"minute" || asked == u"second") {
+            remarksOf(context_).note(NoteKind::notConverted, list().trimmedRangeOf(sign, i + 1));
+            return i;
+        }
+        const std::u16string id = RateUnit::id(unitAt(upper), unitAt(i), DecimalNumber::fromInt64(1));
+        put(i, i + 1, Value(Attribute::unit, id));
+        put(sign, sign + 1, Value(Attribute::operation, u"in"));
         return sign;
     }
 
@@ -233,14 +259,15 @@ private:
     const ElementList& given_;
     const UnitManager& units_;
     const UnitConverter& converter_;
+    Context& context_;
     std::optional<ElementList> changed_;
 };
 
 }  // namespace
 
-std::optional<ElementList> RateEvaluator::evaluate(const ElementList& elements, Context&,
+std::optional<ElementList> RateEvaluator::evaluate(const ElementList& elements, Context& context,
                                                    const EvaluationContext&) const {
-    return RateReader(elements, units_, converter_).read();
+    return RateReader(elements, units_, converter_, context).read();
 }
 
 }  // namespace vemo
