@@ -21,7 +21,18 @@ constexpr struct {
     {u"net.phrases", u"( {value} ) is_percent_on {percent}"},
     {u"tax_part.phrases", u"( {value} ) - ( ( {value} ) is_percent_on {percent} )"},
     {u"gross.phrases", u"( {value} ) + {percent}"},
+    // An annuity: the amount times r / (1 - (1 + r)^-n), for n payments and the interest r between two.
+    {u"payment_in_years.phrases",
+     u"( {value} ) * ( {percent} / 12 ) / ( 1 - ( 1 + {percent} / 12 ) ^ ( 0 - {number} * 12 ) )"},
+    {u"payment_in_months.phrases",
+     u"( {value} ) * ( {percent} / 12 ) / ( 1 - ( 1 + {percent} / 12 ) ^ ( 0 - {number} ) )"},
+    {u"compound_interest.phrases", u"( {value} ) * ( 1 + {percent} ) ^ {number}"},
+    {u"simple_interest.phrases", u"( {value} ) * {percent} * {number}"},
     {u"price_of_one.phrases", u"{quantity} / {number}"},
+    {u"price_of_more.phrases", u"{quantity} / {number} * {number2}"},
+    {u"distance.phrases", u"( {value} ) * {quantity}"},
+    {u"travel_time.phrases", u"{quantity} / ( {value} )"},
+    {u"remainder.phrases", u"{number} mod {number2}"},
     {u"less_than.phrases", u"- {quantity} + {value}"},
     {u"less_than_number.phrases", u"- {number} + {value}"},
     {u"percent_change_asked.phrases", u"{value} percent_change {value2}"},
@@ -45,6 +56,7 @@ constexpr struct {
 
 // Of a part of a reading that is no slot.
 Value meaningOf(std::u16string_view part) {
+    if (digitValue(part.front()) >= 0) return Value(DecimalNumber::parse(part));
     const bool bracket = part == u"(" || part == u")";
     return Value(bracket ? Attribute::parenthesis : Attribute::operation, part);
 }

@@ -20,7 +20,7 @@ public:
     std::optional<ElementList> evaluate(const ElementList&, Context&, const EvaluationContext&) const override;
 
 private:
-    // A slot of the pattern, or what stands beside it: an operator or a bracket.
+    // A slot of the pattern, or what stands beside it: an operator, a bracket or a number.
     struct Part {
         std::optional<std::size_t> slot;
         Value value;

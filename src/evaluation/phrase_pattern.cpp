@@ -104,7 +104,8 @@ public:
             case Kind::words:
                 return words(piece, i);
             case Kind::number:
-                return isNumberWithoutUnit(element) && (isBeforeUnit(piece) || !isCut(i + 1)) && take(piece, i, i + 1);
+                return isNumberWithoutUnit(element) && (isBeforeUnit(piece) || isBeforeWords(piece) || !isCut(i + 1)) &&
+                       take(piece, i, i + 1);
             case Kind::date:
                 return element.value.has(Attribute::date) && take(piece, i, i + 1);
             case Kind::unit:
@@ -143,16 +144,20 @@ private:
 
     // The unit may be the first of these words: "250 um 12 %", "10 to 15 % change".
     bool isBeforeWords(std::size_t piece) const {
-        return pieces_[piece + 1].kind == Kind::words && !pieces_[piece + 1].openBefore;
+        return piece + 1 < pieces_.size() && pieces_[piece + 1].kind == Kind::words && !pieces_[piece + 1].openBefore;
     }
 
-    // A number stands before, and its unit after.
+    // A number, or a scale such as "million", stands before, and its scale or unit after.
     bool isCut(std::size_t i) const {
         const std::size_t next = neighbourOf(elements_, i - 1, 1);
-        if (next >= end_ || !isUnitAlone(elements_[next]) || !isNumberWithoutUnit(elements_[i - 1])) return false;
-        // The sign of another amount.
+        const Value& before = elements_[i - 1].value;
+        if (next >= end_ || elements_[next].value.has(Attribute::decimal) ||
+            (!isNumberWithoutUnit(elements_[i - 1]) && !before.has(Attribute::scale)))
+            return false;
+        if (elements_[next].value.has(Attribute::scale)) return true;
+        // The sign of another amount cuts none.
         const bool sign = next + 1 < end_ && isNumberWithoutUnit(elements_[next + 1]);
-        return !sign || next == i;
+        return elements_[next].value.has(Attribute::unit) && (!sign || next == i);
     }
 
     bool idle(std::size_t piece, std::size_t i) {
@@ -177,7 +182,9 @@ private:
             for (++k; k < end_ && isIdle(elements_[k]); ++k) ends.push_back(k + 1);
             break;
         }
-        return std::any_of(ends.rbegin(), ends.rend(), [&](std::size_t end) { return take(piece, i, end); });
+        // Dots stand for as little as they can, but of words the longest are taken.
+        if (!words.openAfter) std::reverse(ends.begin(), ends.end());
+        return std::any_of(ends.begin(), ends.end(), [&](std::size_t end) { return take(piece, i, end); });
     }
 
     // A number with such a unit, in one element or two.
