@@ -62,10 +62,10 @@ void Calculator::initialize() {
          }},
         {"initializeEvaluators",
          [&] {
-             registerEvaluators(evaluators_,
-                                {numerals_.locale(), localizer_, stringRangeDetector_,
-                                 online_ && online_->geoNames() ? nullptr : &placeNames_, operationCalculator_,
-                                 functionManager_, scaleManager_, unitManager_, unitConverter_, percentageWords_});
+             registerEvaluators(evaluators_, {numerals_.locale(), localizer_, stringRangeDetector_,
+                                              online_ && online_->geoNames() ? nullptr : &placeNames_,
+                                              operationCalculator_, functionManager_, scaleManager_, unitManager_,
+                                              unitConverter_, percentageWords_, environment_.log});
          }},
         {"initializeFormatters",
          [&] {

@@ -39,7 +39,7 @@ void registerEvaluators(EvaluatorList& evaluators, const EvaluatorParts& parts) 
     evaluators.add(std::make_shared<DurationEvaluator>());
     evaluators.add(std::make_shared<FractionEvaluator>(parts.unitConverter));
     evaluators.add(std::make_shared<CompoundMeasureEvaluator>(parts.localizer));
-    evaluators.add(std::make_shared<PhraseEvaluator>(parts.localizer));
+    evaluators.add(std::make_shared<PhraseEvaluator>(parts.localizer, parts.log));
     evaluators.add(std::make_shared<UnansweredEvaluator>(parts.localizer));
     evaluators.add(std::make_shared<TimeDifferenceEvaluator>(parts.localizer, parts.places));
     evaluators.add(std::make_shared<EachPriceEvaluator>(parts.localizer, parts.unitConverter));

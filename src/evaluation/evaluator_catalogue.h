@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <functional>
 #include <memory>
+#include <string_view>
 
 #include "evaluation/evaluator.h"
 #include "vemo/sorted_list.h"
@@ -33,6 +35,7 @@ struct EvaluatorParts {
     const UnitManager& units;
     const UnitConverter& unitConverter;
     const PercentageWords& percentageWords;
+    const std::function<void(std::string_view)>& log;  // is told of phrases that can't be read; may be empty
 };
 
 // Adds every evaluator, in the order in which they run.

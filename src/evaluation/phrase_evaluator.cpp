@@ -89,10 +89,19 @@ void appendRead(const Element& element, ElementList& list) {
 
 }  // namespace
 
-PhraseEvaluator::PhraseEvaluator(const Localizer& localizer) {
+PhraseEvaluator::PhraseEvaluator(const Localizer& localizer, const std::function<void(std::string_view)>& log)
+    : localizer_(localizer), log_(log) {}
+
+const std::vector<PhraseEvaluator::Phrase>& PhraseEvaluator::phrases() const {
+    if (phrases_) return *phrases_;
+    phrases_.emplace();
     for (const auto& row : readings)
-        for (const std::u16string& pattern : localizer.variants(row.key, u"Phrases"))
-            if (auto made = phrase(withLists(pattern, localizer), row.reading)) phrases_.push_back(*std::move(made));
+        for (const std::u16string& pattern : localizer_.variants(row.key, u"Phrases"))
+            if (auto made = phrase(withLists(pattern, localizer_), row.reading))
+                phrases_->push_back(*std::move(made));
+            else if (log_)
+                log_("a phrase can't be read: " + toUtf8(row.key) + ": " + toUtf8(pattern));
+    return *phrases_;
 }
 
 std::optional<PhraseEvaluator::Phrase> PhraseEvaluator::phrase(std::u16string_view text, std::u16string_view reading) {
@@ -118,7 +127,7 @@ std::optional<ElementList> PhraseEvaluator::evaluate(const ElementList& elements
                                                      const EvaluationContext&) const {
     if (!hasWords(elements)) return std::nullopt;
     const PhrasePattern::Line line(elements);
-    for (const Phrase& phrase : phrases_) {
+    for (const Phrase& phrase : phrases()) {
         const auto ranges = phrase.pattern.match(line);
         if (!ranges) continue;
         if (!phrase.reading.empty()) return rewritten(line, phrase, *ranges);

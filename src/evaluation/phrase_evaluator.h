@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <functional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "evaluation/evaluator.h"
@@ -15,7 +17,8 @@ class Localizer;
 // anew with operators; what is calculated stands in the table of readings, the ways of putting it in the phrase tables.
 class PhraseEvaluator : public Evaluator {
 public:
-    explicit PhraseEvaluator(const Localizer& localizer);
+    // `log`, which may be empty, is told of patterns that can't be read.
+    PhraseEvaluator(const Localizer& localizer, const std::function<void(std::string_view)>& log);
     std::u16string_view name() const override { return u"PhraseEvaluator"; }
     std::optional<ElementList> evaluate(const ElementList&, Context&, const EvaluationContext&) const override;
 
@@ -34,7 +37,11 @@ private:
     static ElementList rewritten(const PhrasePattern::Line& line, const Phrase& phrase,
                                  const std::vector<ElementRange>& ranges);
 
-    std::vector<Phrase> phrases_;
+    const std::vector<Phrase>& phrases() const;
+
+    const Localizer& localizer_;
+    const std::function<void(std::string_view)>& log_;
+    mutable std::optional<std::vector<Phrase>> phrases_;  // made for the first line that has words
 };
 
 }  // namespace vemo
