@@ -61,12 +61,12 @@ inline bool hasPlainWords(const ElementList& elements) {
     return std::any_of(all.begin(), all.end(), [](const ElementPointer& e) { return isPlainWords(*e); });
 }
 
-// The same, or an operator that is a word.
-inline bool hasWords(const ElementList& elements) {
-    const auto& all = elements.pointers();
-    return std::any_of(all.begin(), all.end(), [](const ElementPointer& e) {
-        return isPlainWords(*e) || (e->value.has(Attribute::operation) && hasLetter(e->text()));
-    });
+// The same from a place on, or an operator that is a word.
+inline bool hasWords(const ElementList& elements, std::size_t from) {
+    for (std::size_t i = from; i < elements.size(); ++i)
+        if (isPlainWords(elements[i]) || (elements[i].value.has(Attribute::operation) && hasLetter(elements[i].text())))
+            return true;
+    return false;
 }
 
 // The next element in a direction, `step` being 1 or -1, that is no blank; the number of elements when there is none.

@@ -92,16 +92,15 @@ void appendRead(const Element& element, ElementList& list) {
 PhraseEvaluator::PhraseEvaluator(const Localizer& localizer, const std::function<void(std::string_view)>& log)
     : localizer_(localizer), log_(log) {}
 
-const std::vector<PhraseEvaluator::Phrase>& PhraseEvaluator::phrases() const {
-    if (phrases_) return *phrases_;
-    phrases_.emplace();
+void PhraseEvaluator::readTables() const {
     for (const auto& row : readings)
         for (const std::u16string& pattern : localizer_.variants(row.key, u"Phrases"))
-            if (auto made = phrase(withLists(pattern, localizer_), row.reading))
-                phrases_->push_back(*std::move(made));
-            else if (log_)
+            if (auto made = phrase(withLists(pattern, localizer_), row.reading)) {
+                filters_.push_back(made->pattern.filter());
+                phrases_.push_back(*std::move(made));
+            } else if (log_) {
                 log_("a phrase can't be read: " + toUtf8(row.key) + ": " + toUtf8(pattern));
-    return *phrases_;
+            }
 }
 
 std::optional<PhraseEvaluator::Phrase> PhraseEvaluator::phrase(std::u16string_view text, std::u16string_view reading) {
@@ -125,9 +124,13 @@ std::optional<PhraseEvaluator::Phrase> PhraseEvaluator::phrase(std::u16string_vi
 
 std::optional<ElementList> PhraseEvaluator::evaluate(const ElementList& elements, Context& context,
                                                      const EvaluationContext&) const {
-    if (!hasWords(elements)) return std::nullopt;
-    const PhrasePattern::Line line(elements);
-    for (const Phrase& phrase : phrases()) {
+    const std::size_t start = startOfValue(elements);
+    if (!hasWords(elements, start)) return std::nullopt;
+    if (phrases_.empty()) readTables();
+    const PhrasePattern::Line line(elements, start);
+    for (std::size_t i = 0; i < phrases_.size(); ++i) {
+        if (!filters_[i].admits(line)) continue;
+        const Phrase& phrase = phrases_[i];
         const auto ranges = phrase.pattern.match(line);
         if (!ranges) continue;
         if (!phrase.reading.empty()) return rewritten(line, phrase, *ranges);

@@ -37,11 +37,13 @@ private:
     static ElementList rewritten(const PhrasePattern::Line& line, const Phrase& phrase,
                                  const std::vector<ElementRange>& ranges);
 
-    const std::vector<Phrase>& phrases() const;
+    void readTables() const;
 
     const Localizer& localizer_;
     const std::function<void(std::string_view)>& log_;
-    mutable std::optional<std::vector<Phrase>> phrases_;  // made for the first line that has words
+    // Made for the first line that has words.
+    mutable std::vector<Phrase> phrases_;
+    mutable std::vector<PhrasePattern::Filter> filters_;  // of the phrases
 };
 
 }  // namespace vemo

@@ -35,6 +35,10 @@ std::uint64_t bitOf(char16_t letter) {
     return std::uint64_t(1) << (lowercasedUnit(letter) % 64);
 }
 
+std::uint64_t bitOf(std::u16string_view operatorId) {
+    return std::uint64_t(1) << ((operatorId.front() + 7 * operatorId.back() + 13 * operatorId.size()) % 64);
+}
+
 // The words between two slots, with every choice in brackets: all the ways of writing them.
 class Wordings {
 public:
@@ -70,13 +74,15 @@ std::optional<PhrasePattern> PhrasePattern::parsed(std::u16string_view text) {
     Wordings wordings;
     Piece piece;          // of words
     bool dotted = false;  // dots stand right before
+    std::size_t choices = 0;
     const auto endChoice = [&] {
         if (wordings.empty()) return true;
         std::vector<std::u16string> words = wordings.taken();
         std::stable_sort(words.begin(), words.end(), [](const auto& a, const auto& b) { return a.size() > b.size(); });
         std::uint64_t letters = 0;
         for (const std::u16string& word : words) letters |= word.empty() ? 0 : bitOf(word.front());
-        pattern.letters_.push_back(letters);
+        if (choices < Filter::choicesTested) pattern.filter_.letters[choices++] = letters;
+        if (!dotted && piece.words.empty() && pattern.pieces_.empty()) pattern.filter_.first = letters;
         if (piece.words.empty()) piece.openBefore = dotted;
         dotted = false;
         piece.words.push_back(std::move(words));
@@ -111,21 +117,50 @@ std::optional<PhrasePattern> PhrasePattern::parsed(std::u16string_view text) {
         }
         if (!endWords() || inside.empty()) return std::nullopt;
         pattern.pieces_.push_back({kindOf(inside), std::u16string(inside)});
+        pattern.note(pattern.pieces_.back());
     }
     const auto says = [](const Piece& p) { return p.kind == Kind::words || p.kind == Kind::operation; };
     if (!endWords() || std::none_of(pattern.pieces_.begin(), pattern.pieces_.end(), says)) return std::nullopt;
     return pattern;
 }
 
-PhrasePattern::Line::Line(const ElementList& list) : elements(list), start(startOfValue(list)) {
+// What a slot needs of a line.
+void PhrasePattern::note(const Piece& slot) {
+    const auto need = [&](Attribute attribute) {
+        filter_.attributes = static_cast<std::uint16_t>(filter_.attributes | Value::bit(attribute));
+    };
+    const bool valued = slot.kind != Kind::operation && slot.kind != Kind::unit && slot.kind != Kind::tail;
+    if (valued) ++filter_.values;
+    if (slot.kind == Kind::operation) filter_.operators |= bitOf(slot.name);
+    if (slot.kind == Kind::percent) filter_.percent = true;
+    if (slot.kind == Kind::date) need(Attribute::date);
+    if (slot.kind == Kind::quantity || slot.kind == Kind::unit) need(Attribute::unit);
+}
+
+bool PhrasePattern::Filter::admits(const Line& line) const {
+    return (first & line.first) != 0 && values <= line.values && (letters[0] & line.letters) != 0 &&
+           (!percent || line.percent) && (letters[1] & line.letters) != 0 && (letters[2] & line.letters) != 0 &&
+           (operators & ~line.operators) == 0 && (attributes & ~line.elements.attributes()) == 0;
+}
+
+PhrasePattern::Line::Line(const ElementList& list, std::size_t from) : elements(list), start(from) {
     end = std::min(lastWritten(list) + 1, list.size());
-    bool begins = true;
-    for (std::size_t i = start; i < end; ++i)
-        for (const char16_t c : list[i].text()) {
-            if (begins || isCjk(c)) letters |= bitOf(c);
-            begins = !isLetter(c);
-        }
     while (start < end && isBlank(list[start])) ++start;
+    bool begins = true;
+    for (std::size_t i = start; i < end; ++i) {
+        const Element& element = list[i];
+        const auto id = element.value.string(Attribute::operation);
+        if (id) operators |= bitOf(*id);
+        percent = percent || element.value.is(Attribute::unit, u"percent");
+        if (element.value.has(Attribute::decimal) || element.value.has(Attribute::date)) ++values;
+        for (const char16_t c : element.text()) {
+            const bool letter = isLetter(c);
+            if (letter ? begins || isCjk(c) : c == u'%') letters |= bitOf(c);
+            if (i == start && first == 0) first = letters;
+            begins = !letter;
+        }
+    }
+    if (first == 0) first = bitOf(u'@');  // no pattern begins so
 }
 
 std::optional<std::size_t> PhrasePattern::slot(std::u16string_view name) const {
@@ -135,9 +170,7 @@ std::optional<std::size_t> PhrasePattern::slot(std::u16string_view name) const {
 }
 
 std::optional<std::vector<ElementRange>> PhrasePattern::match(const Line& line) const {
-    const bool mayMatch = std::all_of(letters_.begin(), letters_.end(),
-                                      [&](std::uint64_t letters) { return (letters & line.letters) != 0; });
-    if (!mayMatch || line.end - line.start > mostElements) return std::nullopt;
+    if (!filter_.admits(line) || line.end - line.start > mostElements) return std::nullopt;
     return searchedPieces(line, pieces_);
 }
 

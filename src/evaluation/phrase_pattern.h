@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -34,12 +35,32 @@ public:
     // A line, and what all patterns ask of it.
     struct Line {
         const ElementList& elements;
-        std::size_t start, end;     // of what is calculated
-        std::uint64_t letters = 0;  // that words begin with, a bit for several each
+        std::size_t start, end;  // of what is calculated
+        // A bit stands for several letters or operators each.
+        std::uint64_t first = 0, letters = 0, operators = 0;
+        std::size_t values = 0;  // numbers and dates
+        bool percent = false;
 
-        explicit Line(const ElementList& list);
+        // What is calculated begins at `from`.
+        Line(const ElementList& list, std::size_t from);
     };
 
+    // What a line must have for a pattern to be worth the search. It costs next to nothing for the many that don't.
+    struct Filter {
+        static constexpr std::size_t choicesTested = 3;
+
+        std::uint64_t first = ~std::uint64_t(0);           // that it may begin with
+        std::array<std::uint64_t, choicesTested> letters;  // that the first choices of words begin with
+        std::uint64_t operators = 0;
+        std::uint16_t attributes = 0;
+        std::uint16_t values = 0;
+        bool percent = false;
+
+        Filter() { letters.fill(~std::uint64_t(0)); }
+        bool admits(const Line& line) const;
+    };
+
+    const Filter& filter() const { return filter_; }
     const std::vector<Piece>& pieces() const { return pieces_; }
     // The place of a slot among the pieces; nothing for a name that the pattern lacks.
     std::optional<std::size_t> slot(std::u16string_view name) const;
@@ -47,8 +68,10 @@ public:
     std::optional<std::vector<ElementRange>> match(const Line& line) const;
 
 private:
+    void note(const Piece& slot);
+
+    Filter filter_;
     std::vector<Piece> pieces_;
-    std::vector<std::uint64_t> letters_;  // that words begin with, for each choice
 };
 
 }  // namespace vemo

@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include "evaluation/phrase_evaluator.h"
+#include "evaluation/element_tests.h"
 #include "scanning/words/localizer.h"
 #include "support/calculators.h"
 
@@ -28,7 +28,7 @@ std::string read(std::u16string_view pattern, std::vector<ElementPointer> elemen
     const auto parsed = PhrasePattern::parsed(pattern);
     if (!parsed) return "no pattern";
     const ElementList list(std::move(elements));
-    const auto ranges = parsed->match(PhrasePattern::Line(list));
+    const auto ranges = parsed->match(PhrasePattern::Line(list, startOfValue(list)));
     if (!ranges) return "no match";
     std::u16string result;
     for (const ElementRange& range : *ranges) {
