@@ -15,12 +15,20 @@ namespace vemo {
 
 namespace {
 
+using OperationPointer = std::shared_ptr<const Operation>;
+
+template <class T>
+OperationPointer make() {
+    return std::make_shared<T>();
+}
+
 struct OperatorRow {
     std::u16string_view id;
     std::u16string_view phrases;  // a key of the table, or the one phrase when there is no table
     std::u16string_view table;
     std::u16string_view symbols;  // each of one character
     int priority;
+    OperationPointer (*operation)() = nullptr;  // of an operator that has one, which uses no catalogue
 };
 
 constexpr OperatorRow operatorRows[] = {
@@ -29,8 +37,8 @@ constexpr OperatorRow operatorRows[] = {
     {u"-", u"minus.variants", u"Operations", u"-\u2012\u2013\u2014\u2015\u2212", 100},
     {u"*", u"multiply.variants", u"Operations", u"*\u2715\u00d7", 200},
     {u"/", u"divide.variants", u"Operations", u"/\u00f7", 200},
-    {u"^", u"power.variants", u"Operations", u"^\u02c6", 300},
-    {u"mod", u"mod", u"", u"", 200},
+    {u"^", u"power.variants", u"Operations", u"^\u02c6", 300, make<ExponentOperation>},
+    {u"mod", u"mod", u"", u"", 200, make<ModuloOperation>},
     {u"and", u"", u"", u"&", 200},  // the word "and" is no operator
     {u"or", u"or", u"", u"|", 200},
     {u"xor", u"xor", u"", u"", 200},
@@ -94,8 +102,8 @@ void registerOperations(OperationCollection& operations, const UnitConverter& un
     operations.add(u"/", std::make_shared<RateDivisionOperation>(unitConverter));
     operations.add(u"/", std::make_shared<DecimalDivisionOperation>());
     operations.add(u"-", std::make_shared<DateSubtractionOperation>());
-    operations.add(u"^", std::make_shared<ExponentOperation>());
-    operations.add(u"mod", std::make_shared<ModuloOperation>());
+    for (const OperatorRow& row : operatorRows)
+        if (row.operation) operations.add(row.id, row.operation());
     registerBitOperations(operations);
     registerPercentagePhrases(operations, unitConverter);
     registerDateRelations(operations, unitConverter);
