@@ -11,6 +11,7 @@
 #include "evaluation/geo_names_parser.h"
 #include "evaluation/implicit_product_evaluator.h"
 #include "evaluation/joined_digits_evaluator.h"
+#include "evaluation/labelled_result_evaluator.h"
 #include "evaluation/line_marks_evaluator.h"
 #include "evaluation/number_word_evaluator.h"
 #include "evaluation/phrase_evaluator.h"
@@ -72,6 +73,7 @@ void registerEvaluators(EvaluatorList& evaluators, const EvaluatorParts& parts) 
     evaluators.add(
         std::make_shared<PriceEvaluator>(parts.unitConverter, parts.operationCalculator, parts.percentageWords));
     evaluators.add(std::make_shared<EmptyValueSanitizer>());
+    evaluators.add(std::make_shared<LabelledResultEvaluator>());
 }
 
 }  // namespace vemo

@@ -84,6 +84,16 @@ bool isParticle(const Element& element) {
     return trimmed(element.text()) == u"\u306e";
 }
 
+// Where a number with the sign of hours right after it ends before a conversion, the place of the number: "15h à
+// Tokyo".
+std::optional<std::size_t> hoursBefore(const ElementList& elements, std::size_t conversion) {
+    const std::size_t unit = neighbourOf(elements, conversion, -1);
+    if (unit >= conversion || unit == 0 || !elements[unit].value.is(Attribute::unit, u"hour") ||
+        !isUnitAlone(elements[unit]) || !isWholeNumber(elements[unit - 1]))
+        return std::nullopt;
+    return unit - 1;
+}
+
 ElementList unknownPlace(const ElementList& elements, std::size_t from, std::size_t to, Context& context) {
     const std::u16string words = elements.slice(from, to).text();
     remarksOf(context).reason(ReasonCode::unknownPlace, trimmed(words));
@@ -148,9 +158,21 @@ std::optional<ElementList> GeoNamesParser::withKnownPlaces(const ElementList& el
         while (to > from && !replace(from, to)) --to;
         return to;
     };
+    const auto isKnownPlace = [&](std::size_t from) {
+        for (std::size_t to = from + 1; to <= elements.size() && to - from <= mostElements; ++to) {
+            const std::u16string text = elements.slice(from, to).text();
+            if (places_->zoneOf(trimmed(text))) return true;
+        }
+        return false;
+    };
     bool timeBefore = false;
     std::size_t start = 0;  // of what may be a place before "time"
     for (std::size_t i = 0; i < elements.size(); ++i) {
+        if (const auto hours = isConversion(elements[i]) && !timeBefore ? hoursBefore(elements, i) : std::nullopt;
+            hours && isKnownPlace(i + 1)) {
+            replacer.replace({*hours, 0}).append(makeElement(Value(Attribute::operation, u"clock"), {}));
+            timeBefore = true;
+        }
         if (isWrittenTime(elements[i])) {
             // "London 9am", "9am London", "17h30 à l'heure de Pékin"
             const std::size_t next = neighbourOf(elements, i, 1);

@@ -49,14 +49,18 @@ constexpr struct {
     {u"increase.phrases", u"{value} + {value2}"},
     {u"decrease.phrases", u"{value} - {value2}"},
     {u"split.phrases", u"( {value} ) / {number} {tail}"},
+    {u"split_all.phrases", u"( {value} + {percent} ) / {number}"},
     {u"share_among.phrases", u"{value} / {number}"},
     {u"share.phrases", u"{value} / {value2}"},
+    {u"celsius.phrases", u"{number} [celsius] {tail}"},
+    {u"fahrenheit.phrases", u"{number} [fahrenheit] {tail}"},
     {u"half_read.phrases", u""},
 };
 
 // Of a part of a reading that is no slot.
 Value meaningOf(std::u16string_view part) {
     if (digitValue(part.front()) >= 0) return Value(DecimalNumber::parse(part));
+    if (part.front() == u'[') return Value(Attribute::unit, part.substr(1, part.size() - 2));
     const bool bracket = part == u"(" || part == u")";
     return Value(bracket ? Attribute::parenthesis : Attribute::operation, part);
 }

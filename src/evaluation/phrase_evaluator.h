@@ -23,7 +23,7 @@ public:
     std::optional<ElementList> evaluate(const ElementList&, Context&, const EvaluationContext&) const override;
 
 private:
-    // A slot of the pattern, or what stands beside it: an operator, a bracket or a number.
+    // A slot of the pattern, or what stands beside it: an operator, a bracket, a number or a unit.
     struct Part {
         std::optional<std::size_t> slot;
         Value value;

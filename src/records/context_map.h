@@ -19,6 +19,7 @@ public:
 
 namespace context_keys {
 inline constexpr std::u16string_view names = u"hidden_names_";  // written by contexts alone
+inline constexpr std::u16string_view label = u"hidden_label_";  // Value: the result of the line with this label
 }  // namespace context_keys
 
 // The letters, and the digits after them, with which a variable's name or a text begins: what a line must mention to
@@ -37,6 +38,14 @@ inline std::u16string_view nameHead(std::u16string_view text) {
 // line that mentions the head depends on the key, and so is calculated again then.
 inline std::u16string namesKey(std::u16string_view head) {
     return std::u16string(context_keys::names).append(head);
+}
+
+// The key of a label's result, given the label without its colon; empty for words that no line below can use.
+inline std::u16string labelKey(std::u16string_view words) {
+    constexpr std::size_t longest = 64;  // longer ones are sentences
+    words = trimmed(words);
+    if (words.empty() || words.size() > longest || !isLetter(words.front())) return {};
+    return std::u16string(context_keys::label).append(lowercased(words));
 }
 
 }  // namespace vemo

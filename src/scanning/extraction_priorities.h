@@ -10,6 +10,7 @@ inline constexpr std::int64_t multiplicationLetter = -1;
 inline constexpr std::int64_t usual = 0;  // numbers, words, brackets
 inline constexpr std::int64_t operatorSymbol = 10;
 inline constexpr std::int64_t prefixedLiteral = 10;  // scientific and hexadecimal
+inline constexpr std::int64_t labelWords = 12;       // over the units and words that they hold
 inline constexpr std::int64_t fraction = 15;         // over its stroke
 inline constexpr std::int64_t argumentSeparator = 16;
 inline constexpr std::int64_t label = 20;

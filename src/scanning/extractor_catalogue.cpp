@@ -4,6 +4,7 @@
 #include "scanning/date_extractor.h"
 #include "scanning/fraction_extractor.h"
 #include "scanning/function_extractor.h"
+#include "scanning/label_words_extractor.h"
 #include "scanning/mark_extractors.h"
 #include "scanning/number_extractors.h"
 #include "scanning/power_extractor.h"
@@ -49,6 +50,7 @@ void registerExtractors(ExtractorList& extractors, const ExtractorParts& parts) 
     extractors.add(std::make_shared<VariablesExtractor>(parts.stringRangeDetector));
     extractors.add(std::make_shared<DateExtractor>(parts.localizer, parts.language, parts.locale, parts.localZone));
     extractors.add(std::make_shared<TimeZoneAbbreviationsExtractor>(parts.stringRangeDetector, parts.language));
+    extractors.add(std::make_shared<LabelWordsExtractor>());
 }
 
 }  // namespace vemo
