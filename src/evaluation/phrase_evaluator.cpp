@@ -18,6 +18,7 @@ constexpr struct {
     std::u16string_view key, reading;
 } readings[] = {
     {u"age.phrases", u"age {date}"},
+    {u"weekday.phrases", u"weekday {date}"},
     {u"net.phrases", u"( {value} ) is_percent_on {percent}"},
     {u"tax_part.phrases", u"( {value} ) - ( ( {value} ) is_percent_on {percent} )"},
     {u"gross.phrases", u"( {value} ) + {percent}"},
@@ -44,6 +45,7 @@ constexpr struct {
     {u"how_many.phrases", u"{value} in {unit}"},
     {u"how_many_measures.phrases", u"{value} in {unit} / {number} {unit}"},
     {u"what_percent_is.phrases", u"{value} percent_is {value2}"},
+    {u"percentage.phrases", u"{value} as_a_percent_of {value2}"},
     {u"what_percent_of.phrases", u"{value} as_a_percent_of {value2}"},
     {u"percent_change.phrases", u"{value} percent_change {value2}"},
     {u"increase.phrases", u"{value} + {value2}"},

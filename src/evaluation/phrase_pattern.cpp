@@ -145,6 +145,7 @@ bool PhrasePattern::Filter::admits(const Line& line) const {
 
 PhrasePattern::Line::Line(const ElementList& list, std::size_t from) : elements(list), start(from) {
     end = std::min(lastWritten(list) + 1, list.size());
+    while (start < end && list[end - 1].value.isEmpty() && wording(list[end - 1].text()).empty()) --end;
     while (start < end && isBlank(list[start])) ++start;
     bool begins = true;
     for (std::size_t i = start; i < end; ++i) {
@@ -161,6 +162,14 @@ PhrasePattern::Line::Line(const ElementList& list, std::size_t from) : elements(
         }
     }
     if (first == 0) first = bitOf(u'@');  // no pattern begins so
+}
+
+std::u16string PhrasePattern::wording(std::u16string_view text) {
+    constexpr std::u16string_view outside = u",;?!\u00bf\u00a1\uff1f\u3001";
+    const auto isOutside = [&](char16_t c) { return isWhitespace(c) || outside.find(c) != outside.npos; };
+    while (!text.empty() && isOutside(text.front())) text.remove_prefix(1);
+    while (!text.empty() && isOutside(text.back())) text.remove_suffix(1);
+    return lowercased(text);
 }
 
 std::optional<std::size_t> PhrasePattern::slot(std::u16string_view name) const {

@@ -60,6 +60,9 @@ public:
         bool admits(const Line& line) const;
     };
 
+    // The words of a text: lower case, without blanks and signs of punctuation at the ends.
+    static std::u16string wording(std::u16string_view text);
+
     const Filter& filter() const { return filter_; }
     const std::vector<Piece>& pieces() const { return pieces_; }
     // The place of a slot among the pieces; nothing for a name that the pattern lacks.

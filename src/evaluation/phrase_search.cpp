@@ -14,14 +14,6 @@ using Piece = PhrasePattern::Piece;
 
 constexpr int mostSteps = 1024;  // for a line that could be taken apart in many ways
 
-// Lower case, without blanks and signs of punctuation at the ends.
-std::u16string wording(std::u16string_view text) {
-    const auto isOutside = [](char16_t c) { return isWhitespace(c) || c == u',' || c == u';' || c == u'?'; };
-    while (!text.empty() && isOutside(text.front())) text.remove_prefix(1);
-    while (!text.empty() && isOutside(text.back())) text.remove_suffix(1);
-    return lowercased(text);
-}
-
 bool partsWords(char16_t before, char16_t after) {
     return !isLetter(before) || !isLetter(after) || isCjk(before) || isCjk(after);
 }
@@ -157,7 +149,7 @@ private:
             const Value& value = elements_[k].value;
             if (open && (value.has(Attribute::decimal) || value.has(Attribute::date) || isPercent(elements_[k]))) break;
             text += elements_[k].text();
-            if (!holds(wording(text), words)) continue;
+            if (!holds(PhrasePattern::wording(text), words)) continue;
             ends.push_back(k + 1);
             if (!words.openAfter) continue;
             for (++k; k < end_ && isIdle(elements_[k]); ++k) ends.push_back(k + 1);

@@ -15,7 +15,7 @@ struct Bound {
     TextRange range;
     bool sign = false;   // that calculates with both sides
     bool leads = false;  // to the words after it
-    bool divides = false;
+    bool divides = false, subtracts = false;
 };
 
 bool isSign(const Element& element) {
@@ -39,7 +39,8 @@ std::vector<Bound> boundsOf(const std::vector<Extraction>& found) {
     std::vector<Bound> bounds;
     for (const Extraction& extraction : found) {
         const Element& element = *extraction.element;
-        const Bound bound{extraction.range, isSign(element), leads(element), isOperator(element, u"/")};
+        const Bound bound{extraction.range, isSign(element), leads(element), isOperator(element, u"/"),
+                          isOperator(element, u"-")};
         if (bound.sign || bound.leads || element.value.has(Attribute::parenthesis) || isRemark(element))
             bounds.push_back(bound);
     }
@@ -100,7 +101,8 @@ void LabelWordsExtractor::extract(const std::u16string& text, Context& context, 
             if (!value || !asked) return;
             words.push_back(
                 {range, priority::labelWords, 0, makeElement(*value, AttributedText(inner, RunType::variable))});
-        } else if (signs == 1 && left && left->sign && words.size() == 1 && contents.measured) {
+        } else if (signs == 1 && left && left->subtracts && words.size() == 1 && contents.measured &&
+                   !words[0].element->value.has(Attribute::date)) {
             return;  // "lunch - $10" tells a price
         }
         before = contents;

@@ -25,6 +25,8 @@ constexpr Measure measures[] = {
     {u"cup", u"imperial_cup", u"Volume", u"%@ cup|%@ cups", u"%@ US cup|%@ US cups"},
     {u"fluid_ounce", u"imperial_fluid_ounce", u"Volume", u"%@ fl oz", u"%@ US fl oz"},
     {u"gill", u"imperial_gill", u"Volume", u"%@ gill|%@ gills", u"%@ US gill|%@ US gills"},
+    {u"tablespoon", u"metric_tablespoon", u"Volume", u"%@ tbsp", u"%@ US tbsp"},
+    {u"teaspoon", u"metric_teaspoon", u"Volume", u"%@ tsp", u"%@ US tsp"},
     {u"mile/gallon", u"mile/imperial_gallon", u"Rates", u"%@ mpg", u"%@ US mpg"},
 };
 
