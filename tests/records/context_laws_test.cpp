@@ -183,6 +183,10 @@ RC_GTEST_PROP(ValuesListLaws, areThoseOfVectors, ()) {
         for (auto value = model.rbegin(); value != model.rend(); ++value, rest.dropNewest())
             RC_ASSERT(rest.newest() == Value(DecimalNumber::fromInt64(*value)));
         RC_ASSERT(rest == ValuesList());
+        // A list is equal to one that was made anew, whatever it went through.
+        ValuesList anew;
+        for (const int value : model) anew = anew.appending(Value(DecimalNumber::fromInt64(value)));
+        RC_ASSERT(list == anew);
         for (const auto& [other, otherModel] : lists) RC_ASSERT((list == other) == (model == otherModel));
     }
 }
