@@ -17,6 +17,7 @@ namespace {
 using NumeralSystem = VemoEngineNumberFormatter::NumeralSystem;
 
 constexpr std::int64_t defaultPrecision = 2;
+constexpr std::int64_t mostFraction = 999;
 constexpr std::size_t shortLength = 9;  // a text must have fewer characters to be short
 
 NumeralSystem numeralSystem(const Value& value) {
@@ -26,6 +27,11 @@ NumeralSystem numeralSystem(const Value& value) {
     if (name == u"bin") return NumeralSystem::binary;
     if (name == u"sci") return NumeralSystem::scientific;
     return NumeralSystem::decimal;
+}
+
+// So many of those asked for as there can be.
+int fractionDigits(std::int64_t digits) {
+    return static_cast<int>(std::clamp<std::int64_t>(digits, 0, mostFraction));
 }
 
 // The fraction digits of a value that was rounded to more than the usual ones; 0 for others.
@@ -129,7 +135,7 @@ std::optional<FormattedValue> DecimalUnitValueFormatter::inParts(const Value& va
     }
     DecimalNumber rest = value.decimal()->abs();
     for (const Part& part : parts) rest = rest.multiplying(part.count);
-    rest = rest.round(static_cast<std::int16_t>(context.precision().value_or(defaultPrecision)));
+    rest = rest.round(static_cast<std::int16_t>(fractionDigits(context.precision().value_or(defaultPrecision))));
     std::u16string text;
     for (std::size_t i = parts.size(); i-- > 0;) {
         const DecimalNumber larger = i == 0 ? DecimalNumber() : rest.dividing(parts[i].count).integer();
@@ -152,7 +158,7 @@ std::optional<FormattedValue> DecimalUnitValueFormatter::format(const Value& val
         if (auto parts = inParts(value, context)) return parts;
     const auto precision = context.precision();
     const std::int64_t digits = std::max(precision.value_or(defaultPrecision), roundedTo(value));
-    const auto maxFraction = static_cast<int>(std::clamp<std::int64_t>(digits, 0, 999));
+    const int maxFraction = fractionDigits(digits);
     // Recording its absence too lets a later setting recalculate the line.
     if (precision)
         context.addDependencyOn(context_keys::precision);

@@ -29,6 +29,8 @@ std::optional<std::u16string> fractionText(const DecimalNumber& number) {
         const DecimalNumber quotient =
             DecimalNumber::fromInt64(numerator).dividing(DecimalNumber::fromInt64(denominator));
         if (quotient.subtracting(part).round(digits).isZero()) {
+            // Rounding left it just below the next whole number.
+            if (denominator == 1) return toUtf16(whole.adding(one).toString());
             const std::string text = std::to_string(numerator) + "/" + std::to_string(denominator);
             return toUtf16(whole.isZero() ? text : whole.toString() + " " + text);
         }

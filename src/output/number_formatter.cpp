@@ -63,6 +63,7 @@ struct VemoEngineNumberFormatter::Formatters {
             mantissa = DecimalNumber::fromInt64(1);
             ++exponent;
         }
+        if (number.isNegative()) mantissa = mantissa.negative();
         icu::UnicodeString result = text(mantissa, false, maxFraction, minFraction, status);
         result += symbols->getConstSymbol(icu::DecimalFormatSymbols::kExponentialSymbol);
         if (exponent < 0) result += symbols->getConstSymbol(icu::DecimalFormatSymbols::kMinusSignSymbol);

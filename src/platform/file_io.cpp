@@ -45,6 +45,10 @@ bool writeAll(int file, std::string_view bytes) {
     return true;
 }
 
+std::filesystem::path folderOf(const std::filesystem::path& path) {
+    return path.has_parent_path() ? path.parent_path() : ".";
+}
+
 // A new file beside the path, locked as long as it is held open: who finds it unlocked may remove it.
 Descriptor newTemporary(const std::filesystem::path& path, std::string& name) {
     for (int attempt = 0; attempt < 10; ++attempt) {
@@ -121,8 +125,7 @@ bool replaceFile(const std::filesystem::path& path, std::string_view bytes) {
         ::unlink(temporary.c_str());
         return false;
     }
-    const std::filesystem::path folder = path.has_parent_path() ? path.parent_path() : ".";
-    const Descriptor directory(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    const Descriptor directory(::open(folderOf(path).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     if (directory) ::fsync(directory.number());
     return true;
 }
@@ -130,7 +133,7 @@ bool replaceFile(const std::filesystem::path& path, std::string_view bytes) {
 void removeLeftovers(const std::filesystem::path& path) {
     const std::string name = path.filename().string() + std::string(placeholder.substr(0, placeholder.find('X')));
     std::error_code error;
-    std::filesystem::directory_iterator entry(path.parent_path(), error);
+    std::filesystem::directory_iterator entry(folderOf(path), error);
     for (const std::filesystem::directory_iterator end; !error && entry != end; entry.increment(error)) {
         const std::string other = entry->path().filename().string();
         if (!other.starts_with(name) || other.size() != path.filename().string().size() + placeholder.size()) continue;

@@ -36,7 +36,8 @@ bool isUsableLocale(std::string_view identifier) {
             return false;
         rest.remove_prefix(std::min(end + 1, rest.size()));
     }
-    return true;
+    // ICU makes no locale of a keyword without a value, and ends the process where it then needs one.
+    return at == identifier.npos || !icu::Locale(std::string(identifier).c_str()).isBogus();
 }
 
 icu::Locale icuLocale(std::string_view identifier) {

@@ -31,7 +31,7 @@ std::u16string currencyOfLocale(std::string_view identifier) {
     constexpr int codeLength = 3;
     char16_t code[codeLength + 1] = {};
     UErrorCode status = U_ZERO_ERROR;
-    ucurr_forLocale(std::string(identifier).c_str(), code, codeLength + 1, &status);
+    ucurr_forLocale(icuLocale(identifier).getName(), code, codeLength + 1, &status);
     return U_SUCCESS(status) ? std::u16string(code) : std::u16string();
 }
 

@@ -88,9 +88,13 @@ CivilTime TimeZoneRules::civil(Date instant) const {
     const double known =
         std::isnan(wanted) ? 0 : std::clamp(wanted, -mostDays * secondsPerDay, mostDays * secondsPerDay);
     const double seconds = known + offsetAt(Date(std::chrono::duration<double>(known)));
-    const double days = std::floor(seconds / secondsPerDay);
+    double days = std::floor(seconds / secondsPerDay);
+    double rest = std::max(seconds - days * secondsPerDay, 0.0);
+    if (rest >= secondsPerDay) {  // so close to midnight that the difference is a whole day
+        ++days;
+        rest = 0;
+    }
     const std::chrono::year_month_day date{std::chrono::sys_days(std::chrono::days(static_cast<int>(days)))};
-    double rest = seconds - days * secondsPerDay;
     CivilTime civil{static_cast<int>(date.year()), static_cast<unsigned>(date.month()),
                     static_cast<unsigned>(date.day())};
     civil.hour = static_cast<int>(rest / 3600);

@@ -14,12 +14,14 @@ struct Character {
     std::size_t length = 1;
 };
 
-// The character at a place, of three bytes at the most: longer ones are harmless, and are passed over byte by byte.
+// The character at a place, of three bytes at the most: longer ones are harmless, and are passed over byte by byte. So
+// is the beginning of one that is not whole, as a file's name may have it: a control may stand right after it.
 Character characterAt(std::string_view text, std::size_t at) {
     const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(text[at + i]); };
+    const auto continues = [&](std::size_t i) { return at + i < text.size() && (byte(i) & 0xc0u) == 0x80; };
     const unsigned char first = byte(0);
-    if (first >= 0xc2 && first < 0xe0 && at + 1 < text.size()) return {((first & 0x1fu) << 6) | (byte(1) & 0x3fu), 2};
-    if (first >= 0xe0 && first < 0xf0 && at + 2 < text.size())
+    if (first >= 0xc2 && first < 0xe0 && continues(1)) return {((first & 0x1fu) << 6) | (byte(1) & 0x3fu), 2};
+    if (first >= 0xe0 && first < 0xf0 && continues(1) && continues(2))
         return {((first & 0x0fu) << 12) | ((byte(1) & 0x3fu) << 6) | (byte(2) & 0x3fu), 3};
     return {first < 0x80 ? first : char32_t(0xfffd), 1};
 }
