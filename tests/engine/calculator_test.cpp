@@ -102,6 +102,17 @@ TEST(Calculator, recalculatesWhenThePrecisionIsSet) {
     EXPECT_EQ(*calculator->calculate(u"1/3", precise).lines[0]->formattedValue().regular, u"0.33333");
 }
 
+TEST(Calculator, takesNoPrecisionBeyondItsBounds) {
+    const auto calculator = newCalculator();
+    const auto shown = [&](std::int64_t digits) {
+        Context context;
+        context.setPrecision(digits);
+        return calculator->calculateLine(u"2 m in feet and inches", context, false)->formattedValue().regular;
+    };
+    EXPECT_EQ(shown(40000), shown(999));
+    EXPECT_EQ(shown(-1), shown(0));
+}
+
 TEST(Calculator, servesUnchangedLinesFromItsCache) {
     const auto calculator = newCalculator();
     const auto line = [&](std::u16string_view text) {
