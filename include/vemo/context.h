@@ -117,7 +117,7 @@ public:
     // The value of a variable, or null. Valid until the context changes.
     const Value* getVariable(std::u16string_view name) const;
 
-    // Most fraction digits of results, from 0 to 999; nothing means the default of 2.
+    // Most fraction digits of results, from 0 to 999, which other numbers are moved to; nothing means the default of 2.
     std::optional<std::int64_t> precision() const;
     void setPrecision(std::optional<std::int64_t> digits);
     // The grand total as it is shown; null when there is none. Valid until the context changes.

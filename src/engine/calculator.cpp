@@ -23,6 +23,18 @@ namespace {
 constexpr std::size_t longestLine = 4096;  // UTF-16 units
 constexpr std::size_t deepestEvaluation = 100;
 
+// Counts a level of evaluation as long as it lasts, however it ends.
+class Deeper {
+public:
+    explicit Deeper(std::size_t& depth) : depth_(depth) { ++depth_; }
+    ~Deeper() { --depth_; }
+    Deeper(const Deeper&) = delete;
+    Deeper& operator=(const Deeper&) = delete;
+
+private:
+    std::size_t& depth_;
+};
+
 template <class Item>
 std::u16string descriptions(const std::vector<Item>& items, std::size_t from) {
     std::u16string result;
@@ -146,14 +158,14 @@ LineResultPointer Calculator::calculateLine(std::u16string_view text, Context& d
     const Value value = elements.empty() ? Value() : elements[0].value;
     const FormattedValue formatted = format(value, context);
     const std::u16string extensionsLog = jsRunner_ ? jsRunner_->log().substr(logged) : u"";
-    const LineRemarks remarks =
-        spokenRemarks(context, written, formatted.regular.has_value(),
-                      {localizer_, [&](std::u16string_view unit) { return decimalUnitValueFormatter_.unitName(unit); },
-                       [&](const Value& other) { return format(other, context).regular.value_or(u""); },
-                       [&](std::u16string_view word) {
-                           if (!unitSpelling_) unitSpelling_.emplace(unitManager_);
-                           return unitSpelling_->isNearly(word);
-                       }});
+    const LineRemarks remarks = spokenRemarks(
+        context, written, formatted.regular.has_value(),
+        {localizer_, mistakeNotes_, [&](std::u16string_view unit) { return decimalUnitValueFormatter_.unitName(unit); },
+         [&](const Value& other) { return format(other, context).regular.value_or(u""); },
+         [&](std::u16string_view word) {
+             if (!unitSpelling_) unitSpelling_.emplace(unitManager_);
+             return unitSpelling_->isNearly(word);
+         }});
     LineResultPointer result =
         LineResult::make(value, ContextParts::updates(context), ContextParts::dependencies(context),
                          withText(elements.attributedText(), text), formatted, context.quickTypeData(), extensionsLog,
@@ -206,7 +218,7 @@ ElementList Calculator::evaluate(const ElementList& elements, Context& context, 
         remarksOf(context).reason(ReasonCode::tooDeep);
         return reducedTo(errorValue(), elements);
     }
-    ++evaluationDepth_;
+    const Deeper deeper(evaluationDepth_);
     std::optional<ElementList> latest;
     for (std::size_t i = startEvaluatorIndex; i < evaluators_.size(); ++i) {
         const Evaluator& evaluator = *evaluators_[i];
@@ -221,7 +233,6 @@ ElementList Calculator::evaluate(const ElementList& elements, Context& context, 
             trace(u"Evaluate " + std::u16string(evaluator.name()) + u": " +
                   (latest ? *latest : elements).shortDescription());
     }
-    --evaluationDepth_;
     return latest ? *std::move(latest) : elements;
 }
 

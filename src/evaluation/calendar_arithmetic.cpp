@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "evaluation/calendar_arithmetic.h"
 
+#include <algorithm>
 #include <chrono>
 #include <cmath>
 #include <string>
@@ -21,7 +22,6 @@ using std::chrono::sys_days;
 using std::chrono::weekday;
 using std::chrono::year_month_day;
 
-constexpr double secondsPerDay = 86400;
 constexpr std::int64_t most = 1'000'000;  // months or days that are counted one by one
 
 year_month_day dayOf(const CivilTime& civil) {
@@ -32,9 +32,14 @@ bool isWorkday(sys_days day) {
     return weekday(day) != std::chrono::Saturday && weekday(day) != std::chrono::Sunday;
 }
 
-year_month_day monthsLater(year_month_day date, std::int64_t count) {
+// Where the year would be none that can be written down, a day of the last one that can, which no calendar here
+// reaches.
+sys_days monthsLater(year_month_day date, std::int64_t count) {
+    constexpr std::int64_t monthsPerYear = 12, mostYears = 32'500;
+    const std::int64_t year = static_cast<int>(date.year());
+    count = std::clamp(count, (-mostYears - year) * monthsPerYear, (mostYears - year) * monthsPerYear);
     const year_month_day later = date + std::chrono::months(count);
-    return later.ok() ? later : year_month_day(later.year() / later.month() / std::chrono::last);
+    return later.ok() ? sys_days(later) : sys_days(later.year() / later.month() / std::chrono::last);
 }
 
 sys_days workdaysLater(sys_days day, std::int64_t count) {
@@ -62,9 +67,8 @@ struct DurationParts {
 };
 
 std::int64_t averageSeconds(const DurationParts& parts) {
-    constexpr std::int64_t perDay = 86400;
     const std::int64_t years = parts.months / 12, months = parts.months % 12;
-    return ((years * 365 + months * 30 + parts.days) * perDay) + parts.seconds;
+    return ((years * 365 + months * 30 + parts.days) * secondsPerDay) + parts.seconds;
 }
 
 std::optional<std::int64_t> wholeSeconds(const Value& duration, const UnitConverter& converter, Context& context) {
@@ -98,19 +102,26 @@ std::optional<DurationParts> partsOf(const Value& duration, const UnitConverter&
         return count && *count >= 0 ? std::optional(DurationParts{*count}) : std::nullopt;
     }
     const auto seconds = wholeSeconds(duration, converter, context);
-    constexpr std::int64_t perDay = 86400;
-    return seconds && *seconds >= 0 ? std::optional(DurationParts{0, *seconds / perDay, *seconds % perDay})
-                                    : std::nullopt;
+    return seconds && *seconds >= 0
+               ? std::optional(DurationParts{0, *seconds / secondsPerDay, *seconds % secondsPerDay})
+               : std::nullopt;
+}
+
+Value beyondCalendar() {
+    return Value(DecimalNumber::notANumberValue());
 }
 
 // The same time of day on another day.
-std::optional<Value> onDay(const Value& date, year_month_day day, const TimeZoneRules& zone) {
+std::optional<Value> onDay(const Value& date, sys_days at, const TimeZoneRules& zone) {
+    if (!isInCalendar(Date(at.time_since_epoch()))) return beyondCalendar();
+    const year_month_day day(at);
     CivilTime civil = zone.civil(*date.date());
     civil.year = static_cast<int>(day.year());
     civil.month = static_cast<unsigned>(day.month());
     civil.day = static_cast<unsigned>(day.day());
     const auto instant = zone.instant(civil);
-    return instant && isInCalendar(*instant) ? std::optional(date.with(*instant)) : std::nullopt;
+    if (!instant) return std::nullopt;
+    return isInCalendar(*instant) ? date.with(*instant) : beyondCalendar();
 }
 
 // Whole months between two days, and the days that are left over; from the earlier to the later one.
@@ -120,8 +131,8 @@ struct MonthsAndDays {
 };
 MonthsAndDays monthsBetween(year_month_day from, year_month_day to) {
     std::int64_t months = (to.year() / to.month() - from.year() / from.month()).count();
-    if (sys_days(monthsLater(from, months)) > sys_days(to)) --months;
-    return {months, (sys_days(to) - sys_days(monthsLater(from, months))).count()};
+    if (monthsLater(from, months) > sys_days(to)) --months;
+    return {months, (sys_days(to) - monthsLater(from, months)).count()};
 }
 
 Value quantity(double count, std::u16string_view unit) {
@@ -174,9 +185,9 @@ std::optional<Value> shiftedByCalendar(const Value& date, const Value& duration,
     const sys_days day(dayOf(zone->civil(*date.date())));
     if (const auto parts = duration.has(Attribute::precision) ? partsOf(duration, converter, context) : std::nullopt;
         parts && parts->months <= most && parts->days <= most) {
-        const sys_days later = sys_days(monthsLater(day, sign * parts->months)) + days(sign * parts->days);
+        const sys_days later = monthsLater(day, sign * parts->months) + days(sign * parts->days);
         const auto moved = onDay(date, later, *zone);
-        if (!moved || parts->seconds == 0) return moved;
+        if (!moved || moved->isNotANumber() || parts->seconds == 0) return moved;
         const Date to = secondsLater(*moved, static_cast<double>(sign * parts->seconds), zone.get());
         return isDay(date) ? timeValue(to, context.get<TimeZone>(context_keys::currentTimeZone)) : moved->with(to);
     }
@@ -190,7 +201,7 @@ std::optional<Value> shiftedByCalendar(const Value& date, const Value& duration,
     const auto seconds = wholeSeconds(duration, converter, context);
     if (!seconds) return std::nullopt;
     const auto shift = static_cast<double>(sign * *seconds);
-    if (!isInCalendar(*date.date() + std::chrono::duration<double>(shift))) return std::nullopt;
+    if (!isInCalendar(*date.date() + std::chrono::duration<double>(shift))) return beyondCalendar();
     const Date to = secondsLater(date, shift, zone.get());
     if (isDay(date) && std::fmod(shift, secondsPerDay) == 0)
         return dayValue(daysLater(*date.date(), shift / secondsPerDay, zone.get()));

@@ -13,7 +13,7 @@ class UnitConverter;
 
 // A date so much later, or earlier for a `sign` of -1, as calendars count it: months and years end at the last day of a
 // shorter month, workdays are Monday to Friday, whole days and weeks keep the time of day. A day stays one unless the
-// duration is shorter than a day. Nothing for what is no duration, or beyond the years of the calendar.
+// duration is shorter than a day. Nothing for what is no duration; not-a-number beyond the years of the calendar.
 std::optional<Value> shiftedByCalendar(const Value& date, const Value& duration, int sign,
                                        const UnitConverter& converter, Context& context);
 

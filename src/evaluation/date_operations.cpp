@@ -44,7 +44,6 @@ Value shifted(const Value& date, const DecimalNumber& seconds, const Value& dura
     const double count = seconds.toDouble();
     if (!isInCalendar(from + Seconds(count))) return Value(DecimalNumber::notANumberValue());
     const auto local = localZone(context);
-    constexpr double secondsPerDay = 86400;
     const bool wholeDays = std::fmod(count, secondsPerDay) == 0;
     const bool staysDay = isDay(date) && wholeDays && (isCountOfDays(duration) || isLonger(duration));
     const Date to = wholeDays && (staysDay || isCountOfDays(duration))
@@ -90,7 +89,6 @@ std::optional<Value> DateSubtractionOperation::calculate(const Value& left, cons
     const auto start = right.date();
     if (!end || !start) return std::nullopt;
     const auto local = isDay(left) && isDay(right) ? localZone(context) : nullptr;
-    constexpr double secondsPerDay = 86400;
     const double seconds = local ? daysBetween(*start, *end, *local) * secondsPerDay : Seconds(*end - *start).count();
     const TimeUnit* unit = &timeUnits.back();
     while (unit != &timeUnits.front() && std::abs(seconds) < static_cast<double>(unit->seconds)) --unit;

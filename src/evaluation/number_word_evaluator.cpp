@@ -17,6 +17,7 @@ namespace vemo {
 namespace {
 
 constexpr std::int64_t hundred = 100;
+constexpr std::int64_t mostOfGroup = 1'000'000'000'000'000;
 
 DecimalNumber powerOfTen(int exponent) {
     return DecimalNumber::fromInt64(1).multiplyingByPowerOf10(static_cast<std::int16_t>(exponent));
@@ -98,11 +99,13 @@ bool NumberWordEvaluator::isLink(const Element& element) const {
 
 // The number whose first word stands there, of several words: "two hundred and fifty thousand", "vingt-cinq".
 NumberWordEvaluator::Count NumberWordEvaluator::countAt(const ElementList& elements, std::size_t start) const {
-    std::int64_t group = elements[start].value.decimal()->toInt64();
+    const DecimalNumber first = *elements[start].value.decimal();
+    std::int64_t group = first.toInt64();
+    const bool joins = group <= mostOfGroup;  // else the word is a number of its own
     DecimalNumber scaled;
     std::size_t end = start + 1;
     bool anyScale = false;
-    for (std::size_t next = neighbourOf(elements, start, 1); next < elements.size();) {
+    for (std::size_t next = neighbourOf(elements, start, 1); joins && next < elements.size();) {
         const bool linked = isLink(elements[next]);
         const std::size_t word = linked ? neighbourOf(elements, next, 1) : next;
         if (isWord(elements, word, number_word::count)) {
@@ -112,13 +115,11 @@ NumberWordEvaluator::Count NumberWordEvaluator::countAt(const ElementList& eleme
             group += value;
         } else if (const Scale* scale = linked ? nullptr : scaleAt(elements, word)) {
             const DecimalNumber product = scale->times(DecimalNumber::fromInt64(group));
+            const bool grows = scale->ratio <= 2 && !scale->isCount();
+            if (grows && product.toInt64() > mostOfGroup) break;
             anyScale = true;
-            if (scale->ratio > 2 || scale->isCount()) {
-                scaled = scaled.adding(product);
-                group = 0;
-            } else {
-                group = product.toInt64();
-            }
+            if (!grows) scaled = scaled.adding(product);
+            group = grows ? product.toInt64() : 0;
         } else {
             break;
         }
@@ -127,7 +128,7 @@ NumberWordEvaluator::Count NumberWordEvaluator::countAt(const ElementList& eleme
     }
     const std::size_t after = neighbourOf(elements, end - 1, 1);
     if (!anyScale && !isUnitAt(elements, after) && !isCalculated(elements, start, end)) return {};
-    return {scaled.adding(DecimalNumber::fromInt64(group)), end};
+    return {joins ? scaled.adding(DecimalNumber::fromInt64(group)) : first, end};
 }
 
 // Where the article begins with which a text before a unit or multiplier ends; npos without one.

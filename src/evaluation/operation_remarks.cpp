@@ -2,6 +2,7 @@
 #include "evaluation/operation_remarks.h"
 
 #include "evaluation/date_relation_operations.h"
+#include "platform/time_zones.h"
 #include "records/context_map.h"
 #include "records/remarks.h"
 #include "units/unit_converter.h"
@@ -12,7 +13,7 @@ namespace {
 
 constexpr std::u16string_view percent = u"percent";
 constexpr std::u16string_view workday = u"workday";
-constexpr double secondsOfAWeek = 7 * 86400;
+constexpr double secondsOfAWeek = 7.0 * secondsPerDay;
 constexpr double from1970To2001 = 978307200;
 constexpr std::int64_t widestShift = 63;
 
@@ -22,7 +23,7 @@ bool isAverageUnit(std::u16string_view unit) {
 
 // The time from one clock time to a later one on the same day; empty for anything else.
 Value differenceOfTimes(const Value& later, const Value& earlier) {
-    constexpr double secondsPerHour = 3600, secondsPerDay = 86400;
+    constexpr double secondsPerHour = 3600;
     const double seconds = std::chrono::duration<double>(*later.date() - *earlier.date()).count();
     if (!later.is(Attribute::precision, u"time") || !earlier.is(Attribute::precision, u"time") || seconds <= 0 ||
         seconds >= secondsPerDay)

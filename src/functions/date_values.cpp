@@ -32,8 +32,6 @@ std::shared_ptr<const TimeZoneRules> localZone(Context& context) {
 
 namespace {
 
-constexpr double secondsPerDay = 86400;
-
 double count(Date instant) {
     return instant.time_since_epoch().count();
 }

@@ -1,85 +1,142 @@
 // SPDX-License-Identifier: MIT
 #include "functions/functions_of_values.h"
 
-#include <algorithm>
+#include <cstddef>
+#include <utility>
 
 #include "decimal/decimal_math.h"
-#include "functions/line_aggregates.h"
+#include "functions/block_memory.h"
 
 namespace vemo {
 
 namespace {
 
 // A function of the values in brackets, or of the lines above where there are none.
+template <class Summary>
 class ValuesToken : public Function {
 public:
     std::optional<Value> evaluate(const std::vector<Value>& values, Context& context) const final {
-        std::vector<Value> all = values.empty() ? blockAbove(context) : values;
-        return all.empty() ? std::nullopt : of(std::move(all), context);
+        const auto add = [this](Summary& summary, const Value& value, Context& adding) {
+            return this->add(summary, value, adding);
+        };
+        if (values.empty()) {
+            const Summary* block = memory_.summaryOf(context, add);
+            return block ? of(*block, context) : std::nullopt;
+        }
+        // The first in brackets stands for the newest line.
+        Summary summary{};
+        for (auto value = values.rbegin(); value != values.rend(); ++value)
+            if (!add(summary, *value, context)) return std::nullopt;
+        return of(summary, context);
     }
     bool takesSeveral() const final { return true; }
     bool isWord() const final { return true; }
 
 private:
-    virtual std::optional<Value> of(std::vector<Value> values, Context& context) const = 0;
+    // Takes one value more, the older ones first. False when it can't be compared with those.
+    virtual bool add(Summary& summary, const Value& value, Context& context) const = 0;
+    virtual std::optional<Value> of(const Summary& summary, Context& context) const = 0;
+
+    mutable BlockMemory<Summary> memory_;
 };
 
-// In rising order, each told in its own unit; nothing when two can't be compared.
-std::optional<std::vector<Value>> sorted(const std::vector<Value>& values, const Reduction& reduction,
-                                         Context& context) {
-    std::vector<Value> result;
-    for (const Value& value : values) {
-        auto place = result.begin();
-        for (; place != result.end(); ++place) {
-            const auto difference = reduction.apply(u"-", value, *place, context);
-            const auto number = difference ? difference->decimal() : std::nullopt;
-            if (!number || number->notANumber()) return std::nullopt;
-            if (number->isNegative()) break;
-        }
-        result.insert(place, value);
-    }
-    return result;
+// Whether one value is less than another; nothing when they can't be compared.
+std::optional<bool> isLess(const Value& value, const Value& other, const Reduction& reduction, Context& context) {
+    const auto difference = reduction.apply(u"-", value, other, context);
+    const auto number = difference ? difference->decimal() : std::nullopt;
+    if (!number || number->notANumber()) return std::nullopt;
+    return number->isNegative();
 }
 
-class ExtremeToken : public ValuesToken {
+bool hasDimension(const Value& value) {
+    return value.has(Attribute::date) || (value.has(Attribute::unit) && !value.is(Attribute::unit, u"percent"));
+}
+
+// Tells what can be compared with all values so far. A number goes with any unit, and units do not all go with each
+// other: one value that has a dimension, if any has, stands for the rest.
+class Measure {
+public:
+    bool suits(const Value& value, const Reduction& reduction, Context& context) const {
+        return !measure_ || (!hasDimension(*measure_) && !hasDimension(value)) ||
+               isLess(*measure_, value, reduction, context);
+    }
+    void take(const Value& value) {
+        if (!measure_ || (!hasDimension(*measure_) && hasDimension(value))) measure_ = value;
+    }
+
+private:
+    std::optional<Value> measure_;
+};
+
+struct Extreme {
+    std::optional<Value> best;
+    Measure measure;
+};
+
+class ExtremeToken : public ValuesToken<Extreme> {
 public:
     ExtremeToken(const Reduction& reduction, bool greatest) : reduction_(reduction), greatest_(greatest) {}
 
 private:
-    std::optional<Value> of(std::vector<Value> values, Context& context) const override {
-        std::optional<Value> best = values.front();
-        for (std::size_t i = 1; best && i < values.size(); ++i) {
-            const auto pair = sorted({*best, values[i]}, reduction_, context);
-            if (!pair) return std::nullopt;
-            best = greatest_ ? pair->back() : pair->front();
-        }
-        return best;
+    // Of equal ones the least is the newest, and the greatest the oldest.
+    bool add(Extreme& extreme, const Value& value, Context& context) const override {
+        auto& best = extreme.best;
+        if (!extreme.measure.suits(value, reduction_, context)) return false;
+        const auto less = best ? isLess(*best, value, reduction_, context) : greatest_;
+        if (!less) return false;
+        if (*less == greatest_) best = value;
+        extreme.measure.take(value);
+        return true;
     }
+    std::optional<Value> of(const Extreme& extreme, Context&) const override { return extreme.best; }
 
     const Reduction& reduction_;
     bool greatest_;
 };
 
-class MedianToken : public ValuesToken {
+// In rising order, each told in its own unit; of equal ones the newest first.
+struct Ranking {
+    std::vector<Value> values;
+    Measure measure;
+};
+
+class MedianToken : public ValuesToken<Ranking> {
 public:
     explicit MedianToken(const Reduction& reduction) : reduction_(reduction) {}
 
 private:
-    std::optional<Value> of(std::vector<Value> values, Context& context) const override {
-        const auto all = sorted(values, reduction_, context);
-        if (!all) return std::nullopt;
-        const std::size_t middle = all->size() / 2;
-        if (all->size() % 2 == 1) return (*all)[middle];
-        const auto sum = reduction_.apply(u"+", (*all)[middle - 1], (*all)[middle], context);
+    bool add(Ranking& ranking, const Value& value, Context& context) const override {
+        if (!ranking.measure.suits(value, reduction_, context)) return false;
+        auto& all = ranking.values;
+        std::size_t first = 0;
+        for (std::size_t end = all.size(); first < end;) {
+            const std::size_t middle = first + (end - first) / 2;
+            const auto less = isLess(all[middle], value, reduction_, context);
+            if (!less) return false;
+            (*less ? first : end) = *less ? middle + 1 : middle;
+        }
+        all.insert(all.begin() + static_cast<std::ptrdiff_t>(first), value);
+        ranking.measure.take(value);
+        return true;
+    }
+    std::optional<Value> of(const Ranking& ranking, Context& context) const override {
+        const auto& all = ranking.values;
+        const std::size_t middle = all.size() / 2;
+        if (all.size() % 2 == 1) return all[middle];
+        const auto sum = reduction_.apply(u"+", all[middle - 1], all[middle], context);
         return sum ? reduction_.apply(u"/", *sum, Value(DecimalNumber::fromInt64(2)), context) : std::nullopt;
     }
 
     const Reduction& reduction_;
 };
 
-class CountToken : public ValuesToken {
-    std::optional<Value> of(std::vector<Value> values, Context&) const override {
-        return Value(DecimalNumber::fromUInt64(values.size()));
+class CountToken : public ValuesToken<std::size_t> {
+    bool add(std::size_t& count, const Value&, Context&) const override {
+        ++count;
+        return true;
+    }
+    std::optional<Value> of(const std::size_t& count, Context&) const override {
+        return Value(DecimalNumber::fromUInt64(count));
     }
 };
 

@@ -1,21 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "functions/line_aggregates.h"
 
-#include "records/context_parts.h"
+#include "functions/block_memory.h"
 
 namespace vemo {
 
 namespace {
-
-const ValuesList* previousResults(Context& context) {
-    context.addDependencyOn(context_keys::previousResults, std::nullopt, Value());
-    return context.get<ValuesList>(context_keys::previousResults);
-}
-
-// False for lines of words, though a unit's or a function's name among them is a value.
-bool isResult(const Value& value) {
-    return value.has(Attribute::decimal) || value.has(Attribute::date);
-}
 
 struct BlockTotal {
     Value total;
@@ -27,46 +17,23 @@ class BlockAdder {
 public:
     explicit BlockAdder(const Reduction& reduction) : reduction_(reduction) {}
 
-    // Nothing for an empty block, or when its values can't be added.
-    std::optional<BlockTotal> add(const ValuesList& results, Context& context) {
-        if (!holds(context)) latest_ = ValuesList();
-        std::vector<const Value*> values;  // newest first
-        ValuesList rest = results;
-        for (; !rest.empty() && isResult(rest.newest()) && !rest.isSameAs(latest_); rest.dropNewest())
-            if (!rest.newest().isNotANumber()) values.push_back(&rest.newest());
-        BlockTotal block;
-        Context adding = ContextParts::layer(context);
-        if (!rest.empty() && rest.isSameAs(latest_)) {
-            block = total_;
-            ContextParts::addDependencies(adding, dependencies_);
-        }
-        for (; !values.empty(); values.pop_back(), ++block.count) {
-            const auto sum =
-                block.count == 0 ? *values.back() : reduction_.apply(u"+", block.total, *values.back(), adding);
-            if (!sum) break;
+    // Null for an empty block, or when its values can't be added.
+    const BlockTotal* totalOf(Context& context) {
+        const auto add = [&](BlockTotal& block, const Value& value, Context& adding) {
+            if (value.isNotANumber()) return true;
+            const auto sum = block.count == 0 ? value : reduction_.apply(u"+", block.total, value, adding);
+            if (!sum) return false;
             block.total = *sum;
-        }
-        ContextParts::addDependencies(context, ContextParts::dependencies(adding));
-        if (block.count == 0 || !values.empty()) return std::nullopt;
-        latest_ = results;
-        total_ = block;
-        dependencies_ = ContextParts::dependencies(adding);
-        return block;
+            ++block.count;
+            return true;
+        };
+        const BlockTotal* block = memory_.summaryOf(context, add);
+        return block && block->count > 0 ? block : nullptr;
     }
 
 private:
-    // True while the latest total would come out the same: it may depend on rates.
-    bool holds(const Context& context) const {
-        return dependencies_.all([&](const auto& entry) {
-            const IsEquatable* present = context.find(entry.key());
-            return present ? present->isEqual(entry.value()) : entry.value().isEmptyValue();
-        });
-    }
-
     const Reduction& reduction_;
-    ValuesList latest_;
-    BlockTotal total_;
-    ContextMap dependencies_;
+    BlockMemory<BlockTotal> memory_;
 };
 
 std::optional<Value> totalOf(const std::vector<Value>& values, const Reduction& reduction, Context& context) {
@@ -83,8 +50,7 @@ public:
     explicit SumToken(const Reduction& reduction) : reduction_(reduction), adder_(reduction) {}
 
     std::optional<Value> evaluate(const std::vector<Value>&, Context& context) const override {
-        const ValuesList* results = previousResults(context);
-        const auto block = results ? adder_.add(*results, context) : std::nullopt;
+        const BlockTotal* block = adder_.totalOf(context);
         return block ? std::optional(block->total) : std::nullopt;
     }
     bool repeatsLines() const override { return true; }
@@ -103,8 +69,7 @@ public:
     explicit AvgToken(const Reduction& reduction) : reduction_(reduction), adder_(reduction) {}
 
     std::optional<Value> evaluate(const std::vector<Value>&, Context& context) const override {
-        const ValuesList* results = previousResults(context);
-        const auto block = results ? adder_.add(*results, context) : std::nullopt;
+        const BlockTotal* block = adder_.totalOf(context);
         if (!block) return std::nullopt;
         return reduction_.apply(u"/", block->total, Value(DecimalNumber::fromUInt64(block->count)), context);
     }
@@ -133,15 +98,6 @@ public:
 };
 
 }  // namespace
-
-std::vector<Value> blockAbove(Context& context) {
-    std::vector<Value> values;
-    const ValuesList* results = previousResults(context);
-    if (!results) return values;
-    for (ValuesList rest = *results; !rest.empty() && isResult(rest.newest()); rest.dropNewest())
-        values.push_back(rest.newest());
-    return values;
-}
 
 std::shared_ptr<const Function> sumToken(const Reduction& reduction) {
     return std::make_shared<SumToken>(reduction);

@@ -8,13 +8,10 @@
 
 namespace vemo {
 
-// Functions that look back at earlier lines. "The block" is the run of lines with a result right above. Sum and
-// average remember the latest block, so that a longer one costs what is new in it. Not synchronised.
+// Functions that look back at earlier lines: sum and average at the run of lines with a result right above. They
+// remember the latest one, so that a longer one costs what is new in it. Not synchronised.
 std::shared_ptr<const Function> sumToken(const Reduction& reduction);
 std::shared_ptr<const Function> avgToken(const Reduction& reduction);
 std::shared_ptr<const Function> prevToken();  // the line above
-
-// The values of the block above, the newest first. The line depends on them.
-std::vector<Value> blockAbove(Context& context);
 
 }  // namespace vemo

@@ -15,7 +15,6 @@ namespace vemo {
 
 namespace {
 
-constexpr int secondsPerDay = 86400;
 constexpr double mostDays = 11'000'000;
 constexpr int millisecondsPerSecond = 1000;
 

@@ -11,6 +11,9 @@
 
 namespace vemo {
 
+// Of a day without a change of the clocks.
+inline constexpr int secondsPerDay = 86400;
+
 // What a calendar and a clock show, in the proleptic Gregorian calendar.
 struct CivilTime {
     int year = 1970;

@@ -164,7 +164,8 @@ const Value* Context::getVariable(std::u16string_view name) const {
 
 std::optional<std::int64_t> Context::precision() const {
     const auto* digits = get<std::int64_t>(context_keys::precision);
-    return digits ? std::optional(*digits) : std::nullopt;
+    constexpr std::int64_t most = 999;
+    return digits ? std::optional(std::clamp<std::int64_t>(*digits, 0, most)) : std::nullopt;
 }
 
 void Context::setPrecision(std::optional<std::int64_t> digits) {

@@ -66,7 +66,9 @@ FunctionExtractor::FunctionExtractor(const FunctionManager& functions, const Uni
       numbers_(std::move(numbers)) {}
 
 void FunctionExtractor::extract(const std::u16string& text, Context& context, std::vector<Extraction>& result) const {
-    for (const auto& match : functions_.phraseDetector().detect(text)) {
+    const auto matches = functions_.phraseDetector().detect(text);
+    for (std::size_t i = 0; i < matches.size(); ++i) {
+        const auto& match = matches[i];
         const Function* function = functions_.function(match.object);
         const bool word = function && function->isWord();
         std::vector<TextRange> list;
@@ -85,7 +87,11 @@ void FunctionExtractor::extract(const std::u16string& text, Context& context, st
              afterNumber ? 0 : priority::unitOverOperator,
              makeElement(Value(Attribute::function, match.object), AttributedText(name, RunType::function))});
         context.addQuickTypeToken(name);
-        if (endsInDigit) numbersIn(text, {end, text.size() - end}, context, result);
+        // Its digits would join a number that follows. No number goes on beyond the next name.
+        if (endsInDigit) {
+            const std::size_t next = i + 1 < matches.size() ? matches[i + 1].range.location : text.size();
+            numbersIn(text, {end, next - end}, context, result);
+        }
         if (!function || !function->takesSeveral()) continue;
         if (hasList) addList(text, end, list, context, result);
         std::size_t opening = end;

@@ -213,8 +213,9 @@ bool isKanjiNumeral(char16_t c) {
     return kanjiDigits.find(c) != kanjiDigits.npos || kanjiPower(c) > 0;
 }
 
-std::int64_t kanjiNumber(std::u16string_view text) {
-    std::int64_t total = 0, group = 0, digit = 0;
+DecimalNumber kanjiNumber(std::u16string_view text) {
+    DecimalNumber total;  // which so many signs may take beyond 64 bits
+    std::int64_t group = 0, digit = 0;
     for (const char16_t c : text) {
         const std::int64_t power = kanjiPower(c);
         if (power == 0) {
@@ -223,11 +224,11 @@ std::int64_t kanjiNumber(std::u16string_view text) {
             group += (digit > 0 ? digit : 1) * power;
             digit = 0;
         } else {
-            total += (group + digit) * power;
+            total = total.adding(DecimalNumber::fromInt64(group + digit).multiplying(DecimalNumber::fromInt64(power)));
             group = digit = 0;
         }
     }
-    return total + group + digit;
+    return total.adding(DecimalNumber::fromInt64(group + digit));
 }
 
 }  // namespace
@@ -241,7 +242,7 @@ void KanjiNumberExtractor::extract(const std::u16string& text, Context&, std::ve
         if (start > 0 && (digitValue(text[start - 1]) >= 0 || text[start - 1] == u'.')) continue;
         if (kanjiPower(text[start]) >= kanjiGroup || i - start > mostKanji) continue;
         const TextRange range{start, i - start};
-        const auto number = DecimalNumber::fromInt64(kanjiNumber(range.in(text)));
+        const DecimalNumber number = kanjiNumber(range.in(text));
         result.push_back(
             {range, priority::usual, priority::unitOverOperator,
              makeElement(Value(number).with(number_word::count, Attribute::type), AttributedText(range.in(text)))});

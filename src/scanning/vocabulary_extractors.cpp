@@ -4,6 +4,7 @@
 #include <unicode/uchar.h>
 
 #include <algorithm>
+#include <iterator>
 
 #include "evaluation/operator_collection.h"
 #include "platform/locale_info.h"
@@ -94,14 +95,70 @@ void OperatorExtractor::extract(const std::u16string& text, Context& context, st
     }
 }
 
+// The words of operators beside units. Those of the whole line are looked for once, when a unit first asks: a line may
+// name a thousand units.
+class UnitExtractor::OperatorWords {
+public:
+    using Match = PhraseMatch<std::u16string>;
+
+    OperatorWords(const PhraseDetector<std::u16string>& operators, std::u16string_view text)
+        : operators_(operators), text_(text) {}
+
+    // The operator whose word stands right before the range, or right after it; nothing where there is none.
+    std::optional<Match> before(TextRange range) {
+        std::size_t end = range.location;
+        while (end > 0 && isWhitespace(text_[end - 1])) --end;
+        if (!isApart(range)) {
+            const auto words = operators_.detect(text_.substr(0, end));
+            return words.empty() || words.back().range.end() < end ? std::nullopt : std::optional(words.back());
+        }
+        const auto after = firstFrom(range.location);
+        if (after == all_->begin() || std::prev(after)->range.end() != end) return std::nullopt;
+        return *std::prev(after);
+    }
+    std::optional<Match> after(TextRange range) {
+        std::size_t start = range.end();
+        while (start < text_.size() && isWhitespace(text_[start])) ++start;
+        if (!isApart(range)) {
+            auto words = operators_.detect(text_.substr(start));
+            if (words.empty() || words.front().range.location > 0) return std::nullopt;
+            words.front().range.location = start;
+            return words.front();
+        }
+        const auto found = firstFrom(start);
+        return found == all_->end() || found->range.location != start ? std::nullopt : std::optional(*found);
+    }
+
+private:
+    using Place = std::vector<Match>::const_iterator;
+
+    // The first word that begins there or later.
+    Place firstFrom(std::size_t place) const {
+        return std::lower_bound(all_->begin(), all_->end(), place,
+                                [](const Match& match, std::size_t at) { return match.range.location < at; });
+    }
+    // True where no longer operator takes the range in: the words on its sides are then what they are in the line.
+    bool isApart(TextRange range) {
+        if (!all_) all_ = operators_.detect(text_);
+        const Place next = firstFrom(range.location);
+        if (next != all_->begin() && std::prev(next)->range.end() > range.location) return false;
+        return next == all_->end() || next->range.location >= range.end() || next->range == range;
+    }
+
+    const PhraseDetector<std::u16string>& operators_;
+    std::u16string_view text_;
+    std::optional<std::vector<Match>> all_;
+};
+
 void UnitExtractor::extract(const std::u16string& text, Context& context, std::vector<Extraction>& result) const {
+    OperatorWords words(operators_.phraseDetector(), text);
     bool temperature = false;
     for (auto& match : units_.phraseDetector().detect(text)) {
-        if (isWord(text, match.range) || !hasItsPlace(text, match.range)) continue;
+        if (isWord(text, match.range, words) || !hasItsPlace(text, match.range, words)) continue;
         if (const auto arc = match.range.length == 1 ? arcUnit(text, match.range.location) : std::nullopt)
             match.object = *arc;
         result.push_back(phraseExtraction(text, match, Attribute::unit, RunType::unit));
-        if (displacesOperator(text, match.range) || displacesFraction(text, match))
+        if (displacesOperator(text, match.range, words) || displacesFraction(text, match, words))
             result.back().secondaryPriority = priority::unitOverOperator;
         if (displacesName(text, match.range, context)) result.back().secondaryPriority = priority::unitOverVariable;
         context.addQuickTypeToken(match.range.in(text));
@@ -110,7 +167,7 @@ void UnitExtractor::extract(const std::u16string& text, Context& context, std::v
                                          std::end(temperatures);
     }
     for (std::size_t k = text.find(u'K'); k != text.npos; k = text.find(u'K', k + 1)) {
-        if (!isKelvin(text, k, temperature)) continue;
+        if (!isKelvin(text, k, temperature, words)) continue;
         result.push_back(phraseExtraction(text, {u"kelvin", {k, 1}}, Attribute::unit, RunType::unit));
         result.back().secondaryPriority = priority::unitOverOperator;
     }
@@ -146,7 +203,7 @@ void UnitExtractor::chooseHomonyms(std::u16string_view text, std::vector<Extract
 
 // True for a K after a number and a blank, on a line with a temperature or with nothing else, and for one that a
 // temperature is converted from or to: elsewhere it is a thousand.
-bool UnitExtractor::isKelvin(std::u16string_view text, std::size_t k, bool temperature) const {
+bool UnitExtractor::isKelvin(std::u16string_view text, std::size_t k, bool temperature, OperatorWords& words) const {
     if (k + 1 < text.size() && (isLetter(text[k + 1]) || digitValue(text[k + 1]) >= 0)) return false;
     const std::u16string_view before = trimmed(text.substr(0, k)), after = trimmed(text.substr(k + 1));
     const bool afterNumber = endsWithNumber(before);
@@ -155,49 +212,45 @@ bool UnitExtractor::isKelvin(std::u16string_view text, std::size_t k, bool tempe
         if (temperature || (comment && isAloneNumber(before))) return true;
     }
     if (!temperature) return false;
-    const auto words = operators_.phraseDetector().detect(before);
-    if (!words.empty() && words.back().object == u"in" && words.back().range.end() == before.size()) return true;
+    const auto last = words.before({k, 1});
+    if (last && last->object == u"in") return true;
     if (!afterNumber) return false;
-    const auto next = operators_.phraseDetector().detect(after);
-    return !next.empty() && next.front().range.location == 0 && next.front().object == u"in";
+    const auto next = words.after({k, 1});
+    return next && next->object == u"in";
 }
 
 // True for a word that is a currency's code only in a conversion, and stands in none.
-bool UnitExtractor::isWord(std::u16string_view text, TextRange range) const {
+bool UnitExtractor::isWord(std::u16string_view text, TextRange range, OperatorWords& words) const {
     const std::u16string written(range.in(text));
     const std::u16string lower = lowercased(written);
     const bool capitals =
         std::none_of(written.begin(), written.end(), [](char16_t c) { return c >= u'a' && c <= u'z'; });
     if (capitals || !units_.isForConversionsOnly(lower)) return false;
-    const auto isConversion = [&](const PhraseMatch<std::u16string>& match) { return match.object == u"in"; };
-    const std::u16string_view before = trimmed(text.substr(0, range.location));
-    const std::u16string_view after = trimmed(text.substr(range.end()));
-    const auto words = operators_.phraseDetector().detect(before);
-    if (!words.empty() && words.back().range.end() == before.size() && isConversion(words.back())) return false;
-    if (!endsWithNumber(before)) return true;
-    const auto next = operators_.phraseDetector().detect(after);
-    return next.empty() || next.front().range.location != 0 || !isConversion(next.front());
+    const auto last = words.before(range);
+    if (last && last->object == u"in") return false;
+    if (!endsWithNumber(trimmed(text.substr(0, range.location)))) return true;
+    const auto next = words.after(range);
+    return !next || next->object != u"in";
 }
 
 // False for a unit whose name is a word first, unless it stands after a number, a conversion word, or the sign or word
 // of a rate.
-bool UnitExtractor::hasItsPlace(std::u16string_view text, TextRange range) const {
+bool UnitExtractor::hasItsPlace(std::u16string_view text, TextRange range, OperatorWords& words) const {
     if (!units_.isForNumbersOnly(range.in(text))) return true;
     const std::u16string_view before = trimmed(text.substr(0, range.location));
     if (before.empty()) return false;
     const char16_t last = before.back();
     if (last == u')' || last == u'/' || u_charType(last) == U_OTHER_NUMBER || digitValue(last) >= 0) return true;
-    const auto isLast = [&](const auto& matches) {
-        return !matches.empty() && matches.back().range.end() == before.size();
-    };
-    const auto words = operators_.phraseDetector().detect(before);
-    if (isLast(words) && words.back().object == u"in") {
+    if (const auto conversion = words.before(range); conversion && conversion->object == u"in") {
         // "meet in bar 5"
         const std::u16string_view after = trimmed(text.substr(range.end()));
-        return words.back().range.location > 0 && (after.empty() || digitValue(after.front()) < 0);
+        return !trimmed(text.substr(0, conversion->range.location)).empty() &&
+               (after.empty() || digitValue(after.front()) < 0);
     }
     if (before.find_first_of(u"0123456789") == before.npos) return false;
-    return isLast(scales_.detect(before)) || units_.isRateWord(before.substr(before.find_last_of(u' ') + 1));
+    const auto multipliers = scales_.detect(before);
+    const bool multiplied = !multipliers.empty() && multipliers.back().range.end() == before.size();
+    return multiplied || units_.isRateWord(before.substr(before.find_last_of(u' ') + 1));
 }
 
 // True after a number, where a unit's name is that even if an earlier line gave it a value.
@@ -206,7 +259,7 @@ bool UnitExtractor::displacesName(std::u16string_view text, TextRange range, con
            context.getVariable(lowercased(range.in(text)));
 }
 
-bool UnitExtractor::displacesOperator(std::u16string_view text, TextRange range) const {
+bool UnitExtractor::displacesOperator(std::u16string_view text, TextRange range, OperatorWords& words) const {
     if (!operators_.phraseDetector().find(lowercased(range.in(text)))) return false;
     // "lb/in", "in/min"
     if (range.location > 0 && text[range.location - 1] == u'/') return true;
@@ -216,9 +269,9 @@ bool UnitExtractor::displacesOperator(std::u16string_view text, TextRange range)
     if (!endsWithNumber(before)) {
         // "70 cm in in"
         if (!after.empty()) return false;
-        const auto words = operators_.phraseDetector().detect(before);
-        if (words.empty() || words.back().range.end() < before.size() || words.back().object != u"in") return false;
-        const std::u16string_view quantity = trimmed(before.substr(0, words.back().range.location));
+        const auto last = words.before(range);
+        if (!last || last->object != u"in") return false;
+        const std::u16string_view quantity = trimmed(text.substr(0, last->range.location));
         return !quantity.empty() && !endsWithNumber(quantity);
     }
     if (after.empty() || after.front() == u')' || after.front() == u'"') return true;
@@ -231,16 +284,15 @@ bool UnitExtractor::displacesOperator(std::u16string_view text, TextRange range)
         const std::u16string_view factor = trimmed(after.substr(1));
         if (!factor.empty() && digitValue(factor.front()) >= 0) return true;
     }
-    const auto next = operators_.phraseDetector().detect(after);
-    return !next.empty() && next.front().range.location == 0;
+    return words.after(range).has_value();
 }
 
 // True for "3 quarters in months". Three quarters of something are no times.
-bool UnitExtractor::displacesFraction(std::u16string_view text, const PhraseMatch<std::u16string>& match) const {
+bool UnitExtractor::displacesFraction(std::u16string_view text, const PhraseMatch<std::u16string>& match,
+                                      OperatorWords& words) const {
     if (match.object != u"quarter" || !endsWithNumber(trimmed(text.substr(0, match.range.location)))) return false;
-    const std::u16string_view after = trimmed(text.substr(match.range.end()));
-    const auto next = operators_.phraseDetector().detect(after);
-    return next.empty() || next.front().range.location != 0 || next.front().object != u"percent_of";
+    const auto next = words.after(match.range);
+    return !next || next->object != u"percent_of";
 }
 
 void ScalesExtractor::extract(const std::u16string& text, Context&, std::vector<Extraction>& result) const {

@@ -45,12 +45,15 @@ public:
     void extract(const std::u16string& text, Context& context, std::vector<Extraction>& result) const override;
 
 private:
-    bool displacesOperator(std::u16string_view text, TextRange range) const;
-    bool displacesFraction(std::u16string_view text, const PhraseMatch<std::u16string>& match) const;
-    bool isWord(std::u16string_view text, TextRange range) const;
-    bool hasItsPlace(std::u16string_view text, TextRange range) const;
+    class OperatorWords;
+
+    bool displacesOperator(std::u16string_view text, TextRange range, OperatorWords& words) const;
+    bool displacesFraction(std::u16string_view text, const PhraseMatch<std::u16string>& match,
+                           OperatorWords& words) const;
+    bool isWord(std::u16string_view text, TextRange range, OperatorWords& words) const;
+    bool hasItsPlace(std::u16string_view text, TextRange range, OperatorWords& words) const;
     void chooseHomonyms(std::u16string_view text, std::vector<Extraction>& extractions) const;
-    bool isKelvin(std::u16string_view text, std::size_t k, bool temperature) const;
+    bool isKelvin(std::u16string_view text, std::size_t k, bool temperature, OperatorWords& words) const;
     bool displacesName(std::u16string_view text, TextRange range, const Context& context) const;
 
     const UnitManager& units_;

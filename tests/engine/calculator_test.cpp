@@ -102,6 +102,30 @@ TEST(Calculator, recalculatesWhenThePrecisionIsSet) {
     EXPECT_EQ(*calculator->calculate(u"1/3", precise).lines[0]->formattedValue().regular, u"0.33333");
 }
 
+TEST(Calculator, takesNoPrecisionBeyondItsBounds) {
+    const auto calculator = newCalculator();
+    const auto shown = [&](std::int64_t digits) {
+        Context context;
+        context.setPrecision(digits);
+        return calculator->calculateLine(u"2 m in feet and inches", context, false)->formattedValue().regular;
+    };
+    EXPECT_EQ(shown(40000), shown(999));
+    EXPECT_EQ(shown(-1), shown(0));
+}
+
+// Memory may run out anywhere, and a host catches that and goes on.
+TEST(Calculator, countsNoDepthThatAFailureHasLeft) {
+    class Failing : public Function {
+        std::optional<Value> evaluate(const std::vector<Value>&, Context&) const override { throw std::bad_alloc(); }
+    };
+    const auto calculator = newCalculator();
+    calculator->functionManager().add(u"failing", {u"failing"}, std::make_shared<Failing>());
+    Context context;
+    for (int i = 0; i < 200; ++i)
+        EXPECT_THROW(calculator->calculateLine(u"2 * (failing 1)", context, false), std::bad_alloc);
+    EXPECT_EQ(*calculator->calculateLine(u"2 * (3 + 4)", context, false)->formattedValue().regular, u"14");
+}
+
 TEST(Calculator, servesUnchangedLinesFromItsCache) {
     const auto calculator = newCalculator();
     const auto line = [&](std::u16string_view text) {
