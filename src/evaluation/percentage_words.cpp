@@ -53,7 +53,7 @@ bool PercentageWords::isIncluding(std::u16string_view text) const {
 }
 
 std::u16string_view PercentageWords::comparison(std::u16string_view words) const {
-    const std::u16string text = lowercased(trimmed(words));
+    const std::u16string text = spoken(words);
     const auto isAmong = [&](const std::vector<std::u16string>& relations) {
         return std::find(relations.begin(), relations.end(), text) != relations.end();
     };

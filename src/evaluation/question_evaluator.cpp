@@ -25,7 +25,7 @@ constexpr struct {
 };
 
 bool contains(const std::vector<std::u16string>& words, std::u16string_view word) {
-    return std::find(words.begin(), words.end(), lowercased(trimmed(word))) != words.end();
+    return std::find(words.begin(), words.end(), spoken(word)) != words.end();
 }
 
 // Without the question mark and blanks at the ends.
@@ -66,6 +66,25 @@ QuestionEvaluator::QuestionEvaluator(const Localizer& localizer, const Percentag
 
 std::optional<ElementList> QuestionEvaluator::evaluate(const ElementList& elements, Context& context,
                                                        const EvaluationContext&) const {
+    if (!elements.anyHas(Attribute::parenthesis)) return answered(elements, context);
+    // Brackets may hold a question: "(how many cm in 5 inches) / 2".
+    ElementReplacer replacer(elements);
+    std::size_t opened = elements.size();
+    for (std::size_t i = 0; i < elements.size(); ++i) {
+        if (elements[i].value.is(Attribute::parenthesis, u"(")) opened = i;
+        if (opened >= i || !elements[i].value.is(Attribute::parenthesis, u")")) continue;
+        if (const auto inside = answered(elements.slice(opened + 1, i), context)) {
+            ElementList& result = replacer.replace({opened + 1, i - opened - 1});
+            for (const ElementPointer& element : inside->pointers()) result.append(element);
+        }
+        opened = elements.size();
+    }
+    std::optional<ElementList> inside = replacer.finished();
+    auto whole = answered(inside ? *inside : elements, context);
+    return whole ? whole : inside;
+}
+
+std::optional<ElementList> QuestionEvaluator::answered(const ElementList& elements, Context& context) const {
     const std::size_t start = startOfWords(elements);
     if (elements.size() < start + 3) return std::nullopt;
     if (auto difference = lessThan(elements, start)) return difference;
@@ -139,7 +158,7 @@ void QuestionEvaluator::noteUnanswered(const ElementList& elements, Context& con
 
 // Of "more than what?" the operator that the words before what is asked stand for; empty for none.
 std::u16string_view QuestionEvaluator::askedComparison(std::u16string_view words) const {
-    const std::u16string lower = lowercased(questionWords(words));
+    const std::u16string lower = spoken(questionWords(words));
     for (const std::u16string& asked : wholeAsked_) {
         if (!lower.ends_with(asked)) continue;
         const auto operation =
@@ -213,9 +232,9 @@ std::size_t QuestionEvaluator::endOfBeginning(const ElementList& elements, std::
                                               const Question& question) const {
     const std::size_t longest = question.beginnings.front().size();
     std::u16string text;
-    std::size_t end = start, best = start;
-    for (; end < elements.size() && text.size() <= longest + 1; ++end) {
-        text += elements[end].text();
+    std::size_t best = start;
+    for (std::size_t end = start; end < elements.size() && text.size() <= longest; ++end) {
+        text = spoken(text + elements[end].text()) + (endsWithBlank(elements[end]) ? u" " : u"");
         if (contains(question.beginnings, text)) best = end + 1;
     }
     return best;

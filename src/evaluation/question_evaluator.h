@@ -11,8 +11,9 @@ namespace vemo {
 
 class Localizer;
 
-// Lines that begin with what is asked for: "how many cm in 5 inches", "what % of 80 is 20", "% change 80 to 100".
-// They are put as "5 inches in cm", and as two values with an operator between them; so is "$64 is 20% off what".
+// Lines, and what stands in brackets, that begin with what is asked for: "how many cm in 5 inches", "what % of 80 is
+// 20", "% change 80 to 100". They are put as "5 inches in cm", and as two values with an operator between them; so is
+// "$64 is 20% off what".
 class QuestionEvaluator : public Evaluator {
 public:
     QuestionEvaluator(const Localizer& localizer, const PercentageWords& percentageWords);
@@ -26,6 +27,7 @@ private:
         std::u16string firstUnits = {};  // of its beginnings
     };
 
+    std::optional<ElementList> answered(const ElementList& elements, Context& context) const;
     std::optional<ElementList> askedWhole(const ElementList& elements) const;
     void noteUnanswered(const ElementList& elements, Context& context) const;
     std::u16string_view askedComparison(std::u16string_view words) const;
