@@ -8,8 +8,8 @@
 
 namespace vemo {
 
-// Puts the numbers of a line as a locale writes them into the signs that literals are read in: digits beyond the basic
-// plane, separators such as "’" and "٫", exponents such as "×10^−7". Unit by unit, so that ranges stay.
+// Puts the numbers of a line as a locale writes them into the signs that literals are read in: digits of other
+// scripts, separators such as "’" and "٫", exponents such as "×10^−7". Unit by unit, so that ranges stay.
 class LocaleNumerals {
 public:
     explicit LocaleNumerals(const LocaleInfo& locale);
