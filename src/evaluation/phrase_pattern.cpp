@@ -145,6 +145,8 @@ bool PhrasePattern::Filter::admits(const Line& line) const {
 
 PhrasePattern::Line::Line(const ElementList& list, std::size_t from) : elements(list), start(from) {
     end = std::min(lastWritten(list) + 1, list.size());
+    // "2 plus 3 ="
+    while (end > start && (isBlank(list[end - 1]) || list[end - 1].value.has(Attribute::assignment))) --end;
     while (start < end && isBlank(list[start])) ++start;
     bool begins = true;
     for (std::size_t i = start; i < end; ++i) {

@@ -14,12 +14,12 @@ using Piece = PhrasePattern::Piece;
 
 constexpr int mostSteps = 1024;  // for a line that could be taken apart in many ways
 
-// Lower case, without blanks and signs of punctuation at the ends.
+// As phrases are stored, without signs of punctuation at the ends.
 std::u16string wording(std::u16string_view text) {
     const auto isOutside = [](char16_t c) { return isWhitespace(c) || c == u',' || c == u';' || c == u'?'; };
     while (!text.empty() && isOutside(text.front())) text.remove_prefix(1);
     while (!text.empty() && isOutside(text.back())) text.remove_suffix(1);
-    return lowercased(text);
+    return spoken(text);
 }
 
 bool partsWords(char16_t before, char16_t after) {
@@ -151,13 +151,14 @@ private:
         const Piece& words = pieces_[piece];
         const bool open = words.openBefore || words.words.size() > 1;
         const std::size_t longest = words.words.front().front().size() + 2;
-        std::u16string text;
+        std::u16string text, worded;
         std::vector<std::size_t> ends;
-        for (std::size_t k = i; k < end_ && (open || text.size() <= longest); ++k) {
+        for (std::size_t k = i; k < end_ && (open || worded.size() <= longest); ++k) {
             const Value& value = elements_[k].value;
             if (open && (value.has(Attribute::decimal) || value.has(Attribute::date) || isPercent(elements_[k]))) break;
             text += elements_[k].text();
-            if (!holds(wording(text), words)) continue;
+            worded = wording(text);
+            if (!holds(worded, words)) continue;
             ends.push_back(k + 1);
             if (!words.openAfter) continue;
             for (++k; k < end_ && isIdle(elements_[k]); ++k) ends.push_back(k + 1);
