@@ -103,6 +103,18 @@ std::u16string_view trimmed(std::u16string_view text) {
     return text;
 }
 
+std::u16string spoken(std::u16string_view text) {
+    std::u16string words = lowercased(trimmed(text));
+    std::size_t kept = 0;
+    for (const char16_t c : words) {
+        const bool blank = isWhitespace(c);
+        if (blank && words[kept - 1] == u' ') continue;
+        words[kept++] = blank ? u' ' : c;
+    }
+    words.resize(kept);
+    return words;
+}
+
 std::u16string joined(const std::vector<std::u16string>& parts, std::u16string_view separator) {
     std::u16string result;
     for (std::size_t i = 0; i < parts.size(); ++i) {

@@ -53,6 +53,8 @@ inline bool isWhitespace(char16_t character) {
 bool hasLetter(std::u16string_view text);
 bool isCjk(char16_t character);  // of a script that puts no blanks between words
 std::u16string_view trimmed(std::u16string_view text);
+// As phrases are stored: in lower case, with one blank between words and none around them.
+std::u16string spoken(std::u16string_view text);
 std::u16string joined(const std::vector<std::u16string>& parts, std::u16string_view separator);
 
 // Replaces letters, digits and signs of full width by those of ASCII. The length stays the same.

@@ -6,6 +6,7 @@
 #include <limits>
 #include <span>
 
+#include "base/composed_text.h"
 #include "engine/line_reading.h"
 #include "engine/line_remarks.h"
 #include "engine/repeated_lines.h"
@@ -57,16 +58,25 @@ std::pair<std::u16string_view, AttributedText> withinBounds(std::u16string_view 
     return {u"", AttributedText(line, quoted ? RunType::comment : RunType::none)};
 }
 
-// The runs over another text of the same length.
-AttributedText withText(const AttributedText& runs, std::u16string_view text) {
-    assert(runs.compoundString().size() == text.size());
+// The runs over the line as it was written: a text of the same length, or the one that was composed.
+AttributedText withText(const AttributedText& runs, std::u16string_view text, const ComposedText* composed) {
+    assert(runs.compoundString().size() == (composed ? composed->text : text).size());
     if (runs.compoundString() == text) return runs;
     AttributedText result;
+    TextRange range;
     for (const AttributedText::Run& run : runs.runs()) {
-        result.append(AttributedText(text.substr(0, run.length), run.type));
-        text.remove_prefix(run.length);
+        range = {range.end(), run.length};
+        result.append(AttributedText((composed ? composed->given(range) : range).in(text), run.type));
     }
     return result;
+}
+
+void placeNotes(std::vector<Note>& notes, const ComposedText& composed) {
+    for (Note& note : notes) {
+        const TextRange range = composed.given({note.start, note.length});
+        note.start = static_cast<std::uint32_t>(range.location);
+        note.length = static_cast<std::uint32_t>(range.length);
+    }
 }
 
 }  // namespace
@@ -150,7 +160,8 @@ LineResultPointer Calculator::calculateLine(std::u16string_view text, Context& d
         if (online_ && online_->geoNames()) lookUpPlaces(*known);
         return known;
     }
-    const std::u16string line = numerals_.folded(text);
+    const std::optional<ComposedText> composed = composedText(text);
+    const std::u16string line = numerals_.folded(composed ? composed->text : text);
     const std::size_t logged = jsRunner_ ? jsRunner_->log().size() : 0;
     if (debug) trace(u"=== Debug for '" + line + u"' ===");
     Context context = ContextParts::layer(document);
@@ -158,7 +169,7 @@ LineResultPointer Calculator::calculateLine(std::u16string_view text, Context& d
     const Value value = elements.empty() ? Value() : elements[0].value;
     const FormattedValue formatted = format(value, context);
     const std::u16string extensionsLog = jsRunner_ ? jsRunner_->log().substr(logged) : u"";
-    const LineRemarks remarks = spokenRemarks(
+    LineRemarks remarks = spokenRemarks(
         context, written, formatted.regular.has_value(),
         {localizer_, mistakeNotes_, [&](std::u16string_view unit) { return decimalUnitValueFormatter_.unitName(unit); },
          [&](const Value& other) { return format(other, context).regular.value_or(u""); },
@@ -166,10 +177,11 @@ LineResultPointer Calculator::calculateLine(std::u16string_view text, Context& d
              if (!unitSpelling_) unitSpelling_.emplace(unitManager_);
              return unitSpelling_->isNearly(word);
          }});
+    if (composed) placeNotes(remarks.notes, *composed);
     LineResultPointer result =
         LineResult::make(value, ContextParts::updates(context), ContextParts::dependencies(context),
-                         withText(elements.attributedText(), text), formatted, context.quickTypeData(), extensionsLog,
-                         remarks, onlyRepeatsLines(written, functionManager_));
+                         withText(elements.attributedText(), text, composed ? &*composed : nullptr), formatted,
+                         context.quickTypeData(), extensionsLog, remarks, onlyRepeatsLines(written, functionManager_));
     context = Context();  // no longer shares the document's data, which can then be changed in place
     ContextParts::addUpdatesOf(document, *result);
     ContextParts::addDependenciesOf(document, result);
@@ -185,7 +197,8 @@ std::optional<std::u16string> Calculator::reading(std::u16string_view text, Cont
     calculate(text.substr(0, lines[number].location), document);
     Context context = ContextParts::layer(document);
     remarksOf(context).keepSteps();
-    const std::u16string line = numerals_.folded(lines[number].in(text));
+    const std::optional<ComposedText> composed = composedText(lines[number].in(text));
+    const std::u16string line = numerals_.folded(composed ? composed->text : lines[number].in(text));
     const ElementList elements = evaluateLine(line, context, false).elements;
     if (elements.empty() || !format(elements[0].value, context).regular) return std::nullopt;
     Context writing = ContextParts::layer(document);

@@ -83,6 +83,11 @@ private:
         const ReadingStep& step = steps_[index];
         if (step.isFunction) {
             std::u16string text = step.name;
+            if (step.operands.size() > 1) {
+                for (std::size_t i = 0; i < step.operands.size(); ++i)
+                    text.append(i == 0 ? u"(" : u"; ").append(operandText(step.operands[i], index).first);
+                return text + u")";
+            }
             for (const ReadingStep::Operand& operand : step.operands)
                 text.append(u" (").append(operandText(operand, index).first).append(u")");
             return text;

@@ -2,6 +2,7 @@
 // What a result tells about names and instants, found when somebody asks.
 #include <algorithm>
 
+#include "base/composed_text.h"
 #include "platform/time_zones.h"
 #include "records/context_map.h"
 #include "records/line_result.h"
@@ -36,7 +37,11 @@ std::vector<VemoEngine::NameUse> VemoEngine::Result::Line::names() const {
         end = location + text.size();
     });
     const std::u16string_view line = result_->text();
-    for (NameUse& use : names) use.name = lowercased(line.substr(use.start, use.length));
+    for (NameUse& use : names) {
+        const std::u16string_view written = line.substr(use.start, use.length);
+        const auto composed = composedText(written);
+        use.name = lowercased(composed ? composed->text : written);
+    }
     if (!names.empty()) names.front().defines = vemo::defines(*result_, names.front().name);
     return names;
 }

@@ -39,7 +39,7 @@ CompoundMeasureEvaluator::CompoundMeasureEvaluator(const Localizer& localizer)
     : Evaluator({Attribute::unit}), andWords_(localizer.variants(u"list_and.variants", u"Operations")) {}
 
 bool CompoundMeasureEvaluator::joinsUnits(const Element& element) const {
-    const std::u16string text = lowercased(trimmed(element.text()));
+    const std::u16string text = spoken(element.text());
     return text == u"," || isOperator(element, u"and") ||
            (element.value.isEmpty() && std::find(andWords_.begin(), andWords_.end(), text) != andWords_.end());
 }

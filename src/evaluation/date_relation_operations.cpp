@@ -198,6 +198,14 @@ void registerDateOperators(OperatorCollection& operators) {
 void registerDateRelations(OperationCollection& operations, const UnitConverter& unitConverter) {
     for (const Row& row : rows)
         operations.add(row.id, std::make_shared<RelationOperation>(unitConverter, row.calculation));
+    // "launch to party", two names of dates: a word of conversions, and there is nothing to convert. "time in Berlin
+    // time" tells of another zone.
+    constexpr std::int64_t beforeConversions = 50;
+    const auto span = [](const Relations& r, const Value& a, const Value& b, Context& c) {
+        const TimeZone *from = a.timeZone(), *to = b.timeZone();
+        return from && to && from->identifier != to->identifier ? std::nullopt : r.span(a, b, c);
+    };
+    operations.add(u"in", std::make_shared<RelationOperation>(unitConverter, span), beforeConversions);
 }
 
 }  // namespace vemo

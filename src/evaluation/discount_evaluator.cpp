@@ -48,7 +48,7 @@ bool DiscountEvaluator::isDiscount(const ElementList& elements, std::size_t inde
 
 // True for words that end with one for a part of an amount: "tip", as in "15% tip on $84".
 bool DiscountEvaluator::endsWithPart(std::u16string_view text) const {
-    const std::u16string words = lowercased(trimmed(text));
+    const std::u16string words = spoken(text);
     return std::any_of(parts_.begin(), parts_.end(), [&](const std::u16string& part) {
         return words.ends_with(part) &&
                (words.size() == part.size() || !isLetter(words[words.size() - part.size() - 1]));

@@ -12,20 +12,32 @@ namespace vemo {
 
 namespace {
 
+// Where the phrase begins that ends the text, with any blanks between its words; npos where it does not.
+std::size_t startOfPhrase(std::u16string_view text, std::u16string_view phrase) {
+    std::size_t start = text.size();
+    for (std::size_t i = phrase.size(); i > 0; --i) {
+        const bool blank = phrase[i - 1] == u' ';
+        if (start == 0 || (blank ? !isWhitespace(text[start - 1]) : lowercasedUnit(text[start - 1]) != phrase[i - 1]))
+            return text.npos;
+        --start;
+        while (blank && start > 0 && isWhitespace(text[start - 1])) --start;
+    }
+    return start;
+}
+
 // Where a phrase begins with which the text ends, as whole words; npos when it ends with none.
 std::size_t startOfLast(std::u16string_view text, const std::vector<std::u16string>& phrases) {
     while (!text.empty() && isWhitespace(text.back())) text.remove_suffix(1);
-    const std::u16string lower = lowercased(text);
     for (const std::u16string& phrase : phrases) {
-        if (!lower.ends_with(phrase) || lower.size() != text.size()) continue;
-        const std::size_t start = lower.size() - phrase.size();
-        if (start == 0 || !isLetter(lower[start - 1]) || !isLetter(phrase.front())) return start;
+        const std::size_t start = startOfPhrase(text, phrase);
+        if (start == text.npos) continue;
+        if (start == 0 || !isLetter(text[start - 1]) || !isLetter(phrase.front())) return start;
     }
     return text.npos;
 }
 
 bool beginsWith(std::u16string_view text, const std::vector<std::u16string>& phrases) {
-    const std::u16string lower = lowercased(trimmed(text));
+    const std::u16string lower = spoken(text);
     return std::any_of(phrases.begin(), phrases.end(), [&](const std::u16string& phrase) {
         return lower.starts_with(phrase) &&
                (lower.size() == phrase.size() || isCjk(phrase.front()) || !isLetter(lower[phrase.size()]));
@@ -52,7 +64,7 @@ EachPriceEvaluator::EachPriceEvaluator(const Localizer& localizer, const UnitCon
 // True for the word between measures of length, or between a number and one: "10 ft by 12 ft", "3 by 4 m".
 bool EachPriceEvaluator::isBy(const ElementList& elements, std::size_t word) const {
     if (!isPlainWords(elements[word]) || by_.empty()) return false;
-    const std::u16string text = lowercased(trimmed(elements[word].text()));
+    const std::u16string text = spoken(elements[word].text());
     if (std::find(by_.begin(), by_.end(), text) == by_.end()) return false;
     const auto isLength = [&](std::size_t unit) {
         return unit < elements.size() && isUnitAlone(elements[unit]) &&
@@ -71,7 +83,9 @@ bool EachPriceEvaluator::isBy(const ElementList& elements, std::size_t word) con
 // True for a number that begins an operand; one that is described may have words before it, too.
 bool EachPriceEvaluator::isCount(const ElementList& elements, std::size_t index, bool described) const {
     if (!isNumber(elements[index])) return false;
-    const std::size_t before = neighbourOf(elements, index, -1);
+    std::size_t before = neighbourOf(elements, index, -1);
+    while (before < elements.size() && runTypeOf(elements[before]) == RunType::comment)
+        before = neighbourOf(elements, before, -1);
     if (before == elements.size()) return true;
     const Value& value = elements[before].value;
     return runTypeOf(elements[before]) == RunType::label || value.has(Attribute::operation) ||

@@ -92,9 +92,10 @@ inline std::size_t startOfValue(const ElementList& elements) {
     return start;
 }
 
-// Where the words of a line begin: after its label.
+// Where the words of a line begin: after its label, and a name that is assigned to.
 inline std::size_t startOfWords(const ElementList& elements) {
-    std::size_t i = 0;
+    const std::size_t value = startOfValue(elements), last = lastWritten(elements);
+    std::size_t i = last < elements.size() && last >= value ? value : 0;
     for (; i < elements.size(); ++i) {
         const RunType type = runTypeOf(elements[i]);
         if (!isBlank(elements[i]) && type != RunType::label && type != RunType::comment) break;

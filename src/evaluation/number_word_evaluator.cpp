@@ -82,7 +82,8 @@ NumberWordEvaluator::NumberWordEvaluator(const Localizer& localizer, const Scale
     : Evaluator({Attribute::scale, Attribute::unit, Attribute::type}),
       scales_(scales),
       links_(localizer.variants(u"counts_link.variants", u"Numbers")),
-      articles_(localizer.variants(u"article.variants", u"Numbers")) {}
+      articles_(localizer.variants(u"article.variants", u"Numbers")),
+      ones_(localizer.variants(u"one.variants", u"Numbers")) {}
 
 const Scale* NumberWordEvaluator::scaleAt(const ElementList& elements, std::size_t i) const {
     const auto id = i < elements.size() ? elements[i].value.string(Attribute::scale) : std::nullopt;
@@ -94,7 +95,20 @@ const Scale* NumberWordEvaluator::scaleAt(const ElementList& elements, std::size
 bool NumberWordEvaluator::isLink(const Element& element) const {
     if (isOperator(element, u"-")) return element.text() == u"-";
     if (!isPlainWords(element)) return false;
-    return std::find(links_.begin(), links_.end(), lowercased(trimmed(element.text()))) != links_.end();
+    return std::find(links_.begin(), links_.end(), spoken(element.text())) != links_.end();
+}
+
+// The last word of "forty-one", "two hundred and one" and "vingt et un", which alone is an article or a pronoun.
+bool NumberWordEvaluator::isOne(const Element& element, bool linked) const {
+    if (!isPlainWords(element)) return false;
+    const std::u16string words = spoken(element.text());
+    const auto isAmong = [&](std::u16string_view word) {
+        return std::find(ones_.begin(), ones_.end(), word) != ones_.end();
+    };
+    const std::size_t blank = linked ? words.npos : words.find(u' ');
+    if (blank == words.npos) return isAmong(words);
+    return std::find(links_.begin(), links_.end(), words.substr(0, blank)) != links_.end() &&
+           isAmong(std::u16string_view(words).substr(blank + 1));
 }
 
 // The number whose first word stands there, of several words: "two hundred and fifty thousand", "vingt-cinq".
@@ -107,12 +121,16 @@ NumberWordEvaluator::Count NumberWordEvaluator::countAt(const ElementList& eleme
     bool anyScale = false;
     for (std::size_t next = neighbourOf(elements, start, 1); joins && next < elements.size();) {
         const bool linked = isLink(elements[next]);
-        const std::size_t word = linked ? neighbourOf(elements, next, 1) : next;
+        std::size_t word = next;
+        while (word < elements.size() && isLink(elements[word])) word = neighbourOf(elements, word, 1);
         if (isWord(elements, word, number_word::count)) {
             const std::int64_t value = elements[word].value.decimal()->toInt64();
             const bool fits = group % hundred == 0 ? value < hundred : group % 10 == 0 && value < (linked ? 20 : 10);
             if (!fits || (group == 0 && linked && !anyScale)) break;
             group += value;
+        } else if (word < elements.size() && isOne(elements[word], linked) && group % 10 == 0 &&
+                   group % hundred != 10 && (group > 0 || anyScale)) {
+            ++group;
         } else if (const Scale* scale = linked ? nullptr : scaleAt(elements, word)) {
             const DecimalNumber product = scale->times(DecimalNumber::fromInt64(group));
             const bool grows = scale->ratio <= 2 && !scale->isCount();
@@ -143,6 +161,14 @@ std::size_t NumberWordEvaluator::articleAt(const ElementList& elements, std::siz
     return std::find(articles_.begin(), articles_.end(), word) == articles_.end() ? text.npos : start;
 }
 
+// "forty-one million": the last word of a number that others begin.
+bool NumberWordEvaluator::endsCount(const ElementList& elements, std::size_t i) const {
+    std::size_t before = neighbourOf(elements, i, -1);
+    const bool linked = before < elements.size() && isLink(elements[before]);
+    while (before < elements.size() && isLink(elements[before])) before = neighbourOf(elements, before, -1);
+    return (isWord(elements, before, number_word::count) || scaleAt(elements, before)) && isOne(elements[i], linked);
+}
+
 // True for an article that counts: before a multiplier, or a unit that is converted, and after nothing with a value,
 // as in "$5 a day".
 bool NumberWordEvaluator::isMeasured(const ElementList& elements, std::size_t i) const {
@@ -162,7 +188,7 @@ std::optional<ElementList> NumberWordEvaluator::withArticles(const ElementList& 
         const Value& after = elements[i + 1].value;
         if (after.has(Attribute::decimal) || (!after.has(Attribute::unit) && !after.has(Attribute::scale))) continue;
         const std::size_t start = articleAt(elements, i);
-        if (start == std::u16string::npos || !isMeasured(elements, i)) continue;
+        if (start == std::u16string::npos || !isMeasured(elements, i) || endsCount(elements, i)) continue;
         const std::u16string_view text = elements[i].text();
         const std::size_t before = neighbourOf(elements, i, -1);
         const bool half = before < elements.size() && isWord(elements, before, number_word::fraction);
@@ -190,7 +216,11 @@ std::optional<ElementList> NumberWordEvaluator::withWords(const ElementList& ele
         const Value& value = elements[i].value;
         const auto become = [&](std::size_t end, const DecimalNumber& number) {
             const std::u16string text = elements.slice(i, end).text();
-            replacer.replace({i, end - i}).append(makeElement(Value(number), AttributedText(text, RunType::number)));
+            std::size_t length = text.size();
+            while (length > 0 && isWhitespace(text[length - 1])) --length;
+            ElementList& result = replacer.replace({i, end - i});
+            result.append(makeElement(Value(number), AttributedText(text.substr(0, length), RunType::number)));
+            if (length < text.size()) result.append(plainText(text.substr(length)));
         };
         const std::size_t next = neighbourOf(elements, i, 1);
         const std::size_t third = neighbourOf(elements, next, 1);

@@ -27,6 +27,8 @@ private:
 
     Count countAt(const ElementList& elements, std::size_t start) const;
     bool isLink(const Element& element) const;
+    bool isOne(const Element& element, bool linked) const;
+    bool endsCount(const ElementList& elements, std::size_t index) const;
     std::size_t articleAt(const ElementList& elements, std::size_t index) const;
     bool isMeasured(const ElementList& elements, std::size_t index) const;
     const Scale* scaleAt(const ElementList& elements, std::size_t index) const;
@@ -36,7 +38,7 @@ private:
     std::optional<ElementList> withWords(const ElementList& elements, Context& context) const;
 
     const ScaleManager& scales_;
-    const std::vector<std::u16string> links_, articles_;
+    const std::vector<std::u16string> links_, articles_, ones_;
 };
 
 }  // namespace vemo

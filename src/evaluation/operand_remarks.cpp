@@ -57,8 +57,15 @@ void OperandRemarks::finish() {
 }
 
 void OperandRemarks::unknown(const Operand& operand, NoteKind kind) {
-    const std::u16string words = elements_.slice(operand.from, operand.to).text();
-    remarksOf(context_).note(kind, elements_.trimmedRangeOf(operand.from, operand.to), trimmed(words));
+    std::size_t from = operand.from, to = operand.to;
+    const auto isBeside = [&](std::size_t i) {
+        const RunType type = runTypeOf(elements_[i]);
+        return type == RunType::label || type == RunType::comment;
+    };
+    for (std::size_t i = from; i < to; ++i)
+        if (isBeside(i)) (i == from ? from : to) = i == from ? i + 1 : i;
+    const std::u16string words = elements_.slice(from, to).text();
+    remarksOf(context_).note(kind, elements_.trimmedRangeOf(from, to), trimmed(words));
 }
 
 void OperandRemarks::atOperator(std::size_t index) {

@@ -130,7 +130,26 @@ std::optional<PhraseEvaluator::Phrase> PhraseEvaluator::phrase(std::u16string_vi
 
 std::optional<ElementList> PhraseEvaluator::evaluate(const ElementList& elements, Context& context,
                                                      const EvaluationContext&) const {
-    const std::size_t start = startOfValue(elements);
+    if (!elements.anyHas(Attribute::parenthesis)) return calculation(elements, context);
+    // Brackets may hold one: "(how many cm in 5 inches) / 2".
+    ElementReplacer replacer(elements);
+    std::size_t opened = elements.size();
+    for (std::size_t i = 0; i < elements.size(); ++i) {
+        if (elements[i].value.is(Attribute::parenthesis, u"(")) opened = i;
+        if (opened >= i || !elements[i].value.is(Attribute::parenthesis, u")")) continue;
+        if (const auto inside = calculation(elements.slice(opened + 1, i), context)) {
+            ElementList& result = replacer.replace({opened + 1, i - opened - 1});
+            for (const ElementPointer& element : inside->pointers()) result.append(element);
+        }
+        opened = elements.size();
+    }
+    std::optional<ElementList> inside = replacer.finished();
+    auto whole = calculation(inside ? *inside : elements, context);
+    return whole ? whole : inside;
+}
+
+std::optional<ElementList> PhraseEvaluator::calculation(const ElementList& elements, Context& context) const {
+    const std::size_t start = startOfWords(elements);
     if (!hasWords(elements, start)) return std::nullopt;
     if (phrases_.empty()) readTables();
     const PhrasePattern::Line line(elements, start);

@@ -23,6 +23,8 @@ public:
     std::optional<ElementList> evaluate(const ElementList&, Context&, const EvaluationContext&) const override;
 
 private:
+    std::optional<ElementList> calculation(const ElementList& elements, Context& context) const;
+
     // A slot of the pattern, or what stands beside it: an operator, a bracket, a number or a unit.
     struct Part {
         std::optional<std::size_t> slot;

@@ -145,7 +145,11 @@ bool PhrasePattern::Filter::admits(const Line& line) const {
 
 PhrasePattern::Line::Line(const ElementList& list, std::size_t from) : elements(list), start(from) {
     end = std::min(lastWritten(list) + 1, list.size());
-    while (start < end && list[end - 1].value.isEmpty() && wording(list[end - 1].text()).empty()) --end;
+    const auto isIdle = [](const Element& element) {
+        return element.value.has(Attribute::assignment) || (element.value.isEmpty() && wording(element.text()).empty());
+    };
+    // "2 plus 3 =", "…?"
+    while (end > start && isIdle(list[end - 1])) --end;
     while (start < end && isBlank(list[start])) ++start;
     bool begins = true;
     for (std::size_t i = start; i < end; ++i) {
@@ -169,7 +173,7 @@ std::u16string PhrasePattern::wording(std::u16string_view text) {
     const auto isOutside = [&](char16_t c) { return isWhitespace(c) || outside.find(c) != outside.npos; };
     while (!text.empty() && isOutside(text.front())) text.remove_prefix(1);
     while (!text.empty() && isOutside(text.back())) text.remove_suffix(1);
-    return lowercased(text);
+    return spoken(text);
 }
 
 std::optional<std::size_t> PhrasePattern::slot(std::u16string_view name) const {

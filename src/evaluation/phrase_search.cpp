@@ -143,13 +143,14 @@ private:
         const Piece& words = pieces_[piece];
         const bool open = words.openBefore || words.words.size() > 1;
         const std::size_t longest = words.words.front().front().size() + 2;
-        std::u16string text;
+        std::u16string text, worded;
         std::vector<std::size_t> ends;
-        for (std::size_t k = i; k < end_ && (open || text.size() <= longest); ++k) {
+        for (std::size_t k = i; k < end_ && (open || worded.size() <= longest); ++k) {
             const Value& value = elements_[k].value;
             if (open && (value.has(Attribute::decimal) || value.has(Attribute::date) || isPercent(elements_[k]))) break;
             text += elements_[k].text();
-            if (!holds(PhrasePattern::wording(text), words)) continue;
+            worded = PhrasePattern::wording(text);
+            if (!holds(worded, words)) continue;
             ends.push_back(k + 1);
             if (!words.openAfter) continue;
             for (++k; k < end_ && isIdle(elements_[k]); ++k) ends.push_back(k + 1);

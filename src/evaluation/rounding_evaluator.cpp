@@ -42,8 +42,7 @@ std::size_t endOfPart(const ElementList& elements, std::size_t i) {
 }
 
 std::u16string wordsOf(const ElementList& elements, std::size_t from, std::size_t to) {
-    const std::u16string text = elements.slice(from, to).text();
-    return lowercased(trimmed(text));
+    return spoken(elements.slice(from, to).text());
 }
 
 // How a function rounds; nothing for others.

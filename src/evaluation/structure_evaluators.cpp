@@ -72,6 +72,12 @@ std::optional<Value> onlyValue(const ElementList& elements, std::size_t from, st
     return only ? *only : Value();
 }
 
+// Labels, comments and blanks before an operand are no part of it.
+bool isBesideOperand(const Element& element) {
+    const RunType type = runTypeOf(element);
+    return type == RunType::label || type == RunType::comment || isBlank(element);
+}
+
 void reserveFor(const ElementList& elements, AttributedText& text) {
     std::size_t length = 0, runs = 0;
     for (const ElementPointer& element : elements.pointers()) {
@@ -187,6 +193,7 @@ std::optional<ElementList> OperationEvaluator::evaluate(const ElementList& given
             continue;
         }
         operands.emplace_back();
+        for (std::size_t k = start; k < i && isBesideOperand(elements[k]); ++k) location += elements[k].text().size();
         ranges.push_back({location, end - location});
         if (const auto value = debug ? std::nullopt : onlyValue(elements, start, i)) {
             operands.back() = *value;

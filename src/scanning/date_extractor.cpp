@@ -61,7 +61,7 @@ bool DateExtractor::isCounted(std::u16string_view text, const DetectedDate& date
             return words.starts_with(phrase) && words.size() > phrase.size() && isWhitespace(words[phrase.size()]);
         });
     };
-    return begins(lowercased(trimmed(text)), countAsked_) && begins(lowercased(date.range.in(text)), countLinks_);
+    return begins(spoken(text), countAsked_) && begins(lowercased(date.range.in(text)), countLinks_);
 }
 
 void DateExtractor::extract(const std::u16string& text, Context& context, std::vector<Extraction>& result) const {
@@ -91,8 +91,16 @@ void DateExtractor::extract(const std::u16string& text, Context& context, std::v
                 return e.range.location == next && e.range.length > 0 && e.element->value.has(Attribute::unit);
             });
     };
+    // "percent change from 20.15 to 25.30": beside a percentage these are no times.
+    const bool percentage = std::any_of(result.begin(), result.end(), [](const Extraction& e) {
+        return e.element->value.is(Attribute::unit, u"percent");
+    });
+    const auto isDecimal = [](std::u16string_view found) {
+        return std::all_of(found.begin(), found.end(), [](char16_t c) { return c == u'.' || digitValue(c) >= 0; });
+    };
     for (const DetectedDate& date : detected.dates) {
         const std::u16string_view found = date.range.in(text);
+        if (percentage && !date.isDay && isDecimal(found)) continue;
         // A product or sum that looks like a date once it is masked.
         if (found.find(u'*') != found.npos || (!date.offset && found.find(u'+') != found.npos)) continue;
         // "in 5 hours" is a duration.

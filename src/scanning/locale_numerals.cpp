@@ -31,7 +31,10 @@ bool isDirectionMark(char16_t c) {
     return c == u'\u200e' || c == u'\u200f' || c == u'\u061c';
 }
 
-void foldPairs(std::u16string& text) {
+// Digits of other scripts.
+void foldDigits(std::u16string& text) {
+    for (char16_t& c : text)
+        if (const int digit = c < 0x80 ? -1 : digitValue(c); digit >= 0) c = static_cast<char16_t>(u'0' + digit);
     for (std::size_t i = 0; i + 1 < text.size(); ++i) {
         if (!U16_IS_LEAD(text[i]) || !U16_IS_TRAIL(text[i + 1])) continue;
         const int digit = u_charDigitValue(U16_GET_SUPPLEMENTARY(text[i], text[i + 1]));
@@ -62,6 +65,7 @@ LocaleNumerals::LocaleNumerals(const LocaleInfo& locale)
       decimal_(toFold(locale.decimalSeparator)),
       grouping_(toFold(locale.groupingSeparator)),
       apostrophes_(grouping_ == apostrophe || grouping_ == u'\'') {
+    foldDigits(locale_.exponentSign);  // "×۱۰^"
     if (decimal_ != 0) locale_.decimalSeparator = u".";
     if (grouping_ != 0) locale_.groupingSeparator = filler;
 }
@@ -70,7 +74,7 @@ std::u16string LocaleNumerals::folded(std::u16string_view line) const {
     std::u16string text = foldedWidth(line);
     const bool plain = std::all_of(text.begin(), text.end(), [](char16_t c) { return c < 0x80; });
     if (plain && !apostrophes_) return text;
-    foldPairs(text);
+    foldDigits(text);
     foldSeparators(text);
     foldExponents(text);
     return text;

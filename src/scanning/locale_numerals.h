@@ -8,8 +8,8 @@
 
 namespace vemo {
 
-// Puts the numbers of a line as a locale writes them into the signs that literals are read in: digits beyond the basic
-// plane, separators such as "’" and "٫", exponents such as "×10^−7". The length stays the same, so that ranges do.
+// Puts the numbers of a line as a locale writes them into the signs that literals are read in: digits of other
+// scripts, separators such as "’" and "٫", exponents such as "×10^−7". The length stays the same, so that ranges do.
 class LocaleNumerals {
 public:
     explicit LocaleNumerals(const LocaleInfo& locale);

@@ -6,6 +6,7 @@
 #include <tuple>
 
 #include "base/text.h"
+#include "records/number_words.h"
 
 namespace vemo {
 
@@ -49,15 +50,16 @@ RunType typeOf(const Extraction& extraction) {
     return extraction.element->attributedText.runs().begin()->type;
 }
 
-// Drops the signs of operators inside phrases, to which they belong: "US-Dollar", a script's "km/h". Inside a date a
-// sign belongs to it when it stands between letters: "après-demain", but not "3/4/27".
+// Drops the signs of operators inside phrases, to which they belong: "US-Dollar", a script's "km/h", and inside numbers:
+// "quatre-vingts". Inside a date a sign belongs to it when it stands between letters: "après-demain", but not "3/4/27".
 void dropSignsInPhrases(std::u16string_view text, Candidates& candidates) {
     std::vector<const Extraction*> phrases;
     bool signs = false;
     for (const Extraction* candidate : candidates) {
         const RunType type = typeOf(*candidate);
         const bool phrase = type == RunType::unit || type == RunType::function || type == RunType::operatorWord ||
-                            candidate->element->value.has(Attribute::date);
+                            candidate->element->value.has(Attribute::date) ||
+                            candidate->element->value.is(Attribute::type, number_word::count);
         if (type == RunType::operatorSymbol)
             signs = true;
         else if (phrase && candidate->range.length > 2 && candidate->range.end() <= text.size())

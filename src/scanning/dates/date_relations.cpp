@@ -35,14 +35,20 @@ private:
         std::size_t end = 0;
     };
 
+    // "weekday of (March 4 + 7 days)": brackets may hold what begins with one.
     std::optional<Anchor> anchorAt(std::size_t i) const {
+        while (isSign(i, u'(')) ++i;
         const std::size_t last = skipping(i, DateWord::article, DateWord::on, DateWord::at, DateWord::atHour,
                                           DateWord::of, DateWord::rangeFrom);
         for (PlacedReading& reading : readings_)
-            if (reading.start >= i && reading.start <= last) return Anchor{&reading, reading.end};
+            if (reading.start >= i && reading.start <= last) return Anchor{&reading, behindBrackets(reading.end)};
         for (std::size_t k = i; k <= last; ++k)
-            if (is(k, DateWord::day) || isName(k)) return Anchor{nullptr, k + 1};
+            if (is(k, DateWord::day) || isName(k)) return Anchor{nullptr, behindBrackets(k + 1)};
         return std::nullopt;
+    }
+    std::size_t behindBrackets(std::size_t i) const {
+        while (isSign(i, u')')) ++i;
+        return i;
     }
     // True for a variable that holds a date.
     bool isName(std::size_t i) const {
@@ -51,6 +57,7 @@ private:
                text_.isDateName(lowercased(word->range.in(text_.text)));
     }
     std::optional<Anchor> anchorBefore(std::size_t i) const {
+        while (i > 0 && isSign(i - 1, u')')) --i;
         for (PlacedReading& reading : readings_)
             if (reading.end == i) return Anchor{&reading, i};
         if (i > 0 && (is(i - 1, DateWord::day) || isName(i - 1))) return Anchor{nullptr, i};

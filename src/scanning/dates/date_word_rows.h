@@ -172,6 +172,12 @@ constexpr bool isTelling(DateWord word) {
         case DateWord::agoAfter:
         case DateWord::duration:
         case DateWord::businessDay:
+        case DateWord::until:
+        case DateWord::since:
+        case DateWord::ageOf:
+        case DateWord::howLong:
+        case DateWord::weekdayOf:
+        case DateWord::weekNumberOf:
         case DateWord::hourLetter:
         case DateWord::oclock:
         case DateWord::minutesBefore:
@@ -186,7 +192,7 @@ constexpr bool isTelling(DateWord word) {
 
 // True for words that make a date of the number after them: "at" 12.30, "in" 3 h.
 constexpr bool isTellingBeforeDigits(DateWord word) {
-    return word == DateWord::at || word == DateWord::atHour || word == DateWord::ahead || word == DateWord::howLong;
+    return word == DateWord::at || word == DateWord::atHour || word == DateWord::ahead;
 }
 
 }  // namespace vemo
