@@ -130,6 +130,7 @@ std::optional<PhraseEvaluator::Phrase> PhraseEvaluator::phrase(std::u16string_vi
 
 std::optional<ElementList> PhraseEvaluator::evaluate(const ElementList& elements, Context& context,
                                                      const EvaluationContext&) const {
+    if (!hasWords(elements, 0)) return std::nullopt;
     if (!elements.anyHas(Attribute::parenthesis)) return calculation(elements, context);
     // Brackets may hold one: "(how many cm in 5 inches) / 2".
     ElementReplacer replacer(elements);

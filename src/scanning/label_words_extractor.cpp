@@ -76,10 +76,12 @@ Contents contentsOf(const std::vector<Extraction>& found, TextRange stretch) {
 }  // namespace
 
 void LabelWordsExtractor::extract(const std::u16string& text, Context& context, std::vector<Extraction>& result) const {
+    const bool calculated = hasLetter(text) && std::any_of(result.begin(), result.end(), [](const Extraction& found) {
+                                return isSign(*found.element) || leads(*found.element);
+                            });
+    if (!calculated) return;
     const std::vector<Bound> bounds = boundsOf(result);
     const auto signs = std::count_if(bounds.begin(), bounds.end(), [](const Bound& bound) { return bound.sign; });
-    if (signs == 0 && std::none_of(bounds.begin(), bounds.end(), [](const Bound& bound) { return bound.leads; }))
-        return;
     std::vector<Extraction> words;
     std::size_t from = 0;
     Contents before;  // of the operand before
