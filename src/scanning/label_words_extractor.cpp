@@ -25,8 +25,8 @@ bool isSign(const Element& element) {
 }
 
 bool leads(const Element& element) {
-    return isOperator(element, u"percent_of") || isOperator(element, u"percent_on") ||
-           isOperator(element, u"percent_off");
+    const auto id = element.value.string(Attribute::operation);
+    return id && (*id == u"percent_of" || *id == u"percent_on" || *id == u"percent_off");
 }
 
 bool isRemark(const Element& element) {
@@ -37,8 +37,10 @@ bool isRemark(const Element& element) {
 // What an operand ends at, from the left to the right.
 std::vector<Bound> boundsOf(const std::vector<Extraction>& found) {
     std::vector<Bound> bounds;
+    bounds.reserve(found.size());
     for (const Extraction& extraction : found) {
         const Element& element = *extraction.element;
+        if (element.value.has(Attribute::decimal)) continue;
         const Bound bound{extraction.range, isSign(element), leads(element), isOperator(element, u"/"),
                           isOperator(element, u"-")};
         if (bound.sign || bound.leads || element.value.has(Attribute::parenthesis) || isRemark(element))
@@ -84,30 +86,35 @@ void LabelWordsExtractor::extract(const std::u16string& text, Context& context, 
     const auto signs = std::count_if(bounds.begin(), bounds.end(), [](const Bound& bound) { return bound.sign; });
     std::vector<Extraction> words;
     std::size_t from = 0;
-    Contents before;  // of the operand before
+    TextRange before;  // the operand before
     for (std::size_t i = 0; i <= bounds.size(); ++i) {
         const std::size_t to = i < bounds.size() ? bounds[i].range.location : text.size();
         if (to < from) continue;
         const std::u16string_view inner = trimmed(std::u16string_view(text).substr(from, to - from));
         const TextRange range{static_cast<std::size_t>(inner.data() - text.data()), inner.size()};
-        const Contents contents = contentsOf(result, range);
         const Bound* left = i > 0 ? &bounds[i - 1] : nullptr;
         const Bound* right = i < bounds.size() ? &bounds[i] : nullptr;
-        const bool rate = contents.unitWhole && left && left->divides && (before.values || before.unitAtEnd);
-        if (hasLetter(inner) && !contents.values && !rate) {
-            const std::u16string key = labelKey(inner);
-            if (key.empty()) return;
-            const bool asked = (left && (left->sign || (left->leads && before.percent))) || (right && right->sign);
-            context.addDependencyOn(key, std::nullopt, Value());
-            const Value* value = context.get<Value>(key);
-            if (!value || !asked) return;
-            words.push_back(
-                {range, priority::labelWords, 0, makeElement(*value, AttributedText(inner, RunType::variable))});
+        // Most operands begin with a digit, and are not looked into.
+        const bool mayBeLabel = !inner.empty() && isLetter(inner.front());
+        const Contents contents = mayBeLabel || !words.empty() ? contentsOf(result, range) : Contents{};
+        if (mayBeLabel && !contents.values) {
+            const Contents leading = left ? contentsOf(result, before) : Contents{};
+            const bool rate = contents.unitWhole && left && left->divides && (leading.values || leading.unitAtEnd);
+            const std::u16string key = rate ? u"" : labelKey(inner);
+            const bool asked = (left && (left->sign || (left->leads && leading.percent))) || (right && right->sign);
+            if (!key.empty()) context.addDependencyOn(key, std::nullopt, Value());
+            const Value* value = key.empty() ? nullptr : context.get<Value>(key);
+            if (!rate && (!value || !asked)) return;
+            if (value)
+                words.push_back(
+                    {range, priority::labelWords, 0, makeElement(*value, AttributedText(inner, RunType::variable))});
+        } else if (!mayBeLabel && hasLetter(inner) && !contentsOf(result, range).values) {
+            return;  // words that are no label
         } else if (signs == 1 && left && left->subtracts && words.size() == 1 && contents.measured &&
                    !words[0].element->value.has(Attribute::date)) {
             return;  // "lunch - $10" tells a price
         }
-        before = contents;
+        before = range;
         if (right) from = right->range.end();
     }
     result.insert(result.end(), words.begin(), words.end());
