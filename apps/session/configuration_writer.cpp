@@ -118,7 +118,8 @@ void apply(toml::table& root, const ConfigurationChange& change) {
         if (!change.value) return;
         root.insert_or_assign(name.table, toml::table());
     }
-    toml::table& table = name.table.empty() ? root : *root[name.table].as_table();
+    toml::table* const inner = name.table.empty() ? nullptr : root[name.table].as_table();
+    toml::table& table = inner ? *inner : root;
     if (!change.value)
         table.erase(name.key);
     else

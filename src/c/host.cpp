@@ -81,7 +81,7 @@ Host::Host(const vemo_options& options) : precision_(options.precision) {
 }
 
 Host::~Host() {
-    if (thread_.joinable()) close();
+    if (thread_.joinable()) refusalOf([this] { close(); });
 }
 
 void Host::live(const vemo_options& options) {

@@ -8,7 +8,7 @@
 namespace vemo::c {
 
 std::shared_ptr<LiveDocument> Host::open(std::function<void()> answered) {
-    const auto live = std::make_shared<LiveDocument>();
+    auto live = std::make_shared<LiveDocument>();
     live->answered = std::move(answered);
     run([&](VemoEngine&) { documents_.push_back(live); });
     return live;

@@ -108,7 +108,9 @@ private:
         const bool conversion = isOperator(element, u"in") && isUnitAlone(elements_[next]) &&
                                 neighbourOf(elements_, next, 1) == elements_.size();
         const auto id = *element.value.string(Attribute::operation);
-        const bool percentage = id == u"percent_of" || id == u"percent_on" || id == u"percent_off";
+        // "de 8:00 a 15:30" tells of a span.
+        const bool percentage = (id == u"percent_of" || id == u"percent_on" || id == u"percent_off") &&
+                                !elements_[next].value.has(Attribute::date);
         if (conversion || (percentage && beginsValue(elements_, next))) note(NoteKind::missingOperand, op, op + 1);
     }
 
@@ -257,11 +259,12 @@ private:
                elements_[next].value.has(step < 0 ? Attribute::function : Attribute::operation);
     }
 
-    // True for the number of a rate: "90 km a 60 km/h" divides, and converts nothing.
+    // True for the number of a rate: "90 km a 60 km/h", "5 km a 6 min/km" divide, and convert nothing.
     bool isOfRate(std::size_t number) const {
         const std::size_t unit = neighbourOf(elements_, number, 1);
         const auto id = unit < elements_.size() ? elements_[unit].value.string(Attribute::unit) : std::nullopt;
-        return id && id->find(u'/') != id->npos;
+        const bool divided = unit + 1 < elements_.size() && isOperator(elements_[unit + 1], u"/");
+        return id && (divided || id->find(u'/') != id->npos);
     }
 
     // "7 flurbs * 3 in kg": what is converted has no unit but a word after a number.

@@ -144,7 +144,7 @@ std::string KeyReader::takeSequence() {
             while (holds(length + 1) && static_cast<unsigned char>(bytes_[length++]) < 0x40) {
             }
     }
-    const std::string sequence = bytes_.substr(0, length);
+    std::string sequence = bytes_.substr(0, length);
     bytes_.erase(0, length);
     return sequence;
 }

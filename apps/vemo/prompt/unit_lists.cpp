@@ -42,6 +42,7 @@ std::vector<std::string> unitsLike(Session& session, const std::u16string& name)
         std::stable_sort(units.begin(), units.end(), [](const auto& a, const auto& b) { return a.weight > b.weight; });
     }
     std::vector<std::string> names;
+    names.reserve(units.size());
     for (const Completion& each : units) names.push_back(utf8(each.text));
     return names;
 }
