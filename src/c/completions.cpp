@@ -83,7 +83,7 @@ vemo_completions* vemo_engine_complete(vemo_engine* engine, const char* text, si
 }
 
 void vemo_completions_destroy(vemo_completions* completions) {
-    delete completions;
+    c::guardedStatus([&] { delete completions; });
 }
 
 size_t vemo_completions_count(const vemo_completions* completions) {

@@ -97,10 +97,15 @@ void Host::live(const vemo_options& options) {
     for (const auto& each : documents_) endHere(*each);
     documents_.clear();
     engine_ = nullptr;
-    const std::lock_guard lock(mutex_);
-    closed_ = true;
-    if (refusal) failure_ = refusal->message;
-    changed_.notify_all();
+    {
+        const std::lock_guard lock(mutex_);
+        closed_ = true;
+        if (refusal) failure_ = refusal->message;
+        changed_.notify_all();
+    }
+    // Others may wait for what they posted before a failure ended the loop.
+    while (refusal && refusalOf([this] { loop_->poll(); })) {
+    }
 }
 
 void Host::close() {
@@ -127,7 +132,10 @@ void Host::run(const std::function<void(VemoEngine&)>& task) {
     }
     const auto errand = std::make_shared<Errand>();
     post([this, &task, errand] {
-        auto refusal = refusalOf([&] { task(*engine_); });
+        auto refusal = refusalOf([&] {
+            if (!engine_) throw Refusal{VEMO_CLOSED, destroyed};
+            task(*engine_);
+        });
         const std::lock_guard lock(errand->mutex);
         errand->refusal = std::move(refusal);
         errand->isDone = true;

@@ -25,7 +25,7 @@ void Host::setText(const std::shared_ptr<LiveDocument>& live, std::u16string tex
         {
             // Of several texts that were set meanwhile, the last is the one to calculate.
             const std::lock_guard lock(live->mutex);
-            if (live->ended) return;
+            if (live->ended || !engine_) return;
             if (!live->document) live->document = std::make_unique<VemoDocument>(*engine_, u"", 0, settings());
             last = live->document->version() != live->version;
             if (last) live->document->edit(0, live->document->text().size(), live->text, live->version);

@@ -49,7 +49,7 @@ vemo_options* vemo_options_create(void) {
 }
 
 void vemo_options_destroy(vemo_options* options) {
-    delete options;
+    c::guardedStatus([&] { delete options; });
 }
 
 vemo_status vemo_options_set_language(vemo_options* options, const char* code) {

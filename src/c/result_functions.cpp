@@ -34,7 +34,7 @@ const auto& entryOf(const vemo_result* result, std::size_t line, std::size_t ind
 }  // namespace
 
 void vemo_result_destroy(vemo_result* result) {
-    delete result;
+    c::guardedStatus([&] { delete result; });
 }
 
 size_t vemo_result_line_count(const vemo_result* result) {

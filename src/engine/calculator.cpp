@@ -23,6 +23,18 @@ namespace {
 constexpr std::size_t longestLine = 4096;  // UTF-16 units
 constexpr std::size_t deepestEvaluation = 100;
 
+// Counts a level of evaluation as long as it lasts, however it ends.
+class Deeper {
+public:
+    explicit Deeper(std::size_t& depth) : depth_(depth) { ++depth_; }
+    ~Deeper() { --depth_; }
+    Deeper(const Deeper&) = delete;
+    Deeper& operator=(const Deeper&) = delete;
+
+private:
+    std::size_t& depth_;
+};
+
 template <class Item>
 std::u16string descriptions(const std::vector<Item>& items, std::size_t from) {
     std::u16string result;
@@ -206,7 +218,7 @@ ElementList Calculator::evaluate(const ElementList& elements, Context& context, 
         remarksOf(context).reason(ReasonCode::tooDeep);
         return reducedTo(errorValue(), elements);
     }
-    ++evaluationDepth_;
+    const Deeper deeper(evaluationDepth_);
     std::optional<ElementList> latest;
     for (std::size_t i = startEvaluatorIndex; i < evaluators_.size(); ++i) {
         const Evaluator& evaluator = *evaluators_[i];
@@ -221,7 +233,6 @@ ElementList Calculator::evaluate(const ElementList& elements, Context& context, 
             trace(u"Evaluate " + std::u16string(evaluator.name()) + u": " +
                   (latest ? *latest : elements).shortDescription());
     }
-    --evaluationDepth_;
     return latest ? *std::move(latest) : elements;
 }
 

@@ -74,7 +74,7 @@ void VemoDocument::calculate(Callback callback) {
                                                       answer->result.lines, *text, state->requested);
                         state->requested = {};
                         state->latest = std::move(answer);
-                        callback(std::shared_ptr<const Answer>(state->latest));
+                        if (callback) callback(std::shared_ptr<const Answer>(state->latest));
                     });
 }
 

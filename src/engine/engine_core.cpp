@@ -94,7 +94,7 @@ void EngineCore::calculate(std::u16string_view text, const Context& context, Vem
     calculate(
         application_, std::make_shared<const std::u16string>(text), context,
         [callback = std::move(callback)](Calculator::MultilineResult calculated, std::shared_ptr<Context> answered) {
-            callback(resultOf(std::move(calculated), std::move(answered)));
+            if (callback) callback(resultOf(std::move(calculated), std::move(answered)));
         });
 }
 

@@ -63,11 +63,15 @@ public:
     void build(VemoEngine::WorkerThread thread, Make make, Callback callback) {
         auto calculator = this->calculator();
         if (!calculator) return;
-        if (!scheduler_ || thread == VemoEngine::WorkerThread::main) return callback(make(*calculator));
+        if (!scheduler_ || thread == VemoEngine::WorkerThread::main) {
+            auto built = make(*calculator);
+            if (callback) callback(std::move(built));
+            return;
+        }
         scheduler_->postBackground([calculator = std::move(calculator), scheduler = *scheduler_,
                                     core = weak_from_this(), make, callback = std::move(callback)] {
             scheduler.postMain([core, callback, built = make(*calculator)] {
-                if (core.lock()) callback(built);
+                if (core.lock() && callback) callback(built);
             });
         });
     }

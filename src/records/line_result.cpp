@@ -37,9 +37,16 @@ public:
         for (const std::u16string& each : texts) text(each);
     }
     void runs(const AttributedText& text) {
-        number(text.elementsCount());
-        for (const AttributedText::Run& run : text.runs())
-            number(std::size_t{run.length} << runTypeBits | static_cast<std::size_t>(run.type));
+        // A run that is longer than a number can tell beside the type is stored as several.
+        constexpr std::size_t longest = UINT32_MAX >> runTypeBits;
+        std::size_t count = text.elementsCount();
+        for (const AttributedText::Run& run : text.runs()) count += run.length > 0 ? (run.length - 1) / longest : 0;
+        number(count);
+        for (const AttributedText::Run& run : text.runs()) {
+            std::size_t left = run.length;
+            for (; left > longest; left -= longest) number(longest << runTypeBits | static_cast<std::size_t>(run.type));
+            number(left << runTypeBits | static_cast<std::size_t>(run.type));
+        }
     }
     void remarks(const LineRemarks& remarks) {
         number(remarks.notes.size() << 1 | (remarks.reason ? 1 : 0));

@@ -240,10 +240,18 @@ static void null_is_an_error(void) {
     FAILS(bad, vemo_result_total_short(NULL));
     FAILS(bad, vemo_result_total_is_partial(NULL));
     FAILS(bad, vemo_result_formatted(NULL, VEMO_FORMAT_TEXT));
+    /* Each call tells of itself, these too. */
+    FAILS(VEMO_BAD_ARGUMENT, vemo_result_line_count(NULL));
     vemo_options_destroy(NULL);
+    CHECK(vemo_last_status() == VEMO_OK);
     vemo_engine_destroy(NULL);
     vemo_document_destroy(NULL);
+    FAILS(VEMO_BAD_ARGUMENT, vemo_result_line_count(NULL));
     vemo_completions_destroy(NULL);
+    CHECK(vemo_last_status() == VEMO_OK);
+    FAILS(VEMO_BAD_ARGUMENT, vemo_result_line_count(NULL));
+    vemo_result_destroy(NULL);
+    CHECK(vemo_last_status() == VEMO_OK);
     vemo_result_destroy(result);
     result = vemo_engine_calculate(engine, "1", VEMO_TO_NUL);
     FAILS(bad, vemo_result_milliseconds(result, 0, NULL));

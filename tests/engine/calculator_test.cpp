@@ -113,6 +113,19 @@ TEST(Calculator, takesNoPrecisionBeyondItsBounds) {
     EXPECT_EQ(shown(-1), shown(0));
 }
 
+// Memory may run out anywhere, and a host catches that and goes on.
+TEST(Calculator, countsNoDepthThatAFailureHasLeft) {
+    class Failing : public Function {
+        std::optional<Value> evaluate(const std::vector<Value>&, Context&) const override { throw std::bad_alloc(); }
+    };
+    const auto calculator = newCalculator();
+    calculator->functionManager().add(u"failing", {u"failing"}, std::make_shared<Failing>());
+    Context context;
+    for (int i = 0; i < 200; ++i)
+        EXPECT_THROW(calculator->calculateLine(u"2 * (failing 1)", context, false), std::bad_alloc);
+    EXPECT_EQ(*calculator->calculateLine(u"2 * (3 + 4)", context, false)->formattedValue().regular, u"14");
+}
+
 TEST(Calculator, servesUnchangedLinesFromItsCache) {
     const auto calculator = newCalculator();
     const auto line = [&](std::u16string_view text) {

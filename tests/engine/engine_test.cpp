@@ -7,6 +7,7 @@
 #include <thread>
 
 #include "support/calculators.h"
+#include "vemo/documents.h"
 
 namespace vemo::test {
 namespace {
@@ -58,6 +59,20 @@ protected:
     std::thread::id answeredOn;
     std::unique_ptr<VemoEngine> engine = std::make_unique<VemoEngine>(fixedEnvironment(), loop);
 };
+
+// Who wants no answer gives nothing to call.
+TEST_F(Engine, takesNoCallbackForAnAnswer) {
+    build();
+    engine->calculate(u"1", Context(), nullptr);  // which is answered first
+    VemoDocument document(*engine, u"2", 0, Context());
+    document.calculate(nullptr);
+    engine->buildCompletions(VemoEngine::WorkerThread::background, nullptr);
+    EXPECT_NO_THROW({
+        while (!document.latest()) loop->runFor(1ms);
+        engine->buildQuickTypeEngine(VemoEngine::WorkerThread::main, nullptr);
+    });
+    EXPECT_EQ(document.latest()->result.lines.size(), 1u);
+}
 
 std::u16string longDocument(std::size_t lines) {
     std::u16string text;
