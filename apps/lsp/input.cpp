@@ -21,7 +21,7 @@ constexpr int processInterval = 2000;                     // milliseconds betwee
 
 }  // namespace
 
-struct Input::State {
+struct Input::State : std::enable_shared_from_this<State> {
     int descriptor;
     std::array<int, 2> wake{-1, -1};  // a pipe, whose closed end stops the thread
     std::shared_ptr<RunLoop> loop;
@@ -35,6 +35,12 @@ struct Input::State {
     bool closed = false;
 
     bool processIsGone() const { return process > 0 && kill(process, 0) != 0 && errno == ESRCH; }
+
+    void end() {
+        loop->post([state = shared_from_this()] {
+            if (!state->closed) state->ended();
+        });
+    }
 
     // Reads some bytes; false at the end of the stream.
     bool read(std::array<char, 1 << 16>& buffer, std::string_view& bytes) {
@@ -62,7 +68,12 @@ Input::Input(int descriptor, std::shared_ptr<RunLoop> loop, std::function<void(F
     state_->loop = std::move(loop);
     state_->take = std::move(take);
     state_->ended = std::move(ended);
-    if (pipe2(state_->wake.data(), O_CLOEXEC) != 0) state_->wake = {-1, -1};
+    if (pipe2(state_->wake.data(), O_CLOEXEC) != 0) {
+        // Nothing could end a thread that reads.
+        state_->wake = {-1, -1};
+        state_->end();
+        return;
+    }
     thread_ = std::thread([state = state_] {
         Framing framing;
         std::array<char, 1 << 16> buffer;
@@ -88,9 +99,7 @@ Input::Input(int descriptor, std::shared_ptr<RunLoop> loop, std::function<void(F
                 for (Frame& frame : *frames) state->take(std::move(frame));
             });
         }
-        state->loop->post([state] {
-            if (!state->closed) state->ended();
-        });
+        state->end();
     });
 }
 
@@ -100,9 +109,11 @@ Input::~Input() {
         state_->closed = true;
         state_->taken.notify_one();
     }
-    close(state_->wake[1]);
-    thread_.join();
-    close(state_->wake[0]);
+    if (thread_.joinable()) {
+        close(state_->wake[1]);
+        thread_.join();
+        close(state_->wake[0]);
+    }
     state_->loop = nullptr;  // tasks that wait in the loop hold the state, so both would keep each other alive
 }
 

@@ -153,7 +153,7 @@ int run(const Options& options) {
         for (std::size_t i = 0; options.explain && i < result.lines.size(); ++i)
             readings.push_back(utf8(engine.readingOf(i, utf16(document), settings).value_or(u"")));
         const int status = present(options, layoutFor(options), result, log, problems, readings);
-        if (online && online->isLate() && !options.watch) fetchBehind(options);
+        if (online && online->isLate() && !options.watch) fetchAfterwards(options);
         return status;
     };
     return options.watch ? watch(options, *text, answer) : answer(*text);

@@ -2,6 +2,7 @@
 #include "online.h"
 
 #include <fcntl.h>
+#include <spawn.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -41,21 +42,32 @@ std::chrono::milliseconds waitForRates() {
     return std::chrono::seconds(std::clamp(std::atoi(seconds), 0, 3600));
 }
 
-void fetchBehind(const Options& options) {
+void fetchAfterwards(const Options& options) {
     if (std::getenv(wait)) return;  // somebody decided how long
     std::vector<std::string> words{"vemo", "--rates", options.rates, "--coins", options.coins, "-e", "1"};
     std::vector<char*> arguments;
     arguments.reserve(words.size() + 1);
     for (std::string& word : words) arguments.push_back(word.data());
     arguments.push_back(nullptr);
-    if (fork() != 0) return;
-    // Becomes a process for which nobody waits, without the terminal and the streams of the caller.
-    setsid();
-    setenv(wait, longWait, 1);
-    const int nothing = open("/dev/null", O_RDWR);
-    for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) dup2(nothing, stream);
-    execv("/proc/self/exe", arguments.data());
-    _exit(1);
+    std::string waits = std::string(wait) + "=" + longWait;
+    std::vector<char*> variables{waits.data()};
+    for (char** each = environ; *each; ++each) variables.push_back(*each);
+    variables.push_back(nullptr);
+    // A process for which nobody waits, without the terminal and the streams of the caller. No code of this one runs
+    // in it: other threads may hold locks at this moment, that of the heap for one.
+    posix_spawn_file_actions_t streams;
+    posix_spawnattr_t attributes;
+    if (posix_spawn_file_actions_init(&streams) != 0) return;
+    if (posix_spawnattr_init(&attributes) == 0) {
+        posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSID);
+        posix_spawn_file_actions_addopen(&streams, STDIN_FILENO, "/dev/null", O_RDWR, 0);
+        for (const int stream : {STDOUT_FILENO, STDERR_FILENO})
+            posix_spawn_file_actions_adddup2(&streams, STDIN_FILENO, stream);
+        pid_t process = 0;
+        posix_spawn(&process, "/proc/self/exe", &streams, &attributes, arguments.data(), variables.data());
+        posix_spawnattr_destroy(&attributes);
+    }
+    posix_spawn_file_actions_destroy(&streams);
 }
 
 void Online::complainOf(std::string problem) {

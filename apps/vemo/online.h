@@ -16,7 +16,7 @@ namespace vemo::cli {
 std::chrono::milliseconds waitForRates();
 
 // Starts another process that fetches what the options name, with a longer wait: for the next call of the command.
-void fetchBehind(const Options& options);
+void fetchAfterwards(const Options& options);
 
 // An engine's main loop in a command that calculates once: it waits a little for what the engine fetches.
 class Online : public VemoEngineDelegate {

@@ -9,14 +9,15 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstdio>
-#include <cstdlib>
+#include <cstring>
+#include <random>
 #include <utility>
 
 namespace vemo {
 
 namespace {
 
-constexpr std::string_view placeholder = ".part-XXXXXX";  // of a temporary name, as mkstemp(3) takes it
+constexpr std::string_view placeholder = ".part-XXXXXX";  // after the name of a temporary file: each X is a letter
 constexpr std::size_t mostEntries = 20'000;               // of a folder that is read whole
 
 class Descriptor {
@@ -45,11 +46,27 @@ bool writeAll(int file, std::string_view bytes) {
     return true;
 }
 
-// A new file beside the path, locked as long as it is held open: who finds it unlocked may remove it.
-Descriptor newTemporary(const std::filesystem::path& path, std::string& name) {
+std::filesystem::path folderOf(const std::filesystem::path& path) {
+    return path.has_parent_path() ? path.parent_path() : ".";
+}
+
+// A name that nobody has guessed, beside the path.
+std::string temporaryName(const std::filesystem::path& path) {
+    constexpr std::string_view letters = "abcdefghijklmnopqrstuvwxyz0123456789";
+    std::string name = path.string() + std::string(placeholder);
+    std::random_device random;
+    for (std::size_t i = name.find_last_not_of('X') + 1; i < name.size(); ++i)
+        name[i] = letters[random() % letters.size()];
+    return name;
+}
+
+// A new file beside the path, locked as long as it is held open: who finds it unlocked may remove it. The process's
+// mask takes from the mode, as only opening does without a change of that mask.
+Descriptor newTemporary(const std::filesystem::path& path, mode_t mode, std::string& name) {
     for (int attempt = 0; attempt < 10; ++attempt) {
-        name = path.string() + std::string(placeholder);
-        Descriptor file(::mkostemp(name.data(), O_CLOEXEC));
+        name = temporaryName(path);
+        Descriptor file(::open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode));
+        if (!file && errno == EEXIST) continue;
         if (!file) return file;
         ::flock(file.number(), LOCK_EX);
         // Somebody may have removed it before it was locked.
@@ -110,19 +127,28 @@ std::vector<std::filesystem::path> filesBelow(const std::filesystem::path& folde
     return files;
 }
 
-bool replaceFile(const std::filesystem::path& path, std::string_view bytes) {
-    std::string temporary;
-    const Descriptor file = newTemporary(path, temporary);
-    if (!file) return false;
-    struct stat old {};
-    if (::stat(path.c_str(), &old) == 0) ::fchmod(file.number(), old.st_mode & 0777);
-    if (!writeAll(file.number(), bytes) || ::fsync(file.number()) != 0 ||
-        ::rename(temporary.c_str(), path.c_str()) != 0) {
-        ::unlink(temporary.c_str());
+bool replaceFile(const std::filesystem::path& path, std::string_view bytes, NewFile created, std::string* problem) {
+    const auto refuse = [&](const char* why) {
+        if (problem) *problem = why;
         return false;
+    };
+    std::error_code error;
+    std::filesystem::path file = std::filesystem::canonical(path, error);
+    if (error) file = path;
+    struct stat old {};
+    const bool exists = ::stat(file.c_str(), &old) == 0;
+    // A device that is named by mistake is not to be replaced.
+    if (exists && !S_ISREG(old.st_mode)) return refuse("it is no file");
+    std::string temporary;
+    const Descriptor written = newTemporary(file, created == NewFile::forOwner ? 0600 : 0666, temporary);
+    if (!written) return refuse(std::strerror(errno));
+    if ((exists && ::fchmod(written.number(), old.st_mode & 07777) != 0) || !writeAll(written.number(), bytes) ||
+        ::fsync(written.number()) != 0 || ::rename(temporary.c_str(), file.c_str()) != 0) {
+        const int fault = errno;
+        ::unlink(temporary.c_str());
+        return refuse(std::strerror(fault));
     }
-    const std::filesystem::path folder = path.has_parent_path() ? path.parent_path() : ".";
-    const Descriptor directory(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    const Descriptor directory(::open(folderOf(file).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     if (directory) ::fsync(directory.number());
     return true;
 }
@@ -130,7 +156,7 @@ bool replaceFile(const std::filesystem::path& path, std::string_view bytes) {
 void removeLeftovers(const std::filesystem::path& path) {
     const std::string name = path.filename().string() + std::string(placeholder.substr(0, placeholder.find('X')));
     std::error_code error;
-    std::filesystem::directory_iterator entry(path.parent_path(), error);
+    std::filesystem::directory_iterator entry(folderOf(path), error);
     for (const std::filesystem::directory_iterator end; !error && entry != end; entry.increment(error)) {
         const std::string other = entry->path().filename().string();
         if (!other.starts_with(name) || other.size() != path.filename().string().size() + placeholder.size()) continue;

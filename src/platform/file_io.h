@@ -22,9 +22,14 @@ std::vector<std::filesystem::path> filesBelow(const std::filesystem::path& folde
                                               FunctionRef<bool(const std::filesystem::path&)> wanted,
                                               const std::function<void(std::string_view)>& log);
 
+// Who may read a file that was not there before.
+enum class NewFile { forOwner, forEverybody };
+
 // Puts a file in the place of an earlier one, whole or not at all: whoever reads meanwhile, even after a loss of
-// power, sees the old bytes or the new ones. False when it could not be written; the earlier file is untouched then.
-bool replaceFile(const std::filesystem::path& path, std::string_view bytes);
+// power, sees the old bytes or the new ones. A link keeps leading to it, and an earlier file its permissions. False
+// when it could not be written, which `problem` then explains; the earlier file is untouched.
+bool replaceFile(const std::filesystem::path& path, std::string_view bytes, NewFile created = NewFile::forOwner,
+                 std::string* problem = nullptr);
 
 // Removes the files that processes left beside this one when they were ended while they replaced it. Files that are
 // still being written are left alone.

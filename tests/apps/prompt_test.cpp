@@ -324,6 +324,18 @@ TEST_F(PromptTest, endsAsItBegan) {
     EXPECT_TRUE(killed.editsLines());
 }
 
+// As nohup(1) starts it.
+TEST_F(PromptTest, leavesSignalsAloneThatItsCallerIgnores) {
+    Terminal::Start begun = start();
+    begun.arguments.insert(begun.arguments.begin(), {"/bin/sh", "-c", "trap '' HUP; exec \"$0\" \"$@\""});
+    Terminal prompt(begun);
+    ASSERT_SHOWN(prompt, "ends\n>");
+    prompt.send(SIGHUP);
+    prompt.type("6 * 7\r\x04");
+    ASSERT_SHOWN(prompt, "= 42\n");
+    EXPECT_EQ(prompt.ends(), 0);
+}
+
 TEST_F(PromptTest, remembersLinesUntilTheNextTime) {
     std::filesystem::create_directories(folder / "state" / "vemo");
     write("state/vemo/history", "_HiStOrY_V2_\n1\\040+\\0401\n");  // as it was written once

@@ -6,8 +6,10 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <cerrno>
 #include <cstdlib>
+#include <iterator>
+
+#include "session/write_all.h"
 
 namespace vemo::cli {
 
@@ -21,20 +23,13 @@ constexpr int ending[] = {SIGTERM, SIGHUP, SIGQUIT};
 termios before;
 termios raw;
 sigset_t waiting;
+sigset_t maskBefore;
+struct sigaction actionsBefore[std::size(ending)];
+struct sigaction sizeActionBefore;
 volatile sig_atomic_t resized = 0;
 
-void writeAll(std::string_view text) {
-    while (!text.empty()) {
-        const ssize_t written = ::write(STDOUT_FILENO, text.data(), text.size());
-        if (written >= 0)
-            text.remove_prefix(static_cast<std::size_t>(written));
-        else if (errno != EINTR)
-            return;
-    }
-}
-
 void endBySignal(int signal) {
-    writeAll(noPastes);
+    session::writeAll(STDOUT_FILENO, noPastes);
     tcsetattr(STDIN_FILENO, TCSANOW, &before);
     raise(signal);  // whose handler is gone
 }
@@ -56,15 +51,20 @@ RawTerminal::RawTerminal() {
     raw.c_cc[VTIME] = 0;
     struct sigaction action {};
     action.sa_handler = [](int) { resized = 1; };
-    sigaction(SIGWINCH, &action, nullptr);
+    sigaction(SIGWINCH, &action, &sizeActionBefore);
     action.sa_handler = endBySignal;
     action.sa_flags = static_cast<int>(SA_RESETHAND);
-    for (const int signal : ending) sigaction(signal, &action, nullptr);
+    for (std::size_t i = 0; i < std::size(ending); ++i) {
+        sigaction(ending[i], nullptr, &actionsBefore[i]);
+        // nohup(1) has it ignored, and so it stays.
+        if (actionsBefore[i].sa_handler != SIG_IGN) sigaction(ending[i], &action, nullptr);
+    }
     // A new size is heard of only where keys are waited for.
     sigset_t sizes;
     sigemptyset(&sizes);
     sigaddset(&sizes, SIGWINCH);
-    sigprocmask(SIG_BLOCK, &sizes, &waiting);
+    sigprocmask(SIG_BLOCK, &sizes, &maskBefore);
+    waiting = maskBefore;
     sigdelset(&waiting, SIGWINCH);
     enter();
 }
@@ -72,8 +72,9 @@ RawTerminal::RawTerminal() {
 RawTerminal::~RawTerminal() {
     if (!usable_) return;
     leave();
-    for (const int each : ending) signal(each, SIG_DFL);
-    signal(SIGWINCH, SIG_DFL);
+    for (std::size_t i = 0; i < std::size(ending); ++i) sigaction(ending[i], &actionsBefore[i], nullptr);
+    sigaction(SIGWINCH, &sizeActionBefore, nullptr);
+    sigprocmask(SIG_SETMASK, &maskBefore, nullptr);
 }
 
 void RawTerminal::enter() const {
@@ -96,7 +97,7 @@ RawTerminal::Size RawTerminal::size() {
 }
 
 void RawTerminal::write(std::string_view text) const {
-    writeAll(text);
+    session::writeAll(STDOUT_FILENO, text);
 }
 
 void RawTerminal::suspend() {
