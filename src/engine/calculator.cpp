@@ -158,14 +158,14 @@ LineResultPointer Calculator::calculateLine(std::u16string_view text, Context& d
     const Value value = elements.empty() ? Value() : elements[0].value;
     const FormattedValue formatted = format(value, context);
     const std::u16string extensionsLog = jsRunner_ ? jsRunner_->log().substr(logged) : u"";
-    const LineRemarks remarks =
-        spokenRemarks(context, written, formatted.regular.has_value(),
-                      {localizer_, [&](std::u16string_view unit) { return decimalUnitValueFormatter_.unitName(unit); },
-                       [&](const Value& other) { return format(other, context).regular.value_or(u""); },
-                       [&](std::u16string_view word) {
-                           if (!unitSpelling_) unitSpelling_.emplace(unitManager_);
-                           return unitSpelling_->isNearly(word);
-                       }});
+    const LineRemarks remarks = spokenRemarks(
+        context, written, formatted.regular.has_value(),
+        {localizer_, mistakeNotes_, [&](std::u16string_view unit) { return decimalUnitValueFormatter_.unitName(unit); },
+         [&](const Value& other) { return format(other, context).regular.value_or(u""); },
+         [&](std::u16string_view word) {
+             if (!unitSpelling_) unitSpelling_.emplace(unitManager_);
+             return unitSpelling_->isNearly(word);
+         }});
     LineResultPointer result =
         LineResult::make(value, ContextParts::updates(context), ContextParts::dependencies(context),
                          withText(elements.attributedText(), text), formatted, context.quickTypeData(), extensionsLog,

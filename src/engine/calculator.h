@@ -10,6 +10,7 @@
 
 #include "engine/cache_manager.h"
 #include "engine/measurer.h"
+#include "engine/mistake_notes.h"
 #include "evaluation/evaluator_catalogue.h"
 #include "evaluation/operation_calculator.h"
 #include "evaluation/percentage_words.h"
@@ -155,6 +156,7 @@ private:
     QuickTypeCollector quickTypeCollector_;
     Localizer localizer_;
     PercentageWords percentageWords_;
+    MistakeNotes mistakeNotes_;
     LocaleNumerals numerals_;
     PlaceNames placeNames_;
     std::unique_ptr<OnlineData> online_;  // null without a scheduler

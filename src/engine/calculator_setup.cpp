@@ -26,6 +26,7 @@ Calculator::Calculator(const Config& config, Environment environment, std::optio
       measurer_("Calculator initialization", environment_.log),
       localizer_(environment_.language, environment_.resources, environment_.log),
       percentageWords_(localizer_),
+      mistakeNotes_(localizer_),
       numerals_(LocaleInfo::forIdentifier(environment_.locale)),
       placeNames_(localizer_, environment_.language),
       decimalParser_(environment_.locale),

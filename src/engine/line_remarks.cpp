@@ -3,7 +3,6 @@
 
 #include <algorithm>
 
-#include "engine/mistake_notes.h"
 #include "evaluation/element_tests.h"
 #include "evaluation/written_numbers.h"
 #include "records/context_parts.h"
@@ -143,7 +142,7 @@ LineRemarks spokenRemarks(const Context& context, const ElementList& written, bo
                                     message(words.localizer, u"note.", name, note.first, other)});
         }
     }
-    for (const MistakeNote& note : mistakeNotes(written, words.localizer, words.isNearlyUnit)) {
+    for (const MistakeNote& note : words.mistakes.of(written, words.isNearlyUnit)) {
         if (remarks && isOfReading(note.kind) && remarks->isBesidePrice(note.range)) continue;
         const auto isThere = [&](const Note& other) {
             return other.kind == note.kind && other.start < note.range.end() &&

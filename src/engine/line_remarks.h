@@ -2,6 +2,7 @@
 #pragma once
 
 #include "base/function_ref.h"
+#include "engine/mistake_notes.h"
 #include "evaluation/percentage_words.h"
 #include "platform/locale_info.h"
 #include "records/element.h"
@@ -16,6 +17,7 @@ class Localizer;
 // The user's words for what messages name.
 struct RemarkWords {
     const Localizer& localizer;
+    const MistakeNotes& mistakes;
     FunctionRef<std::u16string(std::u16string_view)> unitName;
     FunctionRef<std::u16string(const Value&)> valueText;
     FunctionRef<bool(std::u16string_view)> isNearlyUnit;

@@ -12,30 +12,29 @@ namespace vemo {
 
 namespace {
 
+using Words = MistakeNotes::Words;
+
 class MistakeFinder {
 public:
-    MistakeFinder(const ElementList& elements, const Localizer& localizer, MisspeltUnit misspelt)
-        : elements_(elements), localizer_(localizer), misspelt_(misspelt) {}
+    MistakeFinder(const ElementList& elements, const Words& words, MisspeltUnit misspelt)
+        : elements_(elements), first_(firstWritten()), words_(words), misspelt_(misspelt) {}
 
     std::vector<MistakeNote> find() {
         nothingAssigned();
-        const std::size_t first = firstWritten();
-        if (first == elements_.size()) return std::move(notes_);
-        if (isUnitAlone(elements_[first])) {
-            timeToNothing(first);
-        } else if (elements_[first].value.has(Attribute::operation)) {
-            nothingBefore(first);
-        }
-        if (elements_.anyHas(Attribute::decimal) &&
-            (elements_.anyHas(Attribute::operation) || elements_.anyHas(Attribute::unit)))
-            malformedNumbers();
-        numbersWithoutOperator(first);
-        misspeltUnits();
-        if (elements_.anyHas(Attribute::operation)) {
-            unknownFactors(first);
-            conversionsOfWords(first);
-            dashedRanges();
-        }
+        if (first_ == elements_.size()) return std::move(notes_);
+        static constexpr struct {
+            Attribute needed;  // of some element
+            void (MistakeFinder::*check)();
+        } checks[] = {{Attribute::unit, &MistakeFinder::timeToNothing},
+                      {Attribute::operation, &MistakeFinder::nothingBefore},
+                      {Attribute::decimal, &MistakeFinder::malformedNumbers},
+                      {Attribute::decimal, &MistakeFinder::numbersWithoutOperator},
+                      {Attribute::decimal, &MistakeFinder::misspeltUnits},
+                      {Attribute::operation, &MistakeFinder::unknownFactors},
+                      {Attribute::operation, &MistakeFinder::conversionsOfWords},
+                      {Attribute::operation, &MistakeFinder::dashedRanges}};
+        for (const auto& row : checks)
+            if (elements_.anyHas(row.needed)) (this->*row.check)();
         return std::move(notes_);
     }
 
@@ -53,7 +52,9 @@ private:
     }
 
     // "days until", "days until Smarch 5", "days between March 1 and": no day was found where one is asked for.
-    void timeToNothing(std::size_t unit) {
+    void timeToNothing() {
+        const std::size_t unit = first_;
+        if (!isUnitAlone(elements_[unit])) return;
         const auto isThis = [&](const TimeUnit& time) { return elements_[unit].value.is(Attribute::unit, time.id); };
         if (unit + 1 >= elements_.size() || std::none_of(timeUnits.begin(), timeUnits.end(), isThis)) return;
         const Element& next = elements_[unit + 1];
@@ -70,43 +71,36 @@ private:
         const bool numbers =
             std::any_of(elements_.pointers().begin() + static_cast<std::ptrdiff_t>(unit) + 2,
                         elements_.pointers().end(), [](const auto& e) { return e->value.has(Attribute::decimal); });
-        const bool oneWord =
-            last == unit + 1 && withoutArticle(after).find(u' ') == after.npos && isUntil(words.substr(0, relation));
+        const bool oneWord = last == unit + 1 && withoutArticle(after).find(u' ') == after.npos &&
+                             isOneOf(words_.untilOrSince, words.substr(0, relation));
         if (after.empty() || !(numbers || oneWord)) return;
         const TextRange range = elements_.trimmedRangeOf(unit + 1, unit + 2);
         notes_.push_back({NoteKind::unknownWord, {range.end() - after.size(), after.size()}, std::u16string(after)});
     }
+    static bool isOneOf(const std::vector<std::u16string>& words, std::u16string_view text) {
+        return std::find(words.begin(), words.end(), text) != words.end();
+    }
     std::u16string_view withoutArticle(std::u16string_view words) const {
         const std::size_t blank = words.find(u' ');
-        const auto articles = localizer_.variants(u"article.variants", u"Dates");
-        const bool led = blank != words.npos &&
-                         std::find(articles.begin(), articles.end(), words.substr(0, blank)) != articles.end();
+        const bool led = blank != words.npos && isOneOf(words_.articles, words.substr(0, blank));
         return led ? words.substr(blank + 1) : words;
     }
     bool isAnd(const Element& element) const {
-        const auto words = localizer_.variants(u"range_and.variants", u"Dates");
-        return element.value.isEmpty() &&
-               std::find(words.begin(), words.end(), lowercased(trimmed(element.text()))) != words.end();
-    }
-    bool isUntil(std::u16string_view relation) const {
-        for (const char16_t* key : {u"until.variants", u"since.variants"}) {
-            const auto words = localizer_.variants(key, u"Dates");
-            if (std::find(words.begin(), words.end(), relation) != words.end()) return true;
-        }
-        return false;
+        return element.value.isEmpty() && isOneOf(words_.rangeAnd, lowercased(trimmed(element.text())));
     }
     // The length of the word at the beginning that must be followed by a day or time; 0 without one.
     std::size_t relationOf(const std::u16string& words) const {
         std::size_t longest = 0;
-        for (const char16_t* key : {u"until.variants", u"since.variants", u"range_from.variants"})
-            for (const std::u16string& phrase : localizer_.variants(key, u"Dates"))
-                if (words.starts_with(phrase) && (words.size() == phrase.size() || isWhitespace(words[phrase.size()])))
-                    longest = std::max(longest, phrase.size());
+        for (const std::u16string& phrase : words_.relations)
+            if (words.starts_with(phrase) && (words.size() == phrase.size() || isWhitespace(words[phrase.size()])))
+                longest = std::max(longest, phrase.size());
         return longest;
     }
 
     // "of 250", "in cm": an operator's word with nothing before it, and no other words.
-    void nothingBefore(std::size_t op) {
+    void nothingBefore() {
+        const std::size_t op = first_;
+        if (!elements_[op].value.has(Attribute::operation)) return;
         const Element& element = elements_[op];
         if (!hasLetter(element.text()) || hasPlainWords(elements_)) return;
         const std::size_t next = neighbourOf(elements_, op, 1);
@@ -120,6 +114,7 @@ private:
 
     // "$12..50", "0xZZ": digits, and more that no number has.
     void malformedNumbers() {
+        if (!elements_.anyHas(Attribute::operation) && !elements_.anyHas(Attribute::unit)) return;
         for (std::size_t i = 0; i < elements_.size(); ++i) {
             if (runTypeOf(elements_[i]) != RunType::number || !elements_[i].value.has(Attribute::decimal)) continue;
             const std::u16string& text = elements_[i].text();
@@ -159,10 +154,10 @@ private:
     }
 
     // "8 divded by 2": two numbers, and between them words that are no operator.
-    void numbersWithoutOperator(std::size_t first) {
-        const std::size_t words = neighbourOf(elements_, first, 1), second = neighbourOf(elements_, words, 1);
+    void numbersWithoutOperator() {
+        const std::size_t words = neighbourOf(elements_, first_, 1), second = neighbourOf(elements_, words, 1);
         if (second >= elements_.size() || neighbourOf(elements_, second, 1) < elements_.size() ||
-            !isBareNumber(first) || !isPlainWords(elements_[words]) || !isBareNumber(second) ||
+            !isBareNumber(first_) || !isPlainWords(elements_[words]) || !isBareNumber(second) ||
             elements_[words].text().find(u'@') != std::u16string::npos)  // "3 beers @ 6.50" is a product
             return;
         note(NoteKind::unusedValue, second, second + 1);
@@ -180,14 +175,14 @@ private:
     }
 
     // "price * quantity", "total = price + tax": words that are calculated with, and none has a value.
-    void unknownFactors(std::size_t first) {
+    void unknownFactors() {
         if (elements_.anyHas(Attribute::decimal) || elements_.anyHas(Attribute::date) ||
             elements_.anyHas(Attribute::unit))
             return;
         const bool assigned = elements_.anyHas(Attribute::assignment);
         bool expectsWord = true, calculated = false;
         std::vector<std::size_t> words;
-        for (std::size_t i = first; i < elements_.size() && !isComment(i); ++i) {
+        for (std::size_t i = first_; i < elements_.size() && !isComment(i); ++i) {
             const Element& element = elements_[i];
             if (isBlank(element)) continue;
             if (expectsWord) {
@@ -270,10 +265,10 @@ private:
     }
 
     // "7 flurbs * 3 in kg": what is converted has no unit but a word after a number.
-    void conversionsOfWords(std::size_t first) {
+    void conversionsOfWords() {
         bool units = false, calculated = false;
         std::size_t word = elements_.size();
-        for (std::size_t i = first; i < elements_.size(); ++i) {
+        for (std::size_t i = first_; i < elements_.size(); ++i) {
             const Value& value = elements_[i].value;
             if (isOperator(elements_[i], u"in")) {
                 const std::size_t target = neighbourOf(elements_, i, 1);
@@ -295,15 +290,31 @@ private:
     }
 
     const ElementList& elements_;
-    const Localizer& localizer_;
+    const std::size_t first_;  // where the written value begins
+    const Words& words_;
     MisspeltUnit misspelt_;
     std::vector<MistakeNote> notes_;
 };
 
 }  // namespace
 
-std::vector<MistakeNote> mistakeNotes(const ElementList& written, const Localizer& localizer, MisspeltUnit misspelt) {
-    return MistakeFinder(written, localizer, misspelt).find();
+MistakeNotes::MistakeNotes(const Localizer& localizer)
+    : words_([&] {
+          constexpr std::u16string_view table = u"Dates";
+          Words words{localizer.variants(u"article.variants", table),
+                      localizer.variants(u"range_and.variants", table),
+                      {},
+                      localizer.variants(u"range_from.variants", table)};
+          for (const std::u16string_view key : {u"until.variants", u"since.variants"})
+              for (std::u16string& word : localizer.variants(key, table)) {
+                  words.relations.push_back(word);
+                  words.untilOrSince.push_back(std::move(word));
+              }
+          return words;
+      }()) {}
+
+std::vector<MistakeNote> MistakeNotes::of(const ElementList& written, MisspeltUnit misspelt) const {
+    return MistakeFinder(written, words_, misspelt).find();
 }
 
 }  // namespace vemo

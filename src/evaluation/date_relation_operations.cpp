@@ -59,22 +59,16 @@ struct Relations {
         const auto unit = isBareUnit(wanted) ? wanted.string(Attribute::unit) : std::nullopt;
         return calendarDifference(from, to, unit, converter, context);
     }
-    std::optional<Value> untilDate(const Value& left, const Value& right, Context& context) const {
-        if (isDate(left) && isDate(right)) return between(left, right, Value(), context);
+    // The time from the present until a date, or with a sign of -1 since it; from one date until another.
+    std::optional<Value> besidePresent(const Value& left, const Value& right, int sign, Context& context) const {
+        if (sign > 0 && isDate(left) && isDate(right)) return between(left, right, Value(), context);
         const bool dateFirst = isDate(left);
         const Value& date = dateFirst ? left : right;
         const Value& unit = dateFirst ? right : left;
         if (!isDate(date) || (!unit.isEmpty() && !isBareUnit(unit))) return std::nullopt;
         const auto present = presentBeside(date, context);
-        return present ? between(*present, date, unit, context) : std::nullopt;
-    }
-    std::optional<Value> sinceDate(const Value& left, const Value& right, Context& context) const {
-        const bool dateFirst = isDate(left);
-        const Value& date = dateFirst ? left : right;
-        const Value& unit = dateFirst ? right : left;
-        if (!isDate(date) || (!unit.isEmpty() && !isBareUnit(unit))) return std::nullopt;
-        const auto present = presentBeside(date, context);
-        return present ? between(date, *present, unit, context) : std::nullopt;
+        if (!present) return std::nullopt;
+        return sign > 0 ? between(*present, date, unit, context) : between(date, *present, unit, context);
     }
     // The unit that is asked for goes with the beginning of the span.
     std::optional<Value> span(const Value& left, const Value& right, Context& context) const {
@@ -152,9 +146,9 @@ constexpr Row rows[] = {
     {Kind::after, u"after", usual,
      [](const Relations& r, const Value& a, const Value& b, Context& c) { return r.fromDate(a, b, 1, c); }},
     {Kind::until, u"until", usual,
-     [](const Relations& r, const Value& a, const Value& b, Context& c) { return r.untilDate(a, b, c); }},
+     [](const Relations& r, const Value& a, const Value& b, Context& c) { return r.besidePresent(a, b, 1, c); }},
     {Kind::since, u"since", usual,
-     [](const Relations& r, const Value& a, const Value& b, Context& c) { return r.sinceDate(a, b, c); }},
+     [](const Relations& r, const Value& a, const Value& b, Context& c) { return r.besidePresent(a, b, -1, c); }},
     {Kind::span, u"span", usual,
      [](const Relations& r, const Value& a, const Value& b, Context& c) { return r.span(a, b, c); }},
     {Kind::measured, u"measured", first,

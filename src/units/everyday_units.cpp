@@ -285,17 +285,19 @@ private:
 
 void registerRateWords(UnitManager& manager, const Localizer& localizer) {
     constexpr std::u16string_view table = u"Operations";
-    for (std::u16string& word : localizer.variants(u"rate.variants", table)) manager.addRateWord(std::move(word));
-    for (std::u16string& word : localizer.variants(u"rate_lot.variants", table))
-        manager.addRateLotWord(std::move(word));
-    for (std::u16string& word : localizer.variants(u"rate_after.variants", table))
-        if (!word.empty()) manager.addRateAfterWord(std::move(word));
+    constexpr struct {
+        std::u16string_view key;
+        RateWord kind;
+    } rows[] = {{u"rate.variants", RateWord::per},
+                {u"rate_product.variants", RateWord::product},
+                {u"rate_lot.variants", RateWord::lot},
+                {u"rate_after.variants", RateWord::after},
+                {u"article.variants", RateWord::article}};
+    for (const auto& row : rows)
+        for (const std::u16string& word : localizer.variants(row.key, table)) manager.addRateWord(row.kind, word);
     for (const std::u16string_view unit : {u"hour", u"minute", u"second", u"day", u"month"})
         for (std::u16string& word : localizer.variants(u"per_" + std::u16string(unit) + u".variants", table))
             manager.addRatePrefix(std::move(word), unit);
-    for (std::u16string& word : localizer.variants(u"rate_product.variants", table))
-        manager.addRateProductWord(std::move(word));
-    for (std::u16string& word : localizer.variants(u"article.variants", table)) manager.addArticle(std::move(word));
 }
 
 }  // namespace

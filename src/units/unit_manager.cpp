@@ -7,10 +7,10 @@ namespace vemo {
 
 namespace {
 
-// True for one of the words, in any case of letters. Long texts are not even looked up.
-bool contains(const std::unordered_set<std::u16string>& words, std::u16string_view word) {
-    constexpr std::size_t longest = 16;
-    return !word.empty() && word.size() <= longest && words.contains(lowercased(word));
+constexpr std::size_t longestRateWord = 16;
+
+std::size_t indexOf(RateWord kind) {
+    return static_cast<std::size_t>(kind);
 }
 
 }  // namespace
@@ -41,24 +41,17 @@ bool UnitManager::isForNumbersOnly(std::u16string_view phrase) const {
     return afterNumbers_.contains(std::u16string(phrase)) || afterNumbers_.contains(lowercased(phrase));
 }
 
-bool UnitManager::isRateWord(std::u16string_view word) const {
-    return contains(rateWords_, word);
+void UnitManager::addRateWord(RateWord kind, std::u16string_view word) {
+    if (word.empty()) return;
+    rateWords_[std::u16string(word)].set(indexOf(kind));
+    hasRateAfterWords_ = hasRateAfterWords_ || kind == RateWord::after;
 }
 
-bool UnitManager::isRateProductWord(std::u16string_view word) const {
-    return contains(rateProductWords_, word);
-}
-
-bool UnitManager::isRateLotWord(std::u16string_view word) const {
-    return contains(rateLotWords_, word);
-}
-
-bool UnitManager::isRateAfterWord(std::u16string_view word) const {
-    return contains(rateAfterWords_, word);
-}
-
-bool UnitManager::isArticle(std::u16string_view word) const {
-    return contains(articles_, word);
+// In any case of letters. Long texts are not even looked up.
+bool UnitManager::isRateWord(RateWord kind, std::u16string_view word) const {
+    if (word.empty() || word.size() > longestRateWord) return false;
+    const auto found = rateWords_.find(lowercased(word));
+    return found != rateWords_.end() && found->second.test(indexOf(kind));
 }
 
 const UnitManager::PhraseNote* UnitManager::note(std::u16string_view phrase) const {

@@ -1,6 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <bitset>
+#include <cstddef>
+#include <cstdint>
+#include <unordered_map>
 #include <unordered_set>
 #include <utility>
 #include <vector>
@@ -10,6 +14,16 @@
 #include "vemo/remarks.h"
 
 namespace vemo {
+
+// What a word does where a rate is told.
+enum class RateWord : std::uint8_t {
+    per,      // it stands between a quantity and the unit that it is told per: "per", "a"
+    product,  // it multiplies a rate by what it is told of: "at", "for"
+    lot,      // the same as `per` before 100 or 1000, though it usually means something else: "6 l auf 100 km"
+    after,    // it stands after what a rate is told of: "1時間につき1000円"
+    article,
+};
+inline constexpr std::size_t rateWordKinds = 5;
 
 // Makes units findable by phrase and symbol, and knows how their amounts are shown.
 class UnitManager {
@@ -33,28 +47,20 @@ public:
     void restrictToNumbers(std::u16string phrase) { afterNumbers_.insert(std::move(phrase)); }
     bool isForNumbersOnly(std::u16string_view phrase) const;
 
-    // The words between a quantity and the unit that it is told per: "per", "a".
-    void addRateWord(std::u16string word) { rateWords_.insert(std::move(word)); }
-    bool isRateWord(std::u16string_view word) const;
+    // A word that helps to tell a rate; one word may do so in several ways.
+    void addRateWord(RateWord kind, std::u16string_view word);
+    bool isRateWord(RateWord kind, std::u16string_view word) const;
+    bool isRateWord(std::u16string_view word) const { return isRateWord(RateWord::per, word); }
+    bool isRateProductWord(std::u16string_view word) const { return isRateWord(RateWord::product, word); }
+    bool isRateLotWord(std::u16string_view word) const { return isRateWord(RateWord::lot, word); }
+    bool isRateAfterWord(std::u16string_view word) const { return isRateWord(RateWord::after, word); }
+    bool isArticle(std::u16string_view word) const { return isRateWord(RateWord::article, word); }
+    bool hasRateAfterWords() const { return hasRateAfterWords_; }
     // A word in front of a length that makes it a speed, told per that unit of time: "時速60 km".
     void addRatePrefix(std::u16string word, std::u16string_view timeUnit) {
         ratePrefixes_.emplace_back(std::move(word), timeUnit);
     }
     const std::vector<std::pair<std::u16string, std::u16string>>& ratePrefixes() const { return ratePrefixes_; }
-    // The words that multiply a rate by what it is told of: "at", "for".
-    void addRateProductWord(std::u16string word) { rateProductWords_.insert(std::move(word)); }
-    bool isRateProductWord(std::u16string_view word) const;
-
-    // The words that tell a rate per 100 or 1000 of its lower unit, though they usually mean something else: "6 l auf
-    // 100 km".
-    void addRateLotWord(std::u16string word) { rateLotWords_.insert(std::move(word)); }
-    bool isRateLotWord(std::u16string_view word) const;
-    // The words after what a rate is told of: "1時間につき1000円".
-    void addRateAfterWord(std::u16string word) { rateAfterWords_.insert(std::move(word)); }
-    bool isRateAfterWord(std::u16string_view word) const;
-    bool hasRateAfterWords() const { return !rateAfterWords_.empty(); }
-    void addArticle(std::u16string word) { articles_.insert(std::move(word)); }
-    bool isArticle(std::u16string_view word) const;
 
     // A phrase that is worth a note after a number, with what the message names.
     struct PhraseNote {
@@ -84,11 +90,8 @@ private:
     TextMap<std::u16string> format_;
     std::unordered_set<std::u16string> conversionOnly_;
     std::unordered_set<std::u16string> afterNumbers_;
-    std::unordered_set<std::u16string> rateWords_;
-    std::unordered_set<std::u16string> rateProductWords_;
-    std::unordered_set<std::u16string> rateLotWords_;
-    std::unordered_set<std::u16string> rateAfterWords_;
-    std::unordered_set<std::u16string> articles_;
+    std::unordered_map<std::u16string, std::bitset<rateWordKinds>> rateWords_;
+    bool hasRateAfterWords_ = false;
     std::vector<PhraseNote> notes_;
     std::vector<Homonym> homonyms_;
     std::vector<std::pair<std::u16string, std::u16string>> ratePrefixes_;

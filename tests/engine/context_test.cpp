@@ -87,7 +87,7 @@ TEST(Context, copiesShareNothingThatChanges) {
     EXPECT_FALSE(original.mayNameVariable(u'b'));
 }
 
-TEST(Context, noticesNamesThatGoOnBehindTheirHead) {
+TEST(Context, noticesNamesThatGoOnAfterTheirHead) {
     Context context;
     context.setValue(number(1), u"rate");
     EXPECT_EQ(context.find(namesKey(u"rate")), nullptr);

@@ -23,7 +23,7 @@ Attempt<DayReading> DayShapes::monthFirst(std::size_t i) const {
     if (letters && touches(next) && letters->kind == DateLexeme::Kind::word && !letters->entry && !letters->cjk)
         return std::nullopt;
     const std::size_t end = takeYear(next, date, false);
-    return Parsed<DayReading>{date, afterWeekday(end), true, is(end - 1, DateWord::eraBehind)};
+    return Parsed<DayReading>{date, afterWeekday(end), true, is(end - 1, DateWord::eraAfter)};
 }
 
 // The same as `dayNumber`, but a comma and the year may touch it.
@@ -43,7 +43,7 @@ Attempt<DayReading> DayShapes::dayFirst(std::size_t i) const {
     if (!is(next, DateWord::month)) return std::nullopt;
     NamedDay date{std::nullopt, static_cast<unsigned>(value(next, DateWord::month)), static_cast<unsigned>(day->value)};
     const std::size_t end = takeYear(afterStop(next + 1), date, true);
-    return Parsed<DayReading>{date, afterWeekday(end), true, is(end - 1, DateWord::eraBehind)};
+    return Parsed<DayReading>{date, afterWeekday(end), true, is(end - 1, DateWord::eraAfter)};
 }
 
 // Index after the year, which may follow a comma or be one of an era: ", 2027", "de 2027", "'96", "44 BC", "AD 79".
@@ -54,12 +54,12 @@ std::size_t DayShapes::takeYear(std::size_t i, NamedDay& date, bool twoDigits) c
     const std::size_t numberAt = eraBefore || apostrophe ? next + 1 : next;
     const DateLexeme* named = number(numberAt);
     if (!named || named->openRight || named->digits > 4) return i;
-    const bool eraBehind = is(numberAt + 1, DateWord::eraBehind);
-    if ((eraBefore || eraBehind) && named->value > 0) {
+    const bool eraAfter = is(numberAt + 1, DateWord::eraAfter);
+    if ((eraBefore || eraAfter) && named->value > 0) {
         const bool ours =
-            eraBefore ? value(next, DateWord::eraBefore) == 1 : value(numberAt + 1, DateWord::eraBehind) == 1;
+            eraBefore ? value(next, DateWord::eraBefore) == 1 : value(numberAt + 1, DateWord::eraAfter) == 1;
         date.year = ours ? named->value : 1 - named->value;  // the year before 1 is counted as 0
-        return numberAt + (eraBehind ? 2 : 1);
+        return numberAt + (eraAfter ? 2 : 1);
     }
     if (apostrophe) {
         if (named->digits != 2 || !touches(numberAt)) return i;

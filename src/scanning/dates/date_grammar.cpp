@@ -255,7 +255,7 @@ private:
         if (const auto day = days_.dayAt(next); day && !is(next, DateWord::ahead)) {
             auto with = moment(day->reading, time.reading, day->end, time.certain || day->certain);
             with->reading.offset = best->reading.offset;
-            with->reading.dayBehind = true;
+            with->reading.dayAfter = true;
             keepLonger(best, with);
         }
         return best;

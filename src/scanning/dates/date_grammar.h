@@ -53,11 +53,11 @@ struct DateReading {
     std::optional<DayReading> day;
     std::optional<ShiftedDay> further = {};  // from that day
     std::optional<TimeReading> time;
-    bool certain = false;    // nothing else is meant by its signs
-    bool offset = false;     // it holds the sign of an offset from Greenwich
-    bool dayBehind = false;  // the day stands after the time
-    bool ending = false;     // it is the end of a span that the reading before it begins
-    int direction = 0;       // 1: not before the present, -1: not after it, where the text leaves that open
+    bool certain = false;   // nothing else is meant by its signs
+    bool offset = false;    // it holds the sign of an offset from Greenwich
+    bool dayAfter = false;  // the day stands after the time
+    bool ending = false;    // it is the end of a span that the reading before it begins
+    int direction = 0;      // 1: not before the present, -1: not after it, where the text leaves that open
 };
 
 // A word between a date and a duration, or another date.

@@ -68,8 +68,8 @@ private:
         while (i < end && isAny(i, DateWord::rangeAnd)) ++i;
         if (number(i) && number(i)->openLeft) return std::nullopt;  // "x5 days"
         const bool complete =
-            end > 0 && (isOfDuration(end - 1) || isAny(end - 1, DateWord::minutesBehind, DateWord::halfPast) ||
-                        isMinutes(end - 1));
+            end > 0 &&
+            (isOfDuration(end - 1) || isAny(end - 1, DateWord::minutesAfter, DateWord::halfPast) || isMinutes(end - 1));
         return counted && complete ? std::optional(i) : std::nullopt;
     }
     std::optional<std::size_t> durationAt(std::size_t start) const {
@@ -77,12 +77,12 @@ private:
         if (!number(i) && !isAny(i, DateWord::count, DateWord::duration)) return std::nullopt;
         std::size_t end = start;
         for (; i < lexemes_.size() && isInDuration(i); ++i)
-            if (isOfDuration(i) || is(i, DateWord::minutesBehind) || isMinutes(i)) end = i + 1;
+            if (isOfDuration(i) || is(i, DateWord::minutesAfter) || isMinutes(i)) end = i + 1;
         return end > start ? std::optional(end) : std::nullopt;
     }
     bool isInDuration(std::size_t i) const {
         return (number(i) && !isOperatorBefore(i)) || isOfDuration(i) ||
-               isAny(i, DateWord::count, DateWord::rangeAnd, DateWord::minutesBehind, DateWord::halfPast,
+               isAny(i, DateWord::count, DateWord::rangeAnd, DateWord::minutesAfter, DateWord::halfPast,
                      DateWord::hourLetter) ||
                ((isSign(i, u'.') || isSign(i, u',')) && touches(i) && touches(i + 1) && number(i + 1));
     }
@@ -126,15 +126,15 @@ private:
             }
         }
         const auto duration = durationBefore(i);
-        if (duration && isAny(i, DateWord::agoBehind, DateWord::aheadBehind)) {
+        if (duration && isAny(i, DateWord::agoAfter, DateWord::aheadAfter)) {
             // "3月3日から10日後": counted from that day.
             const std::size_t from = *duration - 1;
             if (*duration > 0 && isAny(from, DateWord::rangeTo) && anchorBefore(from)) {
-                add(from, is(i, DateWord::agoBehind) ? Kind::before : Kind::after);
+                add(from, is(i, DateWord::agoAfter) ? Kind::before : Kind::after);
                 if (isDays(i - 1)) add(i - 1, Kind::days);  // 日後 is one word elsewhere
                 return addCounts(*duration, i);
             }
-            add(i, is(i, DateWord::agoBehind) ? Kind::ago : Kind::fromNow);
+            add(i, is(i, DateWord::agoAfter) ? Kind::ago : Kind::fromNow);
             return addCounts(*duration, i);
         }
         if (dayCountAfter(i) || clockWord(i)) return;

@@ -253,7 +253,7 @@ void shareTimes(DateReading& start, DateReading& end) {
         const bool ahead = minutesOf(first) <= minutesOf(from) && minutesOf(second) > minutesOf(from);
         to = ahead ? second : first;
     }
-    if (start.day || !end.day || !end.dayBehind) return;
+    if (start.day || !end.day || !end.dayAfter) return;
     start.day = end.day;
     if (minutesOf(from) > minutesOf(to)) start.further = ShiftedDay{DateUnit::day, -1};
 }

@@ -143,7 +143,7 @@ private:
     Attempt<DayReading> neighbour(std::size_t unitAt, int direction, std::size_t end) const;
     Attempt<DayReading> counted(std::size_t i, int sign) const;
     Attempt<DayReading> countedAhead(std::size_t i) const;
-    Attempt<DayReading> countedBehind(std::size_t i) const;
+    Attempt<DayReading> countedAfter(std::size_t i) const;
     Attempt<DayReading> edgeAt(std::size_t i) const;
     static ShiftedDay shiftOf(int shiftedUnit);
 };
@@ -182,14 +182,14 @@ private:
     const DateLexeme* twoDigits(std::size_t i) const;
     Attempt<TimeReading> colons(std::size_t i) const;
     Attempt<TimeReading> stopped(std::size_t i, Beside beside) const;
-    Attempt<TimeReading> halfBehind(std::size_t i) const;
+    Attempt<TimeReading> halfAfter(std::size_t i) const;
     static bool halved(TimeReading& time, int half);
     Attempt<TimeReading> halfBefore(std::size_t i) const;
     Attempt<TimeReading> hours(std::size_t i) const;
     Attempt<TimeReading> named(std::size_t i) const;
     Attempt<TimeReading> minutesBeforeHour(std::size_t i) const;
     bool endsBareHour(std::size_t i) const;
-    void takeMinutesBehind(Parsed<TimeReading>& time) const;
+    void takeMinutesAfter(Parsed<TimeReading>& time) const;
 };
 
 }  // namespace vemo

@@ -30,16 +30,16 @@ enum class DateWord : std::uint8_t {
     unitSymbol,     // "h", "min": part of a duration
     shiftedUnit,    // "next week" in one word: the unit and, added to it, 64 for the next one or 128 for this one
     next,           // 1, -1 or 0 for next, last, this: before a weekday or a unit
-    nextBehind,     // the same after it
+    nextAfter,      // the same after it
     weekend,        // of which the next word tells which
     weekendOf,      // in one word: -1, 0 or 1
     weekdayName,    // "weekday": Monday to Friday
     edge,           // 1 for the end, -1 for the beginning, of a month or another unit
     edgeOfUnit,     // "Monatsende": the unit and, added to it, 64 for its end
     ahead,          // "in" 3 days
-    aheadBehind,    // 3 days "from now"
+    aheadAfter,     // 3 days "from now"
     ago,            // "vor" 3 Tagen
-    agoBehind,      // 3 days "ago"
+    agoAfter,       // 3 days "ago"
     within,         // "within" 3 days
     inMonth,        // "in" January
     count,          // "a" week ago, "two" weeks ago
@@ -56,7 +56,7 @@ enum class DateWord : std::uint8_t {
     oclock,         // "o'clock"
     halfPast,       // "時半"
     minutesBefore,  // "half past" 5: the minutes, negative where they are missing
-    minutesBehind,  // las 7 "y media"
+    minutesAfter,   // las 7 "y media"
     minuteMark,     // "分"
     secondMark,     // "秒"
     yearMark,       // "年"
@@ -65,7 +65,7 @@ enum class DateWord : std::uint8_t {
     firstYear,      // "元": the first year of an era
     era,            // "令和": the year before its first
     eraBefore,      // "AD" 79: 1, or 0 for years before our era
-    eraBehind,      // 44 "BC"
+    eraAfter,       // 44 "BC"
     before,         // 2 weeks "before" a day or time
     after,
     until,

@@ -29,8 +29,8 @@ inline constexpr DateWordRow dateWordRows[] = {
     {u"next.variants", DateWord::next, 1},
     {u"last.variants", DateWord::next, -1},
     {u"this.variants", DateWord::next, 0},
-    {u"next_behind.variants", DateWord::nextBehind, 1},
-    {u"last_behind.variants", DateWord::nextBehind, -1},
+    {u"next_after.variants", DateWord::nextAfter, 1},
+    {u"last_after.variants", DateWord::nextAfter, -1},
     {u"this_week.variants", DateWord::shiftedUnit, shifted(DateUnit::week, thisUnit)},
     {u"next_week.variants", DateWord::shiftedUnit, shifted(DateUnit::week, nextUnit)},
     {u"last_week.variants", DateWord::shiftedUnit, shifted(DateUnit::week)},
@@ -52,9 +52,9 @@ inline constexpr DateWordRow dateWordRows[] = {
     {u"beginning_of_month.variants", DateWord::edgeOfUnit, shifted(DateUnit::month)},
     {u"beginning_of_year.variants", DateWord::edgeOfUnit, shifted(DateUnit::year)},
     {u"in_time.variants", DateWord::ahead},
-    {u"from_now.variants", DateWord::aheadBehind},
+    {u"from_now.variants", DateWord::aheadAfter},
     {u"ago_before.variants", DateWord::ago},
-    {u"ago.variants", DateWord::agoBehind},
+    {u"ago.variants", DateWord::agoAfter},
     {u"within.variants", DateWord::within},
     {u"in_month.variants", DateWord::inMonth},
     {u"one.variants", DateWord::count, 1},
@@ -89,9 +89,9 @@ inline constexpr DateWordRow dateWordRows[] = {
     {u"quarter_past.variants", DateWord::minutesBefore, 15},
     {u"half_to.variants", DateWord::minutesBefore, -30},
     {u"quarter_to.variants", DateWord::minutesBefore, -15},
-    {u"and_half.variants", DateWord::minutesBehind, 30},
-    {u"and_quarter.variants", DateWord::minutesBehind, 15},
-    {u"less_quarter.variants", DateWord::minutesBehind, -15},
+    {u"and_half.variants", DateWord::minutesAfter, 30},
+    {u"and_quarter.variants", DateWord::minutesAfter, 15},
+    {u"less_quarter.variants", DateWord::minutesAfter, -15},
     {u"minute_mark.variants", DateWord::minuteMark},
     {u"second_mark.variants", DateWord::secondMark},
     {u"year_mark.variants", DateWord::yearMark},
@@ -103,8 +103,8 @@ inline constexpr DateWordRow dateWordRows[] = {
     {u"showa.variants", DateWord::era, 1925},
     {u"taisho.variants", DateWord::era, 1911},
     {u"meiji.variants", DateWord::era, 1867},
-    {u"before_era.variants", DateWord::eraBehind, 0},
-    {u"of_era.variants", DateWord::eraBehind, 1},
+    {u"before_era.variants", DateWord::eraAfter, 0},
+    {u"of_era.variants", DateWord::eraAfter, 1},
     {u"before_era_before.variants", DateWord::eraBefore, 0},
     {u"of_era_before.variants", DateWord::eraBefore, 1},
     {u"am.variants", DateWord::half, 0},
@@ -167,9 +167,9 @@ constexpr bool isTelling(DateWord word) {
         case DateWord::weekendOf:
         case DateWord::weekdayName:
         case DateWord::edgeOfUnit:
-        case DateWord::aheadBehind:
+        case DateWord::aheadAfter:
         case DateWord::ago:
-        case DateWord::agoBehind:
+        case DateWord::agoAfter:
         case DateWord::duration:
         case DateWord::businessDay:
         case DateWord::hourLetter:

@@ -15,7 +15,7 @@ std::optional<DayShapes::Week> DayShapes::weekAt(std::size_t i) const {
         return is(at, DateWord::unit) && value(at, DateWord::unit) == static_cast<int>(DateUnit::week);
     };
     if (is(i, DateWord::next) && isWeek(i + 1)) return Week{value(i, DateWord::next), i + 2};
-    if (isWeek(i) && is(i + 1, DateWord::nextBehind)) return Week{value(i + 1, DateWord::nextBehind), i + 2};
+    if (isWeek(i) && is(i + 1, DateWord::nextAfter)) return Week{value(i + 1, DateWord::nextAfter), i + 2};
     if (is(i, DateWord::shiftedUnit)) {
         const ShiftedDay shift = shiftOf(value(i, DateWord::shiftedUnit));
         if (shift.unit == DateUnit::week) return Week{shift.count, i + 1};
@@ -45,8 +45,8 @@ Attempt<DayReading> DayShapes::weekdayNamed(std::size_t i) const {
     const bool stop = isSign(next, u'.') && at(next + 1) && touches(next + 1);
     if (touches(next) && (stop || isSign(next, u'\'') || isSign(next, u'\u2019'))) return std::nullopt;
     if (led) return Parsed<DayReading>{named, next};
-    if (is(next, DateWord::nextBehind)) {
-        named.direction = value(next, DateWord::nextBehind);
+    if (is(next, DateWord::nextAfter)) {
+        named.direction = value(next, DateWord::nextAfter);
         return Parsed<DayReading>{named, next + 1};
     }
     const std::size_t weekStart = skipping(afterComma(next), DateWord::of, DateWord::article, DateWord::joint);
@@ -67,8 +67,8 @@ Attempt<DayReading> DayShapes::weekendAt(std::size_t i) const {
     };
     if (is(i, DateWord::weekendOf)) return weekend(value(i, DateWord::weekendOf), i + 1);
     if (is(i, DateWord::next) && is(i + 1, DateWord::weekend)) return weekend(value(i, DateWord::next), i + 2);
-    if (is(i, DateWord::weekend) && is(i + 1, DateWord::nextBehind))
-        return weekend(value(i + 1, DateWord::nextBehind), i + 2);
+    if (is(i, DateWord::weekend) && is(i + 1, DateWord::nextAfter))
+        return weekend(value(i + 1, DateWord::nextAfter), i + 2);
     return std::nullopt;
 }
 
@@ -98,10 +98,10 @@ Attempt<DayReading> DayShapes::relative(std::size_t i) const {
             if (auto shift = countedAhead(i + 1)) return shift;
         return neighbour(i + 1, direction, i + 2);
     }
-    if (is(i, DateWord::unit) && is(i + 1, DateWord::nextBehind))
-        return neighbour(i, value(i + 1, DateWord::nextBehind), i + 2);
-    if (is(i, DateWord::weekdayName) && is(i + 1, DateWord::nextBehind))
-        return Parsed<DayReading>{BusinessDay{value(i + 1, DateWord::nextBehind)}, i + 2};
+    if (is(i, DateWord::unit) && is(i + 1, DateWord::nextAfter))
+        return neighbour(i, value(i + 1, DateWord::nextAfter), i + 2);
+    if (is(i, DateWord::weekdayName) && is(i + 1, DateWord::nextAfter))
+        return Parsed<DayReading>{BusinessDay{value(i + 1, DateWord::nextAfter)}, i + 2};
     if (is(i, DateWord::within)) {
         if (auto shift = countedAhead(i + 1)) return shift;
     }
@@ -113,7 +113,7 @@ Attempt<DayReading> DayShapes::relative(std::size_t i) const {
         if (shift) std::get<ShiftedDay>(shift->reading).count *= -1;
         return shift;
     }
-    return countedBehind(i);
+    return countedAfter(i);
 }
 
 Attempt<DayReading> DayShapes::neighbour(std::size_t unitAt, int direction, std::size_t end) const {
@@ -142,11 +142,11 @@ Attempt<DayReading> DayShapes::countedAhead(std::size_t i) const {
     if (!shift) return std::nullopt;
     const std::size_t next = skipping(shift->end, DateWord::rangeAnd);
     const bool goesOn = (number(next) || is(next, DateWord::count)) && isPartOfDuration(next + 1);
-    return goesOn || is(shift->end, DateWord::minutesBehind) ? std::nullopt : std::move(shift);
+    return goesOn || is(shift->end, DateWord::minutesAfter) ? std::nullopt : std::move(shift);
 }
 
 // 2 weeks ago, 3 days from now; les 2 prochaines semaines
-Attempt<DayReading> DayShapes::countedBehind(std::size_t i) const {
+Attempt<DayReading> DayShapes::countedAfter(std::size_t i) const {
     if (const DateLexeme* many = count(i, 4);
         many && is(i + 1, DateWord::next) && value(i + 1, DateWord::next) == 1 && is(i + 2, DateWord::unit)) {
         const auto unit = static_cast<DateUnit>(value(i + 2, DateWord::unit));
@@ -159,10 +159,10 @@ Attempt<DayReading> DayShapes::countedBehind(std::size_t i) const {
         return std::nullopt;
     // "3月3日から10日後" counts from that day.
     if (i > 1 && is(i - 1, DateWord::rangeTo) && touches(i) && touches(i - 1)) return std::nullopt;
-    if (is(shift->end, DateWord::agoBehind)) {
+    if (is(shift->end, DateWord::agoAfter)) {
         auto& many = std::get<ShiftedDay>(shift->reading).count;
         many = -many;
-    } else if (!is(shift->end, DateWord::aheadBehind)) {
+    } else if (!is(shift->end, DateWord::aheadAfter)) {
         return std::nullopt;
     }
     ++shift->end;
@@ -194,8 +194,8 @@ Attempt<DayReading> DayShapes::edgeAt(std::size_t i) const {
     const std::size_t unitAt = led ? next + 1 : next;
     if (is(unitAt, DateWord::unit)) {
         const auto unit = static_cast<DateUnit>(value(unitAt, DateWord::unit));
-        if (!led && is(unitAt + 1, DateWord::nextBehind))
-            return edge(unit, value(unitAt + 1, DateWord::nextBehind), end, unitAt + 2);
+        if (!led && is(unitAt + 1, DateWord::nextAfter))
+            return edge(unit, value(unitAt + 1, DateWord::nextAfter), end, unitAt + 2);
         return edge(unit, led ? value(next, DateWord::next) : 0, end, unitAt + 1);
     }
     if (!is(next, DateWord::month)) return std::nullopt;

@@ -74,7 +74,7 @@ Attempt<TimeReading> TimeShapes::stopped(std::size_t i, Beside beside) const {
 }
 
 // 5pm, 5 p.m., 6 in the morning
-Attempt<TimeReading> TimeShapes::halfBehind(std::size_t i) const {
+Attempt<TimeReading> TimeShapes::halfAfter(std::size_t i) const {
     const DateLexeme* hour = count(i, 2);
     if (!hour || !is(i + 1, DateWord::half)) return std::nullopt;
     TimeReading time{hour->value, 0};
@@ -162,7 +162,7 @@ Attempt<TimeReading> TimeShapes::bareHour(std::size_t i) const {
     const DateLexeme* hour = count(i, 2);
     if (!hour || hour->value > 23) return std::nullopt;
     Parsed<TimeReading> time{TimeReading{hour->value, 0}, i + 1};
-    takeMinutesBehind(time);
+    takeMinutesAfter(time);
     if (!endsBareHour(time.end)) return std::nullopt;
     time.certain = true;  // over the number
     return time;
@@ -177,7 +177,7 @@ bool TimeShapes::endsBareHour(std::size_t i) const {
         return std::u16string_view(u"),;*-+!?:").find(next->sign) != std::u16string_view::npos &&
                !(next->sign == u':' && at(i + 1) && touches(i + 1));
     return next->entry && !isPartOfDuration(i) &&
-           !isAny(i, DateWord::agoBehind, DateWord::aheadBehind, DateWord::ahead, DateWord::of);
+           !isAny(i, DateWord::agoAfter, DateWord::aheadAfter, DateWord::ahead, DateWord::of);
 }
 
 // half past five, quarter to 6, halb acht
@@ -200,9 +200,9 @@ Attempt<TimeReading> TimeShapes::minutesBeforeHour(std::size_t i) const {
 }
 
 // las 7 y media, midi et demi
-void TimeShapes::takeMinutesBehind(Parsed<TimeReading>& time) const {
-    if (!is(time.end, DateWord::minutesBehind) || time.reading.minute != 0) return;
-    const int minutes = value(time.end, DateWord::minutesBehind);
+void TimeShapes::takeMinutesAfter(Parsed<TimeReading>& time) const {
+    if (!is(time.end, DateWord::minutesAfter) || time.reading.minute != 0) return;
+    const int minutes = value(time.end, DateWord::minutesAfter);
     time.reading.minute = (minutes + 60) % 60;
     if (minutes < 0) time.reading.hour = (time.reading.hour + 23) % 24;
     ++time.end;
@@ -211,7 +211,7 @@ void TimeShapes::takeMinutesBehind(Parsed<TimeReading>& time) const {
 Attempt<TimeReading> TimeShapes::clockAt(std::size_t i, Beside beside) const {
     Attempt<TimeReading> best = colons(i);
     keepLonger(best, stopped(i, beside));
-    keepLonger(best, halfBehind(i));
+    keepLonger(best, halfAfter(i));
     keepLonger(best, halfBefore(i));
     keepLonger(best, hours(i));
     keepLonger(best, named(i));
@@ -227,7 +227,7 @@ Attempt<TimeReading> TimeShapes::clockAt(std::size_t i, Beside beside) const {
         }
     }
     if (!best) return std::nullopt;
-    takeMinutesBehind(*best);
+    takeMinutesAfter(*best);
     // 5 de la tarde, after minutes told in words
     if (is(best->end, DateWord::half) && !best->reading.inHalf &&
         halved(best->reading, value(best->end, DateWord::half)))
