@@ -43,6 +43,11 @@ Recovery::Recovery(const QString& folder, BackgroundWriter& writer, Snapshot sna
     connect(&timer_, &QTimer::timeout, this, &Recovery::keepNow);
 }
 
+// What is under way tells this object how it went.
+Recovery::~Recovery() {
+    writer_.flush();
+}
+
 void Recovery::touch(const QString& id) {
     touched_.insert(id);
     // The time is counted from the first change: the text of somebody who types without a pause is kept, too.
@@ -58,8 +63,10 @@ void Recovery::keepNow() {
             continue;
         }
         const std::string file = fileFor(folder_, id);
-        writer_.post(file, [file, unsaved = *std::move(unsaved)] {
-            session::replaceFile(file, bytesFor(unsaved).toStdString());
+        writer_.post(file, [this, file, unsaved = *std::move(unsaved)] {
+            const std::string problem = session::replaceFile(file, bytesFor(unsaved).toStdString());
+            const auto tell = [this, id = unsaved.id, problem] { Q_EMIT written(id, QString::fromStdString(problem)); };
+            QMetaObject::invokeMethod(this, tell, Qt::QueuedConnection);
         });
     }
 }

@@ -32,6 +32,7 @@ public:
     using Snapshot = std::function<std::optional<Unsaved>(const QString& id)>;
 
     Recovery(const QString& folder, BackgroundWriter& writer, Snapshot snapshot, QObject* parent = nullptr);
+    ~Recovery() override;  // when what waits is written
 
     // Tells that a document's text, or whether it is saved, has changed.
     void touch(const QString& id);
@@ -42,6 +43,10 @@ public:
 
     // The texts that the process before left. What can't be read stays where it is.
     static std::vector<Unsaved> leftIn(const QString& folder);
+
+Q_SIGNALS:
+    // What became of a text: why it could not be written, or nothing.
+    void written(const QString& id, const QString& problem);
 
 private:
     QString folder_;

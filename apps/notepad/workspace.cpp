@@ -80,6 +80,7 @@ Workspace::Workspace(MainWindow& window, const QString& folder, QObject* parent)
         showTitles(*page);
         sessionTimer_.start();
     });
+    connect(&recovery_, &Recovery::written, this, &Workspace::keptForRecovery);
     // The end of the desktop's session: nobody may be there to be asked.
     connect(qApp, &QGuiApplication::commitDataRequest, this, [this] { flush(); });
 }
@@ -160,7 +161,7 @@ Page* Workspace::pageWith(const QString& path) const {
 Page& Workspace::add(Document* document) {
     Page* page = window_.addPage(document->title());
     if (state_.answerShare > 0) page->setAnswerShare(state_.answerShare);
-    entries_.insert(page, {page, document, std::nullopt, 0, false, std::nullopt});
+    entries_.insert(page, {page, document, std::nullopt, 0, false, std::nullopt, {}});
     page->viewport()->installEventFilter(this);
     connect(document, &Document::changedOnDisk, page, [this, page](auto what) { changedOnDisk(*page, what); });
     const auto touch = [this, page] {
@@ -261,6 +262,27 @@ void Workspace::storeAnswers() {
     answersTimer_.stop();
     for (const Page* page : std::exchange(answered_, {}))
         if (const Entry& entry = entryOf(*page); entry.loaded) answers_.store(entry.document->id(), *entry.page);
+}
+
+// Says once that a text would not be found again, and takes that back when it is written after all.
+void Workspace::keptForRecovery(const QString& id, const QString& problem) {
+    for (Entry& entry : entries_) {
+        if (entry.document->id() != id) continue;
+        if (problem.isEmpty()) {
+            const bool told = entry.notice && entry.notice->message == entry.unkept;
+            entry.unkept.clear();
+            if (told) tell(entry, std::nullopt);
+            return;
+        }
+        const QString message = tr("What is not saved can't be kept for the next start: %1").arg(problem);
+        // Another notice goes first: the next change of the text comes back here.
+        if (entry.notice || entry.unkept == message) return;
+        entry.unkept = message;
+        Page& page = *entry.page;
+        return tell(entry, Notice{message,
+                                  {{tr("&Save"), [this, &page] { save(page); }},
+                                   {tr("Dismiss"), [this, &page] { tell(entryOf(page), std::nullopt); }}}});
+    }
 }
 
 void Workspace::tell(Entry& entry, std::optional<Notice> notice) {

@@ -60,6 +60,7 @@ private:
         int cursor = 0;
         bool loaded = false;
         std::optional<Notice> notice;
+        QString unkept;  // the message that was told since the text can't be kept
     };
 
     Entry& entryOf(const Page& page) { return entries_[&page]; }
@@ -76,6 +77,7 @@ private:
 
     void changedOnDisk(Page& page, Document::OnDisk what);
     void readAgain(Page& page);
+    void keptForRecovery(const QString& id, const QString& problem);
     void tell(Entry& entry, std::optional<Notice> notice);
     void showTitles(const Page& page);
     void problem(const QString& message);

@@ -88,6 +88,19 @@ private Q_SLOTS:
         QVERIFY(again.page().document()->isModified());
     }
 
+    void saysWhenNothingCanBeKept() {
+        const test::Home home;
+        test::Application notepad;
+        const auto* notices = notepad.window.findChild<NoticeBar*>();
+        QDir unsaved(stateFolder() + "/unsaved");
+        QVERIFY(unsaved.removeRecursively());  // as if the disk were full
+        notepad.type("1 + 1");
+        QTRY_VERIFY(notices->message().contains("No such file"));
+        QVERIFY(QDir().mkpath(unsaved.path()));
+        notepad.type("2");
+        QTRY_COMPARE(notices->message(), "");
+    }
+
     void costsLittleWhileTyping() {
         const test::Home home;
         test::Application notepad;
