@@ -50,8 +50,9 @@ RunType typeOf(const Extraction& extraction) {
     return extraction.element->attributedText.runs().begin()->type;
 }
 
-// Drops the signs of operators inside phrases, to which they belong: "US-Dollar", a script's "km/h", and inside numbers:
-// "quatre-vingts". Inside a date a sign belongs to it when it stands between letters: "après-demain", but not "3/4/27".
+// Drops the signs of operators inside phrases, to which they belong: "US-Dollar", a script's "km/h", and inside
+// numbers: "quatre-vingts". Inside a date a sign belongs to it when it stands between letters: "après-demain", but not
+// "3/4/27".
 void dropSignsInPhrases(std::u16string_view text, Candidates& candidates) {
     std::vector<const Extraction*> phrases;
     bool signs = false;
