@@ -41,12 +41,12 @@ private:
         const std::size_t last = skipping(i, DateWord::article, DateWord::on, DateWord::at, DateWord::atHour,
                                           DateWord::of, DateWord::rangeFrom);
         for (PlacedReading& reading : readings_)
-            if (reading.start >= i && reading.start <= last) return Anchor{&reading, behindBrackets(reading.end)};
+            if (reading.start >= i && reading.start <= last) return Anchor{&reading, afterBrackets(reading.end)};
         for (std::size_t k = i; k <= last; ++k)
-            if (is(k, DateWord::day) || isName(k)) return Anchor{nullptr, behindBrackets(k + 1)};
+            if (is(k, DateWord::day) || isName(k)) return Anchor{nullptr, afterBrackets(k + 1)};
         return std::nullopt;
     }
-    std::size_t behindBrackets(std::size_t i) const {
+    std::size_t afterBrackets(std::size_t i) const {
         while (isSign(i, u')')) ++i;
         return i;
     }
