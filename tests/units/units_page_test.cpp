@@ -17,7 +17,7 @@ namespace {
 
 // The page as it is in the sources.
 std::string pagePath() {
-    return std::string(VEMO_TEST_DATA_DIR) + "/../docs/units.md";
+    return VEMO_TEST_DATA_DIR "/../docs/units.md";
 }
 
 constexpr std::string_view endOfIntroduction = "<!-- Below: written from the catalogue. -->\n";
