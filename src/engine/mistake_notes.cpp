@@ -107,10 +107,8 @@ private:
         if (next == elements_.size()) return;
         const bool conversion = isOperator(element, u"in") && isUnitAlone(elements_[next]) &&
                                 neighbourOf(elements_, next, 1) == elements_.size();
-        const auto id = *element.value.string(Attribute::operation);
         // "de 8:00 a 15:30" tells of a span.
-        const bool percentage = (id == u"percent_of" || id == u"percent_on" || id == u"percent_off") &&
-                                !elements_[next].value.has(Attribute::date);
+        const bool percentage = takesPercentage(element.value) && !elements_[next].value.has(Attribute::date);
         if (conversion || (percentage && beginsValue(elements_, next))) note(NoteKind::missingOperand, op, op + 1);
     }
 

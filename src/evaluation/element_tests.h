@@ -15,6 +15,12 @@ inline bool isOperator(const Element& element, std::u16string_view id) {
     return element.value.is(Attribute::operation, id);
 }
 
+// True for "of", "on" and "off" after a percentage.
+inline bool takesPercentage(const Value& op) {
+    const auto id = op.string(Attribute::operation);
+    return id && (*id == u"percent_of" || *id == u"percent_on" || *id == u"percent_off");
+}
+
 inline bool isNumberWithoutUnit(const Element& element) {
     return element.value.has(Attribute::decimal) && !element.value.has(Attribute::unit);
 }

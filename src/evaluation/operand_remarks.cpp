@@ -94,10 +94,8 @@ void OperandRemarks::atOperator(std::size_t index) {
 
 // "20% off" and "15 as % of", and nothing that it is off or of; "8% of subtotal", which has no value.
 void OperandRemarks::atPhrase(const Operand& left, const Operand& right, const Element& op) {
-    const auto id = *op.value.string(Attribute::operation);
-    const bool needsPercentage = id == u"percent_of" || id == u"percent_on" || id == u"percent_off";
     if (hasWords(left) || !left.hasValue() || right.hasValue() ||
-        (needsPercentage && !left.value.is(Attribute::unit, u"percent")))
+        (takesPercentage(op.value) && !left.value.is(Attribute::unit, u"percent")))
         return;
     if (isBlank(right))
         remarksOf(context_).note(NoteKind::missingOperand, elements_.rangeOf(left.to, left.to + 1));

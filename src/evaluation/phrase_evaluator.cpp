@@ -49,7 +49,6 @@ constexpr struct {
     {u"how_many.phrases", u"{value} in {unit}"},
     {u"how_many_measures.phrases", u"{value} in {unit} / {number} {unit}"},
     {u"what_percent_is.phrases", u"{value} percent_is {value2}"},
-    {u"percentage.phrases", u"{value} as_a_percent_of {value2}"},
     {u"what_percent_of.phrases", u"{value} as_a_percent_of {value2}"},
     {u"percent_change.phrases", u"{value} percent_change {value2}"},
     {u"increase.phrases", u"{value} + {value2}"},

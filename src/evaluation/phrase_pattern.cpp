@@ -183,7 +183,7 @@ std::optional<std::size_t> PhrasePattern::slot(std::u16string_view name) const {
 }
 
 std::optional<std::vector<ElementRange>> PhrasePattern::match(const Line& line) const {
-    if (!filter_.admits(line) || line.end - line.start > mostElements) return std::nullopt;
+    if (line.end - line.start > mostElements) return std::nullopt;
     return searchedPieces(line, pieces_);
 }
 

@@ -67,7 +67,7 @@ public:
     const std::vector<Piece>& pieces() const { return pieces_; }
     // The place of a slot among the pieces; nothing for a name that the pattern lacks.
     std::optional<std::size_t> slot(std::u16string_view name) const;
-    // The elements of each piece; nothing for a line that is put otherwise.
+    // The elements of each piece; nothing for a line that is put otherwise, which the filter mostly tells sooner.
     std::optional<std::vector<ElementRange>> match(const Line& line) const;
 
 private:

@@ -100,7 +100,7 @@ private:
             if (after == elements_.size() || isCode(after)) return true;
             return isValueAt(after) && !elements_[after].value.has(Attribute::decimal);
         }
-        if (id == u"percent_of" || id == u"percent_on" || id == u"percent_off") return followsPercentage(i);
+        if (takesPercentage(op.value)) return followsPercentage(i);
         if (isHyphen(i) || (id == u"-" && isDash(i, before, after))) return false;
         return isOperandAt(before, -1) || isOperandAt(after, 1);
     }

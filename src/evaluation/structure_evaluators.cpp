@@ -216,22 +216,16 @@ std::optional<ElementList> OperationEvaluator::evaluate(const ElementList& given
     }
     remarks.finish();
     // "3 cups of milk in ml": without a value after it, such a word is text.
-    constexpr std::u16string_view percentages[] = {u"percent_of", u"percent_on", u"percent_off"};
     for (std::size_t i = operators.size(); i-- > 0;) {
-        if (!operands[i + 1].isEmpty()) continue;
-        const auto id = operators[i].string(Attribute::operation);
-        if (std::find(std::begin(percentages), std::end(percentages), id) == std::end(percentages)) continue;
+        if (!operands[i + 1].isEmpty() || !takesPercentage(operators[i])) continue;
         operators.erase(operators.begin() + static_cast<std::ptrdiff_t>(i));
         operands.erase(operands.begin() + static_cast<std::ptrdiff_t>(i) + 1);
         ranges.erase(ranges.begin() + static_cast<std::ptrdiff_t>(i) + 1);
     }
     // "15% off 10% off $100": each percentage is of what the next one gives, so the last is calculated first.
     for (std::size_t i = 0; i + 1 < operators.size(); ++i) {
-        const auto isPhrase = [&](std::size_t k) {
-            const auto id = operators[k].string(Attribute::operation);
-            return std::find(std::begin(percentages), std::end(percentages), id) != std::end(percentages);
-        };
-        if (isPhrase(i) && isPhrase(i + 1) && operands[i + 1].is(Attribute::unit, u"percent"))
+        if (takesPercentage(operators[i]) && takesPercentage(operators[i + 1]) &&
+            operands[i + 1].is(Attribute::unit, u"percent"))
             operators[i + 1] = operators[i + 1].with(DecimalNumber::fromInt64(phrasePriority + static_cast<int>(i)),
                                                      Attribute::opPriority);
     }

@@ -14,7 +14,7 @@ namespace {
 struct Bound {
     TextRange range;
     bool sign = false;   // that calculates with both sides
-    bool leads = false;  // to the words after it
+    bool leads = false;  // to the words after it, where a percentage stands before
     bool divides = false, subtracts = false;
 };
 
@@ -22,11 +22,6 @@ bool isSign(const Element& element) {
     constexpr std::u16string_view signs[] = {u"+", u"-", u"*", u"/", u"^"};
     const auto id = element.value.string(Attribute::operation);
     return id && !hasLetter(element.text()) && std::find(std::begin(signs), std::end(signs), *id) != std::end(signs);
-}
-
-bool leads(const Element& element) {
-    const auto id = element.value.string(Attribute::operation);
-    return id && (*id == u"percent_of" || *id == u"percent_on" || *id == u"percent_off");
 }
 
 bool isRemark(const Element& element) {
@@ -41,7 +36,7 @@ std::vector<Bound> boundsOf(const std::vector<Extraction>& found) {
     for (const Extraction& extraction : found) {
         const Element& element = *extraction.element;
         if (element.value.has(Attribute::decimal)) continue;
-        const Bound bound{extraction.range, isSign(element), leads(element), isOperator(element, u"/"),
+        const Bound bound{extraction.range, isSign(element), takesPercentage(element.value), isOperator(element, u"/"),
                           isOperator(element, u"-")};
         if (bound.sign || bound.leads || element.value.has(Attribute::parenthesis) || isRemark(element))
             bounds.push_back(bound);
@@ -79,7 +74,7 @@ Contents contentsOf(const std::vector<Extraction>& found, TextRange stretch) {
 
 void LabelWordsExtractor::extract(const std::u16string& text, Context& context, std::vector<Extraction>& result) const {
     const bool calculated = hasLetter(text) && std::any_of(result.begin(), result.end(), [](const Extraction& found) {
-                                return isSign(*found.element) || leads(*found.element);
+                                return isSign(*found.element) || takesPercentage(found.element->value);
                             });
     if (!calculated) return;
     const std::vector<Bound> bounds = boundsOf(result);

@@ -28,8 +28,10 @@ std::string read(std::u16string_view pattern, std::vector<ElementPointer> elemen
     const auto parsed = PhrasePattern::parsed(pattern);
     if (!parsed) return "no pattern";
     const ElementList list(std::move(elements));
-    const auto ranges = parsed->match(PhrasePattern::Line(list, startOfValue(list)));
+    const PhrasePattern::Line line(list, startOfValue(list));
+    const auto ranges = parsed->match(line);
     if (!ranges) return "no match";
+    EXPECT_TRUE(parsed->filter().admits(line)) << toUtf8(pattern);
     std::u16string result;
     for (const ElementRange& range : *ranges) {
         if (!result.empty()) result += u'|';
